@@ -1,0 +1,43 @@
+#pragma once
+
+#include "contacts/CAgents.h"
+#include "contacts/CBanList.h"
+#include "contacts/CGroups.h"
+#include "contacts/CRoster.h"
+#include "desktop/Desktop.h"
+#include "engine/PlugInContext.h"
+#include "engine/TempVRXCore.h"
+#include "settings/Settings.h"
+#include "settings/SiteData.h"
+
+#include <memory>
+#include <optional>
+
+// What the whole program shares. Forms take a reference to it; there is no other global.
+struct Client {
+    std::unique_ptr<TempVRXCore> Core;
+    // The way to send outside an event; set when the engine starts the application.
+    std::optional<PlugInContext> Application;
+
+    CRoster MyRoster;
+    CAgents MyAgents;
+    CGroups MyGroups;
+    CBanList MyBanList;
+
+    Settings settings;
+    SiteData site;
+    QString FreeForChatMsg; // status text of "Free for Chat"; it has no settings key
+
+    bool UserClosing = false;    // a close really closes: the program ends
+    bool SessionClosing = false; // a session ends: forms close instead of hiding
+    bool IgnoreIQ = false;       // every IQ is dropped unread
+
+    Desktop desktop;
+
+    ::Gateway& Gateway() const { return *Core->Gateway; }
+    bool isConnected() const { return Core && Core->Gateway->isconnected(); }
+    // UserName@Server of the connection.
+    QString ownBareJid() const;
+    // The own bare JID with the resource that was asked for.
+    QString ownFullJid() const;
+};

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QDateTime>
+#include <QPoint>
+#include <QString>
+
+#include <optional>
+
+// The seams to the world outside, each a tiny interface with a real version here and a recording one in the
+// tests' kit.
+
+// Boxes that wait for an answer. They run a nested event loop.
+class MessageBoxes
+{
+public:
+    enum class Icon { None, Information, Question, Exclamation, Critical };
+    enum class Buttons { Ok, YesNo, YesNoCancel };
+    enum class Answer { Ok, Yes, No, Cancel };
+
+    virtual ~MessageBoxes() = default;
+    virtual Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) = 0;
+    // Null on cancel.
+    virtual std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) = 0;
+
+    void information(const QString& title, const QString& text) { show(title, text, Icon::Information, Buttons::Ok); }
+    void exclamation(const QString& title, const QString& text) { show(title, text, Icon::Exclamation, Buttons::Ok); }
+    void critical(const QString& title, const QString& text) { show(title, text, Icon::Critical, Buttons::Ok); }
+};
+
+// Opens links and pages by the desktop's handler.
+class LinkOpener
+{
+public:
+    virtual ~LinkOpener() = default;
+    // Opens http, https, ftp, mailto, xmpp and callto links; refuses all others and returns false.
+    virtual bool open(const QString& link) = 0;
+};
+
+// Plays one wave file in the background, replacing what plays; silent on failure.
+class SoundPlayer
+{
+public:
+    virtual ~SoundPlayer() = default;
+    virtual void PlaySoundFile(const QString& file, bool looped) = 0;
+};
+
+// The icon in the notification area.
+class TrayIcon
+{
+public:
+    virtual ~TrayIcon() = default;
+    virtual void setToolTip(const QString& text) = 0;
+    // A key of the shared image list.
+    virtual void setIcon(const QString& imageKey) = 0;
+    virtual void setBalloonTime(int milliseconds) = 0;
+    virtual void setBalloonTitle(const QString& text) = 0;
+    virtual void setBalloonText(const QString& text) = 0;
+    // Balloons that come together show as the last of them.
+    virtual void showBalloon() = 0;
+};
+
+class Clock
+{
+public:
+    virtual ~Clock() = default;
+    virtual QDateTime now() const = 0;
+};
+
+class Pointer
+{
+public:
+    virtual ~Pointer() = default;
+    virtual QPoint position() const = 0;
+};
+
+// Whether the machine is on line, and the dial-up where it is not.
+class NetworkChecks
+{
+public:
+    virtual ~NetworkChecks() = default;
+    virtual bool isConnected() = 0;
+    virtual bool dial(bool unattended) = 0;
+};
+
+// The world outside as the client reaches it. None is owned; all outlive the client.
+struct Desktop {
+    MessageBoxes* boxes = nullptr;
+    LinkOpener* links = nullptr;
+    SoundPlayer* sounds = nullptr;
+    TrayIcon* tray = nullptr;
+    Clock* clock = nullptr;
+    Pointer* pointer = nullptr;
+    NetworkChecks* network = nullptr;
+};

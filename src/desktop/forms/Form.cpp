@@ -1,0 +1,60 @@
+#include "desktop/forms/Form.h"
+
+#include "desktop/forms/FormRegistry.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+
+Form::Form(FormRegistry& registry, const QString& name, QWidget* parent) :
+    QMainWindow(parent), registry_(registry)
+{
+    setObjectName(name);
+    registry_.add(this);
+}
+
+Form::~Form() { registry_.remove(this); }
+
+bool Form::requestUnload(CloseMode mode)
+{
+    if (unloading_)
+        return true;
+    if (!queryUnload(mode))
+        return false;
+    unloading_ = true;
+    unload();
+    registry_.remove(this);
+    hide();
+    deleteLater();
+    return true;
+}
+
+void Form::setDefaultButton(QPushButton* button)
+{
+    if (default_)
+        default_->setDefault(false);
+    default_ = button;
+    if (button)
+        button->setDefault(true);
+}
+
+void Form::closeEvent(QCloseEvent* event)
+{
+    if (requestUnload(CloseMode::User))
+        event->accept();
+    else
+        event->ignore();
+}
+
+void Form::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* focused = qobject_cast<QPushButton*>(focusWidget());
+    if (enter && (focused || default_)) {
+        (focused ? focused : default_.data())->click();
+    } else if (event->key() == Qt::Key_Escape && cancel_) {
+        cancel_->click();
+    } else {
+        QMainWindow::keyPressEvent(event);
+    }
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QString>
+
+class QPushButton;
+class FormRegistry;
+
+// Why a form is asked to close.
+enum class CloseMode { User, Code, System };
+
+// A window of the program. It enters the registry at its making and leaves it when it is unloaded. Enter clicks
+// the default button and Escape the cancel button, as in a dialog.
+class Form : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // `name` becomes the object name, by which several rules tell forms apart.
+    Form(FormRegistry& registry, const QString& name, QWidget* parent = nullptr);
+    ~Form() override;
+
+    // Free text that belongs to the form: a position, a JID.
+    QString Tag;
+
+    // Asks queryUnload and, if the form agrees, runs unload and deletes the form when control returns to the
+    // event loop. False when the form refused.
+    bool requestUnload(CloseMode mode);
+
+    void setDefaultButton(QPushButton* button);
+    QPushButton* defaultButton() const { return default_; }
+    void setCancelButton(QPushButton* button) { cancel_ = button; }
+
+protected:
+    // May refuse the close; a form that only hides does so here.
+    virtual bool queryUnload(CloseMode) { return true; }
+    // The form's last act.
+    virtual void unload() {}
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+    FormRegistry& registry() const { return registry_; }
+
+private:
+    FormRegistry& registry_;
+    QPointer<QPushButton> default_;
+    QPointer<QPushButton> cancel_;
+    bool unloading_ = false;
+};

@@ -1,0 +1,19 @@
+#include "desktop/forms/FormRegistry.h"
+
+Form* FormRegistry::find(const QString& name) const
+{
+    for (auto* form : forms_) {
+        if (form->objectName() == name)
+            return form;
+    }
+    return nullptr;
+}
+
+void FormRegistry::unloadAllExcept(const QStringList& except, CloseMode mode)
+{
+    const auto forms = forms_;
+    for (auto* form : forms) {
+        if (isLoaded(form) && !except.contains(form->objectName()))
+            form->requestUnload(mode);
+    }
+}

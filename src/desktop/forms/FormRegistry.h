@@ -1,0 +1,35 @@
+#pragma once
+
+#include "desktop/forms/Form.h"
+
+#include <QList>
+#include <QString>
+
+
+// The loaded forms, in the order of their loading, and the single instances among them, made at first use.
+class FormRegistry
+{
+public:
+    // The names and tags of the loaded forms can be read through the list.
+    QList<Form*> loaded() const { return forms_; }
+    Form* find(const QString& name) const;
+    bool isLoaded(const Form* form) const { return forms_.contains(const_cast<Form*>(form)); }
+
+    // The single instance of a form, made by `make` when it isn't loaded.
+    template <typename T, typename Make>
+    T& single(const QString& name, Make&& make)
+    {
+        if (auto* form = qobject_cast<T*>(find(name)))
+            return *form;
+        return *make();
+    }
+
+    // Asks every loaded form to unload, save those named in `except`. Forms may refuse.
+    void unloadAllExcept(const QStringList& except, CloseMode mode = CloseMode::Code);
+
+    void add(Form* form) { forms_.append(form); }
+    void remove(Form* form) { forms_.removeOne(form); }
+
+private:
+    QList<Form*> forms_;
+};

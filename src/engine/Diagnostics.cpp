@@ -1,0 +1,3 @@
+#include "engine/Diagnostics.h"
+
+Q_LOGGING_CATEGORY(lcEngine, "brelo.engine", QtFatalMsg)

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "engine/ITriggerReceiver.h"
+
+#include <QString>
+
+#include <memory>
+
+class StanzaQueue;
+
+// The connection to the server as the client sees it. GatewayClient is the one that opens a socket.
+class Gateway : public ITriggerReceiver
+{
+public:
+    // Starts the connection and returns at once. `server` is a host, or host:port. `resource` is by reference:
+    // the server may give another one.
+    virtual void DoConnect(const QString& userName, const QString& password, const QString& server,
+                           QString& resource) = 0;
+    // Closes the stream after sending what was queued. Safe when not connected.
+    virtual void DoDisconnect() = 0;
+    // True while the stream is up and authenticated.
+    virtual bool isconnected() const = 0;
+
+    virtual QString UserName() const = 0;
+    virtual QString Password() const = 0;
+    // The host that was passed to DoConnect, without its port.
+    virtual QString Server() const = 0;
+
+    virtual bool Secure() const = 0;
+    virtual void setSecure(bool on) = 0;
+    virtual void setQueue(std::shared_ptr<StanzaQueue> queue) = 0;
+};

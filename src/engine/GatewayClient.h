@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/Gateway.h"
+
+#include <memory>
+
+class ConnectionHost;
+class Resolver;
+
+// The gateway that speaks XMPP (RFC 6120) and the older jabber:iq:auth (XEP-0078) over a socket. All parsing,
+// dispatch and sending happen inside Trigger.
+class GatewayClient : public Gateway
+{
+public:
+    // `host` must outlive the gateway. `resolver` may be null: then the system's DNS is asked.
+    explicit GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver = nullptr);
+    ~GatewayClient() override;
+
+    void DoConnect(const QString& userName, const QString& password, const QString& server,
+                   QString& resource) override;
+    void DoDisconnect() override;
+    bool isconnected() const override;
+    QString UserName() const override;
+    QString Password() const override;
+    QString Server() const override;
+    bool Secure() const override;
+    void setSecure(bool on) override;
+    void setQueue(std::shared_ptr<StanzaQueue> queue) override;
+    void Trigger() override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d_;
+};

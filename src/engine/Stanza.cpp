@@ -1,0 +1,60 @@
+#include "engine/Stanza.h"
+
+#include "engine/Xml.h"
+
+namespace {
+
+Stanza::Kind kindOf(std::string_view name)
+{
+    if (name == "iq")
+        return Stanza::Kind::Iq;
+    if (name == "message")
+        return Stanza::Kind::Message;
+    return name == "presence" ? Stanza::Kind::Presence : Stanza::Kind::Other;
+}
+
+} // namespace
+
+Stanza::Stanza(std::unique_ptr<pugi::xml_document> document) :
+    document_(std::move(document)), kind_(kindOf(document_->document_element().name()))
+{
+}
+
+std::shared_ptr<Stanza> Stanza::notice(const char* type)
+{
+    auto document = std::make_unique<pugi::xml_document>();
+    document->append_child("presence").append_attribute("type") = type;
+    return std::make_shared<Stanza>(std::move(document));
+}
+
+std::shared_ptr<Stanza> Stanza::fromXml(const QString& text)
+{
+    auto document = xml::parsed(text);
+    return document ? std::make_shared<Stanza>(std::move(document)) : nullptr;
+}
+
+QString Stanza::From() const { return xml::attribute(root(), "from"); }
+QString Stanza::To() const { return xml::attribute(root(), "to"); }
+
+const QString& Stanza::Xml() const
+{
+    if (xml_.isNull())
+        xml_ = xml::serialised(root());
+    return xml_;
+}
+
+QString Stanza::XNamespace() const
+{
+    std::string_view first;
+    for (const auto child : root().children()) {
+        const auto own = child.attribute("xmlns");
+        if (!own)
+            continue;
+        const std::string_view ns = own.value();
+        if (ns == "jabber:x:event" || ns == "jabber:x:conference")
+            return QString::fromUtf8(own.value());
+        if (first.empty())
+            first = ns;
+    }
+    return QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size()));
+}

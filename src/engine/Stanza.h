@@ -1,0 +1,42 @@
+#pragma once
+
+#include "engine/Fields.h"
+
+#include <QString>
+#include <pugixml.hpp>
+
+#include <memory>
+
+// One received stanza, read only: its parsed document and the views on it.
+class Stanza
+{
+public:
+    enum class Kind { Iq, Message, Presence, Other };
+
+    // Takes the document whose root element is the stanza. The root carries no xmlns of the stream's own.
+    explicit Stanza(std::unique_ptr<pugi::xml_document> document);
+
+    // A stanza of the engine's own: a presence of type "connect" or "close", without a sender.
+    static std::shared_ptr<Stanza> notice(const char* type);
+    // Null when the text isn't one well-formed element.
+    static std::shared_ptr<Stanza> fromXml(const QString& text);
+
+    Kind kind() const { return kind_; }
+    pugi::xml_node root() const { return document_->document_element(); }
+
+    QString From() const;
+    QString To() const;
+    // The whole stanza as text; made once, when it is first asked for.
+    const QString& Xml() const;
+    // The namespace of the stanza's extension child: jabber:x:event or jabber:x:conference before any other.
+    QString XNamespace() const;
+
+    ::MessageFields MessageFields() const { return ::MessageFields(root()); }
+    ::IqFields IqFields() const { return ::IqFields(*document_, Xml()); }
+    ::PresenceFields PresenceFields() const { return ::PresenceFields(root()); }
+
+private:
+    std::unique_ptr<pugi::xml_document> document_;
+    mutable QString xml_;
+    Kind kind_;
+};

@@ -1,0 +1,29 @@
+#include "support/RecordingDesktop.h"
+
+MessageBoxes::Answer RecordingBoxes::show(const QString& title, const QString& text, Icon icon, Buttons buttons)
+{
+    shown.append({title, text, icon, buttons});
+    if (!answers.isEmpty())
+        return answers.takeFirst();
+    return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+}
+
+std::optional<QString> RecordingBoxes::input(const QString& title, const QString& prompt, const QString&)
+{
+    shown.append({title, prompt, Icon::None, Buttons::Ok});
+    return inputs.isEmpty() ? std::nullopt : inputs.takeFirst();
+}
+
+bool RecordingLinks::open(const QString& link)
+{
+    opened += link;
+    return true;
+}
+
+void RecordingSounds::PlaySoundFile(const QString& file, bool) { played += file; }
+
+bool RecordingNetwork::dial(bool unattended)
+{
+    dials += unattended;
+    return true;
+}

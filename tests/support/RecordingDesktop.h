@@ -1,0 +1,82 @@
+#pragma once
+
+#include "desktop/Desktop.h"
+
+#include <QList>
+#include <QStringList>
+
+// The world outside, written down. An unexpected box fails the test that shows it.
+class RecordingBoxes : public MessageBoxes
+{
+public:
+    struct Box {
+        QString title;
+        QString text;
+        Icon icon;
+        Buttons buttons;
+        bool operator==(const Box&) const = default;
+    };
+
+    // Answers are used in order; without one, Ok or Cancel is given.
+    QList<Answer> answers;
+    QList<std::optional<QString>> inputs;
+    QList<Box> shown;
+
+    Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) override;
+    std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) override;
+};
+
+struct RecordingLinks : LinkOpener {
+    QStringList opened;
+    bool open(const QString& link) override;
+};
+
+struct RecordingSounds : SoundPlayer {
+    QStringList played;
+    void PlaySoundFile(const QString& file, bool looped) override;
+};
+
+struct RecordingTray : TrayIcon {
+    QString toolTip;
+    QString icon;
+    int balloonTime = 0;
+    QString title;
+    QString text;
+    QStringList balloons; // "title|text" of each shown one
+    void setToolTip(const QString& value) override { toolTip = value; }
+    void setIcon(const QString& imageKey) override { icon = imageKey; }
+    void setBalloonTime(int milliseconds) override { balloonTime = milliseconds; }
+    void setBalloonTitle(const QString& value) override { title = value; }
+    void setBalloonText(const QString& value) override { text = value; }
+    void showBalloon() override { balloons += title + u'|' + text; }
+};
+
+struct HandClock : Clock {
+    QDateTime time = QDateTime(QDate(2004, 5, 6), QTime(7, 8, 9));
+    QDateTime now() const override { return time; }
+};
+
+struct HandPointer : Pointer {
+    QPoint at;
+    QPoint position() const override { return at; }
+};
+
+struct RecordingNetwork : NetworkChecks {
+    bool online = true;
+    QList<bool> dials;
+    bool isConnected() override { return online; }
+    bool dial(bool unattended) override;
+};
+
+// All recorders together. `install` puts them into a client's desktop.
+struct RecordingDesktop {
+    RecordingBoxes boxes;
+    RecordingLinks links;
+    RecordingSounds sounds;
+    RecordingTray tray;
+    HandClock clock;
+    HandPointer pointer;
+    RecordingNetwork network;
+
+    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network}; }
+};
