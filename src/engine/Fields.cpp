@@ -1,5 +1,6 @@
 #include "engine/Fields.h"
 
+#include "engine/Stanza.h"
 #include "engine/Xml.h"
 
 #include <cstring>
@@ -33,9 +34,11 @@ bool hasType(pugi::xml_node root, const char* type)
 
 } // namespace
 
-QString IqFields::From() const { return xml::attribute(document_->document_element(), "from"); }
-QString IqFields::Id() const { return xml::attribute(document_->document_element(), "id"); }
-QString IqFields::Type() const { return xml::attribute(document_->document_element(), "type"); }
+const pugi::xml_document& IqFields::Document() const { return stanza_->document(); }
+const QString& IqFields::Xml() const { return stanza_->Xml(); }
+QString IqFields::From() const { return stanza_->From(); }
+QString IqFields::Id() const { return xml::attribute(stanza_->root(), "id"); }
+QString IqFields::Type() const { return xml::attribute(stanza_->root(), "type"); }
 
 QString MessageFields::Xml() const { return xml::serialised(root_); }
 QString MessageFields::Subject() const { return xml::text(root_.child("subject")); }

@@ -22,6 +22,7 @@ public:
     static std::shared_ptr<Stanza> fromXml(const QString& text);
 
     Kind kind() const { return kind_; }
+    const pugi::xml_document& document() const { return *document_; }
     pugi::xml_node root() const { return document_->document_element(); }
 
     QString From() const;
@@ -32,7 +33,7 @@ public:
     QString XNamespace() const;
 
     ::MessageFields MessageFields() const { return ::MessageFields(root()); }
-    ::IqFields IqFields() const { return ::IqFields(*document_, Xml()); }
+    ::IqFields IqFields() const { return ::IqFields(*this); }
     ::PresenceFields PresenceFields() const { return ::PresenceFields(root()); }
 
 private:

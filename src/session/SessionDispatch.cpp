@@ -1,0 +1,256 @@
+#include "session/SessionDispatch.h"
+
+#include "contacts/Client.h"
+#include "engine/Jid.h"
+#include "engine/Xml.h"
+#include "session/HandshakeStanzas.h"
+#include "session/IqRoute.h"
+#include "session/MessageRoute.h"
+#include "session/PresenceRoute.h"
+#include "session/SessionWindows.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("SessionDispatch", text);
+}
+
+const QString groupChatKey = QStringLiteral("IsGroupchat");
+const QString chatKey = QStringLiteral("ChatWnd");
+
+} // namespace
+
+SessionDispatch::SessionDispatch(Client& client, SessionWindows& windows) : client_(client), windows_(windows)
+{
+}
+
+void SessionDispatch::ApplicationOnStart(PlugInContext& context)
+{
+    client_.Application = context;
+}
+
+void SessionDispatch::OnIQ(PlugInContext& context)
+{
+    if (client_.IgnoreIQ)
+        return;
+    for (const auto child : context.Stanza().root().children()) {
+        if (child.type() == pugi::node_element && !dispatchChild(child, context))
+            return;
+    }
+    const QString id = context.Stanza().IqFields().Id();
+    if (id == u"VRX_new")
+        onRegistered(context);
+    else if (id == u"VRX_UNREGISTER")
+        routes.pass(Routes::transport, context);
+}
+
+bool SessionDispatch::dispatchChild(pugi::xml_node child, PlugInContext& context)
+{
+    switch (routeOfNamespace(xml::xmlns(child))) {
+    case IqRoute::Roster:
+        onList(tr("Receiving Gateways..."), context, &SessionWindows::roster);
+        break;
+    case IqRoute::Agents:
+        onList(tr("Receiving Contacts"), context, &SessionWindows::agents);
+        break;
+    case IqRoute::Register:
+        routes.pass(Routes::transport, context);
+        break;
+    case IqRoute::Auth:
+        askFirstTime(context);
+        break;
+    case IqRoute::Browse:
+        return dispatchBrowse(context);
+    case IqRoute::Search:
+        routes.pass(Routes::search, context);
+        break;
+    case IqRoute::VCard:
+        routes.pass(Routes::vCard, context);
+        break;
+    case IqRoute::Conference:
+        routes.pass(Routes::groupChat, context);
+        break;
+    case IqRoute::OutOfBand:
+        routes.pass(Routes::fileTransfer, context);
+        break;
+    case IqRoute::None:
+        break;
+    }
+    return true;
+}
+
+void SessionDispatch::onList(const QString& progressLine, PlugInContext& context,
+                             ApplicationPlugIn& (SessionWindows::*list)())
+{
+    if (!windows_.isInitiated())
+        windows_.firstContact(progressLine);
+    else
+        finish(context);
+    (windows_.*list)().OnIQ(context);
+}
+
+// Kept: it runs on every later list stanza, and sends all of this again.
+void SessionDispatch::finish(PlugInContext& context)
+{
+    windows_.finishSignIn();
+    const QString updateContact = handshake::updateContact(client_.site.UpdateHost);
+    if (!updateContact.isEmpty()) {
+        auto& packet = context.OutPacket();
+        packet.Clear();
+        packet.PresenceFields().setTo(updateContact);
+        packet.Send();
+    }
+    SendStanza(context, handshake::onlinePresence());
+    SendStanza(context, handshake::supportedNamespaces(client_.Gateway().Server()));
+}
+
+void SessionDispatch::askFirstTime(PlugInContext& context)
+{
+    if (RegistrationAttempted || !context.Stanza().Xml().contains(u"type=\"error\""))
+        return;
+    const auto answer =
+        client_.desktop.boxes->show(tr("Information"),
+                                    tr("Are you connecting to this Server for the first time? Click on "
+                                       "\"Yes\" to proceed, \"No\" to modify "
+                                       "you Information."),
+                                    MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNo);
+    if (answer == MessageBoxes::Answer::Yes) {
+        SendStanza(context, handshake::registration(windows_.userName(), windows_.password()));
+        RegistrationAttempted = true;
+        return;
+    }
+    RegistrationAttempted = false;
+    client_.Gateway().DoDisconnect();
+    windows_.backToSignIn();
+}
+
+void SessionDispatch::onRegistered(PlugInContext& context)
+{
+    const auto fields = context.Stanza().IqFields();
+    const QString type = fields.Type();
+    if (type == u"result") {
+        client_.Gateway().DoDisconnect();
+        windows_.connectAgain();
+    } else if (type == u"error") {
+        RegistrationAttempted = false;
+        client_.Gateway().DoDisconnect();
+        client_.desktop.boxes->critical(tr("Server Message"),
+                                        xml::text(fields.Document().select_node("//iq/error").node()));
+        windows_.backToSignIn();
+    }
+}
+
+bool SessionDispatch::dispatchBrowse(PlugInContext& context)
+{
+    const bool isGroupChat = context.Session().Properties().Exists(groupChatKey);
+    switch (routeOfBrowse(context.Stanza().IqFields().Id(), isGroupChat)) {
+    case BrowseRoute::CheckServer:
+        routes.pass(Routes::checkServer, context);
+        return context.Stanza().IqFields().Type() != u"error";
+    case BrowseRoute::SearchServices:
+    case BrowseRoute::SearchBrowser:
+        routes.pass(Routes::searchServices, context);
+        break;
+    case BrowseRoute::ChatRooms:
+        routes.pass(Routes::chatRooms, context);
+        break;
+    case BrowseRoute::GroupChat:
+        routes.pass(Routes::groupChat, context);
+        break;
+    case BrowseRoute::SupportedNamespaces:
+        return readSupportedNamespaces(context);
+    case BrowseRoute::OnlineUsers:
+        routes.pass(Routes::onlineUsers, context);
+        break;
+    case BrowseRoute::None:
+        break;
+    }
+    return true;
+}
+
+bool SessionDispatch::readSupportedNamespaces(PlugInContext& context)
+{
+    for (const auto& match : context.Stanza().IqFields().Document().select_nodes("//ns")) {
+        if (xml::text(match.node()).toLower().contains(u"jabber:iq:admin")) {
+            windows_.showAdminMenu(client_.Gateway().Server());
+            client_.settings.UserMode = true;
+            return false;
+        }
+        client_.settings.UserMode = false;
+    }
+    return true;
+}
+
+void SessionDispatch::OnMessage(PlugInContext& context)
+{
+    switch (routeOfMessage(context.Stanza(), client_)) {
+    case MessageRoute::Notice:
+        return windows_.showNotice(context);
+    case MessageRoute::GroupChat:
+        routes.pass(Routes::groupChat, context);
+        return;
+    case MessageRoute::Chat:
+        return windows_.chat().OnMessage(context);
+    case MessageRoute::Drop:
+        return;
+    }
+}
+
+void SessionDispatch::OnPresence(PlugInContext& context)
+{
+    if (!windows_.isInitiated()) {
+        if (context.Stanza().PresenceFields().Type() == u"connect")
+            windows_.streamConnected();
+        return;
+    }
+    switch (routeOfPresence(context.Stanza(), client_)) {
+    case PresenceRoute::AskForAuthorization:
+        return windows_.askAuthorization(context);
+    case PresenceRoute::Accepted:
+        return onAuthorizationNotice(context, tr("The Contact accepted the Authorisation Request"));
+    case PresenceRoute::Removed:
+        onAuthorizationNotice(context, tr("The Contact removed you from his Contact List"));
+        return windows_.removeContact(jid::bare(context.Stanza().From()));
+    case PresenceRoute::Refused:
+        return onAuthorizationNotice(context, tr("The Contact refused your Request"));
+    case PresenceRoute::AcceptGateway:
+        return acceptGateway(context);
+    case PresenceRoute::Notice:
+        return windows_.noticePresence(context);
+    case PresenceRoute::Contact:
+        return passToContact(context);
+    case PresenceRoute::Drop:
+        return;
+    }
+}
+
+void SessionDispatch::onAuthorizationNotice(PlugInContext& context, const QString& text)
+{
+    windows_.writeNotice(context.Stanza().From(), tr("Authorization notification"), text);
+    windows_.roster().OnPresence(context);
+}
+
+// A gateway is always accepted and subscribed back: the packet goes to the peer of its context.
+void SessionDispatch::acceptGateway(PlugInContext& context)
+{
+    auto& packet = context.OutPacket();
+    packet.PresenceFields().SetSubscribed();
+    packet.Send();
+    packet.PresenceFields().SetSubscribe();
+    packet.Send();
+    routes.pass(Routes::gatewaySubscribed, context);
+}
+
+void SessionDispatch::passToContact(PlugInContext& context)
+{
+    windows_.roster().OnPresence(context);
+    const auto& properties = context.Session().Properties();
+    if (properties.Exists(chatKey))
+        windows_.chat().OnPresence(context);
+    if (properties.Exists(groupChatKey))
+        routes.pass(Routes::groupChat, context);
+}

@@ -1,0 +1,296 @@
+#include "RecordingWindows.h"
+#include "session/SessionDispatch.h"
+#include "support/FakeEngine.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestRunner.h"
+
+#include <QTest>
+
+namespace {
+
+const QString server = QStringLiteral("montague.example");
+
+QString query(const QString& ns, const QString& attributes = {}, const QString& inner = {})
+{
+    return QStringLiteral("<iq %1><query xmlns=\"%2\">%3</query></iq>").arg(attributes, ns, inner);
+}
+
+} // namespace
+
+// The dispatch of every received stanza, with the windows written down.
+class DispatchTest : public QObject
+{
+    Q_OBJECT
+
+    struct Fixture {
+        RecordingDesktop world;
+        Client client;
+        RecordingWindows windows;
+        SessionDispatch dispatch{client, windows};
+        FakeEngine engine{client};
+        Fixture()
+        {
+            client.desktop = world.desktop();
+            engine.plugIn(&dispatch);
+        }
+        QStringList takeLog() { return std::exchange(windows.log, {}); }
+    };
+
+private slots:
+    void listsComeInEitherOrder_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QStringList>("log");
+        const QString roster = query(QStringLiteral("jabber:iq:roster"));
+        const QString agents = query(QStringLiteral("jabber:iq:agents"));
+        QTest::newRow("roster first") << roster << agents
+                                      << QStringList{QStringLiteral("first:Receiving Gateways..."),
+                                                     QStringLiteral("roster.OnIQ"), QStringLiteral("finish"),
+                                                     QStringLiteral("agents.OnIQ")};
+        QTest::newRow("agents first") << agents << roster
+                                      << QStringList{QStringLiteral("first:Receiving Contacts"),
+                                                     QStringLiteral("agents.OnIQ"), QStringLiteral("finish"),
+                                                     QStringLiteral("roster.OnIQ")};
+    }
+
+    void listsComeInEitherOrder()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        Fixture f;
+        f.engine.inject(first);
+        QCOMPARE(f.engine.takeSent(), QStringList());
+        f.engine.inject(second);
+        QTEST(f.takeLog(), "log");
+        const QStringList finishing = {
+            QStringLiteral("<presence><status>online</status></presence>"),
+            QStringLiteral("<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
+                           "<query xmlns=\"jabber:iq:browse\"></query></iq>")};
+        QCOMPARE(f.engine.takeSent(), finishing);
+        // A later push sends them again.
+        f.engine.inject(second);
+        QCOMPARE(f.engine.takeSent(), finishing);
+    }
+
+    void versionIsToldWhereAHostIsConfigured()
+    {
+        Fixture f;
+        f.windows.initiated = true;
+        f.client.site.UpdateHost = QStringLiteral("update.example");
+        f.engine.inject(query(QStringLiteral("jabber:iq:roster")));
+        QCOMPARE(f.engine.takeSent().value(0),
+                 QStringLiteral("<presence to=\"BreloIM@update.example/%1/ita\"/>").arg(QStringLiteral(BRELO_VERSION)));
+    }
+
+    void twoQueriesInOneStanzaAreDispatchedTwice()
+    {
+        Fixture f;
+        f.windows.initiated = true;
+        f.engine.inject(QStringLiteral("<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>"));
+        QCOMPARE(f.takeLog().count(QStringLiteral("roster.OnIQ")), 2);
+    }
+
+    void ignoredIqsAreUnread()
+    {
+        Fixture f;
+        f.client.IgnoreIQ = true;
+        f.engine.inject(query(QStringLiteral("jabber:iq:roster")));
+        QCOMPARE(f.takeLog(), QStringList());
+    }
+
+    void firstTimeQuestion_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QStringList>("sent");
+        QTest::addColumn<QStringList>("log");
+        QTest::newRow("yes") << int(MessageBoxes::Answer::Yes)
+                             << QStringList{QStringLiteral(
+                                    "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\">"
+                                    "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
+                                    "<resource></resource></query></iq>")}
+                             << QStringList();
+        QTest::newRow("no") << int(MessageBoxes::Answer::No) << QStringList() << QStringList{QStringLiteral("back")};
+    }
+
+    void firstTimeQuestion()
+    {
+        QFETCH(int, answer);
+        Fixture f;
+        f.world.boxes.answers = {MessageBoxes::Answer(answer)};
+        const QString refusal = query(QStringLiteral("jabber:iq:auth"), QStringLiteral("type=\"error\""));
+        f.engine.inject(refusal);
+        QCOMPARE(f.world.boxes.shown.size(), 1);
+        QCOMPARE(f.world.boxes.shown[0].title, QStringLiteral("Information"));
+        QCOMPARE(f.world.boxes.shown[0].buttons, MessageBoxes::Buttons::YesNo);
+        QTEST(f.engine.takeSent(), "sent");
+        QTEST(f.takeLog(), "log");
+        // After an attempted registration the question doesn't come again; after a No it does.
+        f.engine.inject(refusal);
+        QCOMPARE(f.world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
+        // An auth result asks nothing.
+        f.engine.inject(query(QStringLiteral("jabber:iq:auth"), QStringLiteral("type=\"result\"")));
+        QCOMPARE(f.world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
+    }
+
+    void registrationAnswers()
+    {
+        Fixture f;
+        f.engine.inject(QStringLiteral("<iq type=\"result\" id=\"VRX_new\"/>"));
+        QCOMPARE(f.engine.gateway().disconnects, 1);
+        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("again")});
+        f.engine.inject(QStringLiteral("<iq type=\"error\" id=\"VRX_new\"><error code=\"409\">taken</error></iq>"));
+        QCOMPARE(f.engine.gateway().disconnects, 2);
+        QCOMPARE(f.world.boxes.shown.value(0).title, QStringLiteral("Server Message"));
+        QCOMPARE(f.world.boxes.shown.value(0).text, QStringLiteral("taken"));
+        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("back")});
+    }
+
+    void namespacesDecideTheAdminMenu_data()
+    {
+        QTest::addColumn<QString>("ns");
+        QTest::addColumn<bool>("admin");
+        QTest::newRow("last") << QStringLiteral("<ns>jabber:iq:time</ns><ns>JABBER:IQ:ADMIN</ns>") << true;
+        QTest::newRow("none") << QStringLiteral("<ns>jabber:iq:time</ns>") << false;
+        QTest::newRow("empty answer keeps the old mark") << QString() << true;
+    }
+
+    void namespacesDecideTheAdminMenu()
+    {
+        QFETCH(QString, ns);
+        QFETCH(bool, admin);
+        Fixture f;
+        f.client.settings.UserMode = true;
+        f.engine.inject(query(QStringLiteral("jabber:iq:browse"), QStringLiteral("id=\"VRX_GET_SUPPORTEDNS\""), ns));
+        QCOMPARE(f.client.settings.UserMode, admin);
+        QCOMPARE(f.takeLog().contains(QStringLiteral("admin:montague.example")), admin && !ns.isEmpty());
+    }
+
+    void browseAnswersFindTheirPlace_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("room");
+        QTest::addColumn<QString>("place");
+        const QString room = QLatin1String(Routes::groupChat);
+        QTest::newRow("server check") << "Check_Server" << false << QString(QLatin1String(Routes::checkServer));
+        QTest::newRow("services") << "VRX_GET_SERVICE" << false << QString(QLatin1String(Routes::searchServices));
+        QTest::newRow("browser") << "VRX_browser" << false << QString(QLatin1String(Routes::searchServices));
+        QTest::newRow("rooms") << "VRX_GET_CHATROOM" << true << QString(QLatin1String(Routes::chatRooms));
+        QTest::newRow("components") << "VRX_CHATROOM?" << false << QString(QLatin1String(Routes::chatRooms));
+        QTest::newRow("a room's push") << "other" << true << room;
+        QTest::newRow("users") << "VRX_GET_ONLINEUSERS" << false << QString(QLatin1String(Routes::onlineUsers));
+        QTest::newRow("nobody's") << "other" << false << QString();
+    }
+
+    void browseAnswersFindTheirPlace()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, room);
+        Fixture f;
+        QStringList taken;
+        for (const char* place : {Routes::checkServer, Routes::searchServices, Routes::chatRooms, Routes::groupChat,
+                                  Routes::onlineUsers})
+            f.dispatch.routes.take(place, [&taken, place](PlugInContext&) { taken += QLatin1String(place); });
+        const QString from = QStringLiteral("verona@conference.example");
+        if (room) {
+            f.client.Core->PluginManager->sessions().session(from)->Properties().Add(std::make_shared<QObject>(),
+                                                                                     QStringLiteral("IsGroupchat"));
+        }
+        f.engine.inject(query(QStringLiteral("jabber:iq:browse"),
+                              QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
+        QTEST(taken.join(u','), "place");
+    }
+
+    void messagesFindTheirPlace_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("log");
+        const auto from = [](const char* text) { return QStringLiteral("<message ") + QLatin1String(text) + u'>'; };
+        const QString end = QStringLiteral("<body>b</body></message>");
+        QTest::newRow("headline") << from("type=\"headline\" from=\"news.example\"") + end << "notice";
+        QTest::newRow("mail notice off")
+            << from("type=\"headline\" from=\"MSN.montague.example\"") + QStringLiteral("<subject>Hotmail</subject>") + end
+            << "";
+        QTest::newRow("mail notice of another subject")
+            << from("type=\"headline\" from=\"msn.montague.example\"") + QStringLiteral("<subject>hotmail</subject>") + end
+            << "notice";
+        QTest::newRow("error while errors are off") << from("type=\"error\" from=\"a@b\"") + end << "";
+        QTest::newRow("room") << from("type=\"groupchat\" from=\"r@c/n\"") + end << "";
+        QTest::newRow("chat") << from("type=\"chat\" from=\"a@b/r\"") + end << "chat.OnMessage";
+        QTest::newRow("no type") << from("from=\"a@b\"") + end << "chat.OnMessage";
+        QTest::newRow("no sender") << from("type=\"chat\"") + end << "chat.OnMessage";
+        QTest::newRow("capital letter") << from("type=\"Normal\" from=\"a@b\"") + end << "chat.OnMessage";
+        QTest::newRow("blocked, with a resource") << from("type=\"chat\" from=\"tybalt@b/r\"") + end << "";
+        QTest::newRow("blocked in another case") << from("type=\"chat\" from=\"Tybalt@b\"") + end << "chat.OnMessage";
+    }
+
+    void messagesFindTheirPlace()
+    {
+        QFETCH(QString, message);
+        Fixture f;
+        f.client.MyBanList.Add(QStringLiteral("tybalt@b"));
+        f.engine.inject(message);
+        QTEST(f.takeLog().join(u','), "log");
+    }
+
+    void presencesFindTheirPlace_data()
+    {
+        QTest::addColumn<QString>("attributes");
+        QTest::addColumn<bool>("initiated");
+        QTest::addColumn<QString>("log");
+        QTest::newRow("before the list") << "from=\"a@b\"" << false << "";
+        QTest::newRow("plain") << "from=\"a@b/r\"" << true << "roster.OnPresence";
+        QTest::newRow("asks") << "from=\"a@b\" type=\"subscribe\"" << true << "ask";
+        QTest::newRow("accepted") << "from=\"a@b\" type=\"subscribed\"" << true
+                                  << "write|a@b|Authorization notification|The Contact accepted the Authorisation "
+                                     "Request,roster.OnPresence";
+        QTest::newRow("removed") << "from=\"a@b/x\" type=\"unsubscribe\"" << true
+                                 << "write|a@b/x|Authorization notification|The Contact removed you from his Contact "
+                                    "List,roster.OnPresence,remove:a@b";
+        QTest::newRow("refused") << "from=\"a@b\" type=\"unsubscribed\"" << true
+                                 << "write|a@b|Authorization notification|The Contact refused your "
+                                    "Request,roster.OnPresence";
+        QTest::newRow("error of somebody, errors off") << "from=\"a@b\" type=\"error\"" << true << "";
+        QTest::newRow("error of nobody") << "type=\"error\"" << true << "noticePresence";
+        QTest::newRow("gateway unsubscribed") << "from=\"icq.example\" type=\"unsubscribed\"" << true
+                                              << "roster.OnPresence";
+    }
+
+    void presencesFindTheirPlace()
+    {
+        QFETCH(QString, attributes);
+        QFETCH(bool, initiated);
+        Fixture f;
+        f.windows.initiated = initiated;
+        f.client.MyAgents.AddItem(QStringLiteral("icq.example"), {}, false, false);
+        f.engine.inject(QStringLiteral("<presence %1/>").arg(attributes));
+        QTEST(f.takeLog().join(u','), "log");
+    }
+
+    void gatewaysAreAlwaysAccepted()
+    {
+        Fixture f;
+        f.windows.initiated = true;
+        f.client.MyAgents.AddItem(QStringLiteral("icq.example"), {}, false, false);
+        f.engine.inject(QStringLiteral("<presence type=\"subscribe\" from=\"icq.example/registered\"/>"));
+        QCOMPARE(f.engine.takeSent(),
+                 (QStringList{QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribed\"/>"),
+                              QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribe\"/>")}));
+        QCOMPARE(f.takeLog(), QStringList());
+    }
+
+    void theEnginesOwnPresences()
+    {
+        Fixture f;
+        f.engine.connectStream();
+        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("connected")});
+        f.engine.closeStream();
+        QCOMPARE(f.takeLog(), QStringList()); // no list yet: nothing to empty
+        f.windows.initiated = true;
+        f.engine.closeStream();
+        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("noticePresence")});
+    }
+};
+
+BRELO_TEST(DispatchTest)
+#include "DispatchTest.moc"
