@@ -18,7 +18,6 @@ class NoticeFormsTest : public QObject
 private slots:
     void closeByButtonAndKeys_data();
     void closeByButtonAndKeys();
-    void trayNoticeNamesItsProgram();
     void aboutLeadsToTheWebSite_data();
     void aboutLeadsToTheWebSite();
 
@@ -63,15 +62,6 @@ void NoticeFormsTest::closeByButtonAndKeys()
         QTest::mouseClick(form->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
     QVERIFY(!registry_.find(name));
     QTRY_VERIFY(!form);
-}
-
-void NoticeFormsTest::trayNoticeNamesItsProgram()
-{
-    const std::unique_ptr<Form> form(make("ShowInTrayForm"));
-    QCOMPARE(form->windowTitle(), "BreloIM - Brelo Instant Messenger");
-    QVERIFY(
-        form->findChild<QLabel*>("lblTitle")->text().startsWith("Even though you closed the contact list"));
-    QVERIFY(!form->findChild<QLabel*>("picIcon")->pixmap().isNull());
 }
 
 void NoticeFormsTest::aboutLeadsToTheWebSite_data()

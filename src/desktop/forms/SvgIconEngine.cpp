@@ -75,5 +75,5 @@ QSize SvgIconEngine::actualSize(const QSize& size, QIcon::Mode, QIcon::State)
 
 QList<QSize> SvgIconEngine::availableSizes(QIcon::Mode, QIcon::State)
 {
-    return {{16, 16}, {20, 20}, {22, 22}, {24, 24}, {32, 32}, {48, 48}, {64, 64}, {128, 128}};
+    return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}};
 }
