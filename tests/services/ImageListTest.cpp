@@ -1,0 +1,147 @@
+#include "desktop/forms/ImageList.h"
+
+#include "support/TestRunner.h"
+
+#include <QPainter>
+#include <QSet>
+#include <QTest>
+
+namespace
+{
+
+QImage at16(const QString& key)
+{
+    return ImageList::icon(key).pixmap(16).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+// The shape alone: which pixels are coloured, neither transparent nor white.
+QByteArray shape(const QString& key)
+{
+    const QImage image = at16(key);
+    QByteArray pixels;
+    for (int i = 0; i < 256; ++i) {
+        const QColor colour = image.pixelColor(i % 16, i / 16);
+        pixels += colour.alpha() > 127 && colour.lightness() < 190 ? '#' : ' ';
+    }
+    return pixels;
+}
+
+int differences(const QByteArray& a, const QByteArray& b)
+{
+    int count = 0;
+    for (qsizetype i = 0; i < a.size(); ++i)
+        count += a[i] != b[i];
+    return count;
+}
+
+} // namespace
+
+class ImageListTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void positionsAreAContract();
+    void everyKeyHasAPictureOfItsOwn();
+    void statesDifferByShapeToo();
+    void picturesAreSeenOnAnyBackground();
+    void unknownPicturesAreNull();
+    void picturesAreSharpOnFineScreens();
+    void aRepaintCopiesOnly();
+    void disabledPicturesLookSo();
+};
+
+void ImageListTest::positionsAreAContract()
+{
+    const QStringList order{"LightOn",       "Away",        "dnd",        "Offline",     "LightOff",
+                            "Online",        "Add",         "Del",        "Pendingauth", "xAway",
+                            "ClosedFolder3", "OpenFolder3", "OpenFolder", "CloseFolder", "Mail",
+                            "ClosedFolder2", "OpenFolder2", "online",     "groupchat",   "Refresh",
+                            "Pending",       "server",      "free4chat",  "notauth",     "invite",
+                            "chatroom",      "Service",     "ServerOFF",  "ServerON"};
+    for (int i = 0; i < order.size(); ++i)
+        QCOMPARE(ImageList::keyAt(i + 1), order[i]);
+    QCOMPARE(ImageList::at(23).pixmap(16).toImage(), ImageList::icon("free4chat").pixmap(16).toImage());
+}
+
+void ImageListTest::everyKeyHasAPictureOfItsOwn()
+{
+    QHash<QByteArray, QString> seen;
+    for (int i = 1; i <= ImageList::count(); ++i) {
+        const QString key = ImageList::keyAt(i);
+        const QImage image = at16(key);
+        QCOMPARE(image.size(), QSize(16, 16));
+        QVERIFY2(shape(key).count('#') >= 30, qPrintable(key + " is nearly empty"));
+        const QByteArray bits(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+        QVERIFY2(!seen.contains(bits), qPrintable(key + " looks like " + seen.value(bits)));
+        seen.insert(bits, key);
+    }
+}
+
+void ImageListTest::statesDifferByShapeToo()
+{
+    const QStringList states{"Online",  "Away",    "xAway",       "dnd",      "free4chat", "Offline",
+                             "notauth", "Pending", "Pendingauth", "ServerON", "ServerOFF"};
+    for (const QString& a : states)
+        for (const QString& b : states)
+            QVERIFY2(a == b || differences(shape(a), shape(b)) >= 10,
+                     qPrintable(a + " has the shape of " + b));
+}
+
+void ImageListTest::picturesAreSeenOnAnyBackground()
+{
+    for (int i = 1; i <= ImageList::count(); ++i) {
+        const QImage image = at16(ImageList::keyAt(i));
+        for (const int background : {0x20, 0xfc}) {
+            int seen = 0;
+            for (int p = 0; p < 256; ++p) {
+                const QColor colour = image.pixelColor(p % 16, p / 16);
+                const int contrast = qAbs(qGray(colour.rgb()) - background) * colour.alpha() / 255;
+                seen += contrast > 40;
+            }
+            QVERIFY2(seen >= 30, qPrintable(ImageList::keyAt(i) + " drowns in its background"));
+        }
+    }
+}
+
+void ImageListTest::unknownPicturesAreNull()
+{
+    QVERIFY(ImageList::icon("ONLINE").isNull());
+    QVERIFY(ImageList::icon(QString()).isNull());
+    for (const int position : {-1, 0, ImageList::count() + 1})
+        QVERIFY(ImageList::at(position).isNull());
+}
+
+void ImageListTest::picturesAreSharpOnFineScreens()
+{
+    const QPixmap fine = ImageList::icon("Online").pixmap(QSize(16, 16), 2.0);
+    QCOMPARE(fine.size(), QSize(32, 32));
+    QCOMPARE(fine.devicePixelRatio(), 2.0);
+
+    // Painted into a view of that ratio it is the same picture, and not one of 16 pixels blown up.
+    QImage screen(32, 32, QImage::Format_ARGB32_Premultiplied);
+    screen.setDevicePixelRatio(2);
+    screen.fill(Qt::transparent);
+    QPainter painter(&screen);
+    ImageList::icon("Online").paint(&painter, 0, 0, 16, 16);
+    painter.end();
+    QCOMPARE(screen.convertToFormat(QImage::Format_ARGB32),
+             fine.toImage().convertToFormat(QImage::Format_ARGB32));
+}
+
+void ImageListTest::aRepaintCopiesOnly()
+{
+    const qint64 first = ImageList::icon("Away").pixmap(16).cacheKey();
+    QCOMPARE(ImageList::icon("Away").pixmap(16).cacheKey(), first);
+    QCOMPARE(ImageList::at(2).pixmap(16, QIcon::Selected).cacheKey(), first);
+}
+
+void ImageListTest::disabledPicturesLookSo()
+{
+    const QImage disabled = ImageList::icon("Add").pixmap(16, QIcon::Disabled).toImage();
+    QCOMPARE(disabled.size(), QSize(16, 16));
+    QVERIFY(disabled != ImageList::icon("Add").pixmap(16).toImage());
+}
+
+BRELO_TEST(ImageListTest)
+#include "ImageListTest.moc"
