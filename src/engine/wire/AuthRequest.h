@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+// Whom to sign in, where, and what the connection allows.
+struct AuthRequest {
+    QString user;
+    QString password;
+    QString domain;
+    // What the person asked for; the server may give another one.
+    QString resource;
+    bool encrypted = false;
+    // The person agreed that the password may cross an unencrypted stream.
+    bool plainAllowed = false;
+
+    bool mayShowPassword() const { return encrypted || plainAllowed; }
+};
