@@ -25,7 +25,6 @@ public:
 
 private:
     QString address(const QString& jid) const;
-    bool isHome(const QString& address) const { return address.isEmpty(); }
 
     QString ownBare_;
     QString ownFull_;

@@ -21,7 +21,8 @@ public:
     enum class State { Working, Done };
 
     // `clientStanza` is the client's jabber:iq:register set (UTF-8): its id is the outcome's, its fields are
-    // the account's. `request` tells the domain and whether a password may cross this stream.
+    // the account's. `request` tells the domain and whether a password may cross this stream, and what the
+    // client left out.
     AccountRegistration(AuthRequest request, const QByteArray& clientStanza);
 
     // The stream is open and STARTTLS has been dealt with. `features` may be null.
@@ -38,18 +39,18 @@ public:
     std::shared_ptr<Stanza> takeResult() { return std::exchange(result_, nullptr); }
 
 private:
-    void fill(pugi::xml_node query);
-    QByteArray formAnswer(pugi::xml_node form) const;
-    QByteArray flatAnswer(pugi::xml_node query) const;
-    void finish(const QByteArray& type, const QByteArray& content);
-    void finishWithError(int code, const QString& text);
+    enum class Step { Idle, Asking, Setting };
 
-    enum class Step { Asking, Setting };
+    void fieldsArrived(pugi::xml_node query);
+    QString formAnswer(pugi::xml_node query) const;
+    QString flatAnswer(pugi::xml_node query) const;
+    void succeed();
+    void finishWithError(int code, const QString& text);
 
     AuthRequest request_;
     QString id_;
     QHash<QString, QString> values_;
-    Step step_ = Step::Asking;
+    Step step_ = Step::Idle;
     State state_ = State::Working;
     std::shared_ptr<Stanza> result_;
     QList<QByteArray> output_;

@@ -48,7 +48,6 @@ public:
 
 private:
     void authenticate(pugi::xml_node features, const QString& streamId);
-    void bind(pugi::xml_node features);
     void enter(std::unique_ptr<AuthPhase> phase);
     void adopt();
 
