@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 // Whom to sign in, where, and what the connection allows.
 struct AuthRequest {
     QString user;
@@ -12,6 +14,9 @@ struct AuthRequest {
     bool encrypted = false;
     // The person agreed that the password may cross an unencrypted stream.
     bool plainAllowed = false;
+    // Asks the person; called only when nothing but the password in clear is left. May run a nested event
+    // loop.
+    std::function<bool()> askPlain = {};
 
-    bool mayShowPassword() const { return encrypted || plainAllowed; }
+    bool mayShowPassword() const { return encrypted || plainAllowed || (askPlain && askPlain()); }
 };

@@ -24,7 +24,8 @@ CertificateInfo certificateInfo(const QString& server, const QSslCertificate& ce
                          certificate.issuerInfo(QSslCertificate::Organization));
     info.notBefore = certificate.effectiveDate();
     info.notAfter = certificate.expiryDate();
-    info.sha256 = certificate.digest(QCryptographicHash::Sha256);
+    if (!certificate.isNull())
+        info.sha256 = certificate.digest(QCryptographicHash::Sha256);
     for (const auto& error : errors) {
         const QString text = error.errorString();
         if (!info.problems.contains(text))

@@ -12,9 +12,9 @@ constexpr qint64 dnsTimeoutMs = 5'000;
 Dialer::Dialer(Goal goal, Resolver& resolver, qint64 nowMs)
     : goal_(std::move(goal)), nowMs_(nowMs), startMs_(nowMs)
 {
-    if (!goal_.address.isValid())
-        return fail(goal_.address.error());
-    if (goal_.address.asksDns()) {
+    if (!goal_.address.isValid()) {
+        fail(goal_.address.error());
+    } else if (goal_.address.asksDns()) {
         direct_ = resolver.lookUp(QStringLiteral("_xmpps-client._tcp.") + goal_.address.host());
         plain_ = resolver.lookUp(QStringLiteral("_xmpp-client._tcp.") + goal_.address.host());
     }

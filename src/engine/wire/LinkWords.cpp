@@ -72,6 +72,16 @@ QString distrusted(const QString& domain)
     return Words::tr("The certificate of %1 was not accepted.").arg(domain);
 }
 
+QString stalled(const QString& domain)
+{
+    return Words::tr("%1 stopped answering while you were signed in: the attempt timed out.").arg(domain);
+}
+
+QString sessionGone(const QString& domain)
+{
+    return Words::tr("%1 does not know the session any more.").arg(domain);
+}
+
 QString broken(const QString& domain)
 {
     return Words::tr("The connection was closed, because %1 sent something that is not allowed.").arg(domain);

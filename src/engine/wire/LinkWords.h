@@ -15,6 +15,8 @@ QString notJabber(const Candidate& candidate);
 QString noService(const QString& domain);
 QString noTls(const QString& domain);
 QString distrusted(const QString& domain);
+QString stalled(const QString& domain);
+QString sessionGone(const QString& domain);
 QString broken(const QString& domain);
 // `error` is the server's <stream:error/>, or null when it only closed the stream.
 QString streamError(const QString& domain, pugi::xml_node error);

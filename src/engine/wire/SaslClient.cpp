@@ -41,6 +41,15 @@ QString SaslClient::choose(const QStringList& offered, bool plainAllowed)
     return {};
 }
 
+QString SaslClient::choose(const QStringList& offered, const AuthRequest& request)
+{
+    const QString strong = choose(offered, false);
+    if (!strong.isEmpty())
+        return strong;
+    const QString any = choose(offered, true);
+    return any.isEmpty() || !request.mayShowPassword() ? QString() : any;
+}
+
 SaslClient::SaslClient(const QString& mechanism, const QString& user, const QString& password)
 {
     Gsasl* context = nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/wire/AuthRequest.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -16,6 +18,9 @@ class SaslClient
 public:
     // The strongest of `offered` that may be used, or empty. PLAIN is left out unless `plainAllowed`.
     static QString choose(const QStringList& offered, bool plainAllowed);
+    // The same, where the request tells whether the password may be shown; it isn't asked before that
+    // matters.
+    static QString choose(const QStringList& offered, const AuthRequest& request);
 
     SaslClient(const QString& mechanism, const QString& user, const QString& password);
     ~SaslClient();

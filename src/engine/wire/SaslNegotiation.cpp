@@ -62,7 +62,7 @@ QStringList SaslNegotiation::offered(pugi::xml_node features)
 SaslNegotiation::SaslNegotiation(AuthRequest request, QStringList mechanisms)
     : request_(std::move(request)), mechanisms_(std::move(mechanisms))
 {
-    start(SaslClient::choose(mechanisms_, request_.mayShowPassword()));
+    start(SaslClient::choose(mechanisms_, request_));
 }
 
 void SaslNegotiation::start(const QString& mechanism)
@@ -122,8 +122,8 @@ void SaslNegotiation::failed(pugi::xml_node failure)
         if (child.type() == pugi::node_element && std::string_view(child.name()) != "text")
             condition = child.name();
     }
-    const auto next = SaslClient::choose(mechanisms_, request_.mayShowPassword());
-    if (refusesMechanism(condition) && !next.isEmpty())
+    const auto next = refusesMechanism(condition) ? SaslClient::choose(mechanisms_, request_) : QString();
+    if (!next.isEmpty())
         return start(next);
     const auto serverText = xml::text(failure.child("text")).trimmed();
     if (refusesAccount(condition)) {

@@ -32,7 +32,7 @@ void StreamAuth::streamOpened(pugi::xml_node features, const QString& streamId)
 void StreamAuth::authenticate(pugi::xml_node features, const QString& streamId)
 {
     const auto mechanisms = SaslNegotiation::offered(features);
-    if (!SaslClient::choose(mechanisms, request_.mayShowPassword()).isEmpty())
+    if (!SaslClient::choose(mechanisms, request_).isEmpty())
         return enter(std::make_unique<SaslNegotiation>(request_, mechanisms));
     if (!features || LegacyAuth::isOffered(features))
         return enter(std::make_unique<LegacyAuth>(request_, streamId));
