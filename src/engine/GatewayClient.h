@@ -2,6 +2,7 @@
 
 #include "engine/Gateway.h"
 
+#include <functional>
 #include <memory>
 
 class ConnectionHost;
@@ -12,8 +13,10 @@ class Resolver;
 class GatewayClient : public Gateway
 {
 public:
-    // `host` must outlive the gateway. `resolver` may be null: then the system's DNS is asked.
-    explicit GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver = nullptr);
+    // `host` must outlive the gateway. `resolver` may be null: then the system's DNS is asked. `clock` gives
+    // the milliseconds of a steady clock, for the time-outs; empty for the system's.
+    explicit GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver = nullptr,
+                           std::function<qint64()> clock = {});
     ~GatewayClient() override;
 
     void DoConnect(const QString& userName, const QString& password, const QString& server,

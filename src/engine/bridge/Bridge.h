@@ -1,0 +1,36 @@
+#pragma once
+
+#include "engine/bridge/BridgeOutput.h"
+
+#include <QString>
+
+#include <memory>
+
+// Between the authenticated stream and the client, who speaks only the old jabber:iq dialect. A server that
+// speaks it too gets and gives every stanza untouched; for a server of today each namespace has its
+// translator. What the server is, is learnt once a session by asking it for its features (XEP-0030).
+class Bridge
+{
+public:
+    struct Account {
+        QString ownFullJid;
+        QString server;
+    };
+
+    Bridge();
+    ~Bridge();
+
+    // A session begins: forgets what was learnt and drops what was under way. A resumed session doesn't
+    // begin.
+    void begin(const Account& account);
+    // A stanza that the client sends (UTF-8, one well-formed element).
+    BridgeOutput down(const QByteArray& stanza);
+    // A stanza from the wire that the IqTracker has accepted.
+    BridgeOutput up(std::shared_ptr<Stanza> stanza);
+    // Time-outs. `nowMs` is any steady clock; to be called often.
+    BridgeOutput tick(qint64 nowMs);
+
+private:
+    class Private;
+    std::unique_ptr<Private> d_;
+};

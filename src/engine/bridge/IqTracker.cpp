@@ -1,0 +1,78 @@
+#include "engine/bridge/IqTracker.h"
+
+#include "engine/Jid.h"
+#include "engine/Xml.h"
+
+#include <string_view>
+
+namespace
+{
+
+// The lists by which the client is steered: nobody but the own server may write them, whatever they come in.
+bool steersClient(pugi::xml_node iq)
+{
+    for (const auto child : iq.children()) {
+        const auto ns = xml::xmlns(child);
+        if (ns == "jabber:iq:roster" || ns == "jabber:iq:agents" || ns == "jabber:iq:auth")
+            return true;
+    }
+    return false;
+}
+
+// Node and domain without regard to case, as a server prepares them; the resource as it stands.
+QString prepared(const QString& jid)
+{
+    const auto slash = jid.indexOf(u'/');
+    return slash < 0 ? jid.toLower() : jid.left(slash).toLower() + jid.mid(slash);
+}
+
+} // namespace
+
+void IqTracker::begin(const QString& ownFullJid, const QString& server)
+{
+    ownFull_ = prepared(ownFullJid);
+    ownBare_ = jid::bare(ownFull_);
+    server_ = prepared(server);
+    outstanding_.clear();
+}
+
+QString IqTracker::address(const QString& jid) const
+{
+    auto address = prepared(jid);
+    const bool home = address == ownBare_ || address == ownFull_ || address == server_;
+    return home ? QString() : address;
+}
+
+void IqTracker::sent(const QByteArray& stanza)
+{
+    if (!stanza.startsWith("<iq"))
+        return;
+    pugi::xml_document document;
+    if (!document.load_buffer(stanza.constData(), static_cast<std::size_t>(stanza.size())))
+        return;
+    const auto iq = document.document_element();
+    const std::string_view type = iq.attribute("type").value();
+    if (type == "get" || type == "set")
+        ++outstanding_[{xml::attribute(iq, "id"), address(xml::attribute(iq, "to"))}];
+}
+
+bool IqTracker::accepts(const Stanza& stanza)
+{
+    if (stanza.kind() != Stanza::Kind::Iq)
+        return true;
+    const auto iq = stanza.root();
+    const auto from = address(stanza.From());
+    if (!from.isEmpty() && steersClient(iq))
+        return false;
+    const std::string_view type = iq.attribute("type").value();
+    if (type == "get" || type == "set")
+        return true;
+    if (type != "result" && type != "error")
+        return false;
+    const auto request = outstanding_.find({xml::attribute(iq, "id"), from});
+    if (request == outstanding_.end())
+        return false;
+    if (--request.value() == 0)
+        outstanding_.erase(request);
+    return true;
+}

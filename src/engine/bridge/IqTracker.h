@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/Stanza.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QPair>
+#include <QString>
+
+// Which answers were asked for. An iq result or error is accepted from the address asked, and once; the lists
+// that steer the client (roster, agents, sign-in) only from the own account or its server. RFC 6120, 8.1.2.1
+// and 10.3: the own account, the own full JID, the server and no address at all count as one, since nobody
+// else can send as they do.
+class IqTracker
+{
+public:
+    // A session begins: nothing is outstanding.
+    void begin(const QString& ownFullJid, const QString& server);
+    // Notes a stanza as it goes onto the wire (what the bridge gave out, not what it was given). UTF-8;
+    // anything but an iq get or set is ignored.
+    void sent(const QByteArray& stanza);
+    // Whether a stanza from the wire may go on. True for everything that is no iq. Takes the request off the
+    // list.
+    bool accepts(const Stanza& stanza);
+
+private:
+    QString address(const QString& jid) const;
+
+    QString ownBare_;
+    QString ownFull_;
+    QString server_;
+    // (id, address) to the number of requests that still lack an answer.
+    QHash<QPair<QString, QString>, int> outstanding_;
+};

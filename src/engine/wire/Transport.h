@@ -1,0 +1,52 @@
+#pragma once
+
+#include "engine/wire/ConnectPlan.h"
+
+#include <QSslSocket>
+
+// One TCP connection, with TLS from the start or from startTls() on. Nothing blocks, and nothing is called
+// back: the owner looks at the state. A certificate that doesn't verify doesn't end the connection: the owner
+// judges it before it writes or reads.
+class Transport
+{
+public:
+    enum class State { Connecting, Securing, Open, Closed };
+    enum class Failure { None, HostNotFound, Refused, Tls, ClosedByPeer, Network };
+
+    // `domain` is the name that the certificate must carry.
+    Transport(const Candidate& candidate, const QString& domain);
+    ~Transport();
+    Transport(const Transport&) = delete;
+    Transport& operator=(const Transport&) = delete;
+
+    void startTls();
+    // Closed tells that nothing more arrives; bytes that came before can still be read.
+    State state() const { return state_; }
+    Failure failure() const { return failure_; }
+    // The system's words for the failure.
+    QString failureText() const { return socket_.errorString(); }
+    bool isEncrypted() const { return socket_.isEncrypted(); }
+    QSslCertificate certificate() const { return socket_.peerCertificate(); }
+    // Empty for a certificate that verified.
+    QList<QSslError> certificateErrors() const;
+
+    // What has arrived, at most `most` bytes. The buffer behind it is bounded: while nobody reads, the other
+    // end has to wait.
+    QByteArray read(qint64 most) { return socket_.read(most); }
+    bool hasBytes() const { return socket_.bytesAvailable() > 0; }
+    void write(const QByteArray& bytes) { socket_.write(bytes); }
+    // Hands over to the system what it takes at once.
+    void flush() { socket_.flush(); }
+    // Closes after sending what is written.
+    void close();
+    void abort();
+
+private:
+    void onConnected();
+    void onError(QAbstractSocket::SocketError error);
+
+    QSslSocket socket_;
+    State state_ = State::Connecting;
+    Failure failure_ = Failure::None;
+    bool directTls_;
+};
