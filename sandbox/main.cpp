@@ -1,7 +1,10 @@
+#include "sandbox/SandboxServer.h"
+
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    return 0;
+    sandbox::SandboxServer server;
+    return server.listen() ? QCoreApplication::exec() : 1;
 }

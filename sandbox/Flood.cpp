@@ -1,0 +1,66 @@
+#include "sandbox/Flood.h"
+
+#include "sandbox/Address.h"
+
+#include <algorithm>
+#include <array>
+
+namespace sandbox::flood
+{
+namespace
+{
+
+constexpr int ChunkStanzas = 64;
+
+QStringList contactsOf(World& world, const Connection& client)
+{
+    QStringList jids;
+    for (const auto& item : world.account(client.user())->roster.items())
+        jids += item.jid + QStringLiteral("/Home");
+    return jids;
+}
+
+// Chunks of what `make` gives for 0 to count - 1, then `last`.
+std::function<QByteArray()> source(const Connection& client, int count, std::function<QString(int)> make,
+                                   QString last)
+{
+    return [&client, count, make = std::move(make), last = std::move(last), at = 0]() mutable {
+        QString chunk;
+        for (const int end = std::min(count, at + ChunkStanzas); at < end; ++at)
+            chunk += make(at);
+        if (chunk.isEmpty())
+            chunk = std::exchange(last, QString());
+        return client.rendered(chunk);
+    };
+}
+
+} // namespace
+
+std::function<QByteArray()> presences(World& world, const Connection& client, const QString& last)
+{
+    static const std::array<const char*, 5> shows = {"", "away", "dnd", "xa", "chat"};
+    const QStringList from = contactsOf(world, client);
+    const auto make = [from, to = client.fullJid()](int i) {
+        Element presence("presence");
+        presence.set("from", from.at(i)).set("to", to);
+        if (const QString show = QLatin1String(shows[std::size_t(i) % shows.size()]); !show.isEmpty())
+            presence.add("show", show);
+        return presence.add("status", QStringLiteral("Status %1").arg(i)).xml();
+    };
+    return source(client, int(from.size()), make, last);
+}
+
+std::function<QByteArray()> messages(World& world, const Connection& client, int count, int size, int senders,
+                                     const QString& last)
+{
+    const QStringList from = contactsOf(world, client).mid(0, senders);
+    const auto make = [from, to = client.fullJid(), size](int i) {
+        const QString body = QStringLiteral("%1 ").arg(i).leftJustified(size, u'x', true);
+        Element message("message");
+        message.set("from", from.at(i % from.size())).set("to", to).set("type", QStringLiteral("chat"));
+        return message.add("body", body).xml();
+    };
+    return source(client, from.isEmpty() ? 0 : count, make, last);
+}
+
+} // namespace sandbox::flood
