@@ -20,11 +20,33 @@ public:
     virtual ~MessageBoxes() = default;
     virtual Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) = 0;
     // Null on cancel.
-    virtual std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) = 0;
+    virtual std::optional<QString> input(const QString& title, const QString& prompt,
+                                         const QString& preset) = 0;
 
-    void information(const QString& title, const QString& text) { show(title, text, Icon::Information, Buttons::Ok); }
-    void exclamation(const QString& title, const QString& text) { show(title, text, Icon::Exclamation, Buttons::Ok); }
-    void critical(const QString& title, const QString& text) { show(title, text, Icon::Critical, Buttons::Ok); }
+    void information(const QString& title, const QString& text)
+    {
+        show(title, text, Icon::Information, Buttons::Ok);
+    }
+    void exclamation(const QString& title, const QString& text)
+    {
+        show(title, text, Icon::Exclamation, Buttons::Ok);
+    }
+    void critical(const QString& title, const QString& text)
+    {
+        show(title, text, Icon::Critical, Buttons::Ok);
+    }
+};
+
+// Dialogs that let the person choose a file. They run a nested event loop.
+class FileDialogs
+{
+public:
+    virtual ~FileDialogs() = default;
+    // `filter` is a name with its patterns in brackets. Empty on cancel.
+    virtual QString openFile(const QString& title, const QString& filter) = 0;
+
+    // A wave file; empty on cancel.
+    QString ChooseWaveFile();
 };
 
 // Opens links and pages by the desktop's handler.
@@ -79,6 +101,7 @@ class NetworkChecks
 public:
     virtual ~NetworkChecks() = default;
     virtual bool isConnected() = 0;
+    // False when there was nothing to dial or it failed.
     virtual bool dial(bool unattended) = 0;
 };
 
@@ -91,4 +114,5 @@ struct Desktop {
     Clock* clock = nullptr;
     Pointer* pointer = nullptr;
     NetworkChecks* network = nullptr;
+    FileDialogs* files = nullptr;
 };

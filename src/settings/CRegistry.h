@@ -9,12 +9,20 @@ class CRegistry
 public:
     // Opens or creates the folder that holds the entries. False when it can't be made.
     bool openOrCreateKey();
-    // Removes the entry; true when there is none afterwards.
+    // Removes the entry; true when there is none afterwards. Needs an open key.
     bool deleteValue(const QString& name);
-    // Writes an entry that starts `command`. False when it could not be written.
-    bool setStringValue(const QString& name, const QString& command);
-    void close();
+    // Writes an entry that starts the program with the path `program`. False when it could not be written or
+    // no key is open.
+    bool setStringValue(const QString& name, const QString& program);
+    void close() { folder_.clear(); }
+
+    // The value of an Exec key that starts the program with just this path (Desktop Entry Specification:
+    // quoted and escaped twice, "%" doubled).
+    static QString execValue(const QString& program);
 
 private:
+    // The entry's file; empty for a name that isn't a plain file name.
+    QString entryFile(const QString& name) const;
+
     QString folder_;
 };

@@ -3,7 +3,8 @@
 #include <QString>
 
 // Where files lie. All follow the XDG base directories.
-namespace paths {
+namespace paths
+{
 
 // BreloIM.ini: $XDG_CONFIG_HOME/BreloIM/BreloIM.ini.
 QString settingsFile();
@@ -13,12 +14,16 @@ QString dataFolder();
 QString configFolder();
 // Conversation logs lie here: dataFolder()/message logs.
 QString logFolder();
-// The installed data, share/breloim, found from the executable; no trailing separator.
+// The entries that the desktop starts at log-in: $XDG_CONFIG_HOME/autostart.
+QString autostartFolder();
+// The installed data, share/breloim, found from the executable: beside its folder when installed, in its
+// folder in a build tree. No trailing separator.
 QString applicationFolder();
-// A file named by a setting: an absolute path as it stands, one that begins with a separator of either kind
-// below applicationFolder(). Empty stays empty.
+// A file named by a setting. A name that begins with a backslash lies below applicationFolder(); one that
+// begins with a slash stands as it is when there is such a file, and lies below applicationFolder()
+// otherwise. All other names stand as they are; empty stays empty.
 QString applicationFile(const QString& named);
-// Makes `folder` and its parents, readable by their owner only. False when that can't be done.
+// Makes `folder` and its missing parents, readable by their owner only. False when that can't be done.
 bool makePrivateFolder(const QString& folder);
 
 } // namespace paths

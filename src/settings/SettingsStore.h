@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/SecretStore.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
 
@@ -9,50 +10,49 @@
 
 #include <optional>
 
-// Keeps passwords outside of the settings file. Without one they stand in the file, which only its owner can read.
-class SecretStore
-{
-public:
-    virtual ~SecretStore() = default;
-    // Null when no store answers; an empty text when it holds no password for the account.
-    virtual std::optional<QString> read(const QString& account) = 0;
-    // False when the store did not take it.
-    virtual bool write(const QString& account, const QString& password) = 0;
-};
+class IniFile;
 
 // The window position as stored; sizes in logical pixels.
 struct WindowPosition {
-    std::optional<QRect> geometry;
-    int state = 0; // 0 normal, 1 minimised, 2 maximised
+    std::optional<QRect> geometry; // null when none was ever stored
+    int state = 0;                 // 0 normal, 1 minimised, 2 maximised
 };
 
-// The settings file: sections, keys and values as text.
+// The settings file: sections, keys and values as text. Each operation that writes brings its change to the
+// file at once and is false when that failed.
 class SettingsStore
 {
 public:
+    // `secrets` is not owned and outlives the store.
     explicit SettingsStore(QString file, SecretStore* secrets = nullptr);
 
-    // Reads all keys in order. A value that can't be read sets the defaults of a reset and stops the reading.
+    // Reads all keys in order. A value that can't be read sets the defaults of a reset and stops the reading;
+    // so does a damaged file, once what it still holds was read.
     void LoadSettings(Settings& settings);
     // Writes all keys but the three that are never written. The password only with AutoLogon or SavePassword.
-    // False when the file could not be written.
     bool SaveSettings(const Settings& settings);
     // The values after a reset; members that a reset leaves alone keep theirs.
     static void LoadDefaults(Settings& settings, const SiteData& site);
 
     SiteData loadSite();
 
+    // What isn't stored or can't be read of the geometry is taken from `current`.
     WindowPosition loadWindowPosition(const QRect& current);
     // A minimised window is stored as four zeros.
-    void saveWindowPosition(const QRect& geometry, int state);
+    bool saveWindowPosition(const QRect& geometry, int state);
 
-    // Certificates that the person accepted for good, and servers that may get a password in clear.
+    // SHA-256 of the certificate that the person accepted for good; empty when there is none.
     QByteArray pinnedCertificate(const QString& server);
-    void pinCertificate(const QString& server, const QByteArray& sha256);
+    bool pinCertificate(const QString& server, const QByteArray& sha256);
+    // Whether the server may get a password in clear.
     bool plainPasswordAllowed(const QString& server);
-    void allowPlainPassword(const QString& server);
+    bool allowPlainPassword(const QString& server);
 
 private:
+    bool readAll(const IniFile& file, Settings& settings, const SiteData& site);
+    QString readPassword(const IniFile& file, const Settings& settings);
+    void writePassword(IniFile& file, const Settings& settings);
+
     QString file_;
     SecretStore* secrets_;
 };

@@ -1,6 +1,7 @@
 #include "support/RecordingDesktop.h"
 
-MessageBoxes::Answer RecordingBoxes::show(const QString& title, const QString& text, Icon icon, Buttons buttons)
+MessageBoxes::Answer RecordingBoxes::show(const QString& title, const QString& text, Icon icon,
+                                          Buttons buttons)
 {
     shown.append({title, text, icon, buttons});
     if (!answers.isEmpty())
@@ -20,10 +21,19 @@ bool RecordingLinks::open(const QString& link)
     return true;
 }
 
-void RecordingSounds::PlaySoundFile(const QString& file, bool) { played += file; }
+void RecordingSounds::PlaySoundFile(const QString& file, bool)
+{
+    played += file;
+}
 
 bool RecordingNetwork::dial(bool unattended)
 {
     dials += unattended;
     return true;
+}
+
+QString RecordingFiles::openFile(const QString& title, const QString& filter)
+{
+    asked.append({title, filter});
+    return answers.isEmpty() ? QString() : answers.takeFirst();
 }

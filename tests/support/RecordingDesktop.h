@@ -68,6 +68,17 @@ struct RecordingNetwork : NetworkChecks {
     bool dial(bool unattended) override;
 };
 
+struct RecordingFiles : FileDialogs {
+    struct Question {
+        QString title;
+        QString filter;
+        bool operator==(const Question&) const = default;
+    };
+    QList<Question> asked;
+    QStringList answers; // used in order; without one the dialog is cancelled
+    QString openFile(const QString& title, const QString& filter) override;
+};
+
 // All recorders together. `install` puts them into a client's desktop.
 struct RecordingDesktop {
     RecordingBoxes boxes;
@@ -77,6 +88,7 @@ struct RecordingDesktop {
     HandClock clock;
     HandPointer pointer;
     RecordingNetwork network;
+    RecordingFiles files;
 
-    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network}; }
+    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network, &files}; }
 };

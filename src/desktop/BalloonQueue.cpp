@@ -1,0 +1,26 @@
+#include "desktop/BalloonQueue.h"
+
+#include <utility>
+
+BalloonQueue::BalloonQueue(Show show, int pause) : show_(std::move(show)), pause_(pause)
+{
+    timer_.setSingleShot(true);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { release(); });
+}
+
+void BalloonQueue::post(Balloon balloon)
+{
+    next_ = std::move(balloon);
+    if (!timer_.isActive())
+        timer_.start(0);
+}
+
+void BalloonQueue::release()
+{
+    // The pause after a balloon ends without a new one.
+    if (!next_)
+        return;
+    const Balloon balloon = *std::exchange(next_, std::nullopt);
+    timer_.start(pause_);
+    show_(balloon);
+}

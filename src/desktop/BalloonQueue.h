@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+// A notice of the tray icon. Texts are plain.
+struct Balloon {
+    QString title;
+    QString text;
+    int milliseconds = 10000;
+    bool operator==(const Balloon&) const = default;
+};
+
+// Lets balloons through at a pace that a person can read: of those that come together only the last is shown.
+class BalloonQueue
+{
+public:
+    using Show = std::function<void(const Balloon&)>;
+
+    // At least `pause` milliseconds lie between two balloons.
+    explicit BalloonQueue(Show show, int pause = 500);
+
+    // Shows the balloon once control is back at the event loop, unless a newer one comes first.
+    void post(Balloon balloon);
+
+private:
+    void release();
+
+    Show show_;
+    int pause_;
+    QTimer timer_;
+    std::optional<Balloon> next_;
+};

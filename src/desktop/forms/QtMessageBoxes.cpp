@@ -1,0 +1,87 @@
+#include "desktop/forms/QtMessageBoxes.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace
+{
+
+constexpr int longestText = 1500; // characters that a box shows before it would outgrow the screen
+
+QMessageBox::Icon iconOf(MessageBoxes::Icon icon)
+{
+    switch (icon) {
+    case MessageBoxes::Icon::Information:
+        return QMessageBox::Information;
+    case MessageBoxes::Icon::Question:
+        return QMessageBox::Question;
+    case MessageBoxes::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case MessageBoxes::Icon::Critical:
+        return QMessageBox::Critical;
+    case MessageBoxes::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttonsOf(MessageBoxes::Buttons buttons)
+{
+    switch (buttons) {
+    case MessageBoxes::Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MessageBoxes::Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MessageBoxes::Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+MessageBoxes::Answer answerOf(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes:
+        return MessageBoxes::Answer::Yes;
+    case QMessageBox::No:
+        return MessageBoxes::Answer::No;
+    case QMessageBox::Ok:
+        return MessageBoxes::Answer::Ok;
+    default:
+        return MessageBoxes::Answer::Cancel;
+    }
+}
+
+} // namespace
+
+MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& text, Icon icon,
+                                          Buttons buttons)
+{
+    QMessageBox box(iconOf(icon), title, QString(), buttonsOf(buttons), QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text.size() > longestText ? text.left(longestText) + QChar(0x2026) : text);
+    if (text.size() > longestText)
+        box.setDetailedText(text);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return answerOf(box.exec());
+}
+
+std::optional<QString> QtMessageBoxes::input(const QString& title, const QString& prompt,
+                                             const QString& preset)
+{
+    QInputDialog dialog(QApplication::activeWindow());
+    dialog.setWindowTitle(title);
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(preset);
+    auto* edit = dialog.findChild<QLineEdit*>();
+    edit->setAccessibleName(prompt);
+    for (auto* label : dialog.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setBuddy(edit);
+    }
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+// An INI file as sections, keys and texts, read whole at its making. Names are found without regard to case.
+// It is written atomically, and only its owner can read it.
+class IniFile
+{
+public:
+    explicit IniFile(QString file);
+
+    // The file is there but can't be read, or has lines that are none of an INI file: it was cut or
+    // overwritten.
+    bool isDamaged() const { return damaged_; }
+
+    std::optional<QString> read(const QString& section, const QString& key) const;
+    void write(const QString& section, const QString& key, const QString& text);
+    void remove(const QString& section, const QString& key);
+    // Brings the changes to the file. A damaged file is kept beside it under the ending ".damaged". False
+    // when the file could not be written.
+    bool save();
+
+private:
+    struct Entry {
+        QString path; // section/key in its first spelling
+        QString text; // null when removed
+    };
+
+    void load();
+    Entry& changed(const QString& section, const QString& key);
+    bool setAside();
+    bool prepareFile();
+
+    QString file_;
+    bool damaged_ = false;
+    QHash<QString, Entry> entries_; // by folded path
+    QList<QString> changes_;        // folded paths, in order
+};
