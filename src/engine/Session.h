@@ -16,6 +16,7 @@ public:
     QObject* Item(const QString& key) const { return values_.value(key).get(); }
     bool Exists(const QString& key) const { return values_.contains(key); }
     void Remove(const QString& key) { values_.remove(key); }
+    void RemoveAll() { values_.clear(); }
     bool isEmpty() const { return values_.isEmpty(); }
 
 private:

@@ -1,5 +1,7 @@
 #include "engine/SessionTable.h"
 
+#include <utility>
+
 std::shared_ptr<Session> SessionTable::session(const QString& bareJid, bool* created)
 {
     auto& entry = sessions_[bareJid];
@@ -9,4 +11,17 @@ std::shared_ptr<Session> SessionTable::session(const QString& bareJid, bool* cre
     if (created)
         *created = isNew;
     return entry;
+}
+
+void SessionTable::close(const QString& bareJid)
+{
+    if (const auto session = sessions_.take(bareJid))
+        session->Properties().RemoveAll();
+}
+
+void SessionTable::clear()
+{
+    const auto gone = std::exchange(sessions_, {});
+    for (const auto& session : gone)
+        session->Properties().RemoveAll();
 }

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QString>
+#include <pugixml.hpp>
+
+class PlugInContext;
+class RosterDrawing;
+struct Client;
+struct CRosterItem;
+
+// Keeps MyRoster and the tree in step with the contact list on the server (jabber:iq:roster, RFC 6121, 2).
+//
+// The operations that return a Boolean yield false when the tree refused a step, as when a key stands already or
+// a node is missing: the stanza's handling ends there, without a word.
+class RosterSync
+{
+public:
+    RosterSync(Client& client, RosterDrawing& drawing) : client_(client), drawing_(drawing) {}
+
+    // Takes every `item` element of the stanza, whatever its id and type are.
+    void OnIQ(const PlugInContext& context);
+
+    // Enters a new contact, or a row under "Gateways" when `IsGateway` is set: then there is no record.
+    bool AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway, bool Online,
+                 const QString& subscription, const QString& ask);
+    // Asks the server to remove the contact; the list follows when the server says so.
+    void RemoveItem(const QString& JID);
+    // Removes the record and its node, and the group when it was the last in it.
+    bool CommitRemoveItem(const QString& JID);
+    // Throws everything away and asks the server anew.
+    void RefreshAll();
+
+    // The contact got a new text in the tree.
+    void renamed(const QString& JID, const QString& oldText, const QString& newText);
+
+private:
+    struct Push {
+        QString JID;
+        QString nick;
+        QString group;
+        QString subscription;
+        QString ask;
+    };
+
+    bool takeItem(pugi::xml_node item, bool& isAgent);
+    Push readPush(pugi::xml_node item, const QString& JID) const;
+    bool addGatewayRow(const QString& JID, const QString& nick, const QString& group);
+    bool addUnsubscribed(const Push& push);
+    bool addListed(const Push& push, bool online);
+    CRosterItem* addRecord(const Push& push, const QString& status, const QString& statusMsg, bool online);
+    bool addListedNode(const Push& push, const QString& text);
+
+    bool UpdateRosterItem(const Push& push);
+    bool updateSubscribed(CRosterItem& item, const Push& push);
+    bool updateUnsubscribed(CRosterItem& item, const Push& push);
+
+    Client& client_;
+    RosterDrawing& drawing_;
+};

@@ -1,0 +1,111 @@
+#include "messaging/ConversationLog.h"
+
+#include "contacts/Client.h"
+#include "engine/Jid.h"
+#include "messaging/FileComponent.h"
+#include "settings/Paths.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+namespace
+{
+
+QString lineEnd()
+{
+    return QStringLiteral("\r\n");
+}
+constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+
+QString failure(const QString& path, const QFile& file)
+{
+    return QCoreApplication::translate("ConversationLog",
+                                       "The conversation log \"%1\" could not be written: %2")
+        .arg(path, file.errorString());
+}
+
+bool openMakingFolder(QFile& file)
+{
+    const auto mode = QIODevice::Append | QIODevice::Unbuffered;
+    if (file.open(mode, ownerOnly))
+        return true;
+    const QString folder = QFileInfo(file).path();
+    return !QFileInfo::exists(folder) && paths::makePrivateFolder(folder) && file.open(mode, ownerOnly);
+}
+
+} // namespace
+
+ConversationLog::ConversationLog(const Client& client, Stamps& stamps) : client_(client), stamps_(stamps) {}
+
+QString ConversationLog::WriteLogHeader(const QString& peer)
+{
+    const QString bare = jid::bare(peer);
+    return append(bare, lineEnd() + QStringLiteral("*** New chat window with ") + bare +
+                            QStringLiteral(" at ") + stamps_.longTime() + u' ' + stamps_.longDate() +
+                            lineEnd());
+}
+
+QString ConversationLog::WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo)
+{
+    return append(jid::bare(useTo ? to : from), from + QStringLiteral(" (") + stamps_.longTime() +
+                                                    QStringLiteral("): ") + body + lineEnd());
+}
+
+QString ConversationLog::ClearMessageLog(const QString& peer)
+{
+    const QString file = path(peer);
+    QFile log(file);
+    if (!log.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered, ownerOnly) ||
+        log.write("\r\n") != 2)
+        return failure(file, log);
+    return {};
+}
+
+std::optional<QString> ConversationLog::read(const QString& peer, QString* error) const
+{
+    QFile log(path(peer));
+    if (!log.exists())
+        return std::nullopt;
+    if (!log.open(QIODevice::ReadOnly)) {
+        *error = QCoreApplication::translate("ConversationLog", "The conversation log could not be read: %1")
+                     .arg(log.errorString());
+        return QString();
+    }
+    return QString::fromUtf8(log.readAll());
+}
+
+bool ConversationLog::isHeaderLine(const QString& line)
+{
+    return QStringView(line).left(25) == u"*** New chat window with";
+}
+
+QString ConversationLog::path(const QString& peer) const
+{
+    const QString account = client_.Gateway().Server() + QChar() + client_.Gateway().UserName();
+    if (pathsOf_ != account) {
+        paths_.clear();
+        pathsOf_ = account;
+    }
+    QString& path = paths_[jid::bare(peer)];
+    if (path.isEmpty())
+        path = paths::logFolder() + u'/' + fileComponent(client_.Gateway().Server()) + u'/' +
+               fileComponent(client_.Gateway().UserName()) + u'/' +
+               fileComponent(jid::bare(peer), QStringLiteral(".log"));
+    return path;
+}
+
+QString ConversationLog::append(const QString& peer, const QString& text)
+{
+    const QString file = path(peer);
+    QFile log(file);
+    if (!openMakingFolder(log))
+        return failure(file, log);
+    const QByteArray bytes = text.toUtf8();
+    const qint64 before = log.size();
+    if (log.write(bytes) == bytes.size())
+        return {};
+    const QString error = failure(file, log);
+    log.resize(before);
+    return error;
+}

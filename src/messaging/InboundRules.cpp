@@ -1,0 +1,135 @@
+#include "messaging/InboundRules.h"
+
+#include "contacts/CAgents.h"
+#include "settings/Settings.h"
+#include "settings/SiteData.h"
+
+#include <QCoreApplication>
+
+namespace inbound
+{
+namespace
+{
+
+using Action = InboundDecision::Action;
+using Window = InboundDecision::Window;
+
+// The sound and the prepared reply are the same on all roads.
+bool sounds(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
+{
+    const bool audible = message.road == InboundRoad::Chat || message.road == InboundRoad::Normal;
+    return audible && !world.trick && settings.SoundOnNewMessage;
+}
+
+InboundDecision dropped(const Settings& settings)
+{
+    InboundDecision decision;
+    decision.prepareAutoReply = settings.DoNotReceiveMessFromUnAuth && settings.AutoReplayToUnAuth;
+    return decision;
+}
+
+InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
+{
+    if (!world.windowOpen && (settings.DoNotReceiveMessFromUnAuth || !settings.AcceptMessageFromAll))
+        return dropped(settings);
+    InboundDecision decision;
+    decision.action = Action::Deliver;
+    decision.window = world.windowOpen ? Window::Existing : Window::Stranger;
+    decision.room = true;
+    decision.balloon = decision.write = !world.trick;
+    decision.sound = sounds(message, world, settings);
+    return decision;
+}
+
+// A typing notice never opens a window. Kept: on the normal and plain roads the extension alone counts,
+// whatever the body holds.
+bool isTyping(const InboundMessage& message)
+{
+    return message.hasEvent && (message.road != InboundRoad::Chat || message.body.isEmpty());
+}
+
+Window windowFor(const InboundWorld& world, const Settings& settings)
+{
+    if (world.windowOpen)
+        return Window::Existing;
+    if (world.known)
+        return Window::Known;
+    if (settings.DoNotReceiveMessFromUnAuth)
+        return Window::None;
+    return settings.AcceptMessageFromAll ? Window::Stranger : Window::Unregistered;
+}
+
+// The first `count` UTF-16 units, less one where the cut would split a character.
+QString beginning(const QString& text, qsizetype count)
+{
+    const bool splits = count < text.size() && text.at(count - 1).isHighSurrogate();
+    return text.left(splits ? count - 1 : count);
+}
+
+} // namespace
+
+InboundDecision decide(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
+{
+    InboundDecision decision;
+    if (message.isInvitation) {
+        decision.action = Action::Invitation;
+        return decision;
+    }
+    if (message.road == InboundRoad::Other) {
+        decision.action = Action::LogOnly;
+        return decision;
+    }
+    if (world.roomOpen)
+        return decideRoom(message, world, settings);
+    if (message.road == InboundRoad::Plain && world.notice) {
+        decision.action = Action::Notice;
+        return decision;
+    }
+    if (!world.windowOpen && isTyping(message))
+        return decision;
+    decision.window = windowFor(world, settings);
+    if (decision.window == Window::None)
+        return dropped(settings);
+    decision.action = !world.trick && isTyping(message) ? Action::Typing : Action::Deliver;
+    decision.write = decision.action == Action::Deliver && !world.trick;
+    decision.balloon = decision.write && settings.BalloonEnable;
+    decision.sound = decision.action == Action::Deliver && sounds(message, world, settings);
+    return decision;
+}
+
+bool isServerNotice(const QString& bare, const QString& server, const CAgents& agents, const SiteData& site)
+{
+    if (agents.JIDExists(bare))
+        return true;
+    const QString upper = bare.toUpper();
+    if (upper == server.toUpper())
+        return true;
+    // On other servers the primary host is the server and the secondary is empty, so that a message without a
+    // sender counts as the server's.
+    if (!server.contains(u"BRELO", Qt::CaseInsensitive))
+        return upper.isEmpty();
+    return upper == site.DefaultServer.toUpper() || upper == site.SisterServer.toUpper();
+}
+
+QString balloonTitle(const QString& from)
+{
+    const QString title = roomBalloonTitle(from);
+    return title.size() < 44 ? title : beginning(title, 40) + QStringLiteral(" ...");
+}
+
+QString balloonText(const QString& body)
+{
+    return body.size() <= 200 ? body : beginning(body, 200) + QStringLiteral("...");
+}
+
+QString roomBalloonTitle(const QString& from)
+{
+    return QCoreApplication::translate("ChatWindow", "Message from %1").arg(from);
+}
+
+QString roomBalloonText(const QString& body)
+{
+    return beginning(body, 80) + QStringLiteral("...");
+}
+
+} // namespace inbound

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+// A link found in a text.
+struct FoundLink {
+    qsizetype start;
+    qsizetype length;
+    QString target; // with a scheme, where the text had none
+};
+
+// The links of a text, in order: an address with one of the schemes that the program opens, or one that
+// begins with "www.". A closing bracket or the sentence's punctuation behind an address is not part of it.
+QList<FoundLink> findLinks(const QString& text);

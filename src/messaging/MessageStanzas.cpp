@@ -1,0 +1,28 @@
+#include "messaging/MessageStanzas.h"
+
+#include "engine/Xml.h"
+
+namespace stanzas
+{
+
+QString composing(const QString& to)
+{
+    return QStringLiteral("<message to=\"") + xml::escaped(to) +
+           QStringLiteral(
+               "\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing></composing></x></message>");
+}
+
+QString addContact(const QString& jid)
+{
+    const QString value = xml::escaped(jid);
+    return QStringLiteral("<iq id=\"VRX_Add\" type=\"set\"><query xmlns=\"jabber:iq:roster\"><item jid=\"") +
+           value + QStringLiteral("\" name=\"") + value + QStringLiteral("\"/></query></iq>");
+}
+
+QString vCardRequest(const QString& jid)
+{
+    return QStringLiteral("<iq type=\"get\" id=\"vcard_wj_3\" to=\"") + xml::escaped(jid) +
+           QStringLiteral("\"><VCARD xmlns=\"vcard-temp\"/></iq>");
+}
+
+} // namespace stanzas

@@ -1,0 +1,64 @@
+#include "messaging/PeerCommands.h"
+
+#include "contacts/BannedListFile.h"
+#include "contacts/Client.h"
+#include "engine/Jid.h"
+#include "messaging/MessageStanzas.h"
+#include "settings/Paths.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("PeerCommands", text);
+}
+
+} // namespace
+
+bool PeerCommands::addContact(const QString& jid)
+{
+    auto& boxes = *client_.desktop.boxes;
+    if (client_.MyRoster.DoesJIDExist(jid.toLower())) {
+        boxes.exclamation(tr("Error"), tr("This Contact is already in your Contact List"));
+        return false;
+    }
+    SendStanza(*client_.Application, stanzas::addContact(jid));
+    auto& packet = client_.Application->OutPacket();
+    packet.Clear();
+    auto presence = packet.PresenceFields();
+    presence.SetSubscribe();
+    presence.setTo(jid);
+    presence.setFrom(client_.ownBareJid());
+    packet.Send();
+    boxes.information(tr("Notification"),
+                      tr("Your request has been submitted; waiting for a reply from your friend, the contact "
+                         "will be placed in a group called \"Waiting authorization\""));
+    return true;
+}
+
+bool PeerCommands::block(const QString& jid)
+{
+    auto& boxes = *client_.desktop.boxes;
+    const QString bare = jid::bare(jid);
+    if (client_.MyBanList.BannedJID(bare)) {
+        boxes.information(tr("Note !"), tr("The Contact is already Blocked!"));
+        return false;
+    }
+    const auto answer = boxes.show(tr("Confirm"), tr("Are you sure that you want to Block this Contact"),
+                                   MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNoCancel);
+    if (answer != MessageBoxes::Answer::Yes)
+        return false;
+    client_.MyBanList.Add(bare);
+    const QString error = BannedListFile(paths::configFolder() + QStringLiteral("/BannedList.xml")).add(bare);
+    if (!error.isEmpty())
+        boxes.exclamation(tr("Error"), error);
+    return true;
+}
+
+void PeerCommands::requestVCard(const QString& jid)
+{
+    SendStanza(*client_.Application, stanzas::vCardRequest(jid));
+}

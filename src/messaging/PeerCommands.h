@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+struct Client;
+
+// What a message window does about its peer, beside talking.
+class PeerCommands
+{
+public:
+    explicit PeerCommands(Client& client) : client_(client) {}
+
+    // Asks the server for the contact and the peer for its presence. False, after a box, when the contact is
+    // in the list already.
+    bool addContact(const QString& jid);
+    // Blocks the bare JID after a question. False when it was blocked already, or the answer wasn't Yes.
+    bool block(const QString& jid);
+    void requestVCard(const QString& jid);
+
+private:
+    Client& client_;
+};

@@ -1,0 +1,43 @@
+#include "messaging/Stamps.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+
+#include <utility>
+
+Stamps::Stamps(const Clock& clock) : clock_(clock), timeFormat_(QLocale().timeFormat(QLocale::LongFormat))
+{
+    static const QRegularExpression zone(QStringLiteral("\\s*\\(?\\bt+\\b\\)?\\s*"));
+    timeFormat_ = timeFormat_.replace(zone, QStringLiteral(" ")).trimmed();
+}
+
+const QString& Stamps::shortTime()
+{
+    refresh();
+    return shortTime_;
+}
+
+const QString& Stamps::longTime()
+{
+    refresh();
+    return longTime_;
+}
+
+const QString& Stamps::longDate()
+{
+    refresh();
+    return longDate_;
+}
+
+void Stamps::refresh()
+{
+    const QDateTime now = clock_.now();
+    if (second_ == std::exchange(second_, now.toSecsSinceEpoch()))
+        return;
+    const QLocale locale;
+    const QTime time = now.time();
+    shortTime_ =
+        QStringLiteral("%1:%2").arg(time.hour(), 2, 10, QChar(u'0')).arg(time.minute(), 2, 10, QChar(u'0'));
+    longTime_ = locale.toString(time, timeFormat_);
+    longDate_ = locale.toString(now.date(), QLocale::LongFormat);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "desktop/Desktop.h"
+
+#include <QString>
+
+// The present time as transcripts and logs show it. A second's texts are made once, since a flood of messages
+// asks for them many times.
+class Stamps
+{
+public:
+    // `clock` must outlive the object.
+    explicit Stamps(const Clock& clock);
+
+    // "HH:MM".
+    const QString& shortTime();
+    // The system's long format, without the time zone.
+    const QString& longTime();
+    // The system's long format.
+    const QString& longDate();
+
+private:
+    void refresh();
+
+    const Clock& clock_;
+    QString timeFormat_;
+    qint64 second_ = -1;
+    QString shortTime_;
+    QString longTime_;
+    QString longDate_;
+};

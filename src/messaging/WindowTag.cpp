@@ -1,0 +1,48 @@
+#include "messaging/WindowTag.h"
+
+namespace windowtag
+{
+namespace
+{
+
+std::optional<int> number(const QString& text)
+{
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    return ok ? std::optional(value) : std::nullopt;
+}
+
+std::optional<int> part(const QString& tag, bool first)
+{
+    const auto bar = tag.indexOf(u'|');
+    if (bar < 0)
+        return std::nullopt;
+    return number(first ? tag.left(bar) : tag.mid(bar + 1));
+}
+
+} // namespace
+
+QString of(QPoint pixels)
+{
+    return QString::number(pixels.x() * twipsPerPixel) + u'|' + QString::number(pixels.y() * twipsPerPixel);
+}
+
+int left(const QString& tag)
+{
+    return part(tag, true).value_or(0);
+}
+int top(const QString& tag)
+{
+    return part(tag, false).value_or(0);
+}
+
+std::optional<QPoint> pixels(const QString& tag)
+{
+    const auto x = part(tag, true);
+    const auto y = part(tag, false);
+    if (!x || !y)
+        return std::nullopt;
+    return QPoint(*x / twipsPerPixel, *y / twipsPerPixel);
+}
+
+} // namespace windowtag

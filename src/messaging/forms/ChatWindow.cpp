@@ -1,0 +1,272 @@
+#include "messaging/forms/ChatWindow.h"
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/ImageList.h"
+#include "engine/Jid.h"
+#include "messaging/InboundRules.h"
+#include "messaging/ShowPicture.h"
+#include "messaging/WindowTag.h"
+#include "messaging/forms/HeadLineForm.h"
+#include "messaging/forms/LogMessageForm.h"
+#include "messaging/forms/MessageForm.h"
+#include "settings/Paths.h"
+
+#include <QApplication>
+#include <QPointer>
+
+namespace
+{
+
+using Action = InboundDecision::Action;
+using Window = InboundDecision::Window;
+
+constexpr int offlinePicture = 4;
+constexpr int unknownPicture = 9;
+
+QString bagKey(const InboundMessage& message, bool room)
+{
+    return room ? QStringLiteral("ChatWnd") + message.resource : QStringLiteral("ChatWnd");
+}
+
+MessageForm* windowIn(const PlugInContext& context, const QString& key)
+{
+    return qobject_cast<MessageForm*>(context.Session().Properties().Item(key));
+}
+
+} // namespace
+
+ChatWindow::ChatWindow(FormRegistry& registry, Client& client, QObject* parent)
+    : QObject(parent), registry_(registry), client_(client), stamps_(*client.desktop.clock),
+      log_(client, stamps_)
+{
+}
+
+void ChatWindow::SendMessage(const QString& jid)
+{
+    SendMessageFromConference(jid, client_.ownFullJid());
+}
+
+void ChatWindow::SendMessageFromConference(const QString& from, const QString& to)
+{
+    if (!client_.Application)
+        return;
+    auto& packet = client_.Application->OutPacket();
+    packet.Clear();
+    auto fields = packet.MessageFields();
+    fields.setFrom(from);
+    fields.setTo(to);
+    fields.setBody({});
+    fields.setType(QStringLiteral("chat"));
+    packet.Send();
+}
+
+void ChatWindow::ShowMessageLog(const QString& peer)
+{
+    (new LogMessageForm(registry_, client_))->ShowMessageLog(log_, peer);
+}
+
+void ChatWindow::OnMessage(PlugInContext& context)
+{
+    const auto message = InboundMessage::of(context.Stanza());
+    const auto decision = inbound::decide(message, worldOf(message, context), client_.settings);
+    switch (decision.action) {
+    case Action::Invitation:
+        emit conferenceInvited(RoomInvitation::of(context.Stanza()));
+        break;
+    case Action::Notice:
+        showNotice(context);
+        break;
+    case Action::Drop:
+        if (decision.prepareAutoReply)
+            prepareAutoReply(context, message);
+        break;
+    case Action::LogOnly:
+        // Kept: a message of an unknown type is logged under an empty name.
+        writeLogLine(message.body, {}, message.to);
+        break;
+    case Action::Typing:
+    case Action::Deliver:
+        converse(context, message, decision);
+        break;
+    }
+}
+
+InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& context) const
+{
+    InboundWorld world;
+    world.roomOpen = message.from.contains(u'/') && isRoomOpen(message.bare);
+    world.notice =
+        message.road == InboundRoad::Plain &&
+        inbound::isServerNotice(message.bare, client_.Gateway().Server(), client_.MyAgents, client_.site);
+    world.windowOpen = windowIn(context, bagKey(message, world.roomOpen));
+    world.known = client_.MyRoster.DoesJIDExist(message.bare);
+    world.trick = IsTrick;
+    return world;
+}
+
+// A room's window carries the room's JID in its Tag.
+bool ChatWindow::isRoomOpen(const QString& bare) const
+{
+    const auto forms = registry_.loaded();
+    return std::any_of(forms.begin(), forms.end(), [&bare](const Form* form) { return form->Tag == bare; });
+}
+
+// Kept: the reply is left in the packet and never sent.
+void ChatWindow::prepareAutoReply(const PlugInContext& context, const InboundMessage& message)
+{
+    context.OutPacket().Clear();
+    auto fields = context.OutPacket().MessageFields();
+    fields.setTo(message.from);
+    fields.setType(QStringLiteral("Normal"));
+    fields.setSubject(QStringLiteral("Auto Response"));
+    fields.setBody(client_.settings.AutoReplayMess);
+}
+
+void ChatWindow::showNotice(PlugInContext& context)
+{
+    if (!notices)
+        return;
+    auto& window = notices();
+    window.showAtPlace();
+    window.Myapplicationplugin()->OnMessage(context);
+}
+
+void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
+                          const InboundDecision& decision)
+{
+    const QPointer<MessageForm> window = decision.window == Window::Existing
+                                             ? windowIn(context, bagKey(message, decision.room))
+                                             : makeWindow(context, message, decision);
+    if (!window)
+        return;
+    showWindow(*window);
+    window->Context = context;
+    if (decision.action == Action::Typing)
+        return window->setPanelText(tr("%1 is typing a message ...").arg(message.from));
+    if (decision.balloon)
+        showBalloon(message, decision.room);
+    if (decision.write) {
+        window->WriteMessage(context.Stanza().MessageFields());
+        window->setPanelText(
+            tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
+    }
+    if (!decision.room)
+        window->resources().messageCame(message.resource, contact(message.bare));
+    if (decision.sound)
+        client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
+    writeLogLine(message.body, decision.room ? message.from : message.bare, message.to);
+    if (window && !decision.room && QApplication::activeWindow() == window)
+        window->focusEntry();
+}
+
+// Null when the window went away while a box was open.
+MessageForm* ChatWindow::makeWindow(PlugInContext& context, const InboundMessage& message,
+                                    const InboundDecision& decision)
+{
+    const QPointer<MessageForm> window = new MessageForm(registry_, *this);
+    describePeer(*window, message, decision);
+    if (decision.window == Window::Known || decision.window == Window::Stranger)
+        window->keepIn(context, bagKey(message, decision.room));
+    const QString peer = decision.room ? message.from : message.bare;
+    if (IsTrick && !decision.room)
+        window->resources().SetupResourceControls(contact(message.bare));
+    // Kept: without the trick the header lands in the log of the account's own name.
+    reportLog(log_.WriteLogHeader(IsTrick ? peer : message.to));
+    return window;
+}
+
+void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message,
+                              const InboundDecision& decision)
+{
+    QString nick;
+    if (decision.window == Window::Known) {
+        const auto* record = contact(message.bare);
+        nick = record->nick;
+        window.setPicture(statusImage ? statusImage(message.bare) : QString());
+        window.setNick(nick);
+        window.setStatusText(record->Status);
+        window.setPeer(message.bare);
+    } else if (decision.window == Window::Stranger) {
+        nick = message.from;
+        window.setPicture(ImageList::keyAt(unknownPicture));
+        window.setCanAdd(!decision.room);
+        window.setPeer(decision.room ? message.from : message.bare);
+    }
+    window.setCaption(decision.room ? message.from : nick + QStringLiteral(" - ") + message.bare);
+}
+
+// A message never takes the screen from the window in use. What the person opened comes to the front.
+void ChatWindow::showWindow(MessageForm& window)
+{
+    const bool minimised = !IsTrick && client_.settings.CurrentWindowOnTop && !window.isVisible() &&
+                           QApplication::activeWindow() != &window;
+    if (!window.isVisible()) {
+        if (minimised)
+            window.setWindowState(window.windowState() | Qt::WindowMinimized);
+        if (const auto place = windowtag::pixels(window.Tag))
+            window.move(*place);
+        window.show();
+    }
+    if (IsTrick) {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.raise();
+        window.activateWindow();
+    }
+}
+
+void ChatWindow::showBalloon(const InboundMessage& message, bool room)
+{
+    auto& tray = *client_.desktop.tray;
+    tray.setBalloonTitle(room ? inbound::roomBalloonTitle(message.from)
+                              : inbound::balloonTitle(message.from));
+    tray.setBalloonText(room ? inbound::roomBalloonText(message.body) : inbound::balloonText(message.body));
+    tray.setBalloonTime(client_.settings.BalloonTime);
+    tray.showBalloon();
+}
+
+// Kept: the opening message is logged with its two addresses swapped, under the account's own name.
+void ChatWindow::writeLogLine(const QString& body, const QString& sender, const QString& to)
+{
+    const bool trick = std::exchange(IsTrick, false);
+    reportLog(trick ? log_.WriteLogLine(body, to, sender, false)
+                    : log_.WriteLogLine(body, sender, to, false));
+}
+
+void ChatWindow::reportLog(const QString& error)
+{
+    if (error.isEmpty()) {
+        logFailureTold_ = false;
+    } else if (!std::exchange(logFailureTold_, true)) {
+        client_.desktop.boxes->exclamation(tr("Message Log"), error);
+    }
+}
+
+void ChatWindow::OnPresence(PlugInContext& context)
+{
+    auto* window = windowIn(context, QStringLiteral("ChatWnd"));
+    const QString from = context.Stanza().From();
+    const auto* record = contact(jid::bare(from));
+    if (!window || !record)
+        return;
+    const auto presence = context.Stanza().PresenceFields();
+    const bool available = presence.IsAvailable();
+    if (available) {
+        if (const auto picture = pictureOfShow(presence.Show())) {
+            window->setPicture(ImageList::keyAt(*picture));
+            window->setStatusText(presence.Status());
+        }
+    } else if (ResourceControls::NoResourcesLeft(*record)) {
+        window->setPicture(ImageList::keyAt(offlinePicture));
+        window->setStatusText(presence.Status());
+        return;
+    }
+    window->resources().presenceCame(available ? jid::resource(from)
+                                               : ResourceControls::FirstResource(*record),
+                                     contact(window->peerJid()));
+}
+
+const CRosterItem* ChatWindow::contact(const QString& bare) const
+{
+    return client_.MyRoster.record(bare);
+}

@@ -1,0 +1,97 @@
+#include "messaging/forms/HeadLineForm.h"
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "engine/Xml.h"
+#include "messaging/WindowTag.h"
+#include "ui_HeadLineForm.h"
+
+namespace
+{
+
+QStringList errorTexts(const Stanza& stanza)
+{
+    QStringList texts;
+    for (const auto found : stanza.root().select_nodes(".//*[local-name()='error']"))
+        texts += xml::text(found.node());
+    return texts;
+}
+
+} // namespace
+
+HeadLineForm::HeadLineForm(FormRegistry& registry, Client& client)
+    : Form(registry, QStringLiteral("HeadLineForm")), ui_(std::make_unique<Ui::HeadLineForm>()),
+      client_(client), stamps_(*client.desktop.clock)
+{
+    ui_->setupUi(this);
+    setCancelButton(ui_->cmdClose);
+    connect(ui_->cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    connect(ui_->Command1, &QPushButton::clicked, this, &HeadLineForm::Command1_Click);
+    connect(ui_->txtMsg, &TranscriptView::linkPressed, this,
+            [this](const QString& target) { client_.desktop.links->open(target); });
+}
+
+HeadLineForm::~HeadLineForm() = default;
+
+void HeadLineForm::WriteMessage(const QString& from, const QString& body, const QString& subject)
+{
+    using Style = TranscriptRun::Style;
+    ui_->txtMsg->appendLine(
+        {{Style::Stamp, QStringLiteral(" <") + stamps_.shortTime() + QStringLiteral("> ")},
+         {Style::NoticeSender, u' ' + from + QStringLiteral(": ")},
+         {Style::Plain, subject + QStringLiteral(" - ")},
+         {Style::Body, body}});
+}
+
+int HeadLineForm::GetLeftProp(const Form& form)
+{
+    return windowtag::left(form.Tag);
+}
+int HeadLineForm::GetTopProp(const Form& form)
+{
+    return windowtag::top(form.Tag);
+}
+
+void HeadLineForm::showAtPlace()
+{
+    if (isVisible())
+        return;
+    move(GetLeftProp(*this) / windowtag::twipsPerPixel, GetTopProp(*this) / windowtag::twipsPerPixel);
+    show();
+}
+
+void HeadLineForm::OnMessage(PlugInContext& context)
+{
+    const auto fields = context.Stanza().MessageFields();
+    if (fields.Type() != u"error")
+        return WriteMessage(fields.From(), fields.Body(), fields.Subject());
+    for (const auto& text : errorTexts(context.Stanza()))
+        WriteMessage(fields.From(), text, fields.Type());
+}
+
+void HeadLineForm::OnPresence(PlugInContext& context)
+{
+    const auto fields = context.Stanza().PresenceFields();
+    if (fields.From().isEmpty())
+        return emit connectionLost();
+    for (const auto& text : errorTexts(context.Stanza())) {
+        showAtPlace();
+        WriteMessage(fields.From(), text, fields.Type());
+    }
+}
+
+void HeadLineForm::Command1_Click()
+{
+    ui_->txtMsg->clearTranscript();
+}
+
+bool HeadLineForm::queryUnload(CloseMode)
+{
+    if (client_.SessionClosing)
+        return true;
+    hide();
+    Tag = windowtag::of(pos());
+    if (auto* main = registry().find(QStringLiteral("RosterForm")))
+        main->activateWindow();
+    return false;
+}

@@ -1,0 +1,76 @@
+#include "messaging/forms/LogMessageForm.h"
+
+#include "contacts/Client.h"
+#include "engine/Jid.h"
+#include "messaging/ConversationLog.h"
+#include "messaging/RichText.h"
+#include "settings/Paths.h"
+#include "ui_LogMessageForm.h"
+
+#include <QPointer>
+#include <QSaveFile>
+
+LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
+    : Form(registry, QStringLiteral("LogMessageForm")), ui_(std::make_unique<Ui::LogMessageForm>()),
+      client_(client)
+{
+    ui_->setupUi(this);
+    connect(ui_->txtLog, &TranscriptView::menuRequested, this,
+            [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
+    connect(ui_->txtLog, &TranscriptView::linkPressed, this,
+            [this](const QString& target) { client_.desktop.links->open(target); });
+    connect(ui_->mnuEditCopy, &QAction::triggered, ui_->txtLog, &QPlainTextEdit::copy);
+    connect(ui_->mnuEditSave, &QAction::triggered, this, &LogMessageForm::mnuEditSave_Click);
+}
+
+LogMessageForm::~LogMessageForm() = default;
+
+void LogMessageForm::ShowMessageLog(const ConversationLog& log, const QString& peer)
+{
+    QString error;
+    const auto text = log.read(peer, &error);
+    setWindowTitle(jid::bare(peer) + tr(" -- Message Log"));
+    if (!error.isEmpty())
+        ui_->txtLog->appendLine({{TranscriptRun::Style::Plain, error}});
+    else if (!text)
+        ui_->txtLog->appendText(tr("< no previous message >"), false);
+    else
+        fill(*text);
+    show();
+}
+
+void LogMessageForm::fill(const QString& log)
+{
+    qsizetype start = 0;
+    while (start < log.size()) {
+        auto end = log.indexOf(u'\n', start);
+        if (end < 0)
+            end = log.size();
+        const auto length = end > start && log.at(end - 1) == u'\r' ? end - start - 1 : end - start;
+        const QString line = log.mid(start, length);
+        ui_->txtLog->appendText(line + u'\n', ConversationLog::isHeaderLine(line));
+        start = end + 1;
+    }
+}
+
+void LogMessageForm::mnuEditSave_Click()
+{
+    const QPointer<LogMessageForm> self(this);
+    const auto path =
+        client_.desktop.boxes->input(tr("Brelo Instant Messenger"), tr("Add the complete file path:"),
+                                     paths::applicationFolder() + QStringLiteral("/MessageLog.rtf"));
+    if (!self || !path || path->isEmpty())
+        return;
+    const QString error = save(*path);
+    if (!error.isEmpty())
+        client_.desktop.boxes->exclamation(tr("Error"), error);
+}
+
+QString LogMessageForm::save(const QString& path) const
+{
+    const QByteArray text = richtext::document(ui_->txtLog->document()->toRawText());
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+        return {};
+    return tr("The file \"%1\" could not be saved: %2").arg(path, file.errorString());
+}

@@ -1,0 +1,303 @@
+#include "messaging/forms/MessageForm.h"
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/ImageList.h"
+#include "engine/Jid.h"
+#include "messaging/MessageStanzas.h"
+#include "messaging/OutboundMessage.h"
+#include "messaging/WindowTag.h"
+#include "messaging/forms/ChatWindow.h"
+#include "messaging/forms/EditCommands.h"
+#include "messaging/forms/LogMessageForm.h"
+#include "ui_MessageForm.h"
+
+namespace
+{
+
+constexpr int pictureSize = 16;     // logical pixels
+constexpr QSize smallest(467, 414); // 7000 by 6200 twips
+
+} // namespace
+
+MessageForm::MessageForm(FormRegistry& registry, ChatWindow& hub)
+    : Form(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()), hub_(hub),
+      commands_(hub.client())
+{
+    ui_->setupUi(this);
+    setMinimumSize(smallest);
+    resources_ = std::make_unique<ResourceControls>(*ui_->ComboResource, *ui_->txtTOR, *ui_->lblResource);
+    setUpToolbar();
+    setUpEditing();
+    connectMenus();
+    setDefaultButton(ui_->cmdSend);
+    setCancelButton(ui_->cmdCancel);
+    ui_->txtMsg->setFocus();
+}
+
+MessageForm::~MessageForm() = default;
+
+Client& MessageForm::client() const
+{
+    return hub_.client();
+}
+
+void MessageForm::setUpToolbar()
+{
+    const std::pair<QAction*, const char*> pictures[] = {
+        {ui_->Toolbar1Block, "block"}, {ui_->Toolbar1Add, "Add"},     {ui_->Toolbar1History, "historyG"},
+        {ui_->Toolbar1Call, "voice"},  {ui_->Toolbar1Invite, "rsvp"}, {ui_->Toolbar1Return, "disenret"},
+        {ui_->Toolbar1VCard, "vcard"},
+    };
+    for (const auto& [button, key] : pictures)
+        button->setIcon(ImageList::icon(QString::fromLatin1(key)));
+    ui_->Toolbar1Add->setEnabled(ui_->mnuToolsAdd->isEnabled());
+    ui_->Toolbar1Return->setChecked(ui_->mnuToolsNoChar13->isChecked());
+    connect(ui_->Toolbar1Block, &QAction::triggered, this, [this] {
+        mnustrblock_Click();
+        emit hub_.rosterRefreshRequested();
+    });
+    connect(ui_->Toolbar1Add, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
+    connect(ui_->Toolbar1History, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
+    connect(ui_->Toolbar1Call, &QAction::triggered, this, &MessageForm::mnustrsendfile_Click);
+    connect(ui_->Toolbar1Invite, &QAction::triggered, this, &MessageForm::mnustrincchgr_Click);
+    connect(ui_->Toolbar1Return, &QAction::triggered, ui_->mnuToolsNoChar13, &QAction::trigger);
+    connect(ui_->Toolbar1VCard, &QAction::triggered, this, &MessageForm::mnustrvcard_Click);
+}
+
+void MessageForm::setUpEditing()
+{
+    new EditCommands(ui_->mnuEdit,
+                     {ui_->mnuEditUndo, ui_->mnuEditCut, ui_->mnuEditCopy, ui_->mnuEditPaste, ui_->mnuEditDel,
+                      ui_->mnuEditSelAll},
+                     this);
+    connect(ui_->txtLog, &TranscriptView::menuRequested, ui_->mnuEdit,
+            [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
+    connect(ui_->txtLog, &TranscriptView::typed, this, [this](const QString& text) {
+        ui_->txtMsg->insertPlainText(text);
+        ui_->txtMsg->setFocus();
+    });
+    connect(ui_->txtLog, &TranscriptView::linkPressed, this, [this](const QString& target) {
+        client().desktop.links->open(target);
+        ui_->txtMsg->setFocus();
+    });
+    connect(ui_->txtMsg, &MessageEdit::textChanged, this, &MessageForm::txtMsg_Change);
+    connect(ui_->txtMsg, &MessageEdit::sendRequested, this, &MessageForm::cmdSend_Click);
+    connect(ui_->cmdSend, &QPushButton::clicked, this, &MessageForm::cmdSend_Click);
+    connect(ui_->cmdCancel, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void MessageForm::connectMenus()
+{
+    connect(ui_->mnuFileClose, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->mnuToolsNoChar13, &QAction::triggered, this, &MessageForm::mnuToolsNoChar13_Click);
+    connect(ui_->mnuToolsAdd, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
+    connect(ui_->mnustroldconv, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
+    connect(ui_->mnustrsendfile, &QAction::triggered, this, &MessageForm::mnustrsendfile_Click);
+    connect(ui_->mnustrblock, &QAction::triggered, this, &MessageForm::mnustrblock_Click);
+    connect(ui_->mnustrvcard, &QAction::triggered, this, &MessageForm::mnustrvcard_Click);
+    connect(ui_->mnustrincchgr, &QAction::triggered, this, &MessageForm::mnustrincchgr_Click);
+    connect(ui_->mnustrDelHistory, &QAction::triggered, this, &MessageForm::mnustrDelHistory_Click);
+}
+
+void MessageForm::WriteMessage(const MessageFields& fields)
+{
+    const bool own = OwnMessage && !hub_.IsTrick;
+    const QString from = fields.From();
+    const QString body = fields.Body();
+    OwnMessage = false;
+    ui_->txtLog->appendLine({{TranscriptRun::Style::Stamp,
+                              QStringLiteral(" <") + hub_.stamps().shortTime() + QStringLiteral("> ")},
+                             {own ? TranscriptRun::Style::OwnName : TranscriptRun::Style::PeerName,
+                              u' ' + from + QStringLiteral(": ")},
+                             {TranscriptRun::Style::Body, body}});
+    if (!own)
+        return;
+    ui_->txtLog->scrollToEnd();
+    hub_.reportLog(hub_.log().WriteLogLine(body, jid::bare(from), fields.To(), true));
+}
+
+void MessageForm::cmdSend_Click()
+{
+    const QString text = ui_->txtMsg->messageText();
+    if (ui_->txtTO->text().isEmpty() || text.isEmpty() || !Context)
+        return;
+    if (!client().isConnected())
+        return setPanelText(tr("You are not connected. Your message was not sent."));
+    const PlugInContext context = *Context;
+    auto fields = context.OutPacket().MessageFields();
+    fields.setTo(outbound::address(peerJid(), chosenResource()));
+    fields.setBody(outbound::sendable(text));
+    fields.setType(QStringLiteral("chat"));
+    if (!context.OutPacket().Send())
+        return setPanelText(tr("Your message was not sent: %1").arg(context.OutPacket().lastError()));
+    OwnMessage = true;
+    const QPointer<MessageForm> self(this);
+    WriteMessage(fields);
+    if (!self)
+        return;
+    ui_->txtMsg->clear();
+    ui_->txtMsg->setFocus();
+    typing_.messageSent();
+}
+
+void MessageForm::txtMsg_Change()
+{
+    if (client().isConnected() && client().Application && typing_.textChanged())
+        SendStanza(*client().Application, stanzas::composing(peerJid()));
+}
+
+void MessageForm::mnuToolsNoChar13_Click()
+{
+    const bool newLine = ui_->mnuToolsNoChar13->isChecked();
+    setDefaultButton(newLine ? nullptr : ui_->cmdSend);
+    ui_->txtMsg->enterSends = !newLine;
+    ui_->Toolbar1Return->setChecked(newLine);
+}
+
+void MessageForm::mnuToolsAdd_Click()
+{
+    const QPointer<MessageForm> self(this);
+    if (commands_.addContact(peerJid()) && self)
+        setCanAdd(false);
+}
+
+void MessageForm::mnustrblock_Click()
+{
+    auto& hub = hub_;
+    if (commands_.block(peerJid()))
+        emit hub.rosterRefreshRequested();
+}
+
+void MessageForm::mnustroldconv_Click()
+{
+    hub_.ShowMessageLog(peerJid());
+}
+
+void MessageForm::mnustrDelHistory_Click()
+{
+    hub_.reportLog(hub_.log().ClearMessageLog(peerJid()));
+}
+
+void MessageForm::mnustrvcard_Click()
+{
+    emit hub_.vCardRequested(peerJid());
+    commands_.requestVCard(peerJid());
+}
+
+void MessageForm::mnustrincchgr_Click()
+{
+    emit hub_.inviteRequested(peerJid());
+}
+
+void MessageForm::mnustrsendfile_Click()
+{
+    emit hub_.callRequested(this);
+}
+
+void MessageForm::sendByEmail()
+{
+    const QPointer<MessageForm> self(this);
+    const auto address = client().desktop.boxes->input(tr("Brelo Instant Messenger"),
+                                                       tr("Type the e-mail address of the receiver:"), {});
+    if (!self || !address || address->isEmpty())
+        return;
+    client().desktop.links->open(QStringLiteral("mailto:") + *address + QStringLiteral("?body=") +
+                                 ui_->txtLog->toPlainText() +
+                                 QStringLiteral("&subject=Jabber conversation with ") + ui_->txtTO->text());
+}
+
+void MessageForm::keepIn(const PlugInContext& context, const QString& key)
+{
+    Context = context;
+    bagKey_ = key;
+    auto release = [guard = QPointer<MessageForm>(this)](QObject*) {
+        if (guard)
+            guard->discard();
+    };
+    context.Session().Properties().Add(std::shared_ptr<QObject>(this, release), key);
+}
+
+// The bag let go of the window. It is deleted later, since one of its own handlers may be under way.
+void MessageForm::discard()
+{
+    bagKey_.clear();
+    registry().remove(this);
+    hide();
+    deleteLater();
+}
+
+bool MessageForm::queryUnload(CloseMode)
+{
+    // A window that no bag keeps could never be brought back.
+    if (client().UserClosing || !isKept())
+        return true;
+    Tag = windowtag::of(pos());
+    hide();
+    return false;
+}
+
+void MessageForm::unload()
+{
+    if (!isKept())
+        return;
+    auto& bag = Context->Session().Properties();
+    if (bag.Item(bagKey_) == this)
+        bag.Remove(bagKey_);
+}
+
+// "[*]" in a title is a place holder of the toolkit's.
+void MessageForm::setCaption(const QString& text)
+{
+    setWindowTitle(QString(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+}
+
+void MessageForm::setPeer(const QString& jid)
+{
+    ui_->txtTO->setText(jid);
+    ui_->txtTO->setCursorPosition(0);
+    ui_->toJIDmsg->setText(jid);
+}
+
+void MessageForm::setNick(const QString& nick)
+{
+    ui_->txtNick->setText(nick);
+}
+
+void MessageForm::setStatusText(const QString& text)
+{
+    ui_->txtTOS->setText(text);
+    ui_->txtTOS->setCursorPosition(0);
+}
+
+void MessageForm::setPicture(const QString& imageKey)
+{
+    if (picture_ == imageKey)
+        return;
+    picture_ = imageKey;
+    ui_->imgStatus->setPixmap(ImageList::icon(imageKey).pixmap(pictureSize));
+    ui_->imgStatus->setAccessibleDescription(imageKey);
+}
+
+void MessageForm::setCanAdd(bool on)
+{
+    ui_->mnuToolsAdd->setEnabled(on);
+    ui_->Toolbar1Add->setEnabled(on);
+}
+
+void MessageForm::setPanelText(const QString& text)
+{
+    ui_->StatusBar1->showMessage(text);
+}
+void MessageForm::focusEntry()
+{
+    ui_->txtMsg->setFocus();
+}
+QString MessageForm::peerJid() const
+{
+    return ui_->toJIDmsg->text();
+}
+QString MessageForm::chosenResource() const
+{
+    return ui_->ComboResource->currentText();
+}

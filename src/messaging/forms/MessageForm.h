@@ -1,0 +1,94 @@
+#pragma once
+
+#include "desktop/forms/Form.h"
+#include "engine/PlugInContext.h"
+#include "messaging/PeerCommands.h"
+#include "messaging/TypingRules.h"
+#include "messaging/forms/ResourceControls.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace Ui
+{
+class MessageForm;
+}
+class ChatWindow;
+class TranscriptView;
+struct Client;
+
+// The conversation with one peer, or with one occupant of a room. Windows are made by the hub. One that is
+// kept in its session's bag only hides when it is closed, and returns with its transcript and its unsent
+// text.
+class MessageForm : public Form
+{
+    Q_OBJECT
+
+public:
+    // The hub must outlive its windows.
+    MessageForm(FormRegistry& registry, ChatWindow& hub);
+    ~MessageForm() override;
+
+    // The context of the last message; the window sends through its packet.
+    std::optional<PlugInContext> Context;
+    // The line being written is the person's own.
+    bool OwnMessage = false;
+
+    // Appends one line to the transcript; an own line goes to the log as well.
+    void WriteMessage(const MessageFields& fields);
+    // Asks for a call with the peer.
+    void mnustrsendfile_Click();
+    // Opens the mail client on the transcript, addressed as the person types.
+    void sendByEmail();
+
+    // Puts the window into the bag of the context's session, which owns it from here on.
+    void keepIn(const PlugInContext& context, const QString& key);
+    void setCaption(const QString& text);
+    // The JID that messages go to, also as shown.
+    void setPeer(const QString& jid);
+    void setNick(const QString& nick);
+    void setStatusText(const QString& text);
+    // A key of the shared image list.
+    void setPicture(const QString& imageKey);
+    void setCanAdd(bool on);
+    // Panel 1 of the status bar.
+    void setPanelText(const QString& text);
+    void focusEntry();
+    // Where messages and commands go: the JID without the chosen resource.
+    QString peerJid() const;
+    QString chosenResource() const;
+    ResourceControls& resources() { return *resources_; }
+
+public slots:
+    void cmdSend_Click();
+    void txtMsg_Change();
+    void mnuToolsNoChar13_Click();
+    void mnuToolsAdd_Click();
+    void mnustrblock_Click();
+    void mnustroldconv_Click();
+    void mnustrDelHistory_Click();
+    void mnustrvcard_Click();
+    void mnustrincchgr_Click();
+
+protected:
+    bool queryUnload(CloseMode mode) override;
+    void unload() override;
+
+private:
+    void setUpToolbar();
+    void setUpEditing();
+    void connectMenus();
+    bool isKept() const { return !bagKey_.isEmpty(); }
+    void discard();
+    Client& client() const;
+
+    std::unique_ptr<Ui::MessageForm> ui_;
+    ChatWindow& hub_;
+    PeerCommands commands_;
+    TypingRules typing_;
+    std::unique_ptr<ResourceControls> resources_;
+    QString picture_;
+    QString bagKey_;
+};

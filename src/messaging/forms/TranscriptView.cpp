@@ -1,0 +1,190 @@
+#include "messaging/forms/TranscriptView.h"
+
+#include "messaging/LinkScanner.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTextCharFormat>
+
+namespace
+{
+
+using Style = TranscriptRun::Style;
+
+QTextCharFormat coloured(const QColor& colour)
+{
+    QTextCharFormat format;
+    format.setForeground(colour);
+    format.setFontWeight(QFont::Normal);
+    return format;
+}
+
+QTextCharFormat stampFormat()
+{
+    QTextCharFormat format = coloured(Qt::white);
+    format.setBackground(QColor(62, 128, 194));
+    return format;
+}
+
+QTextCharFormat bodyFormat()
+{
+    QTextCharFormat format = coloured(Qt::black);
+    format.setFontWeight(QFont::Bold);
+    return format;
+}
+
+const QTextCharFormat& formatOf(Style style)
+{
+    static const QTextCharFormat stamp = stampFormat();
+    static const QTextCharFormat own = coloured(QColor(99, 161, 64));
+    static const QTextCharFormat peer = coloured(QColor(255, 50, 50));
+    static const QTextCharFormat notice = coloured(QColor(85, 126, 186));
+    static const QTextCharFormat plain = coloured(Qt::black);
+    static const QTextCharFormat body = bodyFormat();
+    switch (style) {
+    case Style::Stamp:
+        return stamp;
+    case Style::OwnName:
+        return own;
+    case Style::PeerName:
+        return peer;
+    case Style::NoticeSender:
+        return notice;
+    case Style::Plain:
+        return plain;
+    case Style::Body:
+        break;
+    }
+    return body;
+}
+
+QTextCharFormat linkFormat(QTextCharFormat format, const QString& target)
+{
+    format.setAnchor(true);
+    format.setAnchorHref(target);
+    format.setForeground(QColor(0, 0, 192));
+    format.setFontUnderline(true);
+    return format;
+}
+
+} // namespace
+
+TranscriptView::TranscriptView(QWidget* parent) : QPlainTextEdit(parent), end_(document())
+{
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    viewport()->setMouseTracking(true);
+    QPalette page = palette();
+    page.setColor(QPalette::Base, Qt::white);
+    page.setColor(QPalette::Text, Qt::black);
+    setPalette(page);
+}
+
+void TranscriptView::appendLine(std::initializer_list<TranscriptRun> runs)
+{
+    beginEdit();
+    for (const auto& run : runs) {
+        if (run.style == Style::Body || run.style == Style::Plain)
+            insertLinked(run.text, formatOf(run.style));
+        else
+            end_.insertText(run.text, formatOf(run.style));
+    }
+    end_.insertBlock();
+}
+
+void TranscriptView::appendText(const QString& text, bool bold)
+{
+    beginEdit();
+    insertLinked(text, formatOf(bold ? Style::Body : Style::Plain));
+}
+
+void TranscriptView::scrollToEnd()
+{
+    follows_ = true;
+    if (!editing_)
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void TranscriptView::clearTranscript()
+{
+    finishEdit();
+    clear();
+}
+
+// The edit stays open until control returns to the event loop, so that a flood is laid out once a tick.
+void TranscriptView::beginEdit()
+{
+    if (!editing_) {
+        editing_ = true;
+        follows_ = isAtEnd();
+        end_.beginEditBlock();
+        QMetaObject::invokeMethod(this, &TranscriptView::finishEdit, Qt::QueuedConnection);
+    }
+    end_.movePosition(QTextCursor::End);
+}
+
+void TranscriptView::finishEdit()
+{
+    if (!editing_)
+        return;
+    editing_ = false;
+    end_.endEditBlock();
+    if (follows_)
+        scrollToEnd();
+}
+
+void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& format)
+{
+    qsizetype done = 0;
+    for (const auto& link : findLinks(text)) {
+        end_.insertText(text.mid(done, link.start - done), format);
+        end_.insertText(text.mid(link.start, link.length), linkFormat(format, link.target));
+        done = link.start + link.length;
+    }
+    end_.insertText(done == 0 ? text : text.mid(done), format);
+}
+
+bool TranscriptView::isAtEnd() const
+{
+    return verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+}
+
+void TranscriptView::keyPressEvent(QKeyEvent* event)
+{
+    const bool command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (!command && !event->text().isEmpty() && event->text().at(0).isPrint())
+        emit typed(event->text());
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void TranscriptView::mousePressEvent(QMouseEvent* event)
+{
+    const QString target = event->button() == Qt::LeftButton ? anchorAt(event->pos()) : QString();
+    if (target.isEmpty())
+        QPlainTextEdit::mousePressEvent(event);
+    else
+        emit linkPressed(target);
+}
+
+void TranscriptView::mouseMoveEvent(QMouseEvent* event)
+{
+    QPlainTextEdit::mouseMoveEvent(event);
+    viewport()->setCursor(anchorAt(event->pos()).isEmpty() ? Qt::IBeamCursor : Qt::PointingHandCursor);
+}
+
+void TranscriptView::contextMenuEvent(QContextMenuEvent* event)
+{
+    emit menuRequested(event->globalPos());
+}
+
+void TranscriptView::resizeEvent(QResizeEvent* event)
+{
+    const bool follows = isAtEnd();
+    QPlainTextEdit::resizeEvent(event);
+    if (follows)
+        scrollToEnd();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <QString>
+#include <QTextCursor>
+
+#include <initializer_list>
+
+// A run of a transcript line: a text in one of the transcripts' fixed styles. Links are found in plain text
+// and in bodies.
+struct TranscriptRun {
+    enum class Style { Stamp, OwnName, PeerName, NoticeSender, Plain, Body };
+
+    Style style;
+    QString text;
+};
+
+// A read-only transcript of coloured lines whose links can be pressed. Its page stays white in a dark desktop
+// too, since the colours of its lines are fixed. Lines that come together are laid out once; the text is
+// there at once.
+class TranscriptView : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit TranscriptView(QWidget* parent = nullptr);
+
+    // Appends the runs and ends the line. The view follows the end unless the person has scrolled away from
+    // it.
+    void appendLine(std::initializer_list<TranscriptRun> runs);
+    // Appends a text as it stands, ended by nothing, in the style of plain text or of bodies.
+    void appendText(const QString& text, bool bold);
+    void scrollToEnd();
+    void clearTranscript();
+
+signals:
+    // A press on a link; `target` has a scheme, but nothing else has been checked.
+    void linkPressed(const QString& target);
+    // Text typed while the transcript has the focus.
+    void typed(const QString& text);
+    void menuRequested(const QPoint& globalPosition);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void beginEdit();
+    void finishEdit();
+    void insertLinked(const QString& text, const QTextCharFormat& format);
+    bool isAtEnd() const;
+
+    QTextCursor end_;
+    bool editing_ = false;
+    bool follows_ = true;
+};

@@ -1,0 +1,67 @@
+#include "messaging/forms/authorizeForm.h"
+
+#include "contacts/Client.h"
+#include "engine/Jid.h"
+#include "messaging/MessageStanzas.h"
+#include "ui_authorizeForm.h"
+
+authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
+    : Form(registry, QStringLiteral("authorizeForm")), ui_(std::make_unique<Ui::authorizeForm>()),
+      client_(client)
+{
+    ui_->setupUi(this);
+    connect(ui_->cmdAccept, &QPushButton::clicked, this, &authorizeForm::cmdAccept_Click);
+    connect(ui_->cmdDeny, &QPushButton::clicked, this, &authorizeForm::cmdDeny_Click);
+    connect(ui_->cmdShowVCard, &QPushButton::clicked, this, &authorizeForm::cmdShowVCard_Click);
+}
+
+authorizeForm::~authorizeForm() = default;
+
+void authorizeForm::setUserName(const QString& jid)
+{
+    ui_->lblUserName->setText(jid);
+}
+
+void authorizeForm::OnPresence(PlugInContext& context)
+{
+    Context = context;
+    if (client_.settings.AuthAskForAll)
+        return;
+    if (client_.settings.AuthForAll)
+        cmdAccept_Click();
+    else if (client_.settings.AuthDenyAll)
+        cmdDeny_Click();
+}
+
+void authorizeForm::cmdAccept_Click()
+{
+    if (!Context)
+        return;
+    auto& packet = Context->OutPacket();
+    auto presence = packet.PresenceFields();
+    presence.SetSubscribed();
+    presence.setFrom(client_.ownBareJid());
+    packet.Send();
+    if (!client_.MyRoster.DoesJIDExist(Context->Stanza().From())) {
+        presence.SetSubscribe();
+        presence.setFrom(client_.ownBareJid());
+        packet.Send();
+    }
+    requestUnload(CloseMode::Code);
+}
+
+void authorizeForm::cmdDeny_Click()
+{
+    if (!Context)
+        return;
+    auto presence = Context->OutPacket().PresenceFields();
+    presence.SetUnsubscribed();
+    presence.setFrom(client_.ownBareJid());
+    Context->OutPacket().Send();
+    requestUnload(CloseMode::Code);
+}
+
+void authorizeForm::cmdShowVCard_Click()
+{
+    SendStanza(*client_.Application, stanzas::vCardRequest(jid::bare(ui_->lblUserName->text())));
+}
