@@ -1,0 +1,70 @@
+#include "session/forms/Program.h"
+
+#include "contacts/forms/RosterForm.h"
+#include "desktop/forms/DesktopLinkOpener.h"
+#include "desktop/QtSoundPlayer.h"
+#include "desktop/SystemClock.h"
+#include "desktop/SystemNetworkChecks.h"
+#include "desktop/forms/CursorPointer.h"
+#include "desktop/forms/ImageList.h"
+#include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/QtTrayIcon.h"
+#include "engine/GatewayClient.h"
+#include "session/ComponentCheck.h"
+#include "session/forms/SignInForm.h"
+#include "session/forms/TrayControl.h"
+#include "session/forms/TrayMenus.h"
+#include "settings/KeychainSecretStore.h"
+#include "settings/Paths.h"
+
+#include <QApplication>
+#include <QTimer>
+
+// The real versions of the seams.
+struct Program::World {
+    QtMessageBoxes boxes;
+    DesktopLinkOpener links;
+    QtSoundPlayer sounds;
+    QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
+    SystemClock clock;
+    CursorPointer pointer;
+    SystemNetworkChecks network;
+    KeychainSecretStore secrets;
+};
+
+Program::Program() :
+    world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
+{
+    client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds, &world_->tray,
+                       &world_->clock, &world_->pointer, &world_->network};
+}
+
+Program::~Program() = default;
+
+bool Program::start()
+{
+    const QString missing = componentCheck();
+    if (!missing.isEmpty()) {
+        world_->boxes.critical(QStringLiteral("BreloIM"), missing);
+        return false;
+    }
+    ui_ = std::make_unique<SessionUi>(registry_, client_, store_, [](ConnectionHost& host) {
+        return std::make_unique<GatewayClient>(host);
+    });
+    auto& signIn = ui_->windows.signIn();
+    QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
+    ui_->start();
+    signIn.show();
+    // The first window need not wait for the icon.
+    QTimer::singleShot(0, &signIn, [this] { makeTray(); });
+    return true;
+}
+
+void Program::makeTray()
+{
+    menus_ = std::make_unique<TrayMenus>();
+    trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
+    world_->tray.setContextMenu(menus_->menu());
+    world_->tray.appear();
+    QObject::connect(&world_->tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+}

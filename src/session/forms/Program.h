@@ -1,0 +1,36 @@
+#pragma once
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "session/forms/SessionUi.h"
+#include "settings/SettingsStore.h"
+
+#include <memory>
+
+class QtTrayIcon;
+class TrayControl;
+class TrayMenus;
+
+// The whole program: the world outside, what is shared, and the session's windows, in the order of their lives.
+class Program
+{
+public:
+    Program();
+    ~Program();
+
+    // False, after a box, when something that the client can't live without is missing.
+    bool start();
+
+private:
+    struct World;
+
+    void makeTray();
+
+    std::unique_ptr<World> world_;
+    SettingsStore store_;
+    FormRegistry registry_;
+    Client client_;
+    std::unique_ptr<SessionUi> ui_;
+    std::unique_ptr<TrayMenus> menus_;
+    std::unique_ptr<TrayControl> trayControl_;
+};

@@ -1,0 +1,96 @@
+#include "session/forms/SessionEnd.h"
+
+#include "contacts/Client.h"
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "desktop/forms/FormRegistry.h"
+#include "session/forms/LoggingInForm.h"
+#include "session/forms/SignInForm.h"
+#include "session/forms/Windows.h"
+#include "session/forms/WindowState.h"
+#include "settings/SettingsStore.h"
+
+namespace {
+
+const QString signInName = QStringLiteral("SignInForm");
+const QString rosterName = QStringLiteral("RosterForm");
+
+} // namespace
+
+SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store) :
+    client_(client), windows_(windows), store_(store)
+{
+}
+
+void SessionEnd::saveWindowPosition()
+{
+    if (const auto* form = windows_.rosterForm())
+        store_.saveWindowPosition(form->geometry(), windowState(*form));
+}
+
+void SessionEnd::emptyLists()
+{
+    client_.MyRoster.RemoveAll();
+    client_.MyAgents.RemoveAll();
+    client_.MyGroups.RemoveAll();
+}
+
+void SessionEnd::showSignIn()
+{
+    windows_.signIn().show();
+    windows_.signIn().activateWindow();
+}
+
+void SessionEnd::returnToSignIn()
+{
+    saveWindowPosition();
+    client_.SessionClosing = true;
+    windows_.registry().unloadAllExcept({signInName});
+    client_.Gateway().DoDisconnect();
+    emptyLists();
+    showSignIn();
+    client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
+    emit ended();
+}
+
+void SessionEnd::cancelSignIn()
+{
+    emptyLists();
+    client_.IgnoreIQ = true;
+    client_.Gateway().DoDisconnect();
+    client_.SessionClosing = true;
+    windows_.registry().unloadAllExcept({signInName, QStringLiteral("LoggingInForm")});
+    if (auto* progress = windows_.progressIfLoaded())
+        progress->requestUnload(CloseMode::Code);
+    client_.IgnoreIQ = false;
+    showSignIn();
+    emit ended();
+}
+
+// The main window stays on screen, empty, with its wait picture.
+void SessionEnd::connectionLost()
+{
+    windows_.registry().unloadAllExcept({rosterName, signInName});
+    if (client_.MyRoster.Count() == 0)
+        return;
+    if (auto* roster = windows_.roster()) {
+        roster->RemoveAll();
+        roster->setIsInitiated(false);
+    }
+    emptyLists();
+    if (auto* form = windows_.rosterForm())
+        form->showDisconnected();
+    client_.desktop.tray->setIcon(QStringLiteral("LightOff"));
+    client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
+    emit ended();
+}
+
+void SessionEnd::exitProgram()
+{
+    saveWindowPosition();
+    client_.UserClosing = true;
+    if (client_.isConnected())
+        client_.Gateway().DoDisconnect();
+    windows_.registry().unloadAllExcept({signInName});
+    windows_.signIn().requestUnload(CloseMode::Code);
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "engine/ConnectionHost.h"
+#include "engine/ITriggerReceiver.h"
+#include "services/Agents.h"
+#include "session/SessionDispatch.h"
+#include "session/SessionWindows.h"
+#include "session/forms/SessionEnd.h"
+#include "session/forms/Windows.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+class FormRegistry;
+class SettingsStore;
+struct Client;
+
+// The session as the engine and the dispatch see it: their wishes are carried out on the windows.
+class SessionUi : public QObject, public SessionWindows, public ConnectionHost, public ITriggerReceiver
+{
+    Q_OBJECT
+
+public:
+    using GatewayFactory = std::function<std::unique_ptr<::Gateway>(ConnectionHost&)>;
+
+    // Creates the engine by `makeGateway` unless the client has one. Nothing is owned; all must outlive it.
+    SessionUi(FormRegistry& registry, Client& client, SettingsStore& store, const GatewayFactory& makeGateway);
+
+    // Reads the settings, fills the sign-in window and starts the pump; with "Auto Logon" on it connects.
+    void start();
+
+    Windows windows;
+    SessionEnd end;
+    SessionDispatch dispatch;
+
+    bool isInitiated() const override;
+    void firstContact(const QString& progressLine) override;
+    void finishSignIn() override;
+    void streamConnected() override;
+    void backToSignIn() override;
+    void connectAgain() override;
+    QString userName() const override;
+    QString password() const override;
+    ApplicationPlugIn& roster() override;
+    ApplicationPlugIn& agents() override { return agents_; }
+    ApplicationPlugIn& chat() override;
+    void removeContact(const QString& bareJid) override;
+    void showAdminMenu(const QString& server) override;
+    void askAuthorization(PlugInContext& context) override;
+    void showNotice(PlugInContext& context) override;
+    void writeNotice(const QString& from, const QString& body, const QString& subject) override;
+    void noticePresence(PlugInContext& context) override;
+
+    void connectionProgress(const QString& text) override;
+    CertificateAnswer askCertificate(const CertificateInfo& info) override;
+    bool allowPlainPassword(const QString& server) override;
+    QByteArray pinnedCertificate(const QString& server) override;
+    void pinCertificate(const QString& server, const QByteArray& sha256) override;
+
+    // The engine's periodic call; reaches the main window while connected.
+    void Trigger() override;
+
+signals:
+    void connected();
+
+private:
+    void wireSignIn();
+    void wireRosterForm(RosterForm& form);
+    void loadBannedList();
+    void loadWindowPosition();
+    Agents::ContactList contactList();
+
+    Client& client_;
+    SettingsStore& store_;
+    Agents agents_;
+};

@@ -1,0 +1,134 @@
+#include "session/forms/SignInForm.h"
+
+#include "contacts/Client.h"
+#include "session/ProgramVersion.h"
+#include "session/forms/ui_SignInForm.h"
+#include "settings/SettingsStore.h"
+
+#include <QIcon>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+SignInForm::SignInForm(FormRegistry& registry, Client& client, SettingsStore& store)
+    : Form(registry, QStringLiteral("SignInForm")), client_(client), store_(store),
+      ui_(std::make_unique<Ui::SignInForm>()), timer_(new QTimer(this))
+{
+    ui_->setupUi(this);
+    setCentralWidget(ui_->page);
+    timer_->setObjectName(QStringLiteral("Timer1"));
+    timer_->setInterval(50ms);
+    ui_->picture->setPixmap(QIcon(QStringLiteral(":/icons/breloim.svg")).pixmap(48));
+    ui_->txtServer->setLineEdit(new SelectingLineEdit(ui_->txtServer));
+    ui_->txtServer->setCompleter(nullptr);
+    ui_->txtUserName->setPlaceholderText(tr("your name on the server"));
+    ui_->Label6->setRestingColour(QColor(0x00, 0x00, 0xFF));
+    connectControls();
+}
+
+SignInForm::~SignInForm() = default;
+
+void SignInForm::connectControls()
+{
+    connect(ui_->Connect, &QPushButton::clicked, this, &SignInForm::Connect_Click);
+    connect(ui_->CMDDisconnect, &QPushButton::clicked, this, [this] {
+        client_.UserClosing = true;
+        client_.Gateway().DoDisconnect();
+    });
+    connect(ui_->Check1, &QCheckBox::clicked, this, &SignInForm::onCheck1);
+    connect(ui_->Check2, &QCheckBox::clicked, this, &SignInForm::onCheck2);
+    connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { client_.settings.SSL = on; });
+    connect(ui_->Label4, &LinkLabel::activated, this, &SignInForm::preferencesRequested);
+    connect(ui_->Label6, &LinkLabel::activated, this,
+            [this] { emit pageRequested(QStringLiteral("/node.php?id=526")); });
+}
+
+void SignInForm::load()
+{
+    const auto& settings = client_.settings;
+    ui_->txtUserName->setText(settings.UserName);
+    ui_->txtServer->addItems(
+        {client_.site.DefaultServer, client_.site.SisterServer, client_.site.ThirdServer});
+    ui_->txtServer->setEditText(settings.Server);
+    ui_->version->setText(programVersion());
+    ui_->txtResource->setText(settings.Resource);
+    if (settings.SavePassword) {
+        ui_->txtPassword->setText(settings.Password);
+        ui_->Check1->setChecked(true);
+    }
+    ui_->Check3->setChecked(settings.SSL);
+    setDefaultButton(ui_->Connect);
+    if (settings.AutoLogon) {
+        ui_->Check1->setChecked(true);
+        onCheck1();
+        ui_->Check2->setChecked(true);
+        onCheck2();
+        Connect_Click();
+    }
+}
+
+void SignInForm::onCheck1()
+{
+    client_.settings.SavePassword = ui_->Check1->isChecked();
+    if (client_.settings.SavePassword)
+        client_.settings.Password = password();
+}
+
+// Kept: ticking it saves the password without ticking the other box, and unticking it leaves that on.
+void SignInForm::onCheck2()
+{
+    client_.settings.AutoLogon = ui_->Check2->isChecked();
+    if (!client_.settings.AutoLogon)
+        return;
+    client_.settings.SavePassword = true;
+    client_.settings.Password = password();
+}
+
+void SignInForm::Connect_Click()
+{
+    if (!client_.desktop.network->isConnected())
+        client_.desktop.network->dial(false);
+    client_.UserClosing = false;
+    auto& gateway = client_.Gateway();
+    gateway.setSecure(client_.settings.SSL);
+    QString resource = client_.settings.Resource;
+    client_.Core->PluginManager->beginAccount(userName() + u'@' + ui_->txtServer->currentText());
+    gateway.DoConnect(userName(), password(), ui_->txtServer->currentText(), resource);
+    emit connecting();
+    hide();
+    emit progressWanted();
+}
+
+QString SignInForm::userName() const
+{
+    return ui_->txtUserName->text();
+}
+QString SignInForm::password() const
+{
+    return ui_->txtPassword->text();
+}
+
+bool SignInForm::queryUnload(CloseMode mode)
+{
+    if (mode == CloseMode::User && !client_.UserClosing) {
+        hide();
+        emit hiddenInTray();
+        return false;
+    }
+    client_.UserClosing = true;
+    return true;
+}
+
+void SignInForm::unload()
+{
+    auto& settings = client_.settings;
+    settings.UserName = userName();
+    settings.Server = ui_->txtServer->currentText();
+    if (settings.SavePassword || settings.AutoLogon)
+        settings.Password = password();
+    if (!store_.SaveSettings(settings))
+        client_.desktop.boxes->exclamation(tr("BreloIM"), tr("The settings could not be saved."));
+    emit unloaded();
+}

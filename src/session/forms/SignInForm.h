@@ -1,0 +1,61 @@
+#pragma once
+
+#include "desktop/forms/Form.h"
+
+#include <memory>
+
+class QTimer;
+class SettingsStore;
+struct Client;
+
+namespace Ui
+{
+class SignInForm;
+}
+
+// The window with which the client starts. It is never destroyed while the program runs: closing it hides it
+// in the tray. Its unload writes the settings and ends the run.
+class SignInForm : public Form
+{
+    Q_OBJECT
+
+public:
+    SignInForm(FormRegistry& registry, Client& client, SettingsStore& store);
+    ~SignInForm() override;
+
+    // Fills the fields from the settings and, with "Auto Logon" on, connects.
+    void load();
+    void Connect_Click();
+
+    // The pump's timer; runs for the whole run.
+    QTimer* Timer1() const { return timer_; }
+
+    QString userName() const;
+    QString password() const;
+
+signals:
+    // The connection has been started: the contact list is to be made, unseen.
+    void connecting();
+    // The sign-in window is hidden: the progress is to be shown.
+    void progressWanted();
+    void preferencesRequested();
+    void pageRequested(const QString& path);
+    // Closed to the tray, or shown again.
+    void hiddenInTray();
+    // The last act of the run.
+    void unloaded();
+
+protected:
+    bool queryUnload(CloseMode mode) override;
+    void unload() override;
+
+private:
+    void connectControls();
+    void onCheck1();
+    void onCheck2();
+
+    Client& client_;
+    SettingsStore& store_;
+    std::unique_ptr<Ui::SignInForm> ui_;
+    QTimer* timer_;
+};

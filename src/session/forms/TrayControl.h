@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+
+class RosterForm;
+class SessionEnd;
+class TrayMenus;
+class Windows;
+struct Client;
+
+// What the entries of the tray's menu do.
+class TrayControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus);
+
+    // A double click on the icon brings a minimised main window back.
+    void onDoubleClick();
+
+private:
+    void follow(RosterForm& form);
+    void onStatus(int index);
+    void onConnect();
+    void onRestore();
+    void onMinimize();
+
+    Client& client_;
+    Windows& windows_;
+    SessionEnd& end_;
+    TrayMenus& menus_;
+};
