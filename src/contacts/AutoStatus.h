@@ -19,8 +19,8 @@ public:
 
     // True when the pointer has moved since the last look.
     bool pointerMoved();
-    // What the status is to become, given the one that is chosen now; nothing to leave it. Only a movement that is
-    // seen here counts as activity.
+    // What the status is to become, given the one that is chosen now; nothing to leave it. Only a movement
+    // that is seen here counts as activity.
     std::optional<StatusCommand> tick(StatusCommand chosen);
 
 private:

@@ -10,9 +10,13 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
-namespace {
+namespace
+{
 
-QString tr(const char* text) { return QCoreApplication::translate("BannedListFile", text); }
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("BannedListFile", text);
+}
 
 // Files of older versions were written in the system's 8-bit code page.
 QString decoded(const QByteArray& bytes)
@@ -24,8 +28,8 @@ QString decoded(const QByteArray& bytes)
 
 } // namespace
 
-BannedListFile::BannedListFile(QString file) :
-    file_(file.isEmpty() ? paths::configFolder() + QStringLiteral("/BannedList.xml") : std::move(file))
+BannedListFile::BannedListFile(QString file)
+    : file_(file.isEmpty() ? paths::configFolder() + QStringLiteral("/BannedList.xml") : std::move(file))
 {
 }
 
@@ -91,7 +95,8 @@ QString BannedListFile::read(pugi::xml_document& document) const
         return tr("The list of blocked contacts can't be read: %1\n%2").arg(file_, file.errorString());
     const QByteArray text = decoded(file.readAll()).toUtf8();
     constexpr unsigned options = pugi::parse_full | pugi::parse_ws_pcdata;
-    if (!document.load_buffer(text.constData(), static_cast<std::size_t>(text.size()), options, pugi::encoding_utf8) ||
+    if (!document.load_buffer(text.constData(), static_cast<std::size_t>(text.size()), options,
+                              pugi::encoding_utf8) ||
         std::string_view(document.document_element().name()) != "banned")
         return tr("The list of blocked contacts is damaged and was left as it is: %1\n"
                   "Move the file away to begin a new list.")

@@ -4,7 +4,8 @@
 
 class CBanList;
 
-namespace pugi {
+namespace pugi
+{
 class xml_document;
 }
 

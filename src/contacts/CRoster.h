@@ -5,7 +5,8 @@
 
 #include <QString>
 
-// The contacts of the account, in the order in which they became known. Two records of one JID may stand in it.
+// The contacts of the account, in the order in which they became known. Two records of one JID may stand in
+// it.
 class CRoster
 {
 public:

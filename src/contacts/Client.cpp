@@ -1,4 +1,10 @@
 #include "contacts/Client.h"
 
-QString Client::ownBareJid() const { return Gateway().UserName() + u'@' + Gateway().Server(); }
-QString Client::ownFullJid() const { return ownBareJid() + u'/' + settings.Resource; }
+QString Client::ownBareJid() const
+{
+    return Gateway().UserName() + u'@' + Gateway().Server();
+}
+QString Client::ownFullJid() const
+{
+    return ownBareJid() + u'/' + settings.Resource;
+}

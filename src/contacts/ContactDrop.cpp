@@ -5,14 +5,18 @@
 #include "contacts/FixedGroups.h"
 #include "contacts/RosterStanzas.h"
 
-namespace {
+namespace
+{
 
 bool oneOf(const QString& text, std::initializer_list<QStringView> words)
 {
     return std::any_of(words.begin(), words.end(), [&](QStringView word) { return text == word; });
 }
 
-QString parentText(const TreeNode& node) { return node.parent ? node.parent->text : QString(); }
+QString parentText(const TreeNode& node)
+{
+    return node.parent ? node.parent->text : QString();
+}
 
 bool mayLeave(const TreeNode& dragged, const QString& server)
 {
@@ -54,7 +58,8 @@ bool contactdrop::drop(Client& client, ContactTree& tree, const QString& dragged
     const auto* item = client.MyRoster.record(node->key);
     if (!goal || !item)
         return false;
-    const QString group = goal->text.compare(groups::contacts(), Qt::CaseInsensitive) == 0 ? QString() : goal->text;
+    const QString group =
+        goal->text.compare(groups::contacts(), Qt::CaseInsensitive) == 0 ? QString() : goal->text;
     stanzas::send(client, stanzas::moveContact(node->key, item->nick, group));
     tree.move(node, goal);
     removeOldGroup(client, tree, *node, selected);

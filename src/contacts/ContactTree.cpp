@@ -39,7 +39,8 @@ TreeNode* ContactTree::Item(int position) const
                : nullptr;
 }
 
-TreeNode* ContactTree::add(const QString& parent, const QString& key, const QString& text, const QString& image)
+TreeNode* ContactTree::add(const QString& parent, const QString& key, const QString& text,
+                           const QString& image)
 {
     TreeNode* above = parent.isEmpty() ? nullptr : Item(NodeIndexOfKey(parent));
     if (key.isEmpty() || NodeIndexOfKey(key) || (!parent.isEmpty() && !above))
@@ -201,7 +202,8 @@ void ContactTree::compact()
         nodes_[slot]->slot = slot;
 }
 
-// One notice for each parent, from its first changed child to its last: a view searches its rows at every notice.
+// One notice for each parent, from its first changed child to its last: a view searches its rows at every
+// notice.
 void ContactTree::tellLooks()
 {
     QHash<TreeNode*, std::pair<TreeNode*, TreeNode*>> spans;
@@ -240,7 +242,10 @@ int ContactTree::rowCount(const QModelIndex& parent) const
     return static_cast<int>(parent.isValid() ? node(parent)->children.size() : roots_.size());
 }
 
-int ContactTree::columnCount(const QModelIndex&) const { return 1; }
+int ContactTree::columnCount(const QModelIndex&) const
+{
+    return 1;
+}
 
 QVariant ContactTree::data(const QModelIndex& index, int role) const
 {

@@ -10,8 +10,8 @@
 
 // The nodes of the contact list in the order of their addition, and the model through which views see them.
 //
-// Views are told nothing until settle(): however many nodes came, went or changed, they hear of one reset, or of
-// one change a group. Removed nodes live on until then, so that an index in a view's hands never dangles.
+// Views are told nothing until settle(): however many nodes came, went or changed, they hear of one reset, or
+// of one change a group. Removed nodes live on until then, so that an index in a view's hands never dangles.
 //
 // Positions count from 1 in the order of addition, 0 stands for none; they hold until the next settle().
 class ContactTree : public QAbstractItemModel
@@ -34,8 +34,8 @@ public:
     TreeNode* Item(int position) const;
     int Count() const { return count_; }
 
-    // Adds a node below the node of key `parent`, or at the root for an empty one. Null, and nothing added, when
-    // there is no such parent or when `key` is empty or taken.
+    // Adds a node below the node of key `parent`, or at the root for an empty one. Null, and nothing added,
+    // when there is no such parent or when `key` is empty or taken.
     TreeNode* add(const QString& parent, const QString& key, const QString& text, const QString& image);
     // A root node that is drawn as an open folder. Null when the key is taken.
     TreeNode* addGroup(const QString& name, const QString& tag);
@@ -55,7 +55,10 @@ public:
     // How many removed nodes wait for the next settle().
     std::size_t retiredCount() const { return retired_.size(); }
 
-    static TreeNode* node(const QModelIndex& index) { return static_cast<TreeNode*>(index.internalPointer()); }
+    static TreeNode* node(const QModelIndex& index)
+    {
+        return static_cast<TreeNode*>(index.internalPointer());
+    }
     QModelIndex indexOf(const TreeNode* node) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -4,7 +4,8 @@
 #include "contacts/FixedGroups.h"
 #include "contacts/TreeNode.h"
 
-namespace {
+namespace
+{
 
 ContextState allDisabledBut(std::initializer_list<ContextEntry> entries, bool enabled = true)
 {
@@ -19,8 +20,9 @@ bool isContact(const TreeNode& node, const Client& client)
 {
     const auto* item = client.MyRoster.record(node.key);
     return item && !item->IsGateway && node.children.empty() && node.text != u"ChatRoom" &&
-           node.text != groups::waiting() && node.text != groups::hidden() && node.key != groups::contacts() &&
-           node.key != groups::gateways() && !client.MyGroups.Exists(node.text);
+           node.text != groups::waiting() && node.text != groups::hidden() &&
+           node.key != groups::contacts() && node.key != groups::gateways() &&
+           !client.MyGroups.Exists(node.text);
 }
 
 ContextState forContact()

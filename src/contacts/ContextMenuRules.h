@@ -24,7 +24,8 @@ enum class ContextEntry {
 // What a click does to each entry: enable, disable, or leave it as it was.
 using ContextState = std::array<std::optional<bool>, 11>;
 
-namespace contextmenu {
+namespace contextmenu
+{
 
 // For a click on `node`, or beside all nodes for null.
 ContextState stateFor(const TreeNode* node, const Client& client);

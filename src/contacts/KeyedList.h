@@ -6,16 +6,17 @@
 #include <memory>
 #include <vector>
 
-// An ordered list of records that are found by a text key. Positions count from 1 and fall when an earlier record
-// is removed. Nothing is unique: the first record of a key wins. Look-ups are hashed. A record's key must not
-// change while it stands in the list.
+// An ordered list of records that are found by a text key. Positions count from 1 and fall when an earlier
+// record is removed. Nothing is unique: the first record of a key wins. Look-ups are hashed. A record's key
+// must not change while it stands in the list.
 template <typename Record>
 class KeyedList
 {
 public:
     Record* append(const QString& key, Record record)
     {
-        auto entry = std::make_unique<Entry>(Entry{std::move(record), key, static_cast<int>(entries_.size()), nullptr});
+        auto entry = std::make_unique<Entry>(
+            Entry{std::move(record), key, static_cast<int>(entries_.size()), nullptr});
         Entry* added = entry.get();
         entries_.push_back(std::move(entry));
         Entry*& first = first_[key];

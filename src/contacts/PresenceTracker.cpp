@@ -83,7 +83,8 @@ void PresenceTracker::applyToService(CRosterItem& item, CAgentsItem& agent, Tree
 {
     const auto& settings = client_.settings;
     auto& tree = drawing_.tree();
-    tree.setLook(*node, online && settings.CharOnLineBold, online ? settings.ColorOnline : settings.ColorOffline);
+    tree.setLook(*node, online && settings.CharOnLineBold,
+                 online ? settings.ColorOnline : settings.ColorOffline);
     tree.setImage(*node, online ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
     item.Online = online;
     agent.Online = online;

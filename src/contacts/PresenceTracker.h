@@ -11,7 +11,8 @@ struct Client;
 struct CRosterItem;
 struct TreeNode;
 
-// Turns presences into changes of the contacts' records and nodes, and watches one contact at a time by a probe.
+// Turns presences into changes of the contacts' records and nodes, and watches one contact at a time by a
+// probe.
 class PresenceTracker
 {
 public:

@@ -3,7 +3,8 @@
 #include <QStringList>
 
 // The list of a contact's resources. One empty entry stands for "none known yet".
-namespace resources {
+namespace resources
+{
 
 inline void AddResource(QStringList& list, const QString& resource)
 {
@@ -12,7 +13,8 @@ inline void AddResource(QStringList& list, const QString& resource)
     list.append(resource);
 }
 
-// Walks as many places as there were entries at the start, so that of two equal entries in a row one stays. Kept.
+// Walks as many places as there were entries at the start, so that of two equal entries in a row one stays.
+// Kept.
 inline void RemoveResource(QStringList& list, const QString& resource)
 {
     const auto count = list.size();

@@ -93,7 +93,8 @@ void RosterDrawing::addTransport(const QString& JID, const QString& name, bool o
     TreeNode* row = tree.add(groups::gateways(), JID, name,
                              online ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
     if (row)
-        tree.setLook(*row, online && settings.CharOnLineBold, online ? settings.ColorOnline : settings.ColorOffline);
+        tree.setLook(*row, online && settings.CharOnLineBold,
+                     online ? settings.ColorOnline : settings.ColorOffline);
 }
 
 TreeNode* RosterDrawing::group(const QString& name, const QString& tagWhenMade)

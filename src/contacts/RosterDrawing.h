@@ -7,8 +7,8 @@
 struct Client;
 struct CRosterItem;
 
-// Draws the contacts into the tree. A rebuild is put off until somebody reads the tree or settle() is called, so
-// that many in a row cost one.
+// Draws the contacts into the tree. A rebuild is put off until somebody reads the tree or settle() is called,
+// so that many in a row cost one.
 class RosterDrawing
 {
 public:
@@ -18,8 +18,8 @@ public:
 
     // Makes the fixed groups.
     void InitRoster();
-    // Throws the nodes away and draws all contacts anew. The plain available presence that goes with it is sent at
-    // once.
+    // Throws the nodes away and draws all contacts anew. The plain available presence that goes with it is
+    // sent at once.
     void Refresh();
     void RemoveAll();
     // Removes the fixed groups that no contact names and the groups that hold nobody. Always true.
@@ -32,12 +32,13 @@ public:
     // The folder of this name, made when there is none. Null when the name can't be a folder.
     TreeNode* group(const QString& name, const QString& tagWhenMade);
     // A contact's node, drawn off line. Null when the parent is missing or the key stands already.
-    TreeNode* addContact(const QString& parent, const QString& JID, const QString& text, const QString& image);
+    TreeNode* addContact(const QString& parent, const QString& JID, const QString& text,
+                         const QString& image);
 
     // Whether the contact stands in the tree, without drawing it for the answer.
     bool hasNode(const CRosterItem& item);
-    // Removes the contact's node, and its group, from the tree and from MyGroups, when it was the last in it. False
-    // when there is no node. The record is left to the caller, who drops it at once.
+    // Removes the contact's node, and its group, from the tree and from MyGroups, when it was the last in it.
+    // False when there is no node. The record is left to the caller, who drops it at once.
     bool removeContact(const CRosterItem& item);
 
     // The tree, up to date.

@@ -4,7 +4,8 @@
 #include <pugixml.hpp>
 
 // How the contact list reads an <item/> of a stanza.
-namespace rosteritem {
+namespace rosteritem
+{
 
 // Calls `take` for each element of this name below `root`, in document order, until it returns false.
 template <typename Take>

@@ -3,8 +3,10 @@
 #include "contacts/Client.h"
 #include "engine/Xml.h"
 
-namespace stanzas {
-namespace {
+namespace stanzas
+{
+namespace
+{
 
 // One change of one contact. `iqExtra` and `itemExtra` are attributes with a leading blank.
 QString change(const QString& id, const QString& iqExtra, const QString& itemExtra, const QString& JID,
@@ -19,7 +21,8 @@ QString change(const QString& id, const QString& iqExtra, const QString& itemExt
 
 QString removeContact(const QString& JID, const QString& nick, const QString& group)
 {
-    return change(QStringLiteral("VRX_Del"), {}, QStringLiteral(" subscription=\"remove\""), JID, nick, group);
+    return change(QStringLiteral("VRX_Del"), {}, QStringLiteral(" subscription=\"remove\""), JID, nick,
+                  group);
 }
 
 QString moveContact(const QString& JID, const QString& nick, const QString& group)

@@ -5,7 +5,8 @@
 struct Client;
 
 // The texts of the stanzas that the contact list sends. Values are escaped as they are placed.
-namespace stanzas {
+namespace stanzas
+{
 
 // Asks the server to remove a contact (jabber:iq:roster, RFC 6121, 2.5).
 QString removeContact(const QString& JID, const QString& nick, const QString& group);

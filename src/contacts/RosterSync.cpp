@@ -8,13 +8,15 @@
 #include "engine/Jid.h"
 #include "engine/Xml.h"
 
-namespace {
+namespace
+{
 
 // The few words of the protocol, so that ten thousand contacts share one text.
 QString sharedWord(const char* utf8)
 {
-    static const QString words[] = {QStringLiteral("both"), QStringLiteral("to"),     QStringLiteral("from"),
-                                    QStringLiteral("none"), QStringLiteral("remove"), QStringLiteral("subscribe")};
+    static const QString words[] = {QStringLiteral("both"),   QStringLiteral("to"),
+                                    QStringLiteral("from"),   QStringLiteral("none"),
+                                    QStringLiteral("remove"), QStringLiteral("subscribe")};
     const QString word = QString::fromUtf8(utf8);
     for (const auto& known : words) {
         if (known == word)
@@ -72,7 +74,8 @@ bool RosterSync::addGatewayRow(const QString& JID, const QString& nick, const QS
     auto& tree = drawing_.tree();
     const auto& settings = client_.settings;
     const bool isServer = JID == client_.Gateway().Server();
-    TreeNode* added = tree.add(group, JID, nick, isServer ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
+    TreeNode* added =
+        tree.add(group, JID, nick, isServer ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
     if (!added)
         return false;
     if (!isServer)
@@ -107,7 +110,8 @@ bool RosterSync::addListed(const Push& push, bool online)
     return push.JID.isEmpty() || addListedNode(push, push.nick.isEmpty() ? push.JID : push.nick);
 }
 
-CRosterItem* RosterSync::addRecord(const Push& push, const QString& status, const QString& statusMsg, bool online)
+CRosterItem* RosterSync::addRecord(const Push& push, const QString& status, const QString& statusMsg,
+                                   bool online)
 {
     return client_.MyRoster.AddItem(push.JID, push.nick, online, status, statusMsg, false, push.group,
                                     push.subscription, push.ask, QString());

@@ -10,8 +10,8 @@ struct CRosterItem;
 
 // Keeps MyRoster and the tree in step with the contact list on the server (jabber:iq:roster, RFC 6121, 2).
 //
-// The operations that return a Boolean yield false when the tree refused a step, as when a key stands already or
-// a node is missing: the stanza's handling ends there, without a word.
+// The operations that return a Boolean yield false when the tree refused a step, as when a key stands already
+// or a node is missing: the stanza's handling ends there, without a word.
 class RosterSync
 {
 public:

@@ -3,15 +3,16 @@
 #include "contacts/Client.h"
 #include "contacts/RosterDrawing.h"
 
-// What a push does to a contact that is in the list already. A contact that changes its folder must have a node;
-// where the new node goes is told by the rebuild that follows.
+// What a push does to a contact that is in the list already. A contact that changes its folder must have a
+// node; where the new node goes is told by the rebuild that follows.
 
 bool RosterSync::UpdateRosterItem(const Push& push)
 {
     CRosterItem& item = *client_.MyRoster.record(push.JID);
     const bool onlineOnly = client_.settings.ShowOnlineUsers;
     const bool refused = push.subscription == u"none" && push.ask.isEmpty();
-    const bool done = push.subscription == u"none" ? updateUnsubscribed(item, push) : updateSubscribed(item, push);
+    const bool done =
+        push.subscription == u"none" ? updateUnsubscribed(item, push) : updateSubscribed(item, push);
     if (!done)
         return false;
     if (!(refused && onlineOnly))

@@ -5,23 +5,33 @@
 
 #include <QCoreApplication>
 
-namespace statusrules {
+namespace statusrules
+{
 
 const std::array<StatusRule, 5>& all()
 {
     static constexpr std::array<StatusRule, 5> rules{{
-        {StatusCommand::Available, QT_TRANSLATE_NOOP("StatusRules", "Available"), "", "Online", "mRosterSAvailable"},
+        {StatusCommand::Available, QT_TRANSLATE_NOOP("StatusRules", "Available"), "", "Online",
+         "mRosterSAvailable"},
         {StatusCommand::Away, QT_TRANSLATE_NOOP("StatusRules", "Away"), "away", "Away", "mRosterSAway"},
-        {StatusCommand::XAway, QT_TRANSLATE_NOOP("StatusRules", "Extended away"), "xa", "xAway", "mRosterSXAway"},
+        {StatusCommand::XAway, QT_TRANSLATE_NOOP("StatusRules", "Extended away"), "xa", "xAway",
+         "mRosterSXAway"},
         {StatusCommand::DND, QT_TRANSLATE_NOOP("StatusRules", "Do not disturb"), "dnd", "dnd", "mRosterSDND"},
-        {StatusCommand::FFC, QT_TRANSLATE_NOOP("StatusRules", "Free for Chat"), "chat", "free4chat", "mRosterSFFC"},
+        {StatusCommand::FFC, QT_TRANSLATE_NOOP("StatusRules", "Free for Chat"), "chat", "free4chat",
+         "mRosterSFFC"},
     }};
     return rules;
 }
 
-const StatusRule& of(StatusCommand command) { return all()[static_cast<std::size_t>(command)]; }
+const StatusRule& of(StatusCommand command)
+{
+    return all()[static_cast<std::size_t>(command)];
+}
 
-QString label(StatusCommand command) { return QCoreApplication::translate("StatusRules", of(command).label); }
+QString label(StatusCommand command)
+{
+    return QCoreApplication::translate("StatusRules", of(command).label);
+}
 
 QString text(StatusCommand command, const Client& client, bool automatic)
 {

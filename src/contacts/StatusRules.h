@@ -18,7 +18,8 @@ struct StatusRule {
     const char* menuItem; // its entry in the Status menu
 };
 
-namespace statusrules {
+namespace statusrules
+{
 
 const std::array<StatusRule, 5>& all();
 const StatusRule& of(StatusCommand command);

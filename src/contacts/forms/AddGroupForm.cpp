@@ -1,0 +1,31 @@
+#include "contacts/forms/AddGroupForm.h"
+
+#include "contacts/Client.h"
+#include "contacts/forms/Roster.h"
+
+#include "ui_AddGroupForm.h"
+
+AddGroupForm::AddGroupForm(FormRegistry& registry, Client& client, Roster& roster)
+    : Form(registry, QStringLiteral("AddGroupForm")), client_(client), roster_(&roster),
+      ui_(std::make_unique<Ui::AddGroupForm>())
+{
+    ui_->setupUi(this);
+    setDefaultButton(ui_->cmdAddGroup);
+    setCancelButton(ui_->cmdClose);
+    connect(ui_->cmdAddGroup, &QPushButton::clicked, this, &AddGroupForm::cmdAddGroup_Click);
+    connect(ui_->cmdClose, &QPushButton::clicked, this, [this] { requestUnload(CloseMode::Code); });
+    ui_->txtGroup->setFocus();
+}
+
+AddGroupForm::~AddGroupForm() = default;
+
+void AddGroupForm::cmdAddGroup_Click()
+{
+    const QString name = ui_->txtGroup->text();
+    client_.MyGroups.AddItem(name);
+    if (roster_)
+        roster_->AddGroupItem(name);
+    // The form stays for the next name.
+    ui_->txtGroup->selectAll();
+    ui_->txtGroup->setFocus();
+}

@@ -1,0 +1,189 @@
+#include "contacts/forms/RosterView.h"
+
+#include "contacts/forms/RosterDelegate.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <utility>
+
+RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), tree_(tree)
+{
+    setObjectName(QStringLiteral("RosterView"));
+    setAccessibleName(tr("Contacts"));
+    setItemDelegate(new RosterDelegate(this));
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setIconSize({16, 16});
+    setIndentation(16);
+    setEditTriggers(EditKeyPressed | SelectedClicked);
+    setSelectionMode(SingleSelection);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDragDropMode(InternalMove);
+    setDropIndicatorShown(false);
+    setTextElideMode(Qt::ElideRight);
+    setModel(&tree);
+    connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
+    connect(this, &QTreeView::expanded, [](const QModelIndex& index) { nodeAt(index)->expanded = true; });
+    connect(this, &QTreeView::collapsed, [](const QModelIndex& index) { nodeAt(index)->expanded = false; });
+    connect(this, &QTreeView::doubleClicked, this, &RosterView::nodeOpened);
+}
+
+TreeNode* RosterView::nodeAt(const QModelIndex& index)
+{
+    return index.isValid() ? ContactTree::node(index) : nullptr;
+}
+
+const TreeNode* RosterView::selectedNode() const
+{
+    const auto selected = selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? nullptr : nodeAt(selected.first());
+}
+
+void RosterView::clearSelected()
+{
+    selectionModel()->clear();
+}
+
+void RosterView::rememberPlace()
+{
+    const TreeNode* node = selectedNode();
+    keptKey_ = node ? node->key : QString();
+    keptScroll_ = verticalScrollBar()->value();
+}
+
+void RosterView::reset()
+{
+    QTreeView::reset();
+    if (!model())
+        return;
+    // The layout is still put off here, so that opening a folder costs nothing.
+    for (int row = 0; row < tree_.rowCount(); ++row) {
+        const auto index = tree_.index(row, 0);
+        if (nodeAt(index)->expanded)
+            expand(index);
+    }
+    const TreeNode* kept = tree_.Item(tree_.NodeIndexOfKey(std::exchange(keptKey_, {})));
+    if (kept)
+        selectionModel()->setCurrentIndex(tree_.indexOf(kept), QItemSelectionModel::ClearAndSelect);
+    if (keptScroll_ > 0 && isVisible()) {
+        executeDelayedItemsLayout();
+        verticalScrollBar()->setValue(std::exchange(keptScroll_, 0));
+    }
+}
+
+bool RosterView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
+{
+    const TreeNode* node = nodeAt(index);
+    if (trigger != NoEditTriggers && trigger != AllEditTriggers && (!node || (mayEdit && !mayEdit(*node))))
+        return false;
+    return QTreeView::edit(index, trigger, event);
+}
+
+void RosterView::mousePressEvent(QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    setDropHighlight({});
+    QTreeView::mousePressEvent(event);
+    if (!index.isValid())
+        clearSelected();
+    emit nodePressed(nodeAt(index));
+    if (event->button() == Qt::RightButton && (!index.isValid() || !(event->modifiers() & Qt::ShiftModifier)))
+        emit menuRequested(nodeAt(index), event->globalPosition().toPoint());
+}
+
+void RosterView::contextMenuEvent(QContextMenuEvent* event)
+{
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        return; // the press has shown the menu already
+    const TreeNode* node = selectedNode();
+    const QRect row = node ? visualRect(tree_.indexOf(node)) : QRect(0, 0, 1, 1);
+    emit nodePressed(node);
+    emit menuRequested(node, viewport()->mapToGlobal(row.center()));
+}
+
+void RosterView::keyPressEvent(QKeyEvent* event)
+{
+    const bool plain = state() != EditingState && event->modifiers() == Qt::NoModifier;
+    const bool keypadEnter = event->key() == Qt::Key_Enter && state() != EditingState;
+    if ((plain && event->key() == Qt::Key_Return) || keypadEnter)
+        emit nodeOpened();
+    else if (plain && event->key() == Qt::Key_Delete)
+        emit deletePressed();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void RosterView::startDrag(Qt::DropActions)
+{
+    const TreeNode* node = selectedNode();
+    if (!node || (mayDrag && !mayDrag()))
+        return;
+    auto* drag = new QDrag(this);
+    auto* data = new QMimeData;
+    data->setText(node->key);
+    drag->setMimeData(data);
+    drag->setPixmap(grab(visualRect(tree_.indexOf(node))));
+    dragging_ = true;
+    drag->exec(Qt::MoveAction);
+    dragging_ = false;
+    setDropHighlight({});
+}
+
+void RosterView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->source() == this)
+        event->acceptProposedAction();
+}
+
+void RosterView::dragMoveEvent(QDragMoveEvent* event)
+{
+    QTreeView::dragMoveEvent(event); // scrolls near the edges
+    setDropHighlight(indexAt(event->position().toPoint()));
+    if (dropHighlight_.isValid())
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void RosterView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    setDropHighlight({});
+    QTreeView::dragLeaveEvent(event);
+}
+
+void RosterView::dropEvent(QDropEvent* event)
+{
+    const TreeNode* target = nodeAt(indexAt(event->position().toPoint()));
+    // The model is changed by the handler: the view must not remove the row itself.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    setState(NoState);
+    setDropHighlight({});
+    emit dropped(target ? target->key : QString());
+}
+
+void RosterView::setDropHighlight(const QModelIndex& index)
+{
+    if (dropHighlight_ == index)
+        return;
+    dropHighlight_ = index;
+    viewport()->update();
+}
+
+void RosterView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const
+{
+    QTreeView::drawRow(painter, option, index);
+    if (index != dropHighlight_)
+        return;
+    painter->save();
+    painter->setPen(palette().color(QPalette::Highlight));
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "contacts/ContactTree.h"
+
+#include <QTreeView>
+
+#include <functional>
+
+// The contact tree on the screen. It keeps the selection, the place and the open folders over a reset of the
+// model, and turns mouse and keys into what the contact list understands.
+class RosterView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    RosterView(ContactTree& tree, QWidget* parent);
+
+    // Asked before a label is edited and before a drag begins.
+    std::function<bool(const TreeNode&)> mayEdit;
+    std::function<bool()> mayDrag;
+
+    // The person edits a label or drags a node: a reset now would take it from them.
+    bool isBusy() const { return dragging_ || state() == EditingState; }
+    // Null for none.
+    const TreeNode* selectedNode() const;
+    void clearSelected();
+
+    void reset() override;
+
+signals:
+    // A mouse press, with what it hit; null beside all nodes.
+    void nodePressed(const TreeNode* node);
+    // A right click, or the menu key.
+    void menuRequested(const TreeNode* node, const QPoint& globalPosition);
+    // Double click or Enter on the selected node.
+    void nodeOpened();
+    void deletePressed();
+    // What is dragged was dropped on the node of this key; empty for none.
+    void dropped(const QString& key);
+
+protected:
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+
+private:
+    void rememberPlace();
+    void setDropHighlight(const QModelIndex& index);
+    static TreeNode* nodeAt(const QModelIndex& index);
+
+    ContactTree& tree_;
+    QPersistentModelIndex dropHighlight_;
+    QString keptKey_;
+    int keptScroll_ = 0;
+    bool dragging_ = false;
+};

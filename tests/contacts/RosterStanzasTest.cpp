@@ -1,0 +1,85 @@
+#include "contacts/RosterStanzas.h"
+#include "contacts/StatusRules.h"
+#include "contacts/ListFixture.h"
+#include "support/TestRunner.h"
+
+#include <QTest>
+
+class RosterStanzasTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyStanzaStandsExactlySo_data();
+    void everyStanzaStandsExactlySo();
+    void aStatusHasItsShowWordAndItsText_data();
+    void aStatusHasItsShowWordAndItsText();
+};
+
+void RosterStanzasTest::everyStanzaStandsExactlySo_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    const QString item = R"(<query xmlns="jabber:iq:roster"><item jid="a@b" name="N &amp; &quot;M&quot;")";
+    const QString end = "<group>G&lt;1&gt;</group></item></query></iq>";
+    const QString nick = "N & \"M\"";
+    QTest::newRow("remove") << stanzas::removeContact("a@b", nick, "G<1>")
+                            << R"(<iq id="VRX_Del" type="set">)" + item + R"( subscription="remove">)" + end;
+    QTest::newRow("move") << stanzas::moveContact("a@b", nick, "G<1>")
+                          << R"(<iq id="UP_ITEM" type="set">)" + item + ">" + end;
+    QTest::newRow("rename") << stanzas::renameContact("a@b", nick, "G<1>")
+                            << R"(<iq id="UP_NICK" type="set">)" + item + ">" + end;
+    QTest::newRow("keep") << stanzas::keepUnsubscribed("a@b", nick, "G<1>")
+                          << R"(<iq id="UP_ITEM" type="set" subscription="none">)" + item + ">" + end;
+    QTest::newRow("values that look like places")
+        << stanzas::moveContact("%2", "%1", "%6")
+        << R"(<iq id="UP_ITEM" type="set"><query xmlns="jabber:iq:roster"><item jid="%2" name="%1"><group>%6</group></item></query></iq>)";
+    QTest::newRow("whole roster")
+        << stanzas::wholeRoster()
+        << R"(<iq id="fullroster_REFRESH" type="get"><query xmlns="jabber:iq:roster"/></iq>)";
+    QTest::newRow("vCard") << stanzas::vCard("a&b@c")
+                           << R"(<iq type="get" id="vcard_wj_3" to="a&amp;b@c"><VCARD xmlns="vcard-temp"/></iq>)";
+    QTest::newRow("browse")
+        << stanzas::browseServices("m.example")
+        << R"(<iq type="get" id="VRX_GET_SERVICE" to="m.example"><query xmlns="jabber:iq:browse"></query></iq>)";
+}
+
+void RosterStanzasTest::everyStanzaStandsExactlySo()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+    QCOMPARE(text, expected);
+}
+
+void RosterStanzasTest::aStatusHasItsShowWordAndItsText_data()
+{
+    QTest::addColumn<StatusCommand>("command");
+    QTest::addColumn<bool>("automatic");
+    QTest::addColumn<QString>("inside");
+    QTest::newRow("available") << StatusCommand::Available << false << "<show></show><status>here &amp; now</status>";
+    QTest::newRow("away") << StatusCommand::Away << false << "<show>away</show><status>a</status>";
+    QTest::newRow("away by itself") << StatusCommand::Away << true << "<show>away</show><status>idle</status>";
+    QTest::newRow("xa") << StatusCommand::XAway << false << "<show>xa</show><status>x</status>";
+    QTest::newRow("xa by itself") << StatusCommand::XAway << true << "<show>xa</show><status>gone</status>";
+    QTest::newRow("dnd") << StatusCommand::DND << false << "<show>dnd</show><status>d</status>";
+    QTest::newRow("free") << StatusCommand::FFC << false << "<show>chat</show><status>f</status>";
+}
+
+void RosterStanzasTest::aStatusHasItsShowWordAndItsText()
+{
+    QFETCH(StatusCommand, command);
+    QFETCH(bool, automatic);
+    QFETCH(QString, inside);
+    Client client;
+    client.settings.StatusAv = "here & now";
+    client.settings.StatusAway = "a";
+    client.settings.StatusXAway = "x";
+    client.settings.StatusDND = "d";
+    client.settings.AutoAwayTimerMsg = "idle";
+    client.settings.AutoXAwayTimerMsg = "gone";
+    client.FreeForChatMsg = "f";
+    QCOMPARE(statusrules::presence(command, client, automatic), "<presence>" + inside + "</presence>");
+}
+
+BRELO_TEST(RosterStanzasTest)
+#include "RosterStanzasTest.moc"
