@@ -100,7 +100,7 @@ bool IniFile::setAside()
     if (!QFile::rename(file_, aside) || !QFile::setPermissions(aside, ownerOnly))
         return false;
     damaged_ = false;
-    // What could be read goes into the new file, after what is new.
+    // What could be read goes into the new file.
     changes_ += entries_.keys();
     return true;
 }

@@ -58,7 +58,10 @@ void FakeEngine::closeStream()
     trigger();
 }
 
-void FakeEngine::trigger() { client_.Core->tick(); }
+void FakeEngine::trigger()
+{
+    client_.Core->tick();
+}
 
 PlugInContext FakeEngine::contextFor(const QString& xml)
 {

@@ -15,16 +15,14 @@ QtTrayIcon::QtTrayIcon(Picture picture, QObject* parent)
 {
 }
 
-QtTrayIcon::~QtTrayIcon() = default;
-
 void QtTrayIcon::appear()
 {
     if (icon_)
         return;
-    icon_ = std::make_unique<QSystemTrayIcon>(picture_(imageKey_));
+    icon_ = new QSystemTrayIcon(picture_(imageKey_), this);
     icon_->setToolTip(toolTip_);
     icon_->setContextMenu(menu_);
-    connect(icon_.get(), &QSystemTrayIcon::activated, this, &QtTrayIcon::activated);
+    connect(icon_, &QSystemTrayIcon::activated, this, &QtTrayIcon::activated);
     icon_->show();
 }
 

@@ -10,7 +10,6 @@
 #include <QSystemTrayIcon>
 
 #include <functional>
-#include <memory>
 
 class QMenu;
 
@@ -26,7 +25,6 @@ public:
     using Picture = std::function<QIcon(const QString& imageKey)>;
 
     explicit QtTrayIcon(Picture picture, QObject* parent = nullptr);
-    ~QtTrayIcon() override;
 
     // Call it once the first window is up. Further calls do nothing.
     void appear();
@@ -53,7 +51,7 @@ private:
     void show(const Balloon& balloon);
 
     Picture picture_;
-    std::unique_ptr<QSystemTrayIcon> icon_;
+    QSystemTrayIcon* icon_ = nullptr;
     QPointer<QMenu> menu_;
     QString toolTip_;
     QString imageKey_;

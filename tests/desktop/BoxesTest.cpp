@@ -1,0 +1,127 @@
+#include "desktop/forms/QtMessageBoxes.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestRunner.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace
+{
+
+using Answer = MessageBoxes::Answer;
+using Buttons = MessageBoxes::Buttons;
+
+// Runs `act` on the box that comes up next, inside its event loop.
+template <typename Box, typename Act>
+void whenShown(Act act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        act(box);
+    });
+}
+
+} // namespace
+
+class BoxesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theAnswerIsTheButton_data()
+    {
+        QTest::addColumn<int>("buttons");
+        QTest::addColumn<int>("click"); // 0: Escape
+        QTest::addColumn<int>("answer");
+        const auto row = [](const char* name, Buttons buttons, int click, Answer answer) {
+            QTest::newRow(name) << int(buttons) << click << int(answer);
+        };
+        row("ok", Buttons::Ok, QMessageBox::Ok, Answer::Ok);
+        row("ok by escape", Buttons::Ok, 0, Answer::Ok);
+        row("yes", Buttons::YesNo, QMessageBox::Yes, Answer::Yes);
+        row("no by escape", Buttons::YesNo, 0, Answer::No);
+        row("no", Buttons::YesNoCancel, QMessageBox::No, Answer::No);
+        row("cancel", Buttons::YesNoCancel, QMessageBox::Cancel, Answer::Cancel);
+        row("cancel by escape", Buttons::YesNoCancel, 0, Answer::Cancel);
+    }
+    void theAnswerIsTheButton()
+    {
+        QFETCH(int, buttons);
+        QFETCH(int, click);
+        QFETCH(int, answer);
+        whenShown<QMessageBox>([click](QMessageBox* box) {
+            if (click)
+                QTest::mouseClick(box->button(QMessageBox::StandardButton(click)), Qt::LeftButton);
+            else
+                QTest::keyClick(box, Qt::Key_Escape);
+        });
+        const auto given = QtMessageBoxes().show({}, {}, MessageBoxes::Icon::Question, Buttons(buttons));
+        QCOMPARE(int(given), answer);
+    }
+
+    void textsArePlain()
+    {
+        const QString text = QStringLiteral("<img src='http://a.example'>&amp;");
+        whenShown<QMessageBox>([text](QMessageBox* box) {
+            QCOMPARE(box->windowTitle(), QStringLiteral("Title"));
+            QCOMPARE(box->text(), text);
+            QCOMPARE(box->textFormat(), Qt::PlainText);
+            QCOMPARE(box->icon(), QMessageBox::Critical);
+            box->accept();
+        });
+        QtMessageBoxes().critical(QStringLiteral("Title"), text);
+        whenShown<QInputDialog>([text](QInputDialog* box) {
+            const auto* label = box->findChild<QLabel*>();
+            QCOMPARE(label->text(), text);
+            QCOMPARE(label->textFormat(), Qt::PlainText);
+            QCOMPARE(label->buddy(), box->findChild<QLineEdit*>());
+            box->reject();
+        });
+        QVERIFY(!QtMessageBoxes().input(QStringLiteral("Title"), text, {}));
+    }
+
+    void aLongTextStaysOnTheScreen()
+    {
+        const QString text = QStringLiteral("line\n").repeated(2000);
+        whenShown<QMessageBox>([text](QMessageBox* box) {
+            QVERIFY(box->text().size() < 2000);
+            QCOMPARE(box->detailedText(), text);
+            box->accept();
+        });
+        QtMessageBoxes().information(QStringLiteral("Title"), text);
+    }
+
+    void inputGivesWhatWasTyped()
+    {
+        whenShown<QInputDialog>([](QInputDialog* box) {
+            auto* edit = box->findChild<QLineEdit*>();
+            QCOMPARE(edit->text(), QStringLiteral("pre"));
+            QTest::keyClicks(edit, QStringLiteral("<typed>"));
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        const auto typed =
+            QtMessageBoxes().input(QStringLiteral("T"), QStringLiteral("P"), QStringLiteral("pre"));
+        QVERIFY(typed);
+        QVERIFY(typed->contains(QStringLiteral("<typed>")));
+    }
+
+    void waveFilesAreAskedForByName()
+    {
+        RecordingFiles files;
+        files.answers = {QStringLiteral("/tmp/a.wav")};
+        QCOMPARE(files.ChooseWaveFile(), QStringLiteral("/tmp/a.wav"));
+        QCOMPARE(files.ChooseWaveFile(), QString());
+        QCOMPARE(files.asked.first(), (RecordingFiles::Question{QStringLiteral("Please Choose a WAV File"),
+                                                                QStringLiteral("Wave Files (*.wav)")}));
+    }
+};
+
+BRELO_TEST(BoxesTest)
+#include "BoxesTest.moc"

@@ -1,0 +1,89 @@
+#include "desktop/QtSoundPlayer.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestRunner.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+class SoundPlayerTest : public QObject
+{
+    Q_OBJECT
+
+    // Notes each cue outside of the player that owns it.
+    struct Noting : SoundPlayer {
+        QStringList& played;
+        explicit Noting(QStringList& list) : played(list) {}
+        void PlaySoundFile(const QString& file, bool looped) override
+        {
+            played += file + (looped ? QStringLiteral(" looped") : QString());
+        }
+    };
+
+private slots:
+    void init()
+    {
+        for (const char* name : {"/one.wav", "/two.wav"}) {
+            QFile file(folder_.path() + QLatin1String(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        played_.clear();
+        made_ = 0;
+    }
+
+    void theLastOfSeveralCuesPlays()
+    {
+        QtSoundPlayer player(maker());
+        const QString one = folder_.filePath(QStringLiteral("one.wav"));
+        const QString two = folder_.filePath(QStringLiteral("two.wav"));
+        player.PlaySoundFile(one, false);
+        player.PlaySoundFile(two, true);
+        QCOMPARE(made_, 0);
+        QTRY_COMPARE(played_, QStringList{two + QStringLiteral(" looped")});
+        player.PlaySoundFile(two, false);
+        QTRY_COMPARE(played_.size(), 2);
+        QCOMPARE(made_, 1);
+    }
+
+    void aFileThatIsMissingPlaysNothing()
+    {
+        QtSoundPlayer player(maker());
+        for (const QString& name : {QString(), folder_.path(), folder_.filePath(QStringLiteral("no.wav")),
+                                    QStringLiteral("\\Sounds\\no.wav")}) {
+            player.PlaySoundFile(name, false);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(made_, 0);
+        player.PlaySoundFile(folder_.filePath(QStringLiteral("one.wav")), false);
+        QTRY_COMPARE(played_.size(), 1);
+    }
+
+    void withoutAPlayerAllIsSilent()
+    {
+        int asked = 0;
+        QtSoundPlayer player([&asked] {
+            ++asked;
+            return std::unique_ptr<SoundPlayer>();
+        });
+        for (int i = 0; i < 3; ++i) {
+            player.PlaySoundFile(folder_.filePath(QStringLiteral("one.wav")), false);
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(asked, 1);
+    }
+
+private:
+    QtSoundPlayer::Maker maker()
+    {
+        return [this] {
+            ++made_;
+            return std::make_unique<Noting>(played_);
+        };
+    }
+
+    QTemporaryDir folder_;
+    QStringList played_;
+    int made_ = 0;
+};
+
+BRELO_TEST(SoundPlayerTest)
+#include "SoundPlayerTest.moc"

@@ -1,0 +1,129 @@
+#include "desktop/BalloonQueue.h"
+#include "desktop/PlainNotice.h"
+#include "desktop/forms/QtTrayIcon.h"
+#include "support/TestRunner.h"
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace
+{
+
+QIcon anyPicture()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::blue);
+    return pixmap;
+}
+
+} // namespace
+
+class TrayIconTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void balloonsThatComeTogetherShowAsTheLast()
+    {
+        QList<Balloon> shown;
+        BalloonQueue queue([&shown](const Balloon& balloon) { shown += balloon; }, 30);
+        const auto post = [&queue](int from, int to) {
+            for (int i = from; i <= to; ++i)
+                queue.post({QStringLiteral("title"), QString::number(i), i});
+        };
+        post(1, 1000);
+        QCOMPARE(shown.size(), 0);
+        QTRY_COMPARE(shown.size(), 1);
+        QCOMPARE(shown.last(), (Balloon{QStringLiteral("title"), QStringLiteral("1000"), 1000}));
+        post(1001, 1003);
+        QTRY_COMPARE(shown.size(), 2);
+        QCOMPARE(shown.last().text, QStringLiteral("1003"));
+    }
+
+    void noticesReadAsTyped_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("joiners");
+        QTest::newRow("tag") << "<b>x</b>" << 2;
+        QTest::newRow("link") << "<a href='file:///'>&amp;" << 2;
+        QTest::newRow("entity by number") << "&#60;" << 1;
+        QTest::newRow("no markup") << "1 < 2 && a <3 \"q\"" << 0;
+    }
+    void noticesReadAsTyped()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, joiners);
+        QString plain = plainNotice(text);
+        QCOMPARE(int(plain.count(QChar(0x2060))), joiners);
+        QCOMPARE(plain.remove(QChar(0x2060)), text);
+    }
+
+    void takesItsPlaceWithWhatWasSetBefore()
+    {
+        QStringList drawn;
+        QtTrayIcon tray([&drawn](const QString& key) {
+            drawn += key;
+            return anyPicture();
+        });
+        tray.setIcon(QStringLiteral("offline"));
+        tray.setToolTip(QStringLiteral("before"));
+        QVERIFY(!tray.findChild<QSystemTrayIcon*>());
+        QVERIFY(drawn.isEmpty());
+        tray.appear();
+        tray.appear();
+        const auto icons = tray.findChildren<QSystemTrayIcon*>();
+        QCOMPARE(icons.size(), 1);
+        QCOMPARE(icons.first()->toolTip(), QStringLiteral("before"));
+        tray.setToolTip(QStringLiteral("after"));
+        tray.setIcon(QStringLiteral("online"));
+        tray.setIcon(QStringLiteral("online"));
+        QCOMPARE(icons.first()->toolTip(), QStringLiteral("after"));
+        QCOMPARE(drawn, QStringList({QStringLiteral("offline"), QStringLiteral("online")}));
+    }
+
+    void clicksBecomeRequests_data()
+    {
+        using Click = QSystemTrayIcon::ActivationReason;
+        QTest::addColumn<QList<Click>>("clicks");
+        QTest::addColumn<bool>("hasMenu");
+        QTest::addColumn<int>("doubles");
+        QTest::addColumn<int>("menus");
+        QTest::newRow("one click") << QList{Click::Trigger} << true << 0 << 0;
+        QTest::newRow("double click") << QList{Click::Trigger, Click::DoubleClick} << true << 1 << 0;
+        QTest::newRow("two single clicks") << QList{Click::Trigger, Click::Trigger} << true << 1 << 0;
+        QTest::newRow("middle") << QList{Click::MiddleClick} << true << 0 << 1;
+        QTest::newRow("right with a menu") << QList{Click::Context} << true << 0 << 0;
+        QTest::newRow("right without a menu") << QList{Click::Context} << false << 0 << 1;
+    }
+    void clicksBecomeRequests()
+    {
+        QFETCH(QList<QSystemTrayIcon::ActivationReason>, clicks);
+        QFETCH(bool, hasMenu);
+        QFETCH(int, doubles);
+        QFETCH(int, menus);
+        QtTrayIcon tray([](const QString&) { return anyPicture(); });
+        QMenu menu;
+        if (hasMenu)
+            tray.setContextMenu(&menu);
+        tray.appear();
+        QSignalSpy doubleClicked(&tray, &QtTrayIcon::doubleClicked);
+        QSignalSpy menuRequested(&tray, &QtTrayIcon::menuRequested);
+        for (const auto click : clicks)
+            emit tray.findChild<QSystemTrayIcon*>()->activated(click);
+        QCOMPARE(doubleClicked.size(), doubles);
+        QCOMPARE(menuRequested.size(), menus);
+    }
+
+    void aBalloonWithoutATrayDoesNoHarm()
+    {
+        QtTrayIcon tray([](const QString&) { return anyPicture(); });
+        tray.setBalloonTitle(QStringLiteral("title"));
+        tray.showBalloon();
+        QTRY_VERIFY(tray.findChild<QSystemTrayIcon*>());
+        QCOMPARE(tray.isReachable(), QSystemTrayIcon::isSystemTrayAvailable());
+    }
+};
+
+BRELO_TEST(TrayIconTest)
+#include "TrayIconTest.moc"

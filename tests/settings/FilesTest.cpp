@@ -1,0 +1,126 @@
+#include "settings/CRegistry.h"
+#include "settings/Paths.h"
+#include "support/TempProfile.h"
+#include "support/TestRunner.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QTest>
+
+// The autostart entry and the folders.
+class FilesTest : public QObject
+{
+    Q_OBJECT
+
+    QString entry() { return profile_->path() + QStringLiteral("/config/autostart/BreloIM.desktop"); }
+
+private slots:
+    void init() { profile_.emplace(); }
+
+    void theEntryComesAndGoes()
+    {
+        CRegistry registry;
+        QVERIFY2(!registry.setStringValue(QStringLiteral("BreloIM"), QStringLiteral("/opt/b")), "not open");
+        QVERIFY(registry.openOrCreateKey());
+        QVERIFY(registry.deleteValue(QStringLiteral("BreloIM")));
+        QVERIFY(registry.setStringValue(QStringLiteral("BreloIM"), QStringLiteral("/opt/b c/breloim")));
+        QFile file(entry());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto lines = file.readAll().split('\n');
+        QCOMPARE(lines.first(), QByteArray("[Desktop Entry]"));
+        QVERIFY(lines.contains("Type=Application"));
+        QVERIFY(lines.contains("Exec=\"/opt/b c/breloim\""));
+        QVERIFY(registry.deleteValue(QStringLiteral("BreloIM")));
+        QVERIFY(!QFile::exists(entry()));
+    }
+
+    void execIsQuoted_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QString>("exec");
+        QTest::newRow("quote") << "/a\"b"
+                               << "\"/a\\\\\"b\"";
+        QTest::newRow("dollar and backtick") << "/a$b`c"
+                                             << "\"/a\\\\$b\\\\`c\"";
+        QTest::newRow("backslash") << "/a\\b"
+                                   << "\"/a\\\\\\\\b\"";
+        QTest::newRow("field code") << "/100%u"
+                                    << "\"/100%%u\"";
+        QTest::newRow("letters") << "/è'x"
+                                 << "\"/è'x\"";
+    }
+    void execIsQuoted()
+    {
+        QFETCH(QString, program);
+        QFETCH(QString, exec);
+        QCOMPARE(CRegistry::execValue(program), exec);
+    }
+
+    void badEntriesAreRefused_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("program");
+        QTest::newRow("other folder") << "../BreloIM"
+                                      << "/opt/b";
+        QTest::newRow("no name") << ""
+                                 << "/opt/b";
+        QTest::newRow("no program") << "BreloIM"
+                                    << "";
+        QTest::newRow("line end") << "BreloIM"
+                                  << "/opt/b\nHidden=true";
+    }
+    void badEntriesAreRefused()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, program);
+        CRegistry registry;
+        QVERIFY(registry.openOrCreateKey());
+        QVERIFY(!registry.setStringValue(name, program));
+        QVERIFY(QDir(paths::autostartFolder()).isEmpty());
+    }
+
+    void filesOfSettingsAreFound_data()
+    {
+        QTest::addColumn<QString>("named");
+        QTest::addColumn<QString>("file");
+        const QString app = paths::applicationFolder();
+        QTest::newRow("backslashes") << "\\Sounds\\x.wav" << app + "/Sounds/x.wav";
+        QTest::newRow("missing absolute") << "/no/such.wav"
+                                          << "/no/such.wav";
+        QTest::newRow("absolute") << "/etc/passwd"
+                                  << "/etc/passwd";
+        QTest::newRow("relative") << "x.wav"
+                                  << "x.wav";
+        QTest::newRow("empty") << ""
+                               << "";
+    }
+    void filesOfSettingsAreFound()
+    {
+        QFETCH(QString, named);
+        QFETCH(QString, file);
+        QCOMPARE(paths::applicationFile(named), file);
+    }
+
+    void newFoldersAreTheOwnersOnly()
+    {
+        const QString outer = profile_->path() + QStringLiteral("/outer");
+        const auto owners = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        const auto all = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+                         QFile::WriteOther | QFile::ExeOther | owners;
+        QVERIFY(paths::makePrivateFolder(outer + QStringLiteral("/inner/most")));
+        for (const char* below : {"", "/inner", "/inner/most"})
+            QCOMPARE(QFile::permissions(outer + QLatin1String(below)) & all, owners);
+        QVERIFY(QFile::setPermissions(outer, QFile::Permissions(0x7755)));
+        QVERIFY(paths::makePrivateFolder(outer));
+        QCOMPARE(QFile::permissions(outer) & all, owners);
+        QFile file(outer + QStringLiteral("/file"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(!paths::makePrivateFolder(file.fileName() + QStringLiteral("/below")));
+    }
+
+private:
+    std::optional<TempProfile> profile_;
+};
+
+BRELO_TEST(FilesTest)
+#include "FilesTest.moc"

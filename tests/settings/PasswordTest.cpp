@@ -1,0 +1,134 @@
+#include "settings/KeychainSecretStore.h"
+#include "settings/Module.h"
+#include "settings/Paths.h"
+#include "settings/SettingsStore.h"
+#include "support/RecordingSecrets.h"
+#include "support/TempProfile.h"
+#include "support/TestRunner.h"
+
+#include <QSettings>
+#include <QTest>
+
+namespace
+{
+
+const QString passwordPath = QStringLiteral("Program Settings/Password");
+
+QVariant inFile()
+{
+    return QSettings(paths::settingsFile(), QSettings::IniFormat).value(passwordPath);
+}
+
+Settings account(const QString& password, bool save = true)
+{
+    Settings settings;
+    settings.UserName = QStringLiteral("romeo");
+    settings.Server = QStringLiteral("montague.example");
+    settings.Password = password;
+    settings.SavePassword = save;
+    return settings;
+}
+
+} // namespace
+
+class PasswordTest : public QObject
+{
+    Q_OBJECT
+
+    QString loaded()
+    {
+        Settings settings;
+        SettingsStore(paths::settingsFile(), &secrets_).LoadSettings(settings);
+        return settings.Password;
+    }
+    bool save(const Settings& settings)
+    {
+        return SettingsStore(paths::settingsFile(), &secrets_).SaveSettings(settings);
+    }
+
+private slots:
+    void init()
+    {
+        profile_.emplace();
+        secrets_ = {};
+    }
+
+    void isKeptOnlyWhenWanted_data()
+    {
+        QTest::addColumn<bool>("autoLogon");
+        QTest::addColumn<bool>("savePassword");
+        QTest::newRow("neither") << false << false;
+        QTest::newRow("auto logon") << true << false;
+        QTest::newRow("save password") << false << true;
+        QTest::newRow("both") << true << true;
+    }
+    void isKeptOnlyWhenWanted()
+    {
+        QFETCH(bool, autoLogon);
+        QFETCH(bool, savePassword);
+        const bool wanted = autoLogon || savePassword;
+        SettingsStore store(paths::settingsFile());
+        QVERIFY(store.SaveSettings(account(QStringLiteral("old"))));
+        Settings settings = account(QStringLiteral("new"), savePassword);
+        settings.AutoLogon = autoLogon;
+        QVERIFY(store.SaveSettings(settings));
+        QCOMPARE(inFile().toString(), wanted ? QStringLiteral("new") : QStringLiteral("old"));
+        Settings read;
+        store.LoadSettings(read);
+        QCOMPARE(read.Password, wanted ? QStringLiteral("new") : QString());
+    }
+
+    void liesInTheKeyringAndNotInTheFile()
+    {
+        SettingsStore(paths::settingsFile()).SaveSettings(account(QStringLiteral("in clear")));
+        QCOMPARE(loaded(), QStringLiteral("in clear"));
+        QVERIFY(save(account(QStringLiteral("s3cret"))));
+        QCOMPARE(secrets_.passwords.value(QStringLiteral("romeo@montague.example")),
+                 QStringLiteral("s3cret"));
+        QVERIFY(!inFile().isValid());
+        QCOMPARE(loaded(), QStringLiteral("s3cret"));
+        QVERIFY(save(account(QString())));
+        QCOMPARE(loaded(), QString());
+    }
+
+    void outlivesAKeyringThatIsLocked()
+    {
+        QVERIFY(save(account(QStringLiteral("first"))));
+        secrets_.locked = true;
+        QCOMPARE(loaded(), QString());
+        QVERIFY(save(account(QString())));
+        secrets_.locked = false;
+        QCOMPARE(loaded(), QStringLiteral("first"));
+        secrets_.locked = true;
+        QVERIFY(save(account(QStringLiteral("second"))));
+        secrets_.locked = false;
+        QCOMPARE(loaded(), QStringLiteral("second"));
+    }
+
+    void withoutASessionBusNoKeyringIsAsked()
+    {
+        const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        qputenv("XDG_RUNTIME_DIR", profile_->path().toUtf8());
+        KeychainSecretStore keyring;
+        QVERIFY(!keyring.read(QStringLiteral("romeo@montague.example")));
+        QVERIFY(!keyring.write(QStringLiteral("romeo@montague.example"), QStringLiteral("x")));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+        qputenv("XDG_RUNTIME_DIR", runtime);
+    }
+
+    void theModulesAreFound()
+    {
+        QVERIFY(module::factory(QStringLiteral("breloim_keychain")));
+        QVERIFY(module::factory(QStringLiteral("breloim_sound")));
+        QVERIFY(!module::factory(QStringLiteral("breloim_missing")));
+    }
+
+private:
+    std::optional<TempProfile> profile_;
+    RecordingSecrets secrets_;
+};
+
+BRELO_TEST(PasswordTest)
+#include "PasswordTest.moc"

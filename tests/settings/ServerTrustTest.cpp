@@ -1,0 +1,79 @@
+#include "settings/Paths.h"
+#include "settings/SettingsStore.h"
+#include "support/TempProfile.h"
+#include "support/TestRunner.h"
+
+#include <QSettings>
+#include <QTest>
+
+// What the settings file holds about servers beside the keys of the table.
+class ServerTrustTest : public QObject
+{
+    Q_OBJECT
+
+    SettingsStore store() { return SettingsStore(paths::settingsFile()); }
+
+private slots:
+    void init() { profile_.emplace(); }
+
+    void aPinBelongsToOneServer_data()
+    {
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<bool>("pinned");
+        QTest::newRow("same") << "Chat.Example:5223" << true;
+        QTest::newRow("other case") << "chat.example:5223" << true;
+        QTest::newRow("other port") << "chat.example" << false;
+        QTest::newRow("part") << "example" << false;
+        QTest::newRow("separator") << "chat.example:5223/" << false;
+        QTest::newRow("empty") << "" << false;
+    }
+    void aPinBelongsToOneServer()
+    {
+        QFETCH(QString, asked);
+        QFETCH(bool, pinned);
+        const QByteArray sha256(32, '\xA5');
+        QVERIFY(store().pinCertificate(QStringLiteral("Chat.Example:5223"), sha256));
+        QVERIFY(store().pinCertificate(QStringLiteral("évil/../x"), QByteArray(32, '\1')));
+        QCOMPARE(store().pinnedCertificate(asked), pinned ? sha256 : QByteArray());
+        QCOMPARE(store().pinnedCertificate(QStringLiteral("évil/../x")), QByteArray(32, '\1'));
+    }
+
+    void aBrokenPinIsNone()
+    {
+        for (const char* text : {"", "zz", "a5a5"}) {
+            QSettings(paths::settingsFile(), QSettings::IniFormat)
+                .setValue(QStringLiteral("Certificates/chat.example"), QLatin1String(text));
+            QCOMPARE(store().pinnedCertificate(QStringLiteral("chat.example")), QByteArray());
+        }
+    }
+
+    void plainPasswordsNeedAWordForEachServer()
+    {
+        QVERIFY(!store().plainPasswordAllowed(QStringLiteral("a.example")));
+        QVERIFY(store().allowPlainPassword(QStringLiteral("a.example")));
+        QVERIFY(store().plainPasswordAllowed(QStringLiteral("A.example")));
+        QVERIFY(!store().plainPasswordAllowed(QStringLiteral("b.example")));
+    }
+
+    void theSiteCanBeOverridden()
+    {
+        QCOMPARE(store().loadSite().DefaultServer, SiteData().DefaultServer);
+        QSettings file(paths::settingsFile(), QSettings::IniFormat);
+        file.setValue(QStringLiteral("Site/DefaultServer"), QStringLiteral("localhost:5222"));
+        file.setValue(QStringLiteral("Site/WebSite"), QStringLiteral("www.example"));
+        file.sync();
+        const SiteData site = store().loadSite();
+        QCOMPARE(site.DefaultServer, QStringLiteral("localhost:5222"));
+        QCOMPARE(site.WebSite, QStringLiteral("www.example"));
+        QCOMPARE(site.SisterServer, SiteData().SisterServer);
+        Settings settings;
+        store().LoadSettings(settings);
+        QCOMPARE(settings.Server, QStringLiteral("localhost:5222"));
+    }
+
+private:
+    std::optional<TempProfile> profile_;
+};
+
+BRELO_TEST(ServerTrustTest)
+#include "ServerTrustTest.moc"

@@ -1,0 +1,288 @@
+#include "settings/SettingsStore.h"
+#include "settings/Paths.h"
+#include "settings/SettingKeys.h"
+#include "support/TempProfile.h"
+#include "support/TestRunner.h"
+
+#include <QSettings>
+#include <QTest>
+
+namespace
+{
+
+// Another value than `settings` holds, of the same type.
+QString changed(const SettingKey& key, const Settings& settings)
+{
+    if (std::holds_alternative<bool Settings::*>(key.member))
+        return key.text(settings) == QLatin1String("True") ? QStringLiteral("False") : QStringLiteral("True");
+    if (std::holds_alternative<QString Settings::*>(key.member))
+        return QStringLiteral(" @a \"b\", c;d=%41 \\ \n[é] ") + QLatin1String(key.key);
+    return QString::number(key.text(settings).toDouble() + 7, 'f', 2).remove(QStringLiteral(".00"));
+}
+
+// The three keys that are never written read as their defaults.
+Settings asStored(Settings settings)
+{
+    settings.CharOnffLineBold = Settings().CharOnffLineBold;
+    settings.CharOffLineSize = Settings().CharOffLineSize;
+    settings.CharOffLineName = Settings().CharOffLineName;
+    return settings;
+}
+
+QStringList texts(const Settings& settings)
+{
+    QStringList all;
+    for (const SettingKey& key : settingKeys())
+        all += QLatin1String(key.key) + u'=' + key.text(settings);
+    return all;
+}
+
+QString stored(const char* path)
+{
+    return QSettings(paths::settingsFile(), QSettings::IniFormat).value(QLatin1String(path)).toString();
+}
+
+void store(const char* path, const QString& text)
+{
+    QSettings(paths::settingsFile(), QSettings::IniFormat).setValue(QLatin1String(path), text);
+}
+
+QByteArray contents(const QString& file)
+{
+    QFile opened(file);
+    return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+}
+
+void overwrite(const QString& file, const QByteArray& bytes)
+{
+    QFile opened(file);
+    QVERIFY(opened.open(QIODevice::WriteOnly));
+    QCOMPARE(opened.write(bytes), qint64(bytes.size()));
+}
+
+Settings loaded()
+{
+    Settings settings;
+    SettingsStore(paths::settingsFile()).LoadSettings(settings);
+    return settings;
+}
+
+bool save(const Settings& settings)
+{
+    return SettingsStore(paths::settingsFile()).SaveSettings(settings);
+}
+
+} // namespace
+
+class SettingsStoreTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { profile_.emplace(); }
+
+    void aFirstRunReadsTheDefaults()
+    {
+        Settings expected;
+        expected.Server = SiteData().DefaultServer;
+        QCOMPARE(texts(loaded()), texts(expected));
+        QVERIFY(!QFile::exists(paths::settingsFile()));
+    }
+
+    void everyValueComesBack()
+    {
+        Settings written;
+        for (const SettingKey& key : settingKeys())
+            QVERIFY(key.put(written, changed(key, written)));
+        QVERIFY(save(written));
+        QCOMPARE(texts(loaded()), texts(asStored(written)));
+    }
+
+    void valuesStandAsTextUnderTheirKeys_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Program Settings/Check Yahoo! Mail") << "False";
+        QTest::newRow("Program Settings/New Window on Top") << "True";
+        QTest::newRow("Program Settings/Color Online") << "12222037";
+        QTest::newRow("Program Settings/Char OnLine Size") << "8.25";
+        QTest::newRow("Program Settings/Sponsor added") << "False";
+        QTest::newRow("Program Settings/Version") << BRELO_VERSION;
+        QTest::newRow("Program Settings/Session") << "home";
+        QTest::newRow("Status Messages/DND") << "I'm busy, go away.";
+        QTest::newRow("Program Settings/Char OnffLine Bold") << QString();
+        QTest::newRow("Program Settings/Char OffLine Size") << QString();
+        QTest::newRow("Program Settings/Char OffLine Name") << QString();
+    }
+    void valuesStandAsTextUnderTheirKeys()
+    {
+        QFETCH(QString, text);
+        Settings settings;
+        settings.NewWindowOnTop = true;
+        settings.Resource = QStringLiteral("home");
+        QVERIFY(save(settings));
+        QCOMPARE(stored(QTest::currentDataTag()), text);
+    }
+
+    void spellingsThatDifferInCaseAreOneKey()
+    {
+        store("program settings/new window ON TOP", QStringLiteral("True"));
+        store("Program Settings/Sponsor added", QStringLiteral("true"));
+        Settings settings = loaded();
+        QVERIFY(settings.NewWindowOnTop);
+        QVERIFY(settings.SponsorAdded);
+        settings.NewWindowOnTop = false;
+        QVERIFY(save(settings));
+        QVERIFY(!loaded().NewWindowOnTop);
+    }
+
+    void theKeySessionCounts()
+    {
+        store("Program Settings/Resource", QStringLiteral("first"));
+        QCOMPARE(loaded().Resource, QStringLiteral("BreloIM"));
+        store("Program Settings/Session", QStringLiteral("second"));
+        QCOMPARE(loaded().Resource, QStringLiteral("second"));
+    }
+
+    void handwrittenLinesAreRead()
+    {
+        QVERIFY(paths::makePrivateFolder(QFileInfo(paths::settingsFile()).path()));
+        overwrite(paths::settingsFile(),
+                  "# mine\n[Program Settings]\nCheck Yahoo! Mail=1\nUserName = romeo\n\n"
+                  "[Status Messages]\nAway=Back soon, love\nAv=");
+        const Settings settings = loaded();
+        QVERIFY(settings.CheckYahooMail);
+        QCOMPARE(settings.UserName, QStringLiteral("romeo"));
+        QCOMPARE(settings.StatusAway, QStringLiteral("Back soon, love"));
+        QCOMPARE(settings.Priority, QStringLiteral("1"));
+        QVERIFY(!settings.CheckError);
+    }
+
+    void anUnreadableValueResets_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("word for a Boolean") << "Check Hotmail"
+                                            << "perhaps";
+        QTest::newRow("cut Boolean") << "Current Window on Top"
+                                     << "Tr";
+        QTest::newRow("empty Boolean") << "Auto Logon"
+                                       << "";
+        QTest::newRow("word for a number") << "Balloon Time"
+                                           << "long";
+        QTest::newRow("number too big") << "Auto Away Timer Mins"
+                                        << "99999999999";
+        QTest::newRow("fraction") << "Auto xAway Timer Mins"
+                                  << "1.5";
+        QTest::newRow("no number") << "Char OnLine Size"
+                                   << "nan";
+        QTest::newRow("endless") << "Char OffLine Size"
+                                 << "inf";
+    }
+    void anUnreadableValueResets()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, text);
+        store("Program Settings/User Mode", QStringLiteral("True"));
+        store("Program Settings/Add Sponsors", QStringLiteral("False"));
+        store(("Program Settings/" + key).toUtf8(), text);
+        const Settings settings = loaded();
+        QVERIFY(settings.CheckError);
+        QVERIFY(!settings.AutoReconnect);
+        QVERIFY(!settings.UserMode);
+        QVERIFY2(settings.AddSponsors, "the reading went on");
+        QCOMPARE(settings.Priority, QStringLiteral("0"));
+        QCOMPARE(settings.CharOnLineSize, 8.0);
+    }
+
+    void textIsNeverUnreadable()
+    {
+        store("Program Settings/Priority", QStringLiteral("high"));
+        QCOMPARE(loaded().Priority, QStringLiteral("high"));
+        QVERIFY(!loaded().CheckError);
+    }
+
+    void aResetLeavesSomeMembersAlone()
+    {
+        Settings settings;
+        settings.UserName = settings.Password = QStringLiteral("kept");
+        settings.SavePassword = settings.OnTop = true;
+        settings.NoBanList = settings.SoundOnOnLine = false;
+        settings.Resource = settings.AutoXAwayTimerMsg = QStringLiteral("lost");
+        SiteData site;
+        site.DefaultServer = QStringLiteral("im.example");
+        SettingsStore::LoadDefaults(settings, site);
+        QCOMPARE(settings.UserName + settings.Password, QStringLiteral("keptkept"));
+        QVERIFY(settings.SavePassword && settings.OnTop && !settings.NoBanList);
+        QVERIFY(settings.SoundOnOnLine);
+        QCOMPARE(settings.SoundOnOnLineFile,
+                 paths::applicationFolder() + QStringLiteral("/Sounds/online.wav"));
+        QCOMPARE(settings.Server, QStringLiteral("im.example"));
+        QCOMPARE(settings.Resource, QStringLiteral("BreloIM"));
+        QCOMPARE(settings.AutoXAwayTimerMsg, QStringLiteral("Al momento non al computer per un po'"));
+    }
+
+    void aCutFileNeverHarms()
+    {
+        Settings whole;
+        whole.UserName = QStringLiteral("romeo");
+        whole.Resource = QStringLiteral("garden");
+        QVERIFY(save(whole));
+        const QByteArray bytes = contents(paths::settingsFile());
+        const QString aside = paths::settingsFile() + QStringLiteral(".damaged");
+        int damaged = 0;
+        for (qsizetype size = 0; size < bytes.size(); size += 13) {
+            const QByteArray cut = bytes.left(size);
+            QFile::remove(aside);
+            overwrite(paths::settingsFile(), cut);
+            const Settings settings = loaded();
+            QVERIFY(save(settings));
+            if (QFile::exists(aside)) {
+                ++damaged;
+                QVERIFY2(settings.CheckError, "a damaged file is a failure");
+                QCOMPARE(contents(aside), cut);
+            }
+            QCOMPARE(texts(loaded()), texts(asStored(settings)));
+        }
+        QVERIFY(damaged > 0);
+    }
+
+    void aFileOfOtherBytesIsKeptAside()
+    {
+        QVERIFY(save(Settings()));
+        overwrite(paths::settingsFile(), QByteArray(5000, '\0'));
+        QVERIFY(loaded().CheckError);
+        QVERIFY(SettingsStore(paths::settingsFile()).allowPlainPassword(QStringLiteral("a.example")));
+        QCOMPARE(contents(paths::settingsFile() + QStringLiteral(".damaged")), QByteArray(5000, '\0'));
+        QVERIFY(SettingsStore(paths::settingsFile()).plainPasswordAllowed(QStringLiteral("a.example")));
+    }
+
+    void onlyTheOwnerCanReadTheFile()
+    {
+        constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        for (const bool exists : {false, true}) {
+            const QString folder = QFileInfo(paths::settingsFile()).path();
+            if (exists) {
+                QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::Permissions(0x6644)));
+                QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7755)));
+            }
+            QVERIFY(save(Settings()));
+            QVERIFY(!(QFile::permissions(paths::settingsFile()) & others));
+            QVERIFY(!(QFile::permissions(folder) & others));
+        }
+    }
+
+    void aFolderThatCantBeMadeIsTold()
+    {
+        overwrite(profile_->path() + QStringLiteral("/config"), "a file in the way");
+        QVERIFY(!save(Settings()));
+        SettingsStore store(paths::settingsFile());
+        QVERIFY(!store.saveWindowPosition(QRect(1, 2, 3, 4), 0));
+        QVERIFY(!store.pinCertificate(QStringLiteral("a.example"), QByteArray(32, 'x')));
+    }
+
+private:
+    std::optional<TempProfile> profile_;
+};
+
+BRELO_TEST(SettingsStoreTest)
+#include "SettingsStoreTest.moc"
