@@ -1,6 +1,5 @@
 #include "engine/bridge/IqTracker.h"
 
-#include "engine/Jid.h"
 #include "engine/Xml.h"
 
 #include <string_view>
@@ -19,28 +18,12 @@ bool steersClient(pugi::xml_node iq)
     return false;
 }
 
-// Node and domain without regard to case, as a server prepares them; the resource as it stands.
-QString prepared(const QString& jid)
-{
-    const auto slash = jid.indexOf(u'/');
-    return slash < 0 ? jid.toLower() : jid.left(slash).toLower() + jid.mid(slash);
-}
-
 } // namespace
 
 void IqTracker::begin(const QString& ownFullJid, const QString& server)
 {
-    ownFull_ = prepared(ownFullJid);
-    ownBare_ = jid::bare(ownFull_);
-    server_ = prepared(server);
+    home_ = HomeAddresses(ownFullJid, server);
     outstanding_.clear();
-}
-
-QString IqTracker::address(const QString& jid) const
-{
-    auto address = prepared(jid);
-    const bool home = address == ownBare_ || address == ownFull_ || address == server_;
-    return home ? QString() : address;
 }
 
 void IqTracker::sent(const QByteArray& stanza)
@@ -53,7 +36,7 @@ void IqTracker::sent(const QByteArray& stanza)
     const auto iq = document.document_element();
     const std::string_view type = iq.attribute("type").value();
     if (type == "get" || type == "set")
-        ++outstanding_[{xml::attribute(iq, "id"), address(xml::attribute(iq, "to"))}];
+        ++outstanding_[{xml::attribute(iq, "id"), home_.key(xml::attribute(iq, "to"))}];
 }
 
 bool IqTracker::accepts(const Stanza& stanza)
@@ -61,7 +44,7 @@ bool IqTracker::accepts(const Stanza& stanza)
     if (stanza.kind() != Stanza::Kind::Iq)
         return true;
     const auto iq = stanza.root();
-    const auto from = address(stanza.From());
+    const auto from = home_.key(stanza.From());
     if (!from.isEmpty() && steersClient(iq))
         return false;
     const std::string_view type = iq.attribute("type").value();

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "engine/Stanza.h"
+#include "engine/bridge/HomeAddresses.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QPair>
 #include <QString>
 
-// Which answers were asked for. An iq result or error is accepted from the address asked, and once; the lists
-// that steer the client (roster, agents, sign-in) only from the own account or its server. RFC 6120, 8.1.2.1
-// and 10.3: the own account, the own full JID, the server and no address at all count as one, since nobody
-// else can send as they do.
+// Which answers were asked for. An iq result or error is accepted from the address asked (any home address
+// counting as one), and once; the lists that steer the client (roster, agents, sign-in) from a home address
+// only.
 class IqTracker
 {
 public:
@@ -24,11 +24,7 @@ public:
     bool accepts(const Stanza& stanza);
 
 private:
-    QString address(const QString& jid) const;
-
-    QString ownBare_;
-    QString ownFull_;
-    QString server_;
+    HomeAddresses home_;
     // (id, address) to the number of requests that still lack an answer.
     QHash<QPair<QString, QString>, int> outstanding_;
 };

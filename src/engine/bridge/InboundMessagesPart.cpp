@@ -1,0 +1,109 @@
+#include "engine/bridge/InboundMessagesPart.h"
+
+#include "engine/bridge/MessageNamespaces.h"
+#include "engine/bridge/StanzaText.h"
+
+#include <QDateTime>
+
+namespace
+{
+
+bool hasText(pugi::xml_node element)
+{
+    return element && !xml::text(element).isEmpty();
+}
+
+// An emptied room subject is news; elsewhere an empty one is nothing.
+bool hasContent(pugi::xml_node message)
+{
+    const auto subject = message.child("subject");
+    return hasText(message.child("body")) || hasText(subject) ||
+           (subject && stanza::isType(message, "groupchat"));
+}
+
+// Types that a person's client sends to a person.
+bool isPersonal(pugi::xml_node message)
+{
+    return stanza::isType(message, "chat") || stanza::isType(message, "normal") ||
+           stanza::isType(message, "");
+}
+
+bool isDelayed(pugi::xml_node message)
+{
+    return stanza::child(message, ns::delay) || stanza::child(message, ns::oldDelay);
+}
+
+// Of the events of the dialect the client knows typing; it takes any other for it.
+bool isOldTyping(pugi::xml_node message)
+{
+    return bool(stanza::child(message, ns::event, "x").child("composing"));
+}
+
+// XEP-0203's time as jabber:x:delay writes it, in UTC; empty when it isn't a time.
+QString oldStamp(pugi::xml_node delay)
+{
+    const auto time = QDateTime::fromString(xml::attribute(delay, "stamp"), Qt::ISODateWithMs);
+    return time.isValid() ? time.toUTC().toString(QStringLiteral("yyyyMMdd'T'HH:mm:ss")) : QString();
+}
+
+std::shared_ptr<Stanza> withOldDelay(pugi::xml_node message, pugi::xml_node delay)
+{
+    const auto stamp = oldStamp(delay);
+    if (stamp.isEmpty())
+        return nullptr;
+    return stanza::changed(message, [&](pugi::xml_node copy) {
+        auto x = stanza::appendChild(copy, "x", ns::oldDelay);
+        if (delay.attribute("from"))
+            stanza::setAttribute(x, "from", xml::attribute(delay, "from"));
+        stanza::setAttribute(x, "stamp", stamp);
+    });
+}
+
+void answerReceipt(pugi::xml_node message, BridgeOutput& out)
+{
+    const auto id = xml::attribute(message, "id");
+    if (id.isEmpty() || !isPersonal(message) || !stanza::child(message, ns::receipts, "request"))
+        return;
+    const auto type = message.attribute("type")
+                          ? QStringLiteral(" type=\"%1\"").arg(xml::attribute(message, "type"))
+                          : QString();
+    out.wire << QStringLiteral(
+                    "<message to=\"%1\"%2><received xmlns=\"urn:xmpp:receipts\" id=\"%3\"/></message>")
+                    .arg(xml::escaped(xml::attribute(message, "from")), type, xml::escaped(id))
+                    .toUtf8();
+}
+
+std::shared_ptr<Stanza> typingEvent(pugi::xml_node message)
+{
+    auto document = std::make_unique<pugi::xml_document>();
+    auto copy = document->append_child("message");
+    for (const auto attribute : message.attributes())
+        copy.append_copy(attribute);
+    stanza::setAttribute(copy, "type", QStringLiteral("chat"));
+    stanza::appendChild(copy, "x", ns::event).append_child("composing");
+    return std::make_shared<Stanza>(std::move(document));
+}
+
+} // namespace
+
+bool InboundMessagesPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+{
+    const auto message = stanza->root();
+    if (stanza->kind() != Stanza::Kind::Message || stanza::isType(message, "error"))
+        return false;
+    if (hasContent(message)) {
+        answerReceipt(message, out);
+        const auto delay = stanza::child(message, ns::delay, "delay");
+        if (auto stamped =
+                delay && !stanza::child(message, ns::oldDelay) ? withOldDelay(message, delay) : nullptr)
+            stanza = std::move(stamped);
+        return false;
+    }
+    if (!isPersonal(message) || isDelayed(message))
+        return true;
+    if (isOldTyping(message))
+        return false;
+    if (stanza::child(message, ns::chatStates, "composing"))
+        out.up << typingEvent(message);
+    return true;
+}

@@ -1,0 +1,56 @@
+#include "engine/bridge/InvitationsPart.h"
+
+#include "engine/Jid.h"
+#include "engine/bridge/MessageNamespaces.h"
+#include "engine/bridge/StanzaText.h"
+
+namespace
+{
+
+struct Invitation {
+    QString inviter;
+    QString room;
+    QString reason;
+};
+
+Invitation mediated(pugi::xml_node message, pugi::xml_node invite)
+{
+    const auto sender = xml::attribute(message, "from");
+    const auto inviter = xml::attribute(invite, "from");
+    return {inviter.isEmpty() ? sender : inviter, jid::bare(sender), xml::text(invite.child("reason"))};
+}
+
+Invitation direct(pugi::xml_node message, pugi::xml_node x)
+{
+    return {xml::attribute(message, "from"), xml::attribute(x, "jid"), xml::attribute(x, "reason")};
+}
+
+// The client reads the room from every element named x, so there is only the one.
+std::shared_ptr<Stanza> made(pugi::xml_node message, const Invitation& invitation)
+{
+    const auto body = xml::text(message.child("body"));
+    auto document = std::make_unique<pugi::xml_document>();
+    auto root = document->append_child("message");
+    stanza::setAttribute(root, "from", invitation.inviter);
+    stanza::setAttribute(root, "to", xml::attribute(message, "to"));
+    const auto& text = invitation.reason.isEmpty() ? body : invitation.reason;
+    root.append_child("body").text().set(text.toUtf8().constData());
+    stanza::setAttribute(stanza::appendChild(root, "x", ns::conference), "jid", invitation.room);
+    return std::make_shared<Stanza>(std::move(document));
+}
+
+} // namespace
+
+bool InvitationsPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+{
+    const auto message = stanza->root();
+    if (stanza->kind() != Stanza::Kind::Message || stanza::isType(message, "error") ||
+        stanza::isType(message, "groupchat"))
+        return false;
+    const auto invite = stanza::child(message, ns::roomUser, "x").child("invite");
+    const auto x = stanza::child(message, ns::conference, "x");
+    if (!invite && !x.attribute("jid"))
+        return false;
+    out.up << made(message, invite ? mediated(message, invite) : direct(message, x));
+    return true;
+}

@@ -1,0 +1,70 @@
+#include "engine/bridge/PeerRequestsPart.h"
+
+#include "engine/bridge/IqReply.h"
+#include "engine/bridge/StanzaText.h"
+
+#include <optional>
+
+namespace
+{
+
+bool clientHandles(std::string_view ns)
+{
+    return ns == "jabber:iq:roster" || ns == "jabber:iq:browse" || ns == "jabber:iq:conference" ||
+           ns == "jabber:iq:oob";
+}
+
+bool goesUp(pugi::xml_node iq)
+{
+    if (!stanza::isType(iq, "set"))
+        return false;
+    bool handled = false;
+    for (const auto child : iq.children()) {
+        if (child.type() != pugi::node_element)
+            continue;
+        handled = clientHandles(xml::xmlns(child));
+        if (!handled)
+            break;
+    }
+    return handled;
+}
+
+QString features()
+{
+    QString text = QStringLiteral("<query xmlns=\"http://jabber.org/protocol/disco#info\">"
+                                  "<identity category=\"client\" type=\"pc\" name=\"BreloIM\"/>");
+    for (const auto* name :
+         {"http://jabber.org/protocol/disco#info", "http://jabber.org/protocol/chatstates",
+          "jabber:iq:version", "jabber:x:conference", "urn:xmpp:ping", "urn:xmpp:receipts"})
+        text += QStringLiteral("<feature var=\"%1\"/>").arg(QLatin1String(name));
+    return text + QStringLiteral("</query>");
+}
+
+// What a get is answered with; none for a question that this client doesn't know.
+std::optional<QString> answer(pugi::xml_node iq)
+{
+    if (!stanza::isType(iq, "get"))
+        return std::nullopt;
+    if (stanza::child(iq, "urn:xmpp:ping"))
+        return QString();
+    if (stanza::child(iq, "http://jabber.org/protocol/disco#info"))
+        return features();
+    if (stanza::child(iq, "jabber:iq:version"))
+        return QStringLiteral(
+                   "<query xmlns=\"jabber:iq:version\"><name>BreloIM</name><version>%1</version></query>")
+            .arg(QLatin1String(BRELO_VERSION));
+    return std::nullopt;
+}
+
+} // namespace
+
+bool PeerRequestsPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+{
+    const auto iq = stanza->root();
+    if (stanza->kind() != Stanza::Kind::Iq || !(stanza::isType(iq, "get") || stanza::isType(iq, "set")) ||
+        goesUp(iq))
+        return false;
+    const auto payload = answer(iq);
+    out.wire << (payload ? reply::result(iq, *payload) : reply::unavailable(iq));
+    return true;
+}

@@ -1,0 +1,76 @@
+#include "engine/bridge/VCardNames.h"
+
+#include <string>
+#include <string_view>
+
+namespace vcard
+{
+namespace
+{
+
+void rename(pugi::xml_node parent, const char* from, const char* to)
+{
+    for (auto child : parent.children(from))
+        child.set_name(to);
+}
+
+// The dialect writes a number or an address straight into its element; XEP-0054 wants it in a child, even
+// when it is empty.
+void wrapText(pugi::xml_node node, const char* wrapper)
+{
+    if (node.child(wrapper))
+        return;
+    std::string text;
+    for (auto child = node.first_child(); child;) {
+        const auto next = child.next_sibling();
+        if (child.type() != pugi::node_element) {
+            text += child.value();
+            node.remove_child(child);
+        }
+        child = next;
+    }
+    node.append_child(wrapper).text().set(text.c_str());
+}
+
+void unwrapText(pugi::xml_node node, const char* wrapper)
+{
+    const auto child = node.child(wrapper);
+    if (!child)
+        return;
+    const std::string text = child.text().get();
+    node.remove_child(child);
+    if (!text.empty())
+        node.append_child(pugi::node_pcdata).set_value(text.c_str());
+}
+
+} // namespace
+
+void toWire(pugi::xml_node card)
+{
+    card.set_name("vCard");
+    for (const auto address : card.children("ADR"))
+        rename(address, "COUNTRY", "CTRY");
+    for (const auto telephone : card.children("TEL")) {
+        rename(telephone, "fax", "FAX");
+        wrapText(telephone, "NUMBER");
+    }
+    for (const auto email : card.children("EMAIL"))
+        wrapText(email, "USERID");
+}
+
+void toDialect(pugi::xml_node card)
+{
+    card.set_name("VCARD");
+    for (const auto address : card.children("ADR")) {
+        rename(address, "CTRY", "COUNTRY");
+        rename(address, "EXTADR", "EXTADD");
+    }
+    for (const auto telephone : card.children("TEL")) {
+        rename(telephone, "FAX", "fax");
+        unwrapText(telephone, "NUMBER");
+    }
+    for (const auto email : card.children("EMAIL"))
+        unwrapText(email, "USERID");
+}
+
+} // namespace vcard

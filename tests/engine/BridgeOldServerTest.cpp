@@ -1,0 +1,119 @@
+#include "BridgeRig.h"
+#include "support/TestRunner.h"
+
+#include <QTest>
+
+// A server that speaks the old dialect: nothing is changed, in either direction.
+class BridgeOldServerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void serverIsAskedOnceAfterTheFirstStanza()
+    {
+        BridgeRig rig;
+        rig.down("<presence/>");
+        rig.down("<presence/>");
+        const auto wire = rig.takeWire();
+        QCOMPARE(wire.size(), 3);
+        QCOMPARE(wire[0], QString("<presence/>"));
+        QVERIFY(wire[1].contains("disco#info"));
+        QVERIFY(wire[1].contains("to=\"montague.example\""));
+    }
+
+    void sentTextStaysAsTheClientWroteIt_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("browse") << "<iq type='get' id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
+                                   "<query xmlns=\"jabber:iq:browse\"></query></iq>";
+        QTest::newRow("card")
+            << "<iq type=\"get\" id=\"vcard_wj_3\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>";
+        QTest::newRow("agents") << "<iq type=\"get\" id=\"a\"><query xmlns=\"jabber:iq:agents\"/></iq>";
+        QTest::newRow("type") << "<message to=\"a@b\" type=\"Normal\"><body>\u00e8 &amp; x</body></message>";
+        QTest::newRow("chat") << "<message to=\"a@b\" type=\"chat\"><body>x</body></message>";
+        QTest::newRow("typing") << "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing>"
+                                   "</composing></x></message>";
+        QTest::newRow("white space") << "<presence >\n<status>x</status></presence >";
+        QTest::newRow("not well-formed") << "<iq";
+    }
+
+    void sentTextStaysAsTheClientWroteIt()
+    {
+        QFETCH(QString, text);
+        BridgeRig rig;
+        rig.meetOldServer();
+        rig.down(text);
+        QCOMPARE(rig.takeWire(), QStringList{text});
+        QCOMPARE(rig.takeUp(), QStringList());
+    }
+
+    void whatComesUpStaysAsItCame_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("typing ended")
+            << "<message from=\"a@b\"><x xmlns=\"jabber:x:event\"><id>1</id></x></message>";
+        QTest::newRow("nothing in it") << "<message from=\"a@b\" type=\"chat\"/>";
+        QTest::newRow("error")
+            << "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>";
+        QTest::newRow("delay") << "<message from=\"a@b\"><body>x</body><delay xmlns=\"urn:xmpp:delay\" "
+                                  "stamp=\"2002-09-10T23:08:25Z\"/></message>";
+        QTest::newRow("card")
+            << "<iq type=\"result\" id=\"v\" from=\"a@b\"><VCARD xmlns=\"vcard-temp\"><FN>x</FN>"
+               "</VCARD></iq>";
+        QTest::newRow("question")
+            << "<iq type=\"get\" id=\"v\" from=\"a@b\"><query xmlns=\"jabber:iq:version\"/></iq>";
+        QTest::newRow("invitation")
+            << "<message from=\"a@b\"><x xmlns=\"jabber:x:conference\" jid=\"r@c\"/></message>";
+        QTest::newRow("presence") << "<presence from=\"a@b/c\"><show>away</show></presence>";
+    }
+
+    void whatComesUpStaysAsItCame()
+    {
+        QFETCH(QString, text);
+        BridgeRig rig;
+        rig.meetOldServer();
+        rig.up(text);
+        QCOMPARE(rig.takeUp(), QStringList{text});
+        QCOMPARE(rig.takeWire(), QStringList());
+    }
+
+    void stanzaHeldForASilentServerGoesOutInTheEnd()
+    {
+        BridgeRig rig;
+        rig.meetSilentServer();
+        const QString card = "<iq type=\"get\" id=\"v\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>";
+        rig.down(card);
+        rig.tick(0);
+        QCOMPARE(rig.takeWire(), QStringList());
+        rig.tick(10'000);
+        QCOMPARE(rig.takeWire(), QStringList{card});
+    }
+
+    void newSessionForgetsWhatWasHeld()
+    {
+        BridgeRig rig;
+        rig.meetSilentServer();
+        rig.down("<iq type=\"get\" id=\"v\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>");
+        rig.begin();
+        rig.tick(0);
+        rig.tick(60'000);
+        QCOMPARE(rig.takeWire(), QStringList());
+        rig.down("<presence/>");
+        QCOMPARE(rig.takeWire().size(), 2);
+    }
+
+    void rosterPushIsAcknowledgedAndPassedOn()
+    {
+        BridgeRig rig;
+        rig.meetOldServer();
+        const QString push = "<iq type=\"set\" id=\"p1\"><query xmlns=\"jabber:iq:roster\"/></iq>";
+        rig.up(push);
+        QCOMPARE(rig.takeWire(), QStringList{"<iq type=\"result\" id=\"p1\"></iq>"});
+        rig.up("<iq type=\"set\"><query xmlns=\"jabber:iq:roster\"/></iq>");
+        QCOMPARE(rig.takeWire(), QStringList());
+        QCOMPARE(rig.takeUp().size(), 2);
+    }
+};
+
+BRELO_TEST(BridgeOldServerTest)
+#include "BridgeOldServerTest.moc"
