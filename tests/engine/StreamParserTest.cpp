@@ -183,6 +183,7 @@ void StreamParserTest::breachesEndTheStream_data()
     QByteArray crowded = "<a";
     for (int i = 0; i < 1'000; ++i)
         crowded += " a" + QByteArray::number(i) + "=''";
+    QTest::newRow("an endless name") << head + "<" + QByteArray(20'000, 'x') << malformed;
     QTest::newRow("1,000 attributes") << head + crowded << limit;
     QTest::newRow("300,000 elements") << head + "<a>" + QByteArray("<b/>").repeated(300'000) << limit;
 }
@@ -191,7 +192,7 @@ void StreamParserTest::breachesEndTheStream()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QByteArray, condition);
-    for (const qsizetype size : {bytes.size(), qsizetype(16'384), qsizetype(7)}) {
+    for (const qsizetype size : {bytes.size(), qsizetype(16'384), bytes.size() / 1'000 + 1}) {
         const auto seen = parsed(inPieces(bytes, size));
         QCOMPARE(seen.condition, condition);
         QVERIFY(seen.elements.size() <= 1);
@@ -205,7 +206,6 @@ void StreamParserTest::anEndlessStanzaIsRefusedWhileItArrives_data()
     QTest::addColumn<QByteArray>("filling");
     QTest::newRow("text") << QByteArray("<message><body>") << QByteArray(16'000, 'x');
     QTest::newRow("attribute") << QByteArray("<message a='") << QByteArray(16'000, 'x');
-    QTest::newRow("name") << QByteArray("<message") << QByteArray(16'000, 'x');
     QTest::newRow("cdata") << QByteArray("<message><![CDATA[") << QByteArray(16'000, 'x');
     QTest::newRow("elements") << QByteArray("<message>") << QByteArray("<body>xxxxxxx</body>").repeated(800);
 }
