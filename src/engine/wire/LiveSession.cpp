@@ -2,7 +2,6 @@
 
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
-#include "engine/wire/IqResponder.h"
 #include "engine/wire/Masked.h"
 
 #include <QElapsedTimer>
@@ -74,7 +73,7 @@ void LiveSession::receive(std::shared_ptr<Stanza> stanza)
         return sendManagement();
     qCDebug(lcEngine).noquote() << "in: " << masked(stanza->Xml());
     if (stanza->kind() == Stanza::Kind::Other)
-        return deliver(std::move(stanza));
+        return queue_->deliver(std::move(stanza));
     management_.received();
     if (!tracker_.accepts(*stanza)) {
         qCWarning(lcEngine) << "ignored an answer that nobody asked for, from" << stanza->From();
@@ -89,15 +88,6 @@ void LiveSession::pass(BridgeOutput output)
     for (const auto& stanza : std::as_const(output.wire))
         send(stanza);
     for (auto& stanza : output.up)
-        deliver(std::move(stanza));
-}
-
-void LiveSession::deliver(std::shared_ptr<Stanza> stanza)
-{
-    const auto response = respondTo(*stanza);
-    if (!response.reply.isEmpty())
-        send(response.reply);
-    if (response.forClient)
         queue_->deliver(std::move(stanza));
 }
 

@@ -39,7 +39,6 @@ public:
 private:
     void request(const char* name, const QByteArray& id, const QString& to);
     void receive(std::shared_ptr<Stanza> stanza);
-    void deliver(std::shared_ptr<Stanza> stanza);
     void pass(BridgeOutput output);
     void send(const QByteArray& stanza);
     void sendQueued();

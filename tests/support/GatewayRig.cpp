@@ -1,0 +1,30 @@
+#include "support/GatewayRig.h"
+
+#include "engine/wire/Resolver.h"
+
+GatewayRig::GatewayRig() : gateway(std::make_unique<GatewayClient>(host, nullptr, [this] { return now; }))
+{
+    gateway->setQueue(queue);
+}
+
+void GatewayRig::connectTo(const QString& address)
+{
+    QString resource = QStringLiteral("garden");
+    gateway->DoConnect(QStringLiteral("romeo"), QStringLiteral("s3cret"), address, resource);
+}
+
+bool GatewayRig::tick()
+{
+    if (gateway)
+        gateway->Trigger();
+    while (const auto stanza = queue->takeInbound())
+        up += stanza->Xml();
+    return true;
+}
+
+void GatewayRig::send(const QString& stanza)
+{
+    QString error;
+    queue->sendRaw(stanza, &error);
+    Q_ASSERT_X(error.isEmpty(), "send", "the test's stanza is not well-formed");
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/GatewayClient.h"
+#include "engine/StanzaQueue.h"
+#include "support/RecordingHost.h"
+#include "support/ScriptedServer.h"
+
+#include <QStringList>
+
+#include <memory>
+
+// The real gateway before a scripted server, with a recorded person and a clock that stands until it is
+// moved.
+class GatewayRig
+{
+public:
+    GatewayRig();
+
+    void connectTo(const QString& server);
+    void connectToServer() { connectTo(server.address()); }
+    // One tick, and what came up is added to `up`. Always true, so that it may stand in a condition.
+    bool tick();
+    void send(const QString& stanza);
+    int count(const QString& stanza) const { return static_cast<int>(up.count(stanza)); }
+    bool isClosed() const { return up.contains(QStringLiteral("<presence type=\"close\"/>")); }
+    bool isUp() const { return up.contains(QStringLiteral("<presence type=\"connect\"/>")); }
+
+    qint64 now = 1'000;
+    ScriptedServer server;
+    RecordingHost host;
+    std::shared_ptr<StanzaQueue> queue = std::make_shared<StanzaQueue>();
+    std::unique_ptr<GatewayClient> gateway;
+    // Stanzas that the client has been given, as text.
+    QStringList up;
+};
+
+// Ticks the rig until `condition` holds.
+#define TICK_UNTIL(rig, condition) QTRY_VERIFY((rig).tick() && (condition))
