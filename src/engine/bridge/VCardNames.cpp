@@ -29,7 +29,9 @@ void wrapText(pugi::xml_node node, const char* wrapper)
         }
         child = next;
     }
-    node.append_child(wrapper).text().set(text.c_str());
+    const auto wrapped = node.append_child(wrapper);
+    if (!text.empty())
+        wrapped.text().set(text.c_str());
 }
 
 void unwrapText(pugi::xml_node node, const char* wrapper)
