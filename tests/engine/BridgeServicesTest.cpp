@@ -139,7 +139,7 @@ private slots:
             << upHead.arg("result", a) +
                    "<VCARD "
                    "xmlns=\"vcard-temp\"><ADR><HOME/><EXTADD>1</EXTADD><COUNTRY>IT</COUNTRY></ADR><TEL><fax/>"
-                   "<HOME/>12</TEL><EMAIL><INTERNET/>a@b</EMAIL><TEL>3</TEL></VCARD></iq>";
+                   "<HOME/>12</TEL><EMAIL><PREF/><INTERNET/>a@b</EMAIL><TEL><VOICE/>3</TEL></VCARD></iq>";
         QTest::newRow("empty card") << a << head.arg("result", from) + "<vCard xmlns='vcard-temp'/></iq>"
                                     << upHead.arg("result", a) + empty;
         QTest::newRow("no card") << a << head.arg("result", from) + "</iq>"
