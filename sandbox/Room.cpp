@@ -155,6 +155,9 @@ void Room::sendToAll(const Element& stanza) const
     }
 }
 
-void Room::send(Connection& connection, Element stanza) { connection.send(stanza.set("to", connection.fullJid())); }
+void Room::send(Connection& connection, Element stanza)
+{
+    connection.send(stanza.set("to", connection.fullJid()));
+}
 
 } // namespace sandbox

@@ -69,7 +69,8 @@ signals:
     void signedIn(const QString& user);
 
 private:
-    // A copy, as whoever goes through it may end connections. They live on until control returns to the event loop.
+    // A copy, as whoever goes through it may end connections. They live on until control returns to the event
+    // loop.
     QList<Connection*> all() const;
     void accept();
     void take(Connection& connection, const std::shared_ptr<Stanza>& stanza);

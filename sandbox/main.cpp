@@ -10,7 +10,8 @@
 #include <cstdio>
 #include <optional>
 
-namespace {
+namespace
+{
 
 struct Options {
     quint16 port = 0;
@@ -33,16 +34,18 @@ std::optional<int> number(const QCommandLineParser& parser, const QString& optio
 std::optional<Options> parsed(const QCoreApplication& application)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A Jabber server on loopback with a small living world."));
+    parser.setApplicationDescription(
+        QStringLiteral("A Jabber server on loopback with a small living world."));
     parser.addHelpOption();
-    parser.addOptions({{QStringLiteral("port"), QStringLiteral("Listen on 127.0.0.1:<port>; 0 takes a free one."),
-                        QStringLiteral("port"), QStringLiteral("0")},
-                       {QStringLiteral("contacts"),
-                        QStringLiteral("Give the account bench/bench <n> contacts, and let nothing happen by itself."),
-                        QStringLiteral("n"), QStringLiteral("0")},
-                       {QStringLiteral("groups"), QStringLiteral("Spread these contacts over <n> groups."),
-                        QStringLiteral("n"), QStringLiteral("10")},
-                       {QStringLiteral("print-port"), QStringLiteral("Print the port alone on a line first.")}});
+    parser.addOptions(
+        {{QStringLiteral("port"), QStringLiteral("Listen on 127.0.0.1:<port>; 0 takes a free one."),
+          QStringLiteral("port"), QStringLiteral("0")},
+         {QStringLiteral("contacts"),
+          QStringLiteral("Give the account bench/bench <n> contacts, and let nothing happen by itself."),
+          QStringLiteral("n"), QStringLiteral("0")},
+         {QStringLiteral("groups"), QStringLiteral("Spread these contacts over <n> groups."),
+          QStringLiteral("n"), QStringLiteral("10")},
+         {QStringLiteral("print-port"), QStringLiteral("Print the port alone on a line first.")}});
     parser.process(application);
     const auto port = number(parser, QStringLiteral("port"), 65535);
     const auto contacts = number(parser, QStringLiteral("contacts"), 1'000'000);
@@ -85,7 +88,8 @@ int main(int argc, char** argv)
     QObject::connect(&termination, &sandbox::demo::TerminationSignal::received, &application,
                      &QCoreApplication::quit);
     if (!server.listen(options->port)) {
-        std::fprintf(stderr, "can't listen on port %d: %s\n", options->port, qPrintable(server.errorString()));
+        std::fprintf(stderr, "can't listen on port %d: %s\n", options->port,
+                     qPrintable(server.errorString()));
         return 1;
     }
     announce(server.port(), options->printPort);

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 
-namespace sandbox::bench {
-namespace {
+namespace sandbox::bench
+{
+namespace
+{
 
 constexpr int MostMessages = 10'000'000;
 constexpr int LargestBody = 16 * 1024 * 1024;
@@ -33,7 +35,8 @@ void obey(World& world, const QString& control, Connection& client, const Stanza
         return client.pour(flood::presences(world, client, done));
     if (order.value(0) == u"messages" && order.size() == 4)
         return client.pour(flood::messages(world, client, number(order, 1, MostMessages),
-                                           number(order, 2, LargestBody), number(order, 3, MostMessages), done));
+                                           number(order, 2, LargestBody), number(order, 3, MostMessages),
+                                           done));
     const QString usage = QStringLiteral("Say \"presences\" or \"messages COUNT SIZE SENDERS\".");
     client.sendText(saying(control, client, usage));
 }

@@ -2,9 +2,10 @@
 
 #include "sandbox/World.h"
 
-// The world for measurements: the account bench/bench with many contacts, and a contact "control" who on the message
-// "presences", or "messages COUNT SIZE SENDERS", lets loose a flood and says "done" at its end.
-namespace sandbox::bench {
+// The world for measurements: the account bench/bench with many contacts, and a contact "control" who on the
+// message "presences", or "messages COUNT SIZE SENDERS", lets loose a flood and says "done" at its end.
+namespace sandbox::bench
+{
 
 void populate(World& world, int contacts, int groups);
 

@@ -2,8 +2,10 @@
 
 #include "sandbox/Address.h"
 
-namespace sandbox::demo {
-namespace {
+namespace sandbox::demo
+{
+namespace
+{
 
 struct Member {
     const char* node;

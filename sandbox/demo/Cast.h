@@ -3,7 +3,8 @@
 #include "sandbox/World.h"
 
 // The people and places of the demo's world. All of them are invented.
-namespace sandbox::demo {
+namespace sandbox::demo
+{
 
 // Nodes and nicks that the life of the world needs to know.
 inline const QString User = QStringLiteral("demo");

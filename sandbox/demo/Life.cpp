@@ -9,8 +9,10 @@
 
 #include <array>
 
-namespace sandbox::demo {
-namespace {
+namespace sandbox::demo
+{
+namespace
+{
 
 struct Mood {
     const char* show; // null for offline
@@ -27,10 +29,9 @@ constexpr std::array<Mood, 8> Moods = {{{"", "Here I am"},
                                         {nullptr, ""}}};
 
 constexpr std::array<const char*, 8> Lines = {
-    "Did anybody water the tomatoes?",        "I did, this morning.",
-    "Then why do they look at me like that?", "They want a bigger pot.",
-    "So do I, frankly.",                      "/me laughs",
-    "The new herbs are in bed three.",        "Basil & thyme, I saw them."};
+    "Did anybody water the tomatoes?", "I did, this morning.",      "Then why do they look at me like that?",
+    "They want a bigger pot.",         "So do I, frankly.",         "/me laughs",
+    "The new herbs are in bed three.", "Basil & thyme, I saw them."};
 
 constexpr std::array<const char*, 3> News = {"The server is well and sends its regards.",
                                              "A new room has opened: the Workshop.",

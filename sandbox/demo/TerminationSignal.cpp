@@ -6,8 +6,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-namespace sandbox::demo {
-namespace {
+namespace sandbox::demo
+{
+namespace
+{
 
 int ends[2] = {-1, -1}; // a handler may do little more than write
 

@@ -2,7 +2,8 @@
 
 #include <QObject>
 
-namespace sandbox::demo {
+namespace sandbox::demo
+{
 
 // Turns SIGTERM and SIGINT into a Qt signal. One instance a process.
 class TerminationSignal : public QObject

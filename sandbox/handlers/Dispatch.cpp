@@ -64,7 +64,7 @@ void passOn(const Call& call)
     if (!call.stanza.isGet() && !call.stanza.isSet())
         return;
     const bool isKnown = call.world.account(address::node(to)) || call.world.persona(to);
-    isKnown && address::resource(to).isEmpty() ? call.notImplemented() : call.notFound();
+    isKnown&& address::resource(to).isEmpty() ? call.notImplemented() : call.notFound();
 }
 
 void dispatchIq(const Call& call)

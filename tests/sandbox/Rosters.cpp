@@ -31,11 +31,13 @@ private slots:
     {
         Peer peer(*server_);
         QVERIFY(peer.signIn("romeo", "secret"));
-        QCOMPARE(peer.ask(Get),
-                 QByteArray("<iq type=\"result\" id=\"g\" to=\"romeo@im.test/Desk\"><query xmlns=\"jabber:iq:roster\">"
-                            "<item jid=\"juliet@im.test\" name=\"Juliet\" subscription=\"both\"><group>Friends</group>"
-                            "</item><item jid=\"nurse@capulet.example\" name=\"The &quot;Nurse&quot; &amp; Co\" "
-                            "subscription=\"to\"/></query></iq>"));
+        QCOMPARE(
+            peer.ask(Get),
+            QByteArray(
+                "<iq type=\"result\" id=\"g\" to=\"romeo@im.test/Desk\"><query xmlns=\"jabber:iq:roster\">"
+                "<item jid=\"juliet@im.test\" name=\"Juliet\" subscription=\"both\"><group>Friends</group>"
+                "</item><item jid=\"nurse@capulet.example\" name=\"The &quot;Nurse&quot; &amp; Co\" "
+                "subscription=\"to\"/></query></iq>"));
     }
 
     void contactsAtTheClientsHostBelongToTheServer()
@@ -43,8 +45,9 @@ private slots:
         Peer peer(*server_, "capulet.example");
         QVERIFY(peer.appear("romeo"));
         server_->world().setOnline("nurse@capulet.example", "dnd", "Busy <now>");
-        QCOMPARE(peer.news(), QByteArray("<presence from=\"nurse@capulet.example/Home\" to=\"romeo@capulet.example/Desk\">"
-                                         "<show>dnd</show><status>Busy &lt;now&gt;</status></presence>"));
+        QCOMPARE(peer.news(),
+                 QByteArray("<presence from=\"nurse@capulet.example/Home\" to=\"romeo@capulet.example/Desk\">"
+                            "<show>dnd</show><status>Busy &lt;now&gt;</status></presence>"));
         server_->world().setOffline("nurse@capulet.example");
         QVERIFY(peer.news().contains("type=\"unavailable\""));
     }
@@ -56,8 +59,8 @@ private slots:
         QVERIFY(phone.signIn("romeo", "secret", "Phone"));
         const QByteArray item = "<item jid=\"juliet@im.test\" name=\"J &amp; R\" subscription=\"both\">"
                                 "<group>&lt;Verona&gt;</group></item>";
-        const QByteArray own = desk.ask(
-            set("<item jid='juliet@im.test' name='J &amp; R'><group>&lt;Verona&gt;</group></item>"));
+        const QByteArray own =
+            desk.ask(set("<item jid='juliet@im.test' name='J &amp; R'><group>&lt;Verona&gt;</group></item>"));
         QVERIFY2(own.contains(item) && own.contains("type=\"result\" id=\"s\""), own);
         QVERIFY(phone.news().contains(item));
         QVERIFY(phone.ask(Get).contains(item));
@@ -67,7 +70,8 @@ private slots:
     {
         Peer peer(*server_);
         QVERIFY(peer.appear("romeo"));
-        const QByteArray got = peer.ask(set("<item jid='juliet@im.test' subscription='remove'><group/></item>"));
+        const QByteArray got =
+            peer.ask(set("<item jid='juliet@im.test' subscription='remove'><group/></item>"));
         QVERIFY2(got.contains("<item jid=\"juliet@im.test\" subscription=\"remove\"/>"), got);
         QVERIFY(!peer.ask(Get).contains("juliet"));
     }
@@ -77,8 +81,8 @@ private slots:
         QTest::addColumn<QByteArray>("item");
         QTest::addColumn<QByteArray>("code");
         QTest::newRow("no address") << QByteArray("<item name='x'/>") << QByteArray("400");
-        QTest::newRow("unknown to remove") << QByteArray("<item jid='x@y.example' subscription='remove'/>")
-                                           << QByteArray("404");
+        QTest::newRow("unknown to remove")
+            << QByteArray("<item jid='x@y.example' subscription='remove'/>") << QByteArray("404");
     }
     void badChangeIsRefused()
     {
@@ -102,7 +106,8 @@ private slots:
         romeo.ask("<presence><show>away</show><status>Out</status></presence>");
         QVERIFY(juliet.news().contains("<show>away</show><status>Out</status>"));
         romeo.socket.abort();
-        QVERIFY(juliet.sees("<presence from=\"romeo@im.test/Desk\" to=\"juliet@im.test\" type=\"unavailable\"/>"));
+        QVERIFY(juliet.sees(
+            "<presence from=\"romeo@im.test/Desk\" to=\"juliet@im.test\" type=\"unavailable\"/>"));
     }
 };
 

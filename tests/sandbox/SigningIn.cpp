@@ -33,8 +33,10 @@ private slots:
         QTest::addColumn<QByteArray>("fields");
         QTest::addColumn<QByteArray>("answer");
         const QByteArray good = "<username>romeo</username><resource>Desk</resource>";
-        QTest::newRow("plain") << good + "<password>secret</password>" << QByteArray("<iq type=\"result\" id=\"a\"/>");
-        QTest::newRow("digest") << good + "<digest>DIGEST</digest>" << QByteArray("<iq type=\"result\" id=\"a\"/>");
+        QTest::newRow("plain") << good + "<password>secret</password>"
+                               << QByteArray("<iq type=\"result\" id=\"a\"/>");
+        QTest::newRow("digest") << good + "<digest>DIGEST</digest>"
+                                << QByteArray("<iq type=\"result\" id=\"a\"/>");
         QTest::newRow("wrong digest") << good + "<digest>00</digest>" << QByteArray("code=\"401\"");
         QTest::newRow("wrong password") << good + "<password>Secret</password>" << QByteArray("code=\"401\"");
         QTest::newRow("none") << good << QByteArray("code=\"401\"");
@@ -52,7 +54,8 @@ private slots:
         const QByteArray header = peer.openStream();
         const auto from = header.indexOf(" id=\"") + 5;
         const QByteArray streamId = header.mid(from, header.indexOf('"', from) - from);
-        fields.replace("DIGEST", QCryptographicHash::hash(streamId + "secret", QCryptographicHash::Sha1).toHex());
+        fields.replace("DIGEST",
+                       QCryptographicHash::hash(streamId + "secret", QCryptographicHash::Sha1).toHex());
         const QByteArray got =
             peer.ask("<iq type=\"set\" id=\"a\"><query xmlns=\"jabber:iq:auth\">" + fields + "</query></iq>");
         QVERIFY2(got.contains(answer), got);
@@ -64,7 +67,8 @@ private slots:
     {
         Peer peer(*server_);
         peer.openStream();
-        QVERIFY(peer.ask("<iq type=\"get\" id=\"r\"><query xmlns=\"jabber:iq:roster\"/></iq>").contains("code=\"401\""));
+        QVERIFY(peer.ask("<iq type=\"get\" id=\"r\"><query xmlns=\"jabber:iq:roster\"/></iq>")
+                    .contains("code=\"401\""));
     }
 
     void testCanRefuseEverybody()
@@ -79,7 +83,8 @@ private slots:
         QVERIFY(first.signIn("romeo", "secret"));
         QVERIFY(second.signIn("romeo", "secret"));
         QVERIFY(first.isClosed());
-        QVERIFY(first.incoming.endsWith("<stream:error>Replaced by new connection</stream:error></stream:stream>"));
+        QVERIFY(first.incoming.endsWith(
+            "<stream:error>Replaced by new connection</stream:error></stream:stream>"));
         QTRY_COMPARE(server_->connectionCount(), 1);
         QVERIFY(second.news().isEmpty());
     }
@@ -89,7 +94,8 @@ private slots:
         QTest::addColumn<QByteArray>("user");
         QTest::addColumn<QByteArray>("password");
         QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("new") << QByteArray("a&amp;b") << QByteArray("x&lt;") << QByteArray("<iq type=\"result\" id=\"VRX_new\"/>");
+        QTest::newRow("new") << QByteArray("a&amp;b") << QByteArray("x&lt;")
+                             << QByteArray("<iq type=\"result\" id=\"VRX_new\"/>");
         QTest::newRow("taken") << QByteArray("romeo") << QByteArray("x") << QByteArray("code=\"409\"");
         QTest::newRow("no password") << QByteArray("paris") << QByteArray() << QByteArray("code=\"406\"");
     }
@@ -114,7 +120,8 @@ private slots:
         QTest::addColumn<QByteArray>("answer");
         QTest::newRow("own") << false << QByteArray("romeo") << QByteArray("result");
         QTest::newRow("another's") << false << QByteArray("paris@im.test") << QByteArray("code=\"403\"");
-        QTest::newRow("another's, as administrator") << true << QByteArray("paris@im.test") << QByteArray("result");
+        QTest::newRow("another's, as administrator")
+            << true << QByteArray("paris@im.test") << QByteArray("result");
         QTest::newRow("nobody's") << true << QByteArray("ghost") << QByteArray("code=\"404\"");
     }
     void changesPasswords()
@@ -126,9 +133,10 @@ private slots:
         server_->world().addAccount("paris", "old");
         Peer peer(*server_);
         QVERIFY(peer.signIn("romeo", "secret"));
-        const QByteArray got = peer.ask("<iq type=\"set\" id=\"p\" to=\"im.test\"><query xmlns=\"jabber:iq:register\">"
-                                        "<username>" +
-                                        user + "</username><password>new</password></query></iq>");
+        const QByteArray got =
+            peer.ask("<iq type=\"set\" id=\"p\" to=\"im.test\"><query xmlns=\"jabber:iq:register\">"
+                     "<username>" +
+                     user + "</username><password>new</password></query></iq>");
         QVERIFY2(got.contains(answer), got);
         QCOMPARE(Peer(*server_).signIn(user.split('@').first(), "new"), answer == "result");
     }

@@ -43,7 +43,8 @@ private slots:
         QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("after");
         QTest::addColumn<bool>("passedOn");
-        const auto row = [](bool out, const char* before, const char* type, const char* after, bool passedOn) {
+        const auto row = [](bool out, const char* before, const char* type, const char* after,
+                            bool passedOn) {
             QTest::addRow("%s %s %s", out ? "out" : "in", before, type)
                 << out << QString(before) << QString(type) << QString(after) << passedOn;
         };
@@ -117,7 +118,8 @@ private slots:
         QVERIFY(juliet.signIn("juliet", "secret"));
         QVERIFY(juliet.ask("<iq type=\"get\" id=\"g\"><query xmlns=\"jabber:iq:roster\"/></iq>")
                     .contains("<query xmlns=\"jabber:iq:roster\"/>"));
-        QVERIFY(juliet.ask("<presence/>").contains("from=\"romeo@im.test\" to=\"juliet@im.test\" type=\"subscribe\""));
+        QVERIFY(juliet.ask("<presence/>")
+                    .contains("from=\"romeo@im.test\" to=\"juliet@im.test\" type=\"subscribe\""));
     }
 
     void removingAContactEndsBothWays()
@@ -139,9 +141,12 @@ private slots:
     {
         QTest::addColumn<int>("asked");
         QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("accepts") << int(sandbox::Persona::Asked::Accepts) << QByteArray("subscription=\"to\"");
-        QTest::newRow("refuses") << int(sandbox::Persona::Asked::Refuses) << QByteArray("type=\"unsubscribed\"");
-        QTest::newRow("is silent") << int(sandbox::Persona::Asked::StaysSilent) << QByteArray("ask=\"subscribe\"");
+        QTest::newRow("accepts") << int(sandbox::Persona::Asked::Accepts)
+                                 << QByteArray("subscription=\"to\"");
+        QTest::newRow("refuses") << int(sandbox::Persona::Asked::Refuses)
+                                 << QByteArray("type=\"unsubscribed\"");
+        QTest::newRow("is silent") << int(sandbox::Persona::Asked::StaysSilent)
+                                   << QByteArray("ask=\"subscribe\"");
     }
     void personaAnswersAsTold()
     {
