@@ -57,8 +57,7 @@ private slots:
             const QByteArray got = peer.ask(stanza.mid(at));
             QVERIFY2(got.startsWith("<iq type=\"result\" id=\"\xc3\xa4\"") && got.count("<iq ") == 1, got);
         }
-        const auto all = server_->received();
-        QCOMPARE(all.count(stanza) + all.count(" \n" + stanza), stanza.size() - 1);
+        QCOMPARE(server_->received().count(stanza), stanza.size() - 1);
     }
 
     void answersAreScripted()
@@ -125,6 +124,8 @@ private slots:
         QTest::newRow("not well-formed")
             << QByteArray("<a></b>")
             << QByteArray("<stream:error>Invalid XML</stream:error></stream:stream>");
+        QTest::newRow("loose text") << QByteArray(" x <a/>")
+                                    << QByteArray("<stream:error>Invalid XML</stream:error></stream:stream>");
         QTest::newRow("a comment") << QByteArray("<!-- -->")
                                    << QByteArray("<stream:error>Invalid XML</stream:error></stream:stream>");
         QTest::newRow("a DTD") << QByteArray("<!DOCTYPE a><a/>")
