@@ -34,13 +34,14 @@ void Room::welcome(const Occupant& newcomer, const QString& iqId) const
     for (const auto& other : occupants_) {
         if (other.id == newcomer.id)
             continue;
-        newcomer.connection->send(push(other));
-        newcomer.connection->send(presenceOf(other));
+        send(*newcomer.connection, push(other));
+        send(*newcomer.connection, presenceOf(other));
     }
     Element query("query", "jabber:iq:conference");
     query.add("id", newcomer.id).add("nick", newcomer.nick);
-    newcomer.connection->send(
-        Element("iq").set("type", QStringLiteral("result")).option("id", iqId).set("from", jid_).add(query));
+    Element result("iq");
+    result.set("type", QStringLiteral("result")).option("id", iqId).set("from", jid_);
+    newcomer.connection->send(result.set("to", newcomer.connection->fullJid()).add(query));
     sendToAll(push(newcomer));
     sendToAll(presenceOf(newcomer));
 }
@@ -150,8 +151,13 @@ void Room::sendToAll(const Element& stanza) const
 {
     for (const auto& occupant : occupants_) {
         if (occupant.connection)
-            occupant.connection->send(stanza);
+            send(*occupant.connection, stanza);
     }
+}
+
+void Room::send(Connection& connection, Element stanza)
+{
+    connection.send(stanza.set("to", connection.fullJid()));
 }
 
 } // namespace sandbox

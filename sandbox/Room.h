@@ -57,6 +57,7 @@ private:
     Element push(const Occupant& occupant) const;
     static Element presenceOf(const Occupant& occupant);
     void sendToAll(const Element& stanza) const;
+    static void send(Connection& connection, Element stanza);
     void welcome(const Occupant& newcomer, const QString& iqId) const;
 
     QString jid_;

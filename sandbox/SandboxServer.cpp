@@ -41,7 +41,7 @@ Connection* SandboxServer::client(const QString& user) const
 
 void SandboxServer::sendText(const QString& xml)
 {
-    for (const auto& connection : connections_)
+    for (auto* connection : all())
         connection->sendText(xml);
 }
 
@@ -50,20 +50,20 @@ void SandboxServer::release()
     script_.forgetHolds();
     for (const auto& held : std::exchange(heldRequests_, {}))
         handle(*held.connection, *held.stanza);
-    for (const auto& connection : connections_)
+    for (auto* connection : all())
         connection->resume();
 }
 
 void SandboxServer::closeAll()
 {
-    for (const auto& connection : connections_)
+    for (auto* connection : all())
         connection->close();
 }
 
 void SandboxServer::abortAll()
 {
-    while (!connections_.empty())
-        connections_.back()->abort();
+    for (auto* connection : all())
+        connection->abort();
 }
 
 void SandboxServer::floodPresences(const QString& user)
@@ -78,6 +78,14 @@ void SandboxServer::floodMessages(const QString& user, int count, int size, int 
     auto* connection = client(user);
     Q_ASSERT_X(connection, "floodMessages", "the account isn't signed in");
     connection->pour(flood::messages(world_, *connection, count, size, senders));
+}
+
+QList<Connection*> SandboxServer::all() const
+{
+    QList<Connection*> pointers;
+    for (const auto& connection : connections_)
+        pointers += connection.get();
+    return pointers;
 }
 
 void SandboxServer::accept()
@@ -96,7 +104,8 @@ void SandboxServer::accept()
 
 void SandboxServer::take(Connection& connection, const std::shared_ptr<Stanza>& stanza)
 {
-    received_ += stanza->raw();
+    if (keepsRecord_)
+        received_ += stanza->raw();
     if (script_.holds(stanza->raw()))
         heldRequests_.append({&connection, stanza});
     else

@@ -45,6 +45,9 @@ public:
     // Stream headers, likewise.
     QList<QByteArray> headers() const { return headers_; }
 
+    // A server that runs for long keeps no record.
+    void keepRecord(bool on) { keepsRecord_ = on; }
+
     int connectionCount() const { return int(connections_.size()); }
     // The newest signed-in connection of the account, or null.
     Connection* client(const QString& user) const;
@@ -66,6 +69,9 @@ signals:
     void signedIn(const QString& user);
 
 private:
+    // A copy, as whoever goes through it may end connections. They live on until control returns to the event
+    // loop.
+    QList<Connection*> all() const;
     void accept();
     void take(Connection& connection, const std::shared_ptr<Stanza>& stanza);
     void handle(Connection& connection, const Stanza& stanza);
@@ -82,6 +88,7 @@ private:
     Script script_;
     std::vector<std::unique_ptr<Connection>> connections_;
     QList<Held> heldRequests_;
+    bool keepsRecord_ = true;
     QList<QByteArray> received_;
     QList<QByteArray> headers_;
 };

@@ -24,8 +24,8 @@ StreamReader::Event StreamReader::next()
             event = ended();
             break;
         case QXmlStreamReader::Characters:
-            if (depth_ == 1)
-                taken(); // white space between stanzas keeps the line alive
+            if (depth_ == 1 && !xml_.isWhitespace()) // between stanzas it only keeps the line alive
+                return Event::Broken;
             break;
         case QXmlStreamReader::StartDocument:
             break;
@@ -54,11 +54,11 @@ StreamReader::Event StreamReader::ended()
         return Event::Closed;
     if (depth_ > 1)
         return Event::None;
-    raw_ = taken().toUtf8();
+    raw_ = taken().toUtf8().trimmed();
     return Event::Stanza;
 }
 
-// What was read since the last call.
+// What was read since the last call. Exact only behind a tag: behind text the reader has looked ahead.
 QString StreamReader::taken()
 {
     const auto length = xml_.characterOffset() - takenTo_;

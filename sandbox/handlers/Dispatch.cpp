@@ -1,5 +1,6 @@
 #include "sandbox/handlers/Dispatch.h"
 
+#include "sandbox/Address.h"
 #include "sandbox/handlers/Agents.h"
 #include "sandbox/handlers/Auth.h"
 #include "sandbox/handlers/Browse.h"
@@ -53,13 +54,17 @@ Handler handlerFor(Place place, const QString& xmlns)
     return nullptr;
 }
 
-// To a person's client; an answer to an answer is never made.
+// To a person's client. What nobody there can take is refused, unless it is an answer itself.
 void passOn(const Call& call)
 {
-    if (auto* session = call.world.sessions.best(call.stanza.to()))
-        session->send(call.forwarded(call.client.fullJid(), call.stanza.to()));
-    else if (call.stanza.isGet() || call.stanza.isSet())
-        call.notFound();
+    const QString to = call.stanza.to();
+    const bool isOwn = to == call.client.bareJid();
+    if (auto* session = isOwn ? nullptr : call.world.sessions.best(to))
+        return session->send(call.forwarded(call.client.fullJid(), to));
+    if (!call.stanza.isGet() && !call.stanza.isSet())
+        return;
+    const bool isKnown = call.world.account(address::node(to)) || call.world.persona(to);
+    isKnown&& address::resource(to).isEmpty() ? call.notImplemented() : call.notFound();
 }
 
 void dispatchIq(const Call& call)

@@ -1,0 +1,58 @@
+#include "sandbox/demo/Bench.h"
+
+#include "sandbox/Flood.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace sandbox::bench
+{
+namespace
+{
+
+constexpr int MostMessages = 10'000'000;
+constexpr int LargestBody = 16 * 1024 * 1024;
+
+QString saying(const QString& from, const Connection& to, const QString& body)
+{
+    Element message("message");
+    message.set("from", from).set("to", to.fullJid()).set("type", QStringLiteral("chat"));
+    return message.add("body", body).xml();
+}
+
+// The order's number at `place`, at least 1.
+int number(const QStringList& order, int place, int most)
+{
+    return std::clamp(order.value(place).toInt(), 1, most);
+}
+
+void obey(World& world, const QString& control, Connection& client, const Stanza& message)
+{
+    const QStringList order = message.text("body").split(u' ', Qt::SkipEmptyParts);
+    const QString done = saying(control, client, QStringLiteral("done"));
+    if (order.value(0) == u"presences")
+        return client.pour(flood::presences(world, client, done));
+    if (order.value(0) == u"messages" && order.size() == 4)
+        return client.pour(flood::messages(world, client, number(order, 1, MostMessages),
+                                           number(order, 2, LargestBody), number(order, 3, MostMessages),
+                                           done));
+    const QString usage = QStringLiteral("Say \"presences\" or \"messages COUNT SIZE SENDERS\".");
+    client.sendText(saying(control, client, usage));
+}
+
+} // namespace
+
+void populate(World& world, int contacts, int groups)
+{
+    const QString user = QStringLiteral("bench");
+    world.addAccount(user, user);
+    world.addRoster(user, contacts, groups);
+    Persona& control = world.addPersona(QStringLiteral("control"), QStringLiteral("Control"));
+    control.hears = [&world, &control](Connection& client, const Stanza& message) {
+        if (!message.text("body").isEmpty())
+            obey(world, control.fullJid(), client, message);
+    };
+}
+
+} // namespace sandbox::bench
