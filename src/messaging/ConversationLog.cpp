@@ -106,6 +106,7 @@ QString ConversationLog::append(const QString& peer, const QString& text)
     if (log.write(bytes) == bytes.size())
         return {};
     const QString error = failure(file, log);
-    log.resize(before);
+    if (!log.isSequential())
+        log.resize(before);
     return error;
 }

@@ -3,8 +3,6 @@
 #include <QLocale>
 #include <QRegularExpression>
 
-#include <utility>
-
 Stamps::Stamps(const Clock& clock) : clock_(clock), timeFormat_(QLocale().timeFormat(QLocale::LongFormat))
 {
     static const QRegularExpression zone(QStringLiteral("\\s*\\(?\\bt+\\b\\)?\\s*"));
@@ -32,8 +30,10 @@ const QString& Stamps::longDate()
 void Stamps::refresh()
 {
     const QDateTime now = clock_.now();
-    if (second_ == std::exchange(second_, now.toSecsSinceEpoch()))
+    const qint64 second = now.toSecsSinceEpoch();
+    if (second_ == second)
         return;
+    second_ = second;
     const QLocale locale;
     const QTime time = now.time();
     shortTime_ =

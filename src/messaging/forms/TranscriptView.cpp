@@ -161,9 +161,23 @@ void TranscriptView::keyPressEvent(QKeyEvent* event)
         QPlainTextEdit::keyPressEvent(event);
 }
 
+// The widget's own anchorAt() finds nothing in a plain text's layout.
+QString TranscriptView::linkAt(QPoint position) const
+{
+    QTextCursor cursor = cursorForPosition(position);
+    const QRect caret = cursorRect(cursor);
+    if (position.y() < caret.top() || position.y() > caret.bottom())
+        return {};
+    // The format is that of the character before the cursor.
+    if (position.x() >= caret.left() &&
+        (cursor.atBlockEnd() || !cursor.movePosition(QTextCursor::NextCharacter)))
+        return {};
+    return cursor.charFormat().anchorHref();
+}
+
 void TranscriptView::mousePressEvent(QMouseEvent* event)
 {
-    const QString target = event->button() == Qt::LeftButton ? anchorAt(event->pos()) : QString();
+    const QString target = event->button() == Qt::LeftButton ? linkAt(event->pos()) : QString();
     if (target.isEmpty())
         QPlainTextEdit::mousePressEvent(event);
     else
@@ -173,7 +187,7 @@ void TranscriptView::mousePressEvent(QMouseEvent* event)
 void TranscriptView::mouseMoveEvent(QMouseEvent* event)
 {
     QPlainTextEdit::mouseMoveEvent(event);
-    viewport()->setCursor(anchorAt(event->pos()).isEmpty() ? Qt::IBeamCursor : Qt::PointingHandCursor);
+    viewport()->setCursor(linkAt(event->pos()).isEmpty() ? Qt::IBeamCursor : Qt::PointingHandCursor);
 }
 
 void TranscriptView::contextMenuEvent(QContextMenuEvent* event)

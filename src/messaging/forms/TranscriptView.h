@@ -52,6 +52,7 @@ private:
     void finishEdit();
     void insertLinked(const QString& text, const QTextCharFormat& format);
     bool isAtEnd() const;
+    QString linkAt(QPoint position) const;
 
     QTextCursor end_;
     bool editing_ = false;

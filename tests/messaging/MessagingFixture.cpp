@@ -1,0 +1,79 @@
+#include "messaging/MessagingFixture.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QTextBlock>
+#include <QTextDocument>
+
+const QString own = QStringLiteral("romeo@montague.example");
+const QString juliet = QStringLiteral("juliet@capulet.example");
+
+MessagingFixture::MessagingFixture()
+{
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    client.desktop = world.desktop();
+    client.MyRoster.AddItem(juliet, QStringLiteral("Jule"), true, QStringLiteral("away"), {}, false, {},
+                            QStringLiteral("both"), {}, QStringLiteral("balcony"));
+    hub = std::make_unique<ChatWindow>(registry, client);
+    hub->statusImage = [](const QString&) { return QStringLiteral("Away"); };
+    hub->notices = [this]() -> HeadLineForm& { return notices(); };
+    engine.plugIn(hub.get());
+}
+
+MessagingFixture::~MessagingFixture()
+{
+    client.UserClosing = client.SessionClosing = true;
+    registry.unloadAllExcept({});
+    client.Core->PluginManager->sessions().clear();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+MessageForm* MessagingFixture::window(const QString& bare, const QString& key)
+{
+    return qobject_cast<MessageForm*>(
+        client.Core->PluginManager->sessions().session(bare)->Properties().Item(key));
+}
+
+MessageForm* MessagingFixture::open(const QString& jid)
+{
+    hub->IsTrick = true;
+    hub->SendMessage(jid);
+    engine.trigger();
+    return window(jid);
+}
+
+void MessagingFixture::message(const QString& from, const QString& type, const QString& inner)
+{
+    const QString typed = type.isEmpty() ? QString() : QStringLiteral(" type=\"%1\"").arg(type);
+    engine.inject(
+        QStringLiteral("<message from=\"%1\" to=\"%2/BreloIM\"%3>%4</message>").arg(from, own, typed, inner));
+}
+
+QString MessagingFixture::logOf(const QString& peer) const
+{
+    QFile file(hub->log().path(peer));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+HeadLineForm& MessagingFixture::notices()
+{
+    return registry.single<HeadLineForm>(QStringLiteral("HeadLineForm"),
+                                         [this] { return new HeadLineForm(registry, client); });
+}
+
+QString MessagingFixture::transcript(const QWidget& form, const char* name)
+{
+    return control<QPlainTextEdit>(form, name).toPlainText();
+}
+
+QTextCharFormat MessagingFixture::formatOf(const QWidget& form, const QString& text)
+{
+    auto* document = form.findChild<QPlainTextEdit*>(QStringLiteral("txtLog"))->document();
+    const auto found = document->find(text);
+    return found.charFormat();
+}
+
+QString MessagingFixture::panel(const MessageForm& window)
+{
+    return control<QStatusBar>(window, "StatusBar1").currentMessage();
+}

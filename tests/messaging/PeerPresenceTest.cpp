@@ -1,0 +1,129 @@
+#include "messaging/MessagingFixture.h"
+#include "support/TestRunner.h"
+
+#include <QComboBox>
+#include <QTest>
+
+// An open window follows its peer's presence and resources.
+class PeerPresenceTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void windowFollowsPresence_data();
+    void windowFollowsPresence();
+    void messageWithoutResourceTakesTheFirst();
+    void presenceOfStrangersChangesNothing();
+};
+
+void PeerPresenceTest::windowFollowsPresence_data()
+{
+    QTest::addColumn<QStringList>("resources"); // as the contact list holds them when the presence comes
+    QTest::addColumn<QString>("inner");
+    QTest::addColumn<bool>("available");
+    QTest::addColumn<QString>("picture");
+    QTest::addColumn<QString>("status");
+    QTest::addColumn<QString>("textBox"); // shown in txtTOR; empty when the combo box shows
+    QTest::addColumn<QString>("combo");
+    const QStringList one{"tomb"};
+    const QStringList two{"balcony", "tomb"};
+    const QString s = QStringLiteral("<status>st</status>");
+    QTest::newRow("online") << one << s << true << "Online"
+                            << "st"
+                            << "tomb"
+                            << "";
+    QTest::newRow("away") << one << s + "<show>away</show>" << true << "Away"
+                          << "st"
+                          << "tomb"
+                          << "";
+    QTest::newRow("xa") << one << s + "<show>xa</show>" << true << "xAway"
+                        << "st"
+                        << "tomb"
+                        << "";
+    QTest::newRow("dnd") << one << s + "<show>dnd</show>" << true << "dnd"
+                         << "st"
+                         << "tomb"
+                         << "";
+    QTest::newRow("chat") << one << s + "<show>chat</show>" << true << "free4chat"
+                          << "st"
+                          << "tomb"
+                          << "";
+    QTest::newRow("unknown show") << one << s + "<show>busy</show>" << true << "LightOn"
+                                  << "old"
+                                  << "tomb"
+                                  << "";
+    QTest::newRow("second resource") << two << s << true << "Online"
+                                     << "st"
+                                     << ""
+                                     << "tomb";
+    QTest::newRow("gone, others stay") << two << s << false << "LightOn"
+                                       << "old"
+                                       << ""
+                                       << "balcony";
+    QTest::newRow("gone, one stays") << QStringList("balcony") << s << false << "LightOn"
+                                     << "old"
+                                     << "balcony"
+                                     << "";
+    QTest::newRow("gone for good") << QStringList() << s << false << "Offline"
+                                   << "st"
+                                   << "before"
+                                   << "";
+}
+
+void PeerPresenceTest::windowFollowsPresence()
+{
+    QFETCH(QStringList, resources);
+    QFETCH(QString, inner);
+    QFETCH(bool, available);
+    QFETCH(QString, picture);
+    QFETCH(QString, status);
+    QFETCH(QString, textBox);
+    QFETCH(QString, combo);
+    MessagingFixture f;
+    auto* window = f.open(juliet);
+    window->setPicture(QStringLiteral("LightOn"));
+    window->setStatusText(QStringLiteral("old"));
+    auto& single = f.control<QLineEdit>(*window, "txtTOR");
+    single.setText(QStringLiteral("before"));
+    f.client.MyRoster.record(juliet)->Resources = resources;
+
+    const QString type = available ? QString() : QStringLiteral(" type=\"unavailable\"");
+    f.engine.inject(QStringLiteral("<presence from=\"%1/tomb\"%2>%3</presence>").arg(juliet, type, inner));
+    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), picture);
+    QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), status);
+    auto& several = f.control<QComboBox>(*window, "ComboResource");
+    QCOMPARE(several.isVisible(), !combo.isEmpty());
+    QCOMPARE(single.isVisible(), combo.isEmpty());
+    QCOMPARE(several.currentText(), combo);
+    if (combo.isEmpty())
+        QCOMPARE(single.text(), textBox);
+    else
+        QCOMPARE(several.count(), resources.size());
+    QCOMPARE(f.control<QLabel>(*window, "lblResource").buddy(),
+             combo.isEmpty() ? static_cast<QWidget*>(&single) : &several);
+}
+
+void PeerPresenceTest::messageWithoutResourceTakesTheFirst()
+{
+    MessagingFixture f;
+    f.client.MyRoster.record(juliet)->Resources =
+        QStringList({QStringLiteral("balcony"), QStringLiteral("tomb")});
+    const auto* window = f.open(juliet);
+    const auto& combo = f.control<QComboBox>(*window, "ComboResource");
+    QCOMPARE(combo.currentText(), QStringLiteral("balcony"));
+    f.message(juliet + QStringLiteral("/nowhere"), QStringLiteral("chat"), QStringLiteral("<body>x</body>"));
+    QCOMPARE(combo.currentText(), QStringLiteral("nowhere"));
+}
+
+void PeerPresenceTest::presenceOfStrangersChangesNothing()
+{
+    MessagingFixture f;
+    const QString stranger = QStringLiteral("paris@verona.example");
+    auto* window = f.open(stranger);
+    f.engine.inject(QStringLiteral("<presence from=\"%1/x\"><status>s</status></presence>").arg(stranger));
+    QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), QString());
+    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Pendingauth"));
+}
+
+BRELO_TEST(PeerPresenceTest)
+#include "PeerPresenceTest.moc"
