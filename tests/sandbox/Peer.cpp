@@ -28,6 +28,8 @@ Peer::Peer(sandbox::SandboxServer& server, const QByteArray& host) : host_(host)
         incoming += socket.readAll();
         ++chunks;
     });
+    QObject::connect(&socket, &QTcpSocket::connected, &socket,
+                     [this] { socket.setSocketOption(QAbstractSocket::LowDelayOption, 1); });
     socket.connectToHost(QHostAddress::LocalHost, server.port());
 }
 
