@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// The start-with-the-system entry: an XDG autostart file (Desktop Application Autostart Specification) behind
+// The start-with-the-system entry: an XDG autostart file (freedesktop.org) behind
 // the operations of a registry key.
 class CRegistry
 {
@@ -16,7 +16,7 @@ public:
     bool setStringValue(const QString& name, const QString& program);
     void close() { folder_.clear(); }
 
-    // The value of an Exec key that starts the program with just this path (Desktop Entry Specification:
+    // The value of an Exec key that starts the program with just this path (as freedesktop.org tells it:
     // quoted and escaped twice, "%" doubled).
     static QString execValue(const QString& program);
 
