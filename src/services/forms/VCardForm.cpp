@@ -10,6 +10,7 @@ VCardForm::VCardForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     ui_->lblState->hide();
+    ui_->name1->setFocus();
     connect(ui_->Command1, &QPushButton::clicked, this, &VCardForm::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &VCardForm::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &VCardForm::Command3_Click);
@@ -181,8 +182,8 @@ void VCardForm::Label7_Click()
 
 void VCardForm::showLinks()
 {
-    ui_->Label5->setEnabled(!ui_->email->text().isEmpty());
-    ui_->Label7->setEnabled(!ui_->persurl->text().isEmpty());
+    ui_->Label5->setVisible(!ui_->email->text().isEmpty());
+    ui_->Label7->setVisible(!ui_->persurl->text().isEmpty());
 }
 
 void VCardForm::openLink(const QString& link)
