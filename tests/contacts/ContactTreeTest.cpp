@@ -65,10 +65,14 @@ void ContactTreeTest::anAddThatCannotStandAddsNothing_data()
 {
     QTest::addColumn<QString>("parent");
     QTest::addColumn<QString>("key");
-    QTest::newRow("taken key") << "Fixed" << "a@x";
-    QTest::newRow("taken group") << "" << "Friends";
-    QTest::newRow("empty key") << "Fixed" << "";
-    QTest::newRow("no such parent") << "Nobody" << "c@x";
+    QTest::newRow("taken key") << "Fixed"
+                               << "a@x";
+    QTest::newRow("taken group") << ""
+                                 << "Friends";
+    QTest::newRow("empty key") << "Fixed"
+                               << "";
+    QTest::newRow("no such parent") << "Nobody"
+                                    << "c@x";
 }
 
 void ContactTreeTest::anAddThatCannotStandAddsNothing()

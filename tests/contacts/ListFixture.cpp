@@ -2,7 +2,8 @@
 
 #include "contacts/FixedGroups.h"
 
-namespace {
+namespace
+{
 
 QString look(const TreeNode& node)
 {
@@ -32,18 +33,21 @@ ListFixture::ListFixture()
 
 void ListFixture::push(const QString& items)
 {
-    sync.OnIQ(engine.contextFor("<iq type='set' id='push'><query xmlns='jabber:iq:roster'>" + items + "</query></iq>"));
+    sync.OnIQ(engine.contextFor("<iq type='set' id='push'><query xmlns='jabber:iq:roster'>" + items +
+                                "</query></iq>"));
 }
 
 void ListFixture::presence(const QString& from, const QString& type, const QString& rest)
 {
     const QString attribute = type.isEmpty() ? QString() : " type='" + type + "'";
-    tracker.OnPresence(engine.contextFor("<presence from='" + from + "'" + attribute + ">" + rest + "</presence>"));
+    tracker.OnPresence(
+        engine.contextFor("<presence from='" + from + "'" + attribute + ">" + rest + "</presence>"));
 }
 
 void ListFixture::addContact(const QString& JID, const QString& nick, const QString& group)
 {
-    push(QString("<item jid='%1' name='%2' subscription='both'><group>%3</group></item>").arg(JID, nick, group));
+    push(QString("<item jid='%1' name='%2' subscription='both'><group>%3</group></item>")
+             .arg(JID, nick, group));
 }
 
 void ListFixture::addTransport(const QString& JID, const QString& name)

@@ -7,8 +7,8 @@
 #include "support/RecordingDesktop.h"
 #include "support/TempProfile.h"
 
-// The contact list without its windows: romeo is signed in at montague.example, the fixed groups stand, nothing
-// was sent yet.
+// The contact list without its windows: romeo is signed in at montague.example, the fixed groups stand,
+// nothing was sent yet.
 struct ListFixture {
     ListFixture();
 
@@ -20,7 +20,8 @@ struct ListFixture {
     void addContact(const QString& JID, const QString& nick, const QString& group);
     void addTransport(const QString& JID, const QString& name);
 
-    // The tree as text, one node a line: two blanks a level, text, image, "bold" and colour where they are set.
+    // The tree as text, one node a line: two blanks a level, text, image, "bold" and colour where they are
+    // set.
     QString drawn();
     // The node of a key as in drawn(), without its level; "none" for none.
     QString node(const QString& key);

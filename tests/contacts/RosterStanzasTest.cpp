@@ -1,6 +1,6 @@
 #include "contacts/RosterStanzas.h"
-#include "contacts/StatusRules.h"
 #include "contacts/ListFixture.h"
+#include "contacts/StatusRules.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -37,8 +37,9 @@ void RosterStanzasTest::everyStanzaStandsExactlySo_data()
     QTest::newRow("whole roster")
         << stanzas::wholeRoster()
         << R"(<iq id="fullroster_REFRESH" type="get"><query xmlns="jabber:iq:roster"/></iq>)";
-    QTest::newRow("vCard") << stanzas::vCard("a&b@c")
-                           << R"(<iq type="get" id="vcard_wj_3" to="a&amp;b@c"><VCARD xmlns="vcard-temp"/></iq>)";
+    QTest::newRow("vCard")
+        << stanzas::vCard("a&b@c")
+        << R"(<iq type="get" id="vcard_wj_3" to="a&amp;b@c"><VCARD xmlns="vcard-temp"/></iq>)";
     QTest::newRow("browse")
         << stanzas::browseServices("m.example")
         << R"(<iq type="get" id="VRX_GET_SERVICE" to="m.example"><query xmlns="jabber:iq:browse"></query></iq>)";
@@ -56,9 +57,11 @@ void RosterStanzasTest::aStatusHasItsShowWordAndItsText_data()
     QTest::addColumn<StatusCommand>("command");
     QTest::addColumn<bool>("automatic");
     QTest::addColumn<QString>("inside");
-    QTest::newRow("available") << StatusCommand::Available << false << "<show></show><status>here &amp; now</status>";
+    QTest::newRow("available") << StatusCommand::Available << false
+                               << "<show></show><status>here &amp; now</status>";
     QTest::newRow("away") << StatusCommand::Away << false << "<show>away</show><status>a</status>";
-    QTest::newRow("away by itself") << StatusCommand::Away << true << "<show>away</show><status>idle</status>";
+    QTest::newRow("away by itself") << StatusCommand::Away << true
+                                    << "<show>away</show><status>idle</status>";
     QTest::newRow("xa") << StatusCommand::XAway << false << "<show>xa</show><status>x</status>";
     QTest::newRow("xa by itself") << StatusCommand::XAway << true << "<show>xa</show><status>gone</status>";
     QTest::newRow("dnd") << StatusCommand::DND << false << "<show>dnd</show><status>d</status>";

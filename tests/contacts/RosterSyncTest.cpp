@@ -4,7 +4,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace {
+namespace
+{
 
 const QString available = "<presence/>";
 
@@ -42,18 +43,40 @@ void RosterSyncTest::aNewContactIsEntered_data()
     const QString pending = "jid='j@x' subscription='none' ask='subscribe'";
     const QString lurker = "jid='j@x' subscription='none'";
     const QString both = "jid='j@x' name='Ju' subscription='both'";
-    QTest::newRow("pending") << false << pending << "j@x Pending Pending " << "Waiting authorization" << "Pending";
-    QTest::newRow("pending, only those on line") << true << pending << "j@x Pending Pending " << "" << "";
-    QTest::newRow("lurker") << false << lurker << "j@x Lurker Lurker " << "Hidden" << "Pending";
-    QTest::newRow("lurker, only those on line") << true << lurker << "j@x Lurker Lurker " << "" << "";
-    QTest::newRow("listed") << false << both << "Ju Offline  " << "Contacts" << "Offline";
-    QTest::newRow("listed, only those on line") << true << both << "Ju Offline  " << "" << "";
-    QTest::newRow("in a group") << false << both + "><group>Pals</group" << "Ju Offline  Pals" << "Pals" << "Offline";
-    QTest::newRow("in a group, only those on line")
-        << true << both + "><group>Pals</group" << "Ju Offline  Pals" << "" << "";
-    QTest::newRow("removed while unknown")
-        << false << "jid='j@x' subscription='remove'" << " Offline  " << "Contacts" << "Offline";
-    QTest::newRow("a resource is cut") << false << "jid='j@x/r' subscription='to'" << " Offline  " << "Contacts" << "Offline";
+    QTest::newRow("pending") << false << pending << "j@x Pending Pending "
+                             << "Waiting authorization"
+                             << "Pending";
+    QTest::newRow("pending, only those on line") << true << pending << "j@x Pending Pending "
+                                                 << ""
+                                                 << "";
+    QTest::newRow("lurker") << false << lurker << "j@x Lurker Lurker "
+                            << "Hidden"
+                            << "Pending";
+    QTest::newRow("lurker, only those on line") << true << lurker << "j@x Lurker Lurker "
+                                                << ""
+                                                << "";
+    QTest::newRow("listed") << false << both << "Ju Offline  "
+                            << "Contacts"
+                            << "Offline";
+    QTest::newRow("listed, only those on line") << true << both << "Ju Offline  "
+                                                << ""
+                                                << "";
+    QTest::newRow("in a group") << false << both + "><group>Pals</group"
+                                << "Ju Offline  Pals"
+                                << "Pals"
+                                << "Offline";
+    QTest::newRow("in a group, only those on line") << true << both + "><group>Pals</group"
+                                                    << "Ju Offline  Pals"
+                                                    << ""
+                                                    << "";
+    QTest::newRow("removed while unknown") << false << "jid='j@x' subscription='remove'"
+                                           << " Offline  "
+                                           << "Contacts"
+                                           << "Offline";
+    QTest::newRow("a resource is cut") << false << "jid='j@x/r' subscription='to'"
+                                       << " Offline  "
+                                       << "Contacts"
+                                       << "Offline";
 }
 
 void RosterSyncTest::aNewContactIsEntered()
@@ -66,7 +89,8 @@ void RosterSyncTest::aNewContactIsEntered()
     list.push(item.contains('>') ? "<item " + item + "></item>" : "<item " + item + "/>");
     const auto* record = list.client.MyRoster.record("j@x");
     QVERIFY(record);
-    QTEST(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group), "record");
+    QTEST(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group),
+          "record");
     QCOMPARE(record->Resources, QStringList(QString()));
     QCOMPARE(list.client.MyGroups.Exists("Pals"), item.contains("Pals"));
     const TreeNode* node = list.find("j@x");
@@ -87,17 +111,33 @@ void RosterSyncTest::aPushChangesAKnownContact_data()
     const QString none = "subscription='none'";
     const QString asked = "subscription='none' ask='subscribe'";
     const QString both = "subscription='both'";
-    QTest::newRow("removed") << false << "both " << "subscription='remove'" << "gone" << "" << true;
-    QTest::newRow("granted") << false << "none subscribe" << both << "both  Old Pals" << "Pals" << true;
-    QTest::newRow("renamed and moved") << false << "to " << both << "to  New Club" << "Club" << true;
-    QTest::newRow("asked again while listed") << false << "to " << both + " ask='subscribe'" << "to  Old Pals" << "Pals" << true;
-    QTest::newRow("our request went out") << false << "none " << asked << "none subscribe Old Pals" << "Pals" << true;
-    QTest::newRow("the same request again") << false << "none subscribe" << asked << "none subscribe Old Pals" << "Pals" << true;
-    QTest::newRow("refused") << false << "none subscribe" << none << "none  Old Pals" << "Pals" << true;
-    QTest::newRow("none after both") << false << "both " << none << "both  Old Pals" << "Pals" << true;
-    QTest::newRow("refused, only those on line") << true << "none subscribe" << none << "none  Old Pals" << "" << false;
-    QTest::newRow("went out, only those on line") << true << "none " << asked << "none subscribe Old Pals" << "" << true;
-    QTest::newRow("an unknown ask") << false << "both " << "subscription='none' ask='other'" << "both  Old Pals" << "Pals" << true;
+    QTest::newRow("removed") << false << "both "
+                             << "subscription='remove'"
+                             << "gone"
+                             << "" << true;
+    QTest::newRow("granted") << false << "none subscribe" << both << "both  Old Pals"
+                             << "Pals" << true;
+    QTest::newRow("renamed and moved") << false << "to " << both << "to  New Club"
+                                       << "Club" << true;
+    QTest::newRow("asked again while listed") << false << "to " << both + " ask='subscribe'"
+                                              << "to  Old Pals"
+                                              << "Pals" << true;
+    QTest::newRow("our request went out") << false << "none " << asked << "none subscribe Old Pals"
+                                          << "Pals" << true;
+    QTest::newRow("the same request again") << false << "none subscribe" << asked << "none subscribe Old Pals"
+                                            << "Pals" << true;
+    QTest::newRow("refused") << false << "none subscribe" << none << "none  Old Pals"
+                             << "Pals" << true;
+    QTest::newRow("none after both") << false << "both " << none << "both  Old Pals"
+                                     << "Pals" << true;
+    QTest::newRow("refused, only those on line") << true << "none subscribe" << none << "none  Old Pals"
+                                                 << "" << false;
+    QTest::newRow("went out, only those on line") << true << "none " << asked << "none subscribe Old Pals"
+                                                  << "" << true;
+    QTest::newRow("an unknown ask") << false << "both "
+                                    << "subscription='none' ask='other'"
+                                    << "both  Old Pals"
+                                    << "Pals" << true;
 }
 
 void RosterSyncTest::aPushChangesAKnownContact()
@@ -139,12 +179,18 @@ void RosterSyncTest::anItemIsReadLoosely_data()
     QTest::addColumn<QString>("item");
     QTest::addColumn<QString>("record"); // JID, nick, group, ask
     QTest::newRow("groups run together")
-        << "<item jid='a@x' subscription='both'>\n<group>One</group>\n<group>Two</group></item>" << "a@x||OneTwo|";
-    QTest::newRow("text that speaks of no group") << "<item jid='a@x' subscription='both'>stray</item>" << "a@x|||";
-    QTest::newRow("ask in the address") << "<item jid='basket@x' subscription='both'/>" << "basket@x|||";
-    QTest::newRow("name in the address") << "<item jid='name@group' subscription='both'/>" << "name@group|||";
-    QTest::newRow("deep below") << "<a><b><item jid='a@x' name='&lt;A&gt;' subscription='both'/></b></a>" << "a@x|<A>||";
-    QTest::newRow("no address") << "<item subscription='both'/>" << "|||";
+        << "<item jid='a@x' subscription='both'>\n<group>One</group>\n<group>Two</group></item>"
+        << "a@x||OneTwo|";
+    QTest::newRow("text that speaks of no group") << "<item jid='a@x' subscription='both'>stray</item>"
+                                                  << "a@x|||";
+    QTest::newRow("ask in the address") << "<item jid='basket@x' subscription='both'/>"
+                                        << "basket@x|||";
+    QTest::newRow("name in the address") << "<item jid='name@group' subscription='both'/>"
+                                         << "name@group|||";
+    QTest::newRow("deep below") << "<a><b><item jid='a@x' name='&lt;A&gt;' subscription='both'/></b></a>"
+                                << "a@x|<A>||";
+    QTest::newRow("no address") << "<item subscription='both'/>"
+                                << "|||";
 }
 
 void RosterSyncTest::anItemIsReadLoosely()
@@ -161,7 +207,8 @@ void RosterSyncTest::anAgentHidesAllLaterItems()
 {
     ListFixture list;
     list.client.MyAgents.AddItem("msn.x", "MSN", false, false);
-    list.push("<item jid='a@x' subscription='both'/><item jid='msn.x/registered'/><item jid='b@x' subscription='both'/>");
+    list.push("<item jid='a@x' subscription='both'/><item jid='msn.x/registered'/><item jid='b@x' "
+              "subscription='both'/>");
     QCOMPARE(list.client.MyRoster.Count(), 1);
     list.addContact("b@x", "B", "");
     QCOMPARE(list.client.MyRoster.Count(), 2);
@@ -197,7 +244,9 @@ void RosterSyncTest::aThousandPushesRebuildOnce()
     ListFixture list;
     QString items;
     for (int contact = 0; contact < 1000; ++contact)
-        items += QString("<item jid='c%1@x' subscription='both'><group>G%2</group></item>").arg(contact).arg(contact % 7);
+        items += QString("<item jid='c%1@x' subscription='both'><group>G%2</group></item>")
+                     .arg(contact)
+                     .arg(contact % 7);
     list.push(items);
     list.drawing.settle();
     QSignalSpy resets(&list.drawing.model(), &QAbstractItemModel::modelReset);
@@ -264,9 +313,10 @@ void RosterSyncTest::aRenameReachesTheServer()
     ListFixture list;
     list.addContact("a@x", "A", "Pals");
     list.sync.renamed("a@x", "A", "");
-    QCOMPARE(list.engine.takeSent(),
-             QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="">)"
-                         R"(<group>Pals</group></item></query></iq>)"));
+    QCOMPARE(
+        list.engine.takeSent(),
+        QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="">)"
+                    R"(<group>Pals</group></item></query></iq>)"));
     list.drawing.Refresh();
     QCOMPARE(list.find("a@x")->text, QString("a@x"));
     list.engine.takeSent();
