@@ -4,9 +4,13 @@
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCharFormat>
+
+#include <algorithm>
 
 namespace
 {
@@ -60,6 +64,46 @@ const QTextCharFormat& formatOf(Style style)
     return body;
 }
 
+// The layout's cost grows with the square of an unbroken line.
+constexpr qsizetype longestLine = 4096;
+// The state of a block that goes on with the line of the block before it.
+constexpr int continued = 1;
+
+bool endsLine(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+}
+
+// Whether `text` holds a line too long for the layout.
+bool mustBreak(const QString& text)
+{
+    if (text.size() <= longestLine)
+        return false;
+    qsizetype length = 0;
+    for (const QChar c : text) {
+        length = endsLine(c) ? 0 : length + 1;
+        if (length > longestLine)
+            return true;
+    }
+    return false;
+}
+
+// How much of `text`, from `start`, the next block takes: up to the end of a line, or a piece of a long one.
+qsizetype pieceLength(QStringView text, qsizetype start)
+{
+    const qsizetype most = qMin(longestLine, text.size() - start);
+    const auto piece = text.mid(start, most);
+    const auto lineEnd = std::find_if(piece.begin(), piece.end(), endsLine);
+    if (lineEnd != piece.end())
+        return lineEnd - piece.begin() + 1;
+    if (start + most == text.size())
+        return most;
+    const auto space = piece.lastIndexOf(u' ');
+    if (space > longestLine / 2)
+        return space + 1;
+    return piece.back().isHighSurrogate() ? most - 1 : most;
+}
+
 QTextCharFormat linkFormat(QTextCharFormat format, const QString& target)
 {
     format.setAnchor(true);
@@ -90,7 +134,7 @@ void TranscriptView::appendLine(std::initializer_list<TranscriptRun> runs)
         if (run.style == Style::Body || run.style == Style::Plain)
             insertLinked(run.text, formatOf(run.style));
         else
-            end_.insertText(run.text, formatOf(run.style));
+            insertBroken(run.text, formatOf(run.style));
     }
     end_.insertBlock();
 }
@@ -140,11 +184,51 @@ void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& fo
 {
     qsizetype done = 0;
     for (const auto& link : findLinks(text)) {
-        end_.insertText(text.mid(done, link.start - done), format);
-        end_.insertText(text.mid(link.start, link.length), linkFormat(format, link.target));
+        insertBroken(text.mid(done, link.start - done), format);
+        insertBroken(text.mid(link.start, link.length), linkFormat(format, link.target));
         done = link.start + link.length;
     }
-    end_.insertText(done == 0 ? text : text.mid(done), format);
+    insertBroken(done == 0 ? text : text.mid(done), format);
+}
+
+void TranscriptView::insertBroken(const QString& text, const QTextCharFormat& format)
+{
+    if (!mustBreak(text))
+        return end_.insertText(text, format);
+    for (qsizetype start = 0; start < text.size();) {
+        const qsizetype length = pieceLength(text, start);
+        end_.insertText(text.mid(start, length), format);
+        start += length;
+        if (start < text.size() && !endsLine(text.at(start - 1))) {
+            end_.insertBlock();
+            end_.block().setUserState(continued);
+        }
+    }
+}
+
+QString TranscriptView::transcriptText() const
+{
+    return textBetween(0, document()->characterCount() - 1);
+}
+
+QString TranscriptView::textBetween(int start, int end) const
+{
+    QString text;
+    for (auto block = document()->findBlock(start); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        if (block.position() > start && block.userState() != continued)
+            text += u'\n';
+        const int from = qMax(start, block.position());
+        text += QStringView(block.text()).mid(from - block.position(), end - from);
+    }
+    return text;
+}
+
+QMimeData* TranscriptView::createMimeDataFromSelection() const
+{
+    auto* data = new QMimeData;
+    data->setText(textBetween(textCursor().selectionStart(), textCursor().selectionEnd()));
+    return data;
 }
 
 bool TranscriptView::isAtEnd() const
@@ -193,6 +277,13 @@ void TranscriptView::mouseMoveEvent(QMouseEvent* event)
 void TranscriptView::contextMenuEvent(QContextMenuEvent* event)
 {
     emit menuRequested(event->globalPos());
+}
+
+// A repaint that doesn't wait for the event loop must not meet lines without a layout.
+void TranscriptView::paintEvent(QPaintEvent* event)
+{
+    finishEdit();
+    QPlainTextEdit::paintEvent(event);
 }
 
 void TranscriptView::resizeEvent(QResizeEvent* event)
