@@ -1,6 +1,7 @@
 #include "messaging/forms/TranscriptView.h"
 
 #include "messaging/LinkScanner.h"
+#include "messaging/LongLines.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -9,8 +10,6 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCharFormat>
-
-#include <algorithm>
 
 namespace
 {
@@ -64,45 +63,8 @@ const QTextCharFormat& formatOf(Style style)
     return body;
 }
 
-// The layout's cost grows with the square of an unbroken line.
-constexpr qsizetype longestLine = 4096;
 // The state of a block that goes on with the line of the block before it.
 constexpr int continued = 1;
-
-bool endsLine(QChar c)
-{
-    return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
-}
-
-// Whether `text` holds a line too long for the layout.
-bool mustBreak(const QString& text)
-{
-    if (text.size() <= longestLine)
-        return false;
-    qsizetype length = 0;
-    for (const QChar c : text) {
-        length = endsLine(c) ? 0 : length + 1;
-        if (length > longestLine)
-            return true;
-    }
-    return false;
-}
-
-// How much of `text`, from `start`, the next block takes: up to the end of a line, or a piece of a long one.
-qsizetype pieceLength(QStringView text, qsizetype start)
-{
-    const qsizetype most = qMin(longestLine, text.size() - start);
-    const auto piece = text.mid(start, most);
-    const auto lineEnd = std::find_if(piece.begin(), piece.end(), endsLine);
-    if (lineEnd != piece.end())
-        return lineEnd - piece.begin() + 1;
-    if (start + most == text.size())
-        return most;
-    const auto space = piece.lastIndexOf(u' ');
-    if (space > longestLine / 2)
-        return space + 1;
-    return piece.back().isHighSurrogate() ? most - 1 : most;
-}
 
 QTextCharFormat linkFormat(QTextCharFormat format, const QString& target)
 {
@@ -193,13 +155,13 @@ void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& fo
 
 void TranscriptView::insertBroken(const QString& text, const QTextCharFormat& format)
 {
-    if (!mustBreak(text))
+    if (!longlines::mustBreak(text))
         return end_.insertText(text, format);
     for (qsizetype start = 0; start < text.size();) {
-        const qsizetype length = pieceLength(text, start);
+        const qsizetype length = longlines::pieceLength(text, start);
         end_.insertText(text.mid(start, length), format);
         start += length;
-        if (start < text.size() && !endsLine(text.at(start - 1))) {
+        if (start < text.size() && !longlines::endsLine(text.at(start - 1))) {
             end_.insertBlock();
             end_.block().setUserState(continued);
         }
