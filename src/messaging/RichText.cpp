@@ -5,14 +5,9 @@ namespace richtext
 namespace
 {
 
-bool endsLine(QChar c)
-{
-    return c == u'\n' || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
-}
-
 void append(QByteArray& out, QChar c)
 {
-    if (endsLine(c)) {
+    if (c == u'\n') {
         out += "\\par\r\n";
     } else if (c == u'\\' || c == u'{' || c == u'}') {
         out += '\\';

@@ -6,8 +6,7 @@
 namespace richtext
 {
 
-// `text` as a document of the Rich Text Format, pure ASCII. Lines may end with a line feed or a paragraph
-// separator.
+// `text` as a document of the Rich Text Format, pure ASCII. Lines end with a line feed.
 QByteArray document(const QString& text);
 
 } // namespace richtext

@@ -323,6 +323,9 @@ void InboundTest::hostileTextsAreShownAsTheyCame_data()
         "\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7");
     QTest::newRow("object character") << QString(QChar(0xFFFC)) + u'x';
     QTest::newRow("long line") << QString(100000, u'w');
+    QTest::newRow("unbroken mebibyte") << QString(1048576, u'w');
+    QTest::newRow("emoji without end")
+        << QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5000) + QStringLiteral("\nx");
     QTest::newRow("a mebibyte") << QStringLiteral("word ").repeated(1048576 / 5);
 }
 

@@ -1,5 +1,7 @@
 #include "messaging/MessagingFixture.h"
 
+#include "messaging/forms/TranscriptView.h"
+
 #include <QFile>
 #include <QLocale>
 #include <QTextBlock>
@@ -63,7 +65,9 @@ HeadLineForm& MessagingFixture::notices()
 
 QString MessagingFixture::transcript(const QWidget& form, const char* name)
 {
-    return control<QPlainTextEdit>(form, name).toPlainText();
+    const auto& text = control<QPlainTextEdit>(form, name);
+    const auto* log = qobject_cast<const TranscriptView*>(&text);
+    return log ? log->transcriptText() : text.toPlainText();
 }
 
 QTextCharFormat MessagingFixture::formatOf(const QWidget& form, const QString& text)

@@ -10,7 +10,6 @@
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
 #include "messaging/forms/MessageForm.h"
-#include "settings/Paths.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -58,7 +57,9 @@ void ChatWindow::SendMessageFromConference(const QString& from, const QString& t
     fields.setTo(to);
     fields.setBody({});
     fields.setType(QStringLiteral("chat"));
-    packet.Send();
+    // Without an echo the flag would swallow the next real message.
+    if (!packet.Send())
+        IsTrick = false;
 }
 
 void ChatWindow::ShowMessageLog(const QString& peer)

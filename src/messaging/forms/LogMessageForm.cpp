@@ -68,7 +68,7 @@ void LogMessageForm::mnuEditSave_Click()
 
 QString LogMessageForm::save(const QString& path) const
 {
-    const QByteArray text = richtext::document(ui_->txtLog->document()->toRawText());
+    const QByteArray text = richtext::document(ui_->txtLog->transcriptText());
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
         return {};

@@ -15,6 +15,8 @@
 namespace
 {
 
+// What the window system is spared of hostile names; characters.
+constexpr qsizetype longestLabel = 1000;
 constexpr int pictureSize = 16;     // logical pixels
 constexpr QSize smallest(467, 414); // 7000 by 6200 twips
 
@@ -203,7 +205,7 @@ void MessageForm::sendByEmail()
     if (!self || !address || address->isEmpty())
         return;
     client().desktop.links->open(QStringLiteral("mailto:") + *address + QStringLiteral("?body=") +
-                                 ui_->txtLog->toPlainText() +
+                                 ui_->txtLog->transcriptText() +
                                  QStringLiteral("&subject=Jabber conversation with ") + ui_->txtTO->text());
 }
 
@@ -249,7 +251,7 @@ void MessageForm::unload()
 // "[*]" in a title is a place holder of the toolkit's.
 void MessageForm::setCaption(const QString& text)
 {
-    setWindowTitle(QString(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    setWindowTitle(text.left(longestLabel).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
 void MessageForm::setPeer(const QString& jid)
@@ -287,7 +289,7 @@ void MessageForm::setCanAdd(bool on)
 
 void MessageForm::setPanelText(const QString& text)
 {
-    ui_->StatusBar1->showMessage(text);
+    ui_->StatusBar1->showMessage(text.left(longestLabel));
 }
 void MessageForm::focusEntry()
 {

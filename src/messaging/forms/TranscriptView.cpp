@@ -1,11 +1,14 @@
 #include "messaging/forms/TranscriptView.h"
 
 #include "messaging/LinkScanner.h"
+#include "messaging/LongLines.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCharFormat>
 
 namespace
@@ -60,6 +63,9 @@ const QTextCharFormat& formatOf(Style style)
     return body;
 }
 
+// The state of a block that goes on with the line of the block before it.
+constexpr int continued = 1;
+
 QTextCharFormat linkFormat(QTextCharFormat format, const QString& target)
 {
     format.setAnchor(true);
@@ -90,7 +96,7 @@ void TranscriptView::appendLine(std::initializer_list<TranscriptRun> runs)
         if (run.style == Style::Body || run.style == Style::Plain)
             insertLinked(run.text, formatOf(run.style));
         else
-            end_.insertText(run.text, formatOf(run.style));
+            insertBroken(run.text, formatOf(run.style));
     }
     end_.insertBlock();
 }
@@ -140,11 +146,51 @@ void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& fo
 {
     qsizetype done = 0;
     for (const auto& link : findLinks(text)) {
-        end_.insertText(text.mid(done, link.start - done), format);
-        end_.insertText(text.mid(link.start, link.length), linkFormat(format, link.target));
+        insertBroken(text.mid(done, link.start - done), format);
+        insertBroken(text.mid(link.start, link.length), linkFormat(format, link.target));
         done = link.start + link.length;
     }
-    end_.insertText(done == 0 ? text : text.mid(done), format);
+    insertBroken(done == 0 ? text : text.mid(done), format);
+}
+
+void TranscriptView::insertBroken(const QString& text, const QTextCharFormat& format)
+{
+    if (!longlines::mustBreak(text))
+        return end_.insertText(text, format);
+    for (qsizetype start = 0; start < text.size();) {
+        const qsizetype length = longlines::pieceLength(text, start);
+        end_.insertText(text.mid(start, length), format);
+        start += length;
+        if (start < text.size() && !longlines::endsLine(text.at(start - 1))) {
+            end_.insertBlock();
+            end_.block().setUserState(continued);
+        }
+    }
+}
+
+QString TranscriptView::transcriptText() const
+{
+    return textBetween(0, document()->characterCount() - 1);
+}
+
+QString TranscriptView::textBetween(int start, int end) const
+{
+    QString text;
+    for (auto block = document()->findBlock(start); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        if (block.position() > start && block.userState() != continued)
+            text += u'\n';
+        const int from = qMax(start, block.position());
+        text += QStringView(block.text()).mid(from - block.position(), end - from);
+    }
+    return text;
+}
+
+QMimeData* TranscriptView::createMimeDataFromSelection() const
+{
+    auto* data = new QMimeData;
+    data->setText(textBetween(textCursor().selectionStart(), textCursor().selectionEnd()));
+    return data;
 }
 
 bool TranscriptView::isAtEnd() const
@@ -193,6 +239,13 @@ void TranscriptView::mouseMoveEvent(QMouseEvent* event)
 void TranscriptView::contextMenuEvent(QContextMenuEvent* event)
 {
     emit menuRequested(event->globalPos());
+}
+
+// A repaint that doesn't wait for the event loop must not meet lines without a layout.
+void TranscriptView::paintEvent(QPaintEvent* event)
+{
+    finishEdit();
+    QPlainTextEdit::paintEvent(event);
 }
 
 void TranscriptView::resizeEvent(QResizeEvent* event)

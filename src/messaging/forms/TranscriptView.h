@@ -32,6 +32,8 @@ public:
     void appendText(const QString& text, bool bold);
     void scrollToEnd();
     void clearTranscript();
+    // The text as it came; lines end with a line feed.
+    QString transcriptText() const;
 
 signals:
     // A press on a link; `target` has a scheme, but nothing else has been checked.
@@ -45,12 +47,16 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
 
 private:
     void beginEdit();
     void finishEdit();
     void insertLinked(const QString& text, const QTextCharFormat& format);
+    void insertBroken(const QString& text, const QTextCharFormat& format);
+    QString textBetween(int start, int end) const;
     bool isAtEnd() const;
     QString linkAt(QPoint position) const;
 
