@@ -29,6 +29,8 @@ qint64 steadyMs()
 
 } // namespace
 
+GatewayClient::GatewayClient(ConnectionHost& host) : GatewayClient(host, nullptr) {}
+
 GatewayClient::GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver,
                              std::function<qint64()> clock)
 {

@@ -13,10 +13,11 @@ class Resolver;
 class GatewayClient : public Gateway
 {
 public:
-    // `host` must outlive the gateway. `resolver` may be null: then the system's DNS is asked. `clock` gives
-    // the milliseconds of a steady clock, for the time-outs; empty for the system's.
-    explicit GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver = nullptr,
-                           std::function<qint64()> clock = {});
+    // `host` must outlive the gateway. Asks the system's DNS and clock.
+    explicit GatewayClient(ConnectionHost& host);
+    // `resolver` may be null: then the system's DNS is asked. `clock` gives the milliseconds of a steady
+    // clock, for the time-outs; empty for the system's.
+    GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver, std::function<qint64()> clock = {});
     ~GatewayClient() override;
 
     void DoConnect(const QString& userName, const QString& password, const QString& server,

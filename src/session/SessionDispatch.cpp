@@ -22,6 +22,8 @@ QString tr(const char* text)
 const QString groupChatKey = QStringLiteral("IsGroupchat");
 const QString chatKey = QStringLiteral("ChatWnd");
 
+bool isVCard(pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; }
+
 } // namespace
 
 SessionDispatch::SessionDispatch(Client& client, SessionWindows& windows) : client_(client), windows_(windows)
@@ -46,6 +48,8 @@ void SessionDispatch::OnIQ(PlugInContext& context)
         onRegistered(context);
     else if (id == u"VRX_UNREGISTER")
         routes.pass(Routes::transport, context);
+    else if (id == u"JCOM_51" && !context.Stanza().root().find_child(isVCard))
+        routes.pass(Routes::vCard, context); // the refusal of a card need not repeat the card
 }
 
 bool SessionDispatch::dispatchChild(pugi::xml_node child, PlugInContext& context)

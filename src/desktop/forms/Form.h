@@ -2,9 +2,9 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QPushButton>
 #include <QString>
 
-class QPushButton;
 class FormRegistry;
 
 // Why a form is asked to close.

@@ -7,6 +7,7 @@
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/authorizeForm.h"
+#include "services/forms/VCardWindows.h"
 #include "session/forms/CertificateForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
@@ -23,6 +24,7 @@ SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& stor
 {
     if (!client.Core)
         client.Core = std::make_unique<TempVRXCore>(makeGateway(*this));
+    dispatch.routes.take(Routes::vCard, [this](PlugInContext& context) { windows.vCards().OnIQ(context); });
     wireSignIn();
     connect(&windows, &Windows::rosterFormMade, this, [this](RosterForm& form) { wireRosterForm(form); });
     connect(&windows, &Windows::cancelRequested, &end, &SessionEnd::cancelSignIn);

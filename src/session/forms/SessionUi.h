@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/ConnectionHost.h"
+#include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
 #include "services/Agents.h"
 #include "session/SessionDispatch.h"

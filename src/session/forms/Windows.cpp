@@ -7,6 +7,8 @@
 #include "desktop/forms/ShowInTrayForm.h"
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
+#include "messaging/forms/MessageForm.h"
+#include "services/forms/VCardWindows.h"
 #include "session/forms/AboutForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
@@ -24,6 +26,7 @@ void bringUp(QWidget& window)
 
 Windows::Windows(FormRegistry& registry, Client& client, SettingsStore& store) :
     registry_(registry), client_(client), hub_(std::make_unique<ChatWindow>(registry, client)),
+    vCards_(std::make_unique<VCardWindows>(registry, client)),
     signIn_(new SignInForm(registry, client, store))
 {
     wireHub();
@@ -42,6 +45,7 @@ void Windows::wireHub()
         if (auto* list = roster())
             list->Refresh();
     });
+    connect(hub_.get(), &ChatWindow::vCardRequested, this, [this](const QString& jid) { vCards_->RequestVCard(jid); });
     connect(hub_.get(), &ChatWindow::inviteRequested, this, [this] { notThereYet(tr("An invitation")); });
     connect(hub_.get(), &ChatWindow::callRequested, this, [this] { notThereYet(tr("A call")); });
     connect(hub_.get(), &ChatWindow::conferenceInvited, this, [this] { notThereYet(tr("A group chat")); });

@@ -13,6 +13,7 @@ class Roster;
 class RosterForm;
 class SettingsStore;
 class SignInForm;
+class VCardWindows;
 struct Client;
 
 // The session's windows, each made at first use, and the wires between rooms that don't know each other.
@@ -27,6 +28,8 @@ public:
     SignInForm& signIn() const { return *signIn_; }
     // The hub of the conversations; lives for the whole run.
     ChatWindow& hub() const { return *hub_; }
+
+    VCardWindows& vCards() const { return *vCards_; }
 
     // The main window, or null when it isn't loaded.
     RosterForm* rosterForm() const;
@@ -59,5 +62,6 @@ private:
     FormRegistry& registry_;
     Client& client_;
     std::unique_ptr<ChatWindow> hub_;
+    std::unique_ptr<VCardWindows> vCards_;
     SignInForm* signIn_;
 };

@@ -1,0 +1,165 @@
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "messaging/forms/MessageForm.h"
+#include "sandbox/SandboxServer.h"
+#include "session/forms/SignInForm.h"
+#include "support/LiveClient.h"
+#include "support/TestRunner.h"
+#include "support/UiDriver.h"
+
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+
+using sandbox::SandboxServer;
+
+namespace {
+
+QList<QByteArray> presencesOf(const QList<QByteArray>& stanzas)
+{
+    QList<QByteArray> found;
+    for (const auto& stanza : stanzas) {
+        if (stanza.startsWith("<presence"))
+            found += stanza;
+    }
+    return found;
+}
+
+} // namespace
+
+// A whole session on the old dialect, stanza by stanza as the server received it.
+class WireRecordTest : public QObject
+{
+    Q_OBJECT
+
+    struct Fixture {
+        SandboxServer server;
+        std::unique_ptr<LiveClient> live;
+        Fixture()
+        {
+            server.world().addAccount(QStringLiteral("romeo"), QStringLiteral("secret"));
+            server.world().addAccount(QStringLiteral("juliet"), QStringLiteral("rose"));
+            server.world().addContact(QStringLiteral("romeo"), QStringLiteral("juliet"), QStringLiteral("Juliet"),
+                                      QStringLiteral("Friends"));
+            server.listen();
+            live = std::make_unique<LiveClient>();
+        }
+        QString address() const { return QStringLiteral("localhost:%1").arg(server.port()); }
+        bool signIn()
+        {
+            live->signIn(address());
+            return QTest::qWaitFor([this] { return live->isOnline() && server.hasReceived("VRX_GET_SUPPORTEDNS"); });
+        }
+    };
+
+private slots:
+    void signInHandshake()
+    {
+        Fixture f;
+        QVERIFY(f.signIn());
+        const auto record = f.server.received();
+        // The engine's part: authentication, then the two lists.
+        QVERIFY(f.server.countReceived("jabber:iq:auth") == 2);
+        QVERIFY(!f.server.hasReceived("secret")); // digest: the password itself never crosses
+        QCOMPARE(f.server.countReceived("<query xmlns=\"jabber:iq:roster\"/>"), 1);
+        QCOMPARE(f.server.countReceived("jabber:iq:agents"), 1);
+        // The client's part, in this order.
+        const QByteArray online = "<presence><status>online</status></presence>";
+        const QByteArray browse = "<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"localhost\">"
+                                  "<query xmlns=\"jabber:iq:browse\"></query></iq>";
+        QVERIFY(record.contains(online));
+        QCOMPARE(record.indexOf(browse), record.indexOf(online) + 1);
+        QCOMPARE(presencesOf(record).size(), 1);
+    }
+
+    void statusCommands_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<QByteArray>("wire");
+        QTest::newRow("available") << QByteArray("mRosterSAvailable")
+                                   << QByteArray("<presence><show></show><status></status></presence>");
+        QTest::newRow("away") << QByteArray("mRosterSAway")
+                              << QByteArray("<presence><show>away</show><status>Al momento non al computer</status>"
+                                            "</presence>");
+        QTest::newRow("xa") << QByteArray("mRosterSXAway")
+                            << QByteArray("<presence><show>xa</show><status>Non al computer per un po'</status>"
+                                          "</presence>");
+        QTest::newRow("dnd") << QByteArray("mRosterSDND")
+                             << QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>");
+        QTest::newRow("chat") << QByteArray("mRosterSFFC")
+                              << QByteArray("<presence><show>chat</show><status></status></presence>");
+    }
+
+    void statusCommands()
+    {
+        QFETCH(QByteArray, entry);
+        QFETCH(QByteArray, wire);
+        Fixture f;
+        QVERIFY(f.signIn());
+        f.server.takeReceived();
+        ui::choose(f.live->rosterForm(), entry.constData());
+        QTRY_COMPARE(f.server.received(), QList<QByteArray>{wire});
+    }
+
+    void chatBothWays()
+    {
+        Fixture f;
+        QVERIFY(f.signIn());
+        f.server.takeReceived();
+        emit f.live->rosterForm()->Roster1->openConversation(QStringLiteral("juliet@localhost"));
+        Form* window = nullptr;
+        QTRY_VERIFY((window = f.live->form("MessageForm")) && window->isVisible());
+        QVERIFY(f.server.received().isEmpty()); // the opening message stays at home
+        auto* entry = ui::find<QPlainTextEdit>(window, "txtMsg");
+        QTest::keyClicks(entry, QStringLiteral("Ay & <me>!"));
+        ui::click(window, "cmdSend");
+        QTRY_COMPARE(f.server.received().size(), 2);
+        QCOMPARE(f.server.received().at(0),
+                 QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><x xmlns=\"jabber:x:event\">"
+                            "<composing></composing></x></message>"));
+        QCOMPARE(f.server.received().at(1),
+                 QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><body>Ay &amp; &lt;me&gt;!</body></message>"));
+        f.server.sendText(QStringLiteral("<message from=\"juliet@localhost/balcony\" to=\"romeo@localhost/BreloIM\" "
+                                         "type=\"chat\"><body>\"Romeo\" &amp; &lt;co&gt;</body></message>"));
+        auto* log = window->findChild<QPlainTextEdit*>(QStringLiteral("txtLog"));
+        QVERIFY(log);
+        QTRY_VERIFY(log->toPlainText().contains(QStringLiteral("\"Romeo\" & <co>")));
+        QVERIFY(log->toPlainText().contains(QStringLiteral("Ay & <me>!")));
+    }
+
+    void disconnectEndsTheStream()
+    {
+        Fixture f;
+        QVERIFY(f.signIn());
+        ui::choose(f.live->rosterForm(), "mRosterTDiscon");
+        QTRY_COMPARE(f.server.connectionCount(), 0);
+        QTRY_VERIFY(f.live->ui->windows.signIn().isVisible());
+        QCOMPARE(f.live->client.MyRoster.Count(), 0);
+        QTRY_VERIFY(!f.live->rosterForm());
+        QCOMPARE(f.live->world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
+        QVERIFY(f.signIn()); // and in again
+    }
+
+    void lostConnectionLeavesTheMainWindowEmpty()
+    {
+        Fixture f;
+        QVERIFY(f.signIn());
+        f.server.abortAll();
+        QTRY_COMPARE(f.live->world.tray.icon, QStringLiteral("LightOff"));
+        QVERIFY(f.live->rosterForm()->isVisible());
+        QVERIFY(!f.live->rosterForm()->Roster1->isVisible());
+        QCOMPARE(f.live->client.MyRoster.Count(), 0);
+    }
+
+    void firstTimeYesMakesTheAccount()
+    {
+        Fixture f;
+        f.live->world.boxes.answers = {MessageBoxes::Answer::Yes};
+        f.live->signIn(f.address(), QStringLiteral("mercutio"), QStringLiteral("jest"));
+        QTRY_VERIFY(f.live->isOnline());
+        QCOMPARE(f.live->world.boxes.shown.size(), 1);
+        QVERIFY(f.server.hasReceived("VRX_new"));
+    }
+};
+
+BRELO_TEST(WireRecordTest)
+#include "WireRecordTest.moc"
