@@ -29,7 +29,9 @@ void wrapText(pugi::xml_node node, const char* wrapper)
         }
         child = next;
     }
-    node.append_child(wrapper).text().set(text.c_str());
+    const auto wrapped = node.append_child(wrapper);
+    if (!text.empty())
+        wrapped.text().set(text.c_str());
 }
 
 void unwrapText(pugi::xml_node node, const char* wrapper)
@@ -41,6 +43,28 @@ void unwrapText(pugi::xml_node node, const char* wrapper)
     node.remove_child(child);
     if (!text.empty())
         node.append_child(pugi::node_pcdata).set_value(text.c_str());
+}
+
+// Some servers keep cards in a form that has no such marks, and clients leave them out; the dialect's client
+// finds a number by VOICE and the main address by PREF.
+void markVoice(pugi::xml_node telephone)
+{
+    for (const auto child : telephone.children()) {
+        const std::string_view name = child.name();
+        if (child.type() == pugi::node_element && name != "HOME" && name != "WORK" && name != "PREF")
+            return;
+    }
+    telephone.prepend_child("VOICE");
+}
+
+void markMainAddress(pugi::xml_node card)
+{
+    for (const auto email : card.children("EMAIL")) {
+        if (email.child("PREF"))
+            return;
+    }
+    if (auto first = card.child("EMAIL"))
+        first.prepend_child("PREF");
 }
 
 } // namespace
@@ -68,9 +92,11 @@ void toDialect(pugi::xml_node card)
     for (const auto telephone : card.children("TEL")) {
         rename(telephone, "FAX", "fax");
         unwrapText(telephone, "NUMBER");
+        markVoice(telephone);
     }
     for (const auto email : card.children("EMAIL"))
         unwrapText(email, "USERID");
+    markMainAddress(card);
 }
 
 } // namespace vcard

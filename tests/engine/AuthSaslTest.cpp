@@ -1,0 +1,241 @@
+#include "AuthPeer.h"
+#include "support/TestRunner.h"
+
+#include "engine/Xml.h"
+
+#include <QTest>
+
+using State = StreamAuth::State;
+
+namespace
+{
+
+QString sasl(const QString& name, const QString& inner = {})
+{
+    return "<" + name + " xmlns=\"urn:ietf:params:xml:ns:xmpp-sasl\">" + inner + "</" + name + ">";
+}
+
+QString challenge(const QByteArray& plain)
+{
+    return sasl("challenge", plain.toBase64());
+}
+
+// Feeds the server's words until it accepts or refuses; what is left to say stands in the result.
+QByteArray converse(AuthPeer& peer, SaslServer& server)
+{
+    for (int round = 0; round < 5; ++round) {
+        const auto word = server.step(xml::text(peer.written()).toLatin1());
+        if (server.ok() || word.isEmpty())
+            return word;
+        peer.feed(sasl("challenge", word));
+    }
+    return {};
+}
+
+// The nonce of the client's first SCRAM message.
+QByteArray clientNonce(AuthPeer& peer)
+{
+    const auto first = QByteArray::fromBase64(xml::text(peer.written()).toLatin1());
+    return first.mid(first.indexOf(",r=") + 3);
+}
+
+} // namespace
+
+class AuthSaslTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void strongestMechanismSignsIn_data()
+    {
+        QTest::addColumn<QStringList>("offered");
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("all") << QStringList{"PLAIN", "SCRAM-SHA-1", "SCRAM-SHA-256", "X-OTHER"}
+                             << "SCRAM-SHA-256";
+        QTest::newRow("with channel binding")
+            << QStringList{"SCRAM-SHA-1-PLUS", "SCRAM-SHA-1"} << "SCRAM-SHA-1";
+        QTest::newRow("plain only") << QStringList{"PLAIN", "DIGEST-MD5"} << "PLAIN";
+    }
+
+    void strongestMechanismSignsIn()
+    {
+        QFETCH(QStringList, offered);
+        QFETCH(QString, taken);
+        AuthPeer peer;
+        peer.open(mechanisms(offered));
+        QCOMPARE(peer.auth.state(), State::Working);
+        SaslServer server(taken, "juliet", "r0m30");
+        if (taken == "PLAIN") {
+            const auto auth = peer.written();
+            QCOMPARE(xml::attribute(auth, "mechanism"), taken);
+            QCOMPARE(QByteArray::fromBase64(xml::text(auth).toLatin1()), QByteArray("\0juliet\0r0m30", 13));
+            peer.feed(sasl("success"));
+        } else {
+            const auto last = converse(peer, server);
+            QVERIFY(server.ok());
+            QCOMPARE(peer.auth.state(), State::Working);
+            peer.feed(sasl("success", last));
+        }
+        QCOMPARE(peer.auth.state(), State::RestartStream);
+        QVERIFY(peer.auth.error().isEmpty());
+    }
+
+    void serversProofMayComeBeforeSuccess()
+    {
+        AuthPeer peer;
+        peer.open(mechanisms({"SCRAM-SHA-256"}));
+        SaslServer server("SCRAM-SHA-256", "juliet", "r0m30");
+        const auto last = converse(peer, server);
+        peer.feed(sasl("challenge", last));
+        QCOMPARE(peer.writtenText(),
+                 QString("<response xmlns=\"urn:ietf:params:xml:ns:xmpp-sasl\"></response>"));
+        peer.feed(sasl("success"));
+        QCOMPARE(peer.auth.state(), State::RestartStream);
+    }
+
+    void serverThatDoesNotProveItselfIsRefused_data()
+    {
+        QTest::addColumn<QString>("success");
+        QTest::newRow("no signature") << "";
+        QTest::newRow("forged signature")
+            << QString::fromLatin1(("v=" + QByteArray(32, 'x').toBase64()).toBase64());
+        QTest::newRow("an error in it") << QString::fromLatin1(QByteArray("e=other-error").toBase64());
+        QTest::newRow("no base64") << "!!!!";
+    }
+
+    void serverThatDoesNotProveItselfIsRefused()
+    {
+        QFETCH(QString, success);
+        AuthPeer peer;
+        peer.open(mechanisms({"SCRAM-SHA-256"}));
+        SaslServer server("SCRAM-SHA-256", "juliet", "r0m30");
+        converse(peer, server);
+        QVERIFY(server.ok());
+        peer.feed(sasl("success", success));
+        QCOMPARE(peer.auth.state(), State::Failed);
+        QVERIFY(!peer.auth.takeErrorStanza());
+    }
+
+    void badChallengeEndsTheExchange_data()
+    {
+        QTest::addColumn<QByteArray>("message");
+        QTest::newRow("another nonce") << QByteArray("r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096");
+        QTest::newRow("endless work") << QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000");
+        QTest::newRow("no work") << QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=0");
+        QTest::newRow("nonsense") << QByteArray("\xff\x00,,,", 5);
+        QTest::newRow("nothing") << QByteArray();
+    }
+
+    void badChallengeEndsTheExchange()
+    {
+        QFETCH(QByteArray, message);
+        AuthPeer peer;
+        peer.open(mechanisms({"SCRAM-SHA-1"}));
+        peer.feed(challenge(message.replace("NONCE", clientNonce(peer))));
+        QCOMPARE(peer.auth.state(), State::Failed);
+        QVERIFY(peer.writtenText().startsWith("<abort"));
+        QVERIFY(!peer.auth.error().isEmpty());
+    }
+
+    void wrongPasswordReachesTheClientOnceAsItsOwnError()
+    {
+        AuthPeer peer;
+        peer.open(mechanisms({"SCRAM-SHA-1"}) + "<auth xmlns=\"http://jabber.org/features/iq-auth\"/>");
+        SaslServer server("SCRAM-SHA-1", "juliet", "another");
+        converse(peer, server);
+        QVERIFY(!server.ok());
+        peer.feed(sasl("failure", "<not-authorized/><text>Wrong &lt;word&gt;</text>"));
+        QCOMPARE(peer.auth.state(), State::Failed);
+        const auto error = peer.auth.takeErrorStanza();
+        QVERIFY(error);
+        QCOMPARE(error->Xml(),
+                 QString("<iq type=\"error\" id=\"brelo-auth\" from=\"capulet.example\"><query "
+                         "xmlns=\"jabber:iq:auth\"/><error code=\"401\">Wrong &lt;word&gt;</error>"
+                         "</iq>"));
+        QVERIFY(!peer.auth.takeErrorStanza());
+        // The old way would be a breach of XEP-0078 now.
+        QVERIFY(!peer.writtenText().contains("jabber:iq:auth"));
+    }
+
+    void failureIsToldApart_data()
+    {
+        QTest::addColumn<QString>("condition");
+        QTest::addColumn<bool>("refusesAccount");
+        QTest::newRow("disabled") << "account-disabled" << true;
+        QTest::newRow("expired") << "credentials-expired" << true;
+        QTest::newRow("for now") << "temporary-auth-failure" << false;
+        QTest::newRow("aborted") << "aborted" << false;
+        QTest::newRow("last mechanism") << "invalid-mechanism" << false;
+    }
+
+    void failureIsToldApart()
+    {
+        QFETCH(QString, condition);
+        QFETCH(bool, refusesAccount);
+        AuthPeer peer;
+        peer.open(mechanisms({"PLAIN"}));
+        peer.feed(sasl("failure", "<" + condition + "/>"));
+        QCOMPARE(peer.auth.state(), State::Failed);
+        QCOMPARE(bool(peer.auth.takeErrorStanza()), refusesAccount);
+        QVERIFY(!peer.auth.error().isEmpty());
+    }
+
+    void unwantedMechanismGivesWayToTheNext()
+    {
+        AuthPeer peer;
+        peer.open(mechanisms({"PLAIN", "SCRAM-SHA-1", "SCRAM-SHA-256"}));
+        QStringList tried;
+        for (int round = 0; round < 3; ++round) {
+            tried << xml::attribute(peer.written(), "mechanism");
+            peer.feed(sasl("failure", "<invalid-mechanism/>"));
+        }
+        QCOMPARE(tried, QStringList({"SCRAM-SHA-256", "SCRAM-SHA-1", "PLAIN"}));
+        QCOMPARE(peer.auth.state(), State::Failed);
+    }
+
+    void passwordCrossesInClearOnlyWhereAllowed_data()
+    {
+        QTest::addColumn<bool>("encrypted");
+        QTest::addColumn<bool>("plainAllowed");
+        QTest::addColumn<bool>("sent");
+        QTest::newRow("open") << false << false << false;
+        QTest::newRow("open, agreed") << false << true << true;
+        QTest::newRow("encrypted") << true << false << true;
+    }
+
+    void passwordCrossesInClearOnlyWhereAllowed()
+    {
+        QFETCH(bool, encrypted);
+        QFETCH(bool, plainAllowed);
+        QFETCH(bool, sent);
+        auto request = AuthPeer::standardRequest();
+        request.encrypted = encrypted;
+        request.plainAllowed = plainAllowed;
+        AuthPeer peer(request);
+        peer.open(mechanisms({"PLAIN"}));
+        QCOMPARE(!peer.writtenText().isEmpty(), sent);
+        QCOMPARE(peer.auth.state(), sent ? State::Working : State::Failed);
+        // Never fall back to it from a stronger mechanism either.
+        AuthPeer other(request);
+        other.open(mechanisms({"PLAIN", "SCRAM-SHA-1"}));
+        other.writtenText();
+        other.feed(sasl("failure", "<invalid-mechanism/>"));
+        QCOMPARE(!other.writtenText().isEmpty(), sent);
+    }
+
+    void unexpectedElementsChangeNothing()
+    {
+        AuthPeer peer;
+        peer.feed("<message/>");
+        peer.open(mechanisms({"SCRAM-SHA-1"}));
+        peer.writtenText();
+        for (const auto* text : {"<success/>", "<iq/>", "<iq type='result' id='brelo-auth1'/>", "<presence/>",
+                                 "<challenge xmlns='other'>x</challenge>", "<features/>"})
+            peer.feed(text);
+        QCOMPARE(peer.auth.state(), State::Working);
+        QCOMPARE(peer.writtenText(), QString());
+    }
+};
+
+BRELO_TEST(AuthSaslTest)
+#include "AuthSaslTest.moc"

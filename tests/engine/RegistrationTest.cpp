@@ -1,0 +1,176 @@
+#include "engine/wire/AccountRegistration.h"
+#include "support/TestRunner.h"
+
+#include "engine/Xml.h"
+
+#include <QTest>
+
+using State = AccountRegistration::State;
+
+namespace
+{
+
+const QByteArray request =
+    "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>juliet"
+    "</username><password>a&amp;b</password><resource></resource></query></iq>";
+
+QString fields(const QString& inner)
+{
+    return "<iq type='result' id='brelo-register1'><query xmlns='jabber:iq:register'>" + inner +
+           "</query></iq>";
+}
+
+QString form(const QString& inner)
+{
+    return "<x xmlns='jabber:x:data' type='form'><field var='FORM_TYPE' "
+           "type='hidden'><value>jabber:iq:register"
+           "</value></field><field var='username'><required/></field><field var='password'/>" +
+           inner + "</x>";
+}
+
+AccountRegistration begun(bool encrypted = true)
+{
+    AccountRegistration registration({"juliet", "", "capulet.example", "", encrypted, false}, request);
+    registration.streamOpened({});
+    return registration;
+}
+
+void feed(AccountRegistration& registration, const QString& xml)
+{
+    registration.feed(*Stanza::fromXml(xml));
+}
+
+QString written(AccountRegistration& registration)
+{
+    return QString::fromUtf8(registration.takeOutput().join());
+}
+
+} // namespace
+
+class RegistrationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fieldsAreAskedForAndFilled_data()
+    {
+        QTest::addColumn<QString>("offered");
+        QTest::addColumn<QString>("sent");
+        const QString flat = "<instructions>Hi</instructions><username/><password/>";
+        const QString filledForm =
+            "<x xmlns=\"jabber:x:data\" type=\"submit\"><field var=\"FORM_TYPE\"><value>"
+            "jabber:iq:register</value></field><field var=\"username\"><value>juliet</value>"
+            "</field><field var=\"password\"><value>a&amp;b</value></field>";
+        const QString filledFlat = "<username>juliet</username><password>a&amp;b</password>";
+        QTest::newRow("flat") << flat << filledFlat;
+        QTest::newRow("flat with more")
+            << flat + "<email/><key>k1</key>" << filledFlat + "<email></email><key>k1</key>";
+        QTest::newRow("form beside flat") << flat + form({}) << filledForm + "</x>";
+        QTest::newRow("form with a default")
+            << form("<field var='list'><required/><value>1</value></field><field "
+                    "type='fixed'><value>x</value></field>")
+            << filledForm + "<field var=\"list\"><value>1</value></field></x>";
+        QTest::newRow("form that wants too much")
+            << flat + form("<field var='ocr'><required/></field>") << filledFlat;
+    }
+
+    void fieldsAreAskedForAndFilled()
+    {
+        QFETCH(QString, offered);
+        QFETCH(QString, sent);
+        auto registration = begun();
+        QCOMPARE(written(registration),
+                 QString("<iq type=\"get\" id=\"brelo-register1\" to=\"capulet.example\">"
+                         "<query xmlns=\"jabber:iq:register\"/></iq>"));
+        feed(registration, fields(offered));
+        QCOMPARE(written(registration),
+                 "<iq type=\"set\" id=\"brelo-register2\" to=\"capulet.example\"><query "
+                 "xmlns=\"jabber:iq:register\">" +
+                     sent + "</query></iq>");
+        feed(registration, "<iq type='result' id='brelo-register2'/>");
+        QCOMPARE(registration.state(), State::Done);
+        QCOMPARE(registration.takeResult()->Xml(),
+                 QString("<iq type=\"result\" id=\"VRX_new\" from=\"capulet.example\"/>"));
+        QVERIFY(!registration.takeResult());
+    }
+
+    void failureCarriesTheServersWords_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("text");
+        const QString error =
+            "<iq type='error' id='brelo-register1'><query xmlns='jabber:iq:register'/>%1</iq>";
+        const QString stanzas = "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'";
+        QTest::newRow("old") << error.arg("<error code='409'>Username Not Available</error>") << "409"
+                             << "Username Not Available";
+        QTest::newRow("of today") << error.arg("<error type='cancel'><conflict " + stanzas + "/><text " +
+                                               stanzas + ">The &lt;name&gt; is taken.</text></error>")
+                                  << "409"
+                                  << "The <name> is taken.";
+        QTest::newRow("without a word")
+            << error.arg("<error type='cancel'><not-allowed " + stanzas + "/></error>") << "405"
+            << "The server does not allow this.";
+        QTest::newRow("without an error") << error.arg("") << "500"
+                                          << "The server answered with error 500.";
+        QTest::newRow("on the web only") << fields("<instructions>Register there:</instructions><x "
+                                                   "xmlns='jabber:x:oob'><url>https://x.example/"
+                                                   "</url></x>")
+                                         << "406"
+                                         << "Register there: https://x.example/";
+        QTest::newRow("a picture to read")
+            << fields(form("<instructions>Read it</instructions><field var='ocr'><required/></field>"))
+            << "406"
+            << "Read it";
+        QTest::newRow("no fields") << "<iq type='result' id='brelo-register1'/>"
+                                   << "406"
+                                   << "The server does not let this program make accounts.";
+    }
+
+    void failureCarriesTheServersWords()
+    {
+        QFETCH(QString, answer);
+        QFETCH(QString, code);
+        QFETCH(QString, text);
+        auto registration = begun();
+        written(registration);
+        feed(registration, answer);
+        QCOMPARE(written(registration), QString());
+        const auto result = registration.takeResult();
+        QVERIFY(result);
+        QCOMPARE(xml::attribute(result->root(), "id"), QString("VRX_new"));
+        const auto error = result->IqFields().Document().select_node("//iq/error").node();
+        QCOMPARE(xml::attribute(error, "code"), code);
+        QCOMPARE(xml::text(error), text);
+    }
+
+    void passwordStaysOffAnOpenStream()
+    {
+        auto registration = begun(false);
+        QCOMPARE(written(registration), QString());
+        QCOMPARE(xml::attribute(registration.takeResult()->root(), "type"), QString("error"));
+    }
+
+    void whatDoesNotFitIsIgnored()
+    {
+        auto registration = begun();
+        written(registration);
+        for (const auto* text : {"<iq/>", "<message/>", "<iq type='result' id='brelo-register2'/>",
+                                 "<iq type='result' id='other'/>", "<iq type='set' id='brelo-register1'/>"})
+            feed(registration, text);
+        QCOMPARE(written(registration), QString());
+        QCOMPARE(registration.state(), State::Working);
+    }
+
+    void lostStreamIsAnOutcomeOnce()
+    {
+        auto registration = begun();
+        registration.fail("Gone.");
+        registration.fail("Gone again.");
+        QCOMPARE(xml::text(registration.takeResult()->root()), QString("Gone."));
+        QVERIFY(!registration.takeResult());
+    }
+};
+
+BRELO_TEST(RegistrationTest)
+#include "RegistrationTest.moc"
