@@ -7,6 +7,7 @@
 #include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/ImageList.h"
+#include "desktop/forms/QtFileDialogs.h"
 #include "desktop/forms/QtMessageBoxes.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "engine/GatewayClient.h"
@@ -23,6 +24,7 @@
 // The real versions of the seams.
 struct Program::World {
     QtMessageBoxes boxes;
+    QtFileDialogs files;
     DesktopLinkOpener links;
     QtSoundPlayer sounds;
     QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
@@ -36,7 +38,9 @@ Program::Program() :
     world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
     client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds, &world_->tray,
-                       &world_->clock, &world_->pointer, &world_->network};
+                       &world_->clock, &world_->pointer, &world_->network, &world_->files};
+    world_->tray.setIcon(QStringLiteral("LightOff"));
+    world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
 }
 
 Program::~Program() = default;
