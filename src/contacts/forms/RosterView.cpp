@@ -10,6 +10,16 @@
 
 #include <utility>
 
+namespace
+{
+
+QString contactFormat()
+{
+    return QStringLiteral("application/x-breloim-contact");
+}
+
+} // namespace
+
 RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), tree_(tree)
 {
     setObjectName(QStringLiteral("RosterView"));
@@ -26,8 +36,9 @@ RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), 
     setDragDropMode(InternalMove);
     setDropIndicatorShown(false);
     setTextElideMode(Qt::ElideRight);
-    setModel(&tree);
+    // Before the selection's own connection, which forgets.
     connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
+    setModel(&tree);
     connect(this, &QTreeView::expanded, [](const QModelIndex& index) { nodeAt(index)->expanded = true; });
     connect(this, &QTreeView::collapsed, [](const QModelIndex& index) { nodeAt(index)->expanded = false; });
     connect(this, &QTreeView::doubleClicked, this, &RosterView::nodeOpened);
@@ -126,7 +137,7 @@ void RosterView::startDrag(Qt::DropActions)
         return;
     auto* drag = new QDrag(this);
     auto* data = new QMimeData;
-    data->setText(node->key);
+    data->setData(contactFormat(), node->key.toUtf8());
     drag->setMimeData(data);
     drag->setPixmap(grab(visualRect(tree_.indexOf(node))));
     dragging_ = true;
@@ -137,7 +148,7 @@ void RosterView::startDrag(Qt::DropActions)
 
 void RosterView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->source() == this)
+    if (event->mimeData()->hasFormat(contactFormat()))
         event->acceptProposedAction();
 }
 
