@@ -36,9 +36,10 @@ RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), 
     setDragDropMode(InternalMove);
     setDropIndicatorShown(false);
     setTextElideMode(Qt::ElideRight);
-    // Before the selection's own connection, which forgets.
-    connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
     setModel(&tree);
+    connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
+    // After the view and its selection have forgotten everything.
+    connect(&tree, &ContactTree::modelReset, this, &RosterView::restorePlace);
     connect(this, &QTreeView::expanded, [](const QModelIndex& index) { nodeAt(index)->expanded = true; });
     connect(this, &QTreeView::collapsed, [](const QModelIndex& index) { nodeAt(index)->expanded = false; });
     connect(this, &QTreeView::doubleClicked, this, &RosterView::nodeOpened);
@@ -67,11 +68,8 @@ void RosterView::rememberPlace()
     keptScroll_ = verticalScrollBar()->value();
 }
 
-void RosterView::reset()
+void RosterView::restorePlace()
 {
-    QTreeView::reset();
-    if (!model())
-        return;
     // The layout is still put off here, so that opening a folder costs nothing.
     for (int row = 0; row < tree_.rowCount(); ++row) {
         const auto index = tree_.index(row, 0);
