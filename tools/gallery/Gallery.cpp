@@ -14,6 +14,7 @@
 #include "sandbox/demo/Life.h"
 #include "session/forms/CertificateForm.h"
 #include "session/forms/SignInForm.h"
+#include "session/forms/TrayMenus.h"
 #include "support/LiveClient.h"
 #include "support/UiDriver.h"
 
@@ -124,6 +125,16 @@ void photographSession(LiveClient& live, Camera& camera)
         camera.take(live.form("authorizeForm"), "authorize");
 }
 
+void photographTrayMenu(Camera& camera)
+{
+    TrayMenus tray;
+    tray.setConnected(true);
+    tray.checkStatus(0);
+    tray.menu()->popup(QPoint(20, 20));
+    camera.take(tray.menu(), "tray-menu");
+    tray.menu()->hide();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -153,6 +164,7 @@ int main(int argc, char** argv)
     if (!QTest::qWaitFor([&] { return live.isOnline(); }, 10000))
         qFatal("not signed in");
     QTest::qWait(500);
+    photographTrayMenu(camera);
     photographSession(live, camera);
     server.abortAll();
     QTest::qWait(1500);
