@@ -193,6 +193,9 @@ bool RosterForm::queryUnload(CloseMode mode)
     if (client_.UserClosing || client_.SessionClosing || mode == CloseMode::System)
         return true;
     showMinimized();
+    // Without an icon to bring it back the window stays in reach.
+    if (!client_.desktop.tray->isReachable())
+        return false;
     hide();
     emit trayMenuState(true, false);
     emit showInTrayRequested();

@@ -40,7 +40,7 @@ signals:
     void progressWanted();
     void preferencesRequested();
     void pageRequested(const QString& path);
-    // Closed to the tray, or shown again.
+    // Closed to the tray.
     void hiddenInTray();
     // The last act of the run.
     void unloaded();
@@ -51,6 +51,7 @@ protected:
 
 private:
     void connectControls();
+    void hideInTray();
     void onCheck1();
     void onCheck2();
 
