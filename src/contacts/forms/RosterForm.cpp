@@ -160,6 +160,7 @@ void RosterForm::showConnected(bool firstContact)
 void RosterForm::showDisconnected()
 {
     showPanel(ImageList::keyAt(4), QStringLiteral("Diconnected"));
+    panels_[2]->clear();
     showConnectButton(false);
     Roster1->hide();
     ui_->waitPanel->show();
