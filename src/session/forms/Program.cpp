@@ -18,6 +18,8 @@
 #include "settings/Paths.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QMenu>
 #include <QTimer>
 
 // The real versions of the seams.
@@ -39,7 +41,12 @@ Program::Program() :
                        &world_->clock, &world_->pointer, &world_->network};
 }
 
-Program::~Program() = default;
+// Forms that refused to go at the end, such as the notices, are deleted while what they speak to still lives.
+Program::~Program()
+{
+    if (ui_)
+        registry_.deleteAllExcept(&ui_->windows.signIn());
+}
 
 bool Program::start()
 {
@@ -52,7 +59,8 @@ bool Program::start()
         return std::make_unique<GatewayClient>(host);
     });
     auto& signIn = ui_->windows.signIn();
-    QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
+    // Not quit(): that asks every window again, and one that only hides would keep the program running.
+    QObject::connect(&signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     ui_->start();
     signIn.show();
     // The first window need not wait for the icon.
@@ -64,7 +72,12 @@ void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
     trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
-    world_->tray.setContextMenu(menus_->menu());
-    world_->tray.appear();
-    QObject::connect(&world_->tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    auto& tray = world_->tray;
+    tray.setContextMenu(menus_->menu());
+    tray.setIcon(QStringLiteral("LightOff"));
+    tray.setToolTip(SessionEnd::tr("BreloIM - Disconnected"));
+    tray.appear();
+    QObject::connect(&tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    QObject::connect(&tray, &QtTrayIcon::menuRequested, menus_.get(),
+                     [this] { menus_->menu()->popup(QCursor::pos()); });
 }

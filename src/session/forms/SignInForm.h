@@ -48,6 +48,8 @@ signals:
 protected:
     bool queryUnload(CloseMode mode) override;
     void unload() override;
+    // Whoever made it keeps it: what runs under a box at the end of the run may still ask it.
+    void release() override {}
 
 private:
     void connectControls();
