@@ -4,6 +4,7 @@
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
+#include "desktop/SystemClose.h"
 #include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/ImageList.h"
@@ -24,6 +25,7 @@
 
 // The real versions of the seams.
 struct Program::World {
+    SystemClose systemClose;
     QtMessageBoxes boxes;
     DesktopLinkOpener links;
     QtSoundPlayer sounds;
@@ -61,6 +63,7 @@ bool Program::start()
     auto& signIn = ui_->windows.signIn();
     // Not quit(): that asks every window again, and one that only hides would keep the program running.
     QObject::connect(&signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
     ui_->start();
     signIn.show();
     // The first window need not wait for the icon.
