@@ -4,6 +4,7 @@
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
+#include "desktop/SystemClose.h"
 #include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/ImageList.h"
@@ -19,10 +20,13 @@
 #include "settings/Paths.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QMenu>
 #include <QTimer>
 
 // The real versions of the seams.
 struct Program::World {
+    SystemClose systemClose;
     QtMessageBoxes boxes;
     QtFileDialogs files;
     DesktopLinkOpener links;
@@ -43,7 +47,12 @@ Program::Program() :
     world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
 }
 
-Program::~Program() = default;
+// Forms that refused to go at the end, such as the notices, are deleted while what they speak to still lives.
+Program::~Program()
+{
+    if (ui_)
+        registry_.deleteAllExcept(&ui_->windows.signIn());
+}
 
 bool Program::start()
 {
@@ -56,7 +65,9 @@ bool Program::start()
         return std::make_unique<GatewayClient>(host);
     });
     auto& signIn = ui_->windows.signIn();
-    QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
+    // Not quit(): that asks every window again, and one that only hides would keep the program running.
+    QObject::connect(&signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
     ui_->start();
     signIn.show();
     // The first window need not wait for the icon.
@@ -68,7 +79,12 @@ void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
     trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
-    world_->tray.setContextMenu(menus_->menu());
-    world_->tray.appear();
-    QObject::connect(&world_->tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    auto& tray = world_->tray;
+    tray.setContextMenu(menus_->menu());
+    tray.setIcon(QStringLiteral("LightOff"));
+    tray.setToolTip(SessionEnd::tr("BreloIM - Disconnected"));
+    tray.appear();
+    QObject::connect(&tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    QObject::connect(&tray, &QtTrayIcon::menuRequested, menus_.get(),
+                     [this] { menus_->menu()->popup(QCursor::pos()); });
 }
