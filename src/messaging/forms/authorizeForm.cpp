@@ -1,8 +1,8 @@
 #include "messaging/forms/authorizeForm.h"
 
 #include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
 #include "engine/Jid.h"
-#include "messaging/MessageStanzas.h"
 #include "ui_authorizeForm.h"
 
 authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
@@ -63,5 +63,5 @@ void authorizeForm::cmdDeny_Click()
 
 void authorizeForm::cmdShowVCard_Click()
 {
-    SendStanza(*client_.Application, stanzas::vCardRequest(jid::bare(ui_->lblUserName->text())));
+    stanzas::send(client_, stanzas::vCard(jid::bare(ui_->lblUserName->text())));
 }
