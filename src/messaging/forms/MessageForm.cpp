@@ -1,6 +1,7 @@
 #include "messaging/forms/MessageForm.h"
 
 #include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
 #include "desktop/forms/FormRegistry.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
@@ -143,10 +144,13 @@ void MessageForm::cmdSend_Click()
     typing_.messageSent();
 }
 
+// A text that goes is no typing: it may have been written without a connection. A window without a peer has
+// nobody to tell.
 void MessageForm::txtMsg_Change()
 {
-    if (client().isConnected() && client().Application && typing_.textChanged())
-        SendStanza(*client().Application, stanzas::composing(peerJid()));
+    const bool typed = !ui_->txtMsg->document()->isEmpty() && !peerJid().isEmpty();
+    if (typed && client().isConnected() && typing_.textChanged())
+        stanzas::send(client(), stanzas::composing(peerJid()));
 }
 
 void MessageForm::mnuToolsNoChar13_Click()
