@@ -182,7 +182,9 @@ void MessageForm::mnustroldconv_Click()
 
 void MessageForm::mnustrDelHistory_Click()
 {
-    hub_.reportLog(hub_.log().ClearMessageLog(peerJid()));
+    const QString error = hub_.log().ClearMessageLog(peerJid());
+    if (!error.isEmpty())
+        client().desktop.boxes->exclamation(tr("Message Log"), error);
 }
 
 void MessageForm::mnustrvcard_Click()
