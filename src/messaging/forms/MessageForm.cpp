@@ -56,9 +56,9 @@ void MessageForm::setUpToolbar()
         button->setIcon(ImageList::icon(QString::fromLatin1(key)));
     ui_->Toolbar1Add->setEnabled(ui_->mnuToolsAdd->isEnabled());
     ui_->Toolbar1Return->setChecked(ui_->mnuToolsNoChar13->isChecked());
-    connect(ui_->Toolbar1Block, &QAction::triggered, this, [this] {
-        mnustrblock_Click();
-        emit hub_.rosterRefreshRequested();
+    connect(ui_->Toolbar1Block, &QAction::triggered, this, [this, &hub = hub_] {
+        mnustrblock_Click(); // its box may outlive the window
+        emit hub.rosterRefreshRequested();
     });
     connect(ui_->Toolbar1Add, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
     connect(ui_->Toolbar1History, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
@@ -295,7 +295,9 @@ void MessageForm::setCanAdd(bool on)
 
 void MessageForm::setPanelText(const QString& text)
 {
-    ui_->StatusBar1->showMessage(text.left(longestLabel));
+    const QString shown = text.left(longestLabel);
+    ui_->StatusBar1->showMessage(shown);
+    ui_->StatusBar1->setAccessibleDescription(shown);
 }
 void MessageForm::focusEntry()
 {
