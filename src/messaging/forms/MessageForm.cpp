@@ -230,7 +230,7 @@ void MessageForm::keepIn(const PlugInContext& context, const QString& key)
 void MessageForm::discard()
 {
     bagKey_.clear();
-    registry().remove(this);
+    registry().leave(this);
     hide();
     release();
 }
