@@ -53,7 +53,7 @@ class PeopleTest : public QObject
         QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("subscribed")));
         QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("subscribe"))); // a stranger is asked back
         juliet_->presence(f_->own, QStringLiteral("subscribed"));
-        QTRY_VERIFY(f_->live.client.MyRoster.record(f_->peer)->Online);
+        QTRY_VERIFY(f_->seesPeer());
     }
     QString notices()
     {
@@ -112,7 +112,7 @@ private slots:
         juliet_->presence(f_->own, QStringLiteral("subscribed"));
         QTRY_COMPARE(subscription(), QStringLiteral("to"));
         QTRY_VERIFY(notices().contains(QStringLiteral("The Contact accepted the Authorisation Request")));
-        QTRY_VERIFY(f_->live.client.MyRoster.record(f_->peer)->Online);
+        QTRY_VERIFY(f_->seesPeer());
         QTRY_VERIFY(f_->row(f_->peer)->parent->text != QStringLiteral("Waiting authorization"));
     }
 
@@ -122,7 +122,7 @@ private slots:
         juliet_->presence(f_->own, QStringLiteral("unsubscribed"));
         QTRY_VERIFY(notices().contains(QStringLiteral("The Contact refused your Request")));
         QVERIFY(subscription() != QStringLiteral("to"));
-        QVERIFY(!f_->live.client.MyRoster.record(f_->peer)->Online);
+        QVERIFY(!f_->seesPeer());
     }
 
     void contactTurnsAway()

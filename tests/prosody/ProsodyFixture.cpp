@@ -71,6 +71,12 @@ void ProsodyFixture::typeInto(const Form& window, const QString& text)
     entry->insertPlainText(text); // an emoji is no key
 }
 
+bool ProsodyFixture::seesPeer() const
+{
+    const auto* record = live.client.MyRoster.record(peer);
+    return record && record->Online;
+}
+
 const TreeNode* ProsodyFixture::row(const QString& jid) const
 {
     auto& tree = live.rosterForm()->Roster1->tree();
