@@ -33,6 +33,7 @@ private slots:
     void theQuestionDecides_data();
     void theQuestionDecides();
     void aPinnedCertificateIsNotAskedFor();
+    void theAnswerHoldsForTheAccountJustMade();
     void secureTakesTlsOrNothing_data();
     void secureTakesTlsOrNothing();
     void directTlsIsTriedWhenSecure();
@@ -91,6 +92,40 @@ void GatewayTlsTest::aPinnedCertificateIsNotAskedFor()
     rig.connectToServer();
     TICK_UNTIL(rig, rig.isClosed());
     QCOMPARE(rig.host.certificates.size(), 1);
+}
+
+void GatewayTlsTest::theAnswerHoldsForTheAccountJustMade()
+{
+    GatewayRig rig;
+    offerTls(rig.server);
+    rig.server.on("<stream:stream",
+                  ScriptedServer::header() +
+                      "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>"
+                      "<mechanism>PLAIN</mechanism></mechanisms></stream:features>");
+    rig.server.on("</auth>", "<failure xmlns='urn:ietf:params:xml:ns:xmpp-sasl'><not-authorized/></failure>");
+    rig.connectToServer();
+    TICK_UNTIL(rig, !rig.up.isEmpty());
+
+    offerTls(rig.server);
+    rig.server.on("<stream:stream", ScriptedServer::header() + "<stream:features/>");
+    rig.server.on("</iq>",
+                  "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
+                  "</query></iq>");
+    rig.server.on("</iq>", "<iq type='result' id='$id'/>");
+    rig.send(
+        QStringLiteral("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
+                       "</username><password>secret</password></query></iq>"));
+    TICK_UNTIL(rig, rig.up.last().contains(u"VRX_new"));
+
+    for (const int questions :
+         {1, 2}) { // the sign-in that follows is part of the same answer, a later one isn't
+        rig.up.clear();
+        offerTls(rig.server);
+        rig.server.onSaslSignIn();
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp());
+        QCOMPARE(rig.host.certificates.size(), questions);
+    }
 }
 
 void GatewayTlsTest::secureTakesTlsOrNothing_data()

@@ -49,7 +49,7 @@ private slots:
             SlixmppPeer juliet(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
             QVERIFY(f.isOnline(juliet));
             QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
-            QTRY_VERIFY(f.live.client.MyRoster.record(f.peer)->Online);
+            QTRY_VERIFY(f.seesPeer());
             juliet.tell("presence", {{QStringLiteral("show"), QStringLiteral("dnd")},
                                      {QStringLiteral("status"), QStringLiteral("at <church> & \"home\" 💒")}});
             QTRY_COMPARE(f.live.client.MyRoster.record(f.peer)->StatusMsg,
@@ -62,7 +62,7 @@ private slots:
                        !stanza.PresenceFields().Status().isEmpty();
             }));
         }
-        QTRY_VERIFY(!f.live.client.MyRoster.record(f.peer)->Online);
+        QTRY_VERIFY(!f.seesPeer());
         QVERIFY(f.row(f.peer));
     }
 
@@ -125,7 +125,7 @@ private slots:
         juliet.say(f.own, QStringLiteral("Good morrow"));
         QVERIFY(f.signIn());
         QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
-        QTRY_VERIFY(f.live.client.MyRoster.record(f.peer)->Online);
+        QTRY_VERIFY(f.seesPeer());
         QTRY_VERIFY(f.visible("MessageForm"));
         QVERIFY(f.transcript(*f.visible("MessageForm")).contains(QStringLiteral("Good morrow")));
     }

@@ -7,6 +7,13 @@
 #include <QPlainTextEdit>
 #include <QTest>
 
+namespace
+{
+
+constexpr int patienceMs = 20'000;
+
+}
+
 ProsodyFixture::ProsodyFixture(ProsodyServer& to)
     : server(to), live([&to](SettingsStore& store) {
           store.pinCertificate(QStringLiteral("localhost"), to.fingerprint());
@@ -17,7 +24,7 @@ ProsodyFixture::ProsodyFixture(ProsodyServer& to)
 bool ProsodyFixture::signIn()
 {
     live.signIn(server.address());
-    return QTest::qWaitFor([this] { return live.isOnline(); });
+    return QTest::qWaitFor([this] { return live.isOnline(); }, patienceMs);
 }
 
 bool ProsodyFixture::signOut()
@@ -30,7 +37,7 @@ bool ProsodyFixture::signOut()
 
 bool ProsodyFixture::isOnline(SlixmppPeer& peer)
 {
-    const bool online = QTest::qWaitFor([&peer] { return peer.isOnline(); }, 20'000);
+    const bool online = QTest::qWaitFor([&peer] { return peer.isOnline(); }, patienceMs);
     if (!online)
         qWarning("%s", peer.problem().constData());
     return online;
@@ -62,6 +69,12 @@ void ProsodyFixture::typeInto(const Form& window, const QString& text)
 {
     auto* entry = ui::find<QPlainTextEdit>(&window, "txtMsg");
     entry->insertPlainText(text); // an emoji is no key
+}
+
+bool ProsodyFixture::seesPeer() const
+{
+    const auto* record = live.client.MyRoster.record(peer);
+    return record && record->Online;
 }
 
 const TreeNode* ProsodyFixture::row(const QString& jid) const

@@ -28,6 +28,8 @@ public:
     static QString transcript(const Form& window, const char* name = "txtLog");
     // Types into the window's entry line; sends nothing.
     static void typeInto(const Form& window, const QString& text);
+    // The peer is a contact, and on-line.
+    bool seesPeer() const;
     // The row of a contact in the tree, or null.
     const TreeNode* row(const QString& jid) const;
 

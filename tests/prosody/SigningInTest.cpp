@@ -123,7 +123,7 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("password");
         QTest::newRow("plain") << QStringLiteral("mercutio") << QStringLiteral("jest");
-        QTest::newRow("special") << QStringLiteral("tybalt") << QStringLiteral("<king> & \"cats\" è€");
+        QTest::newRow("special") << QStringLiteral("tybalt") << QStringLiteral("<king> & \"cats\"");
     }
 
     void firstTimeYesMakesTheAccount()

@@ -36,8 +36,11 @@ void Connection::connectTo(const Account& account)
     // What is left of the connection before says nothing about this one.
     closeIsDue_ = false;
     queue_->clearInbound();
+    const bool goesOn = std::exchange(accountMade_, false) && account.user == account_.user &&
+                        account.domain() == account_.domain();
     account_ = account;
-    acceptedCertificate_.clear();
+    if (!goesOn)
+        acceptedCertificate_.clear();
     plainAnswer_ = std::make_shared<std::optional<bool>>();
     phase_ = Phase::SigningIn;
     dial();
@@ -251,6 +254,7 @@ void Connection::registering()
     auto result = run->takeResult();
     if (!result)
         return;
+    accountMade_ = result->IqFields().Type() == u"result";
     queue_->deliver(std::move(result));
     leaving_ = run->link();
     registration_.reset();

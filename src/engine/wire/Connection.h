@@ -59,6 +59,7 @@ private:
     std::unique_ptr<LiveSession> session_;
     // What the person said for this connection.
     QByteArray acceptedCertificate_;
+    bool accountMade_ = false; // its sign-in goes on where the person agreed to go
     std::shared_ptr<std::optional<bool>> plainAnswer_ = std::make_shared<std::optional<bool>>();
     qint64 lostMs_ = 0;
     qint64 retryMs_ = 0;
