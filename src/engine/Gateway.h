@@ -12,8 +12,8 @@ class StanzaQueue;
 class Gateway : public ITriggerReceiver
 {
 public:
-    // Starts the connection and returns at once. `server` is a host, or host:port. `resource` is by reference:
-    // the server may give another one.
+    // Starts the connection and returns at once. `server` is a host, or host:port. `resource` is by
+    // reference: the server may give another one.
     virtual void DoConnect(const QString& userName, const QString& password, const QString& server,
                            QString& resource) = 0;
     // Closes the stream after sending what was queued. Safe when not connected.

@@ -17,7 +17,8 @@ public:
     explicit GatewayClient(ConnectionHost& host);
     // `resolver` may be null: then the system's DNS is asked. `clock` gives the milliseconds of a steady
     // clock, for the time-outs; empty for the system's.
-    GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver, std::function<qint64()> clock = {});
+    GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> resolver,
+                  std::function<qint64()> clock = {});
     ~GatewayClient() override;
 
     void DoConnect(const QString& userName, const QString& password, const QString& server,

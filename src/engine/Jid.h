@@ -3,7 +3,8 @@
 #include <QString>
 
 // JIDs are cut at the first "/" and compared exactly.
-namespace jid {
+namespace jid
+{
 
 inline QString bare(const QString& jid)
 {

@@ -3,8 +3,8 @@
 #include "engine/StanzaQueue.h"
 #include "engine/Xml.h"
 
-OutPacket::OutPacket(std::shared_ptr<StanzaQueue> queue, QString peer) :
-    queue_(std::move(queue)), peer_(std::move(peer))
+OutPacket::OutPacket(std::shared_ptr<StanzaQueue> queue, QString peer)
+    : queue_(std::move(queue)), peer_(std::move(peer))
 {
 }
 
@@ -26,8 +26,14 @@ pugi::xml_node OutPacket::rootFor(View view, const char* name)
     return document_.document_element();
 }
 
-::MessageFields OutPacket::MessageFields() { return ::MessageFields(rootFor(View::Message, "message")); }
-::PresenceFields OutPacket::PresenceFields() { return ::PresenceFields(rootFor(View::Presence, "presence")); }
+::MessageFields OutPacket::MessageFields()
+{
+    return ::MessageFields(rootFor(View::Message, "message"));
+}
+::PresenceFields OutPacket::PresenceFields()
+{
+    return ::PresenceFields(rootFor(View::Presence, "presence"));
+}
 
 ::RawFields OutPacket::RawFields()
 {

@@ -17,7 +17,8 @@ public:
     // `peer` is where a stanza without a `to` goes; empty for a context without a peer.
     OutPacket(std::shared_ptr<StanzaQueue> queue, QString peer);
 
-    // False when the stanza was refused: lastError() says why. A message's `from` is the own full JID afterwards.
+    // False when the stanza was refused: lastError() says why. A message's `from` is the own full JID
+    // afterwards.
     bool Send();
     void Clear();
     ::MessageFields MessageFields();

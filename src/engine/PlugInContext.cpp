@@ -1,8 +1,8 @@
 #include "engine/PlugInContext.h"
 
 PlugInContext::PlugInContext(std::shared_ptr<StanzaQueue> queue, std::shared_ptr<::Stanza> stanza,
-                             std::shared_ptr<::Session> session) :
-    d_(std::make_shared<Data>(Data{std::move(queue), std::move(stanza), std::move(session), nullptr}))
+                             std::shared_ptr<::Session> session)
+    : d_(std::make_shared<Data>(Data{std::move(queue), std::move(stanza), std::move(session), nullptr}))
 {
 }
 

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-// The argument of every plug-in event, and the way to send outside an event. A handle: copies share the stanza,
-// the packet and the session, and may outlive the event.
+// The argument of every plug-in event, and the way to send outside an event. A handle: copies share the
+// stanza, the packet and the session, and may outlive the event.
 class PlugInContext
 {
 public:

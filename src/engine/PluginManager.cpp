@@ -6,7 +6,8 @@
 
 #include <QElapsedTimer>
 
-namespace {
+namespace
+{
 
 // So that a flood leaves the windows alive: a tick ends after this time, whatever still waits.
 constexpr qint64 tickBudgetMs = 20;

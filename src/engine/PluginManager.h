@@ -10,7 +10,8 @@
 class ApplicationPlugIn;
 class StanzaQueue;
 
-// Hands the received stanzas to the one registered plug-in, within a time budget a tick, and keeps the sessions.
+// Hands the received stanzas to the one registered plug-in, within a time budget a tick, and keeps the
+// sessions.
 class PluginManager : public ITriggerReceiver
 {
 public:

@@ -27,8 +27,8 @@ private:
 class Session
 {
 public:
-    Session(QString bareJid, std::function<void(const QString&)> close) :
-        bareJid_(std::move(bareJid)), close_(std::move(close))
+    Session(QString bareJid, std::function<void(const QString&)> close)
+        : bareJid_(std::move(bareJid)), close_(std::move(close))
     {
     }
 

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-// The sessions of one account, a session per bare JID. A session that goes empties its bag at once: windows in it
-// may hold a context, and so the session itself.
+// The sessions of one account, a session per bare JID. A session that goes empties its bag at once: windows
+// in it may hold a context, and so the session itself.
 class SessionTable
 {
 public:

@@ -2,7 +2,8 @@
 
 #include "engine/Xml.h"
 
-namespace {
+namespace
+{
 
 Stanza::Kind kindOf(std::string_view name)
 {
@@ -15,8 +16,8 @@ Stanza::Kind kindOf(std::string_view name)
 
 } // namespace
 
-Stanza::Stanza(std::unique_ptr<pugi::xml_document> document) :
-    document_(std::move(document)), kind_(kindOf(document_->document_element().name()))
+Stanza::Stanza(std::unique_ptr<pugi::xml_document> document)
+    : document_(std::move(document)), kind_(kindOf(document_->document_element().name()))
 {
 }
 
@@ -33,8 +34,14 @@ std::shared_ptr<Stanza> Stanza::fromXml(const QString& text)
     return document ? std::make_shared<Stanza>(std::move(document)) : nullptr;
 }
 
-QString Stanza::From() const { return xml::attribute(root(), "from"); }
-QString Stanza::To() const { return xml::attribute(root(), "to"); }
+QString Stanza::From() const
+{
+    return xml::attribute(root(), "from");
+}
+QString Stanza::To() const
+{
+    return xml::attribute(root(), "to");
+}
 
 const QString& Stanza::Xml() const
 {

@@ -5,7 +5,8 @@
 
 #include <utility>
 
-namespace {
+namespace
+{
 
 bool refuse(const QString& why, QString* error)
 {
@@ -71,7 +72,10 @@ bool StanzaQueue::sendBuilt(pugi::xml_node root, QString* error)
     return sendRaw(xml::serialised(copy), error);
 }
 
-void StanzaQueue::deliverNext(std::shared_ptr<Stanza> stanza) { ahead_.push_back(std::move(stanza)); }
+void StanzaQueue::deliverNext(std::shared_ptr<Stanza> stanza)
+{
+    ahead_.push_back(std::move(stanza));
+}
 
 std::shared_ptr<Stanza> StanzaQueue::takeInbound()
 {

@@ -9,8 +9,8 @@
 #include <memory>
 
 // The queue through which the two engine objects pass stanzas: the gateway fills `inbound` from the wire and
-// empties `outbound` onto it, the plug-in manager takes from `inbound`. Everything that is to be sent is checked
-// here.
+// empties `outbound` onto it, the plug-in manager takes from `inbound`. Everything that is to be sent is
+// checked here.
 class StanzaQueue
 {
 public:

@@ -1,7 +1,7 @@
 #include "engine/TempVRXCore.h"
 
-TempVRXCore::TempVRXCore(std::unique_ptr<::Gateway> gateway) :
-    Gateway(std::move(gateway)), PluginManager(std::make_unique<::PluginManager>())
+TempVRXCore::TempVRXCore(std::unique_ptr<::Gateway> gateway)
+    : Gateway(std::move(gateway)), PluginManager(std::make_unique<::PluginManager>())
 {
     Gateway->setQueue(PluginManager->Queue());
 }

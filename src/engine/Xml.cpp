@@ -1,7 +1,9 @@
 #include "engine/Xml.h"
 
-namespace xml {
-namespace {
+namespace xml
+{
+namespace
+{
 
 bool allowed(char32_t c)
 {
@@ -11,7 +13,10 @@ bool allowed(char32_t c)
 
 struct StringWriter : pugi::xml_writer {
     std::string text;
-    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    void write(const void* data, std::size_t size) override
+    {
+        text.append(static_cast<const char*>(data), size);
+    }
 };
 
 struct TextCollector : pugi::xml_tree_walker {
@@ -88,7 +93,8 @@ std::unique_ptr<pugi::xml_document> parsed(const QString& text)
     auto document = std::make_unique<pugi::xml_document>();
     const QByteArray utf8 = text.toUtf8();
     constexpr unsigned options = pugi::parse_default | pugi::parse_ws_pcdata;
-    if (!document->load_buffer(utf8.constData(), static_cast<std::size_t>(utf8.size()), options, pugi::encoding_utf8))
+    if (!document->load_buffer(utf8.constData(), static_cast<std::size_t>(utf8.size()), options,
+                               pugi::encoding_utf8))
         return nullptr;
     return document;
 }

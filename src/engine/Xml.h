@@ -7,7 +7,8 @@
 #include <string_view>
 
 // The few things that everybody who reads or writes XML needs: escaping, text, namespaces.
-namespace xml {
+namespace xml
+{
 
 // `value` ready to stand in an attribute or in character data. Characters that XML 1.0 can't carry at all are
 // replaced by U+FFFD, so that the result is well-formed whatever `value` holds.
@@ -21,7 +22,10 @@ QString text(pugi::xml_node node);
 
 QString attribute(pugi::xml_node node, const char* name);
 
-inline QString fromUtf8(const char* utf8) { return QString::fromUtf8(utf8); }
+inline QString fromUtf8(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
 
 // `node` as XML text with double-quoted attributes and no added white space.
 QString serialised(pugi::xml_node node);

@@ -11,7 +11,8 @@ bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
 {
     const QString from = fields.From().toLower();
     const QString server = client.Gateway().Server().toLower();
-    if (!client.settings.CheckHotmail && from == QStringLiteral("msn.") + server && fields.Subject() == u"Hotmail")
+    if (!client.settings.CheckHotmail && from == QStringLiteral("msn.") + server &&
+        fields.Subject() == u"Hotmail")
         return true;
     return !client.settings.CheckYahooMail && from == QStringLiteral("yim.") + server &&
            fields.Subject() == u"Yahoo! E-mail notification";

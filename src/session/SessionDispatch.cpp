@@ -22,7 +22,10 @@ QString tr(const char* text)
 const QString groupChatKey = QStringLiteral("IsGroupchat");
 const QString chatKey = QStringLiteral("ChatWnd");
 
-bool isVCard(pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; }
+bool isVCard(pugi::xml_node child)
+{
+    return xml::xmlns(child) == "vcard-temp";
+}
 
 } // namespace
 

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-// The settings in memory: read once at start, worked on by everybody, written once at exit. Each member is named
-// as its key. The initial values are those that a missing key reads as.
+// The settings in memory: read once at start, worked on by everybody, written once at exit. Each member is
+// named as its key. The initial values are those that a missing key reads as.
 struct Settings {
     bool CheckHotmail = false;
     bool CheckYahooMail = false;

@@ -6,7 +6,8 @@
 
 #include <QTest>
 
-namespace {
+namespace
+{
 
 const QString server = QStringLiteral("montague.example");
 
@@ -44,14 +45,14 @@ private slots:
         QTest::addColumn<QStringList>("log");
         const QString roster = query(QStringLiteral("jabber:iq:roster"));
         const QString agents = query(QStringLiteral("jabber:iq:agents"));
-        QTest::newRow("roster first") << roster << agents
-                                      << QStringList{QStringLiteral("first:Receiving Gateways..."),
-                                                     QStringLiteral("roster.OnIQ"), QStringLiteral("finish"),
-                                                     QStringLiteral("agents.OnIQ")};
-        QTest::newRow("agents first") << agents << roster
-                                      << QStringList{QStringLiteral("first:Receiving Contacts"),
-                                                     QStringLiteral("agents.OnIQ"), QStringLiteral("finish"),
-                                                     QStringLiteral("roster.OnIQ")};
+        QTest::newRow("roster first")
+            << roster << agents
+            << QStringList{QStringLiteral("first:Receiving Gateways..."), QStringLiteral("roster.OnIQ"),
+                           QStringLiteral("finish"), QStringLiteral("agents.OnIQ")};
+        QTest::newRow("agents first")
+            << agents << roster
+            << QStringList{QStringLiteral("first:Receiving Contacts"), QStringLiteral("agents.OnIQ"),
+                           QStringLiteral("finish"), QStringLiteral("roster.OnIQ")};
     }
 
     void listsComeInEitherOrder()
@@ -80,14 +81,16 @@ private slots:
         f.client.site.UpdateHost = QStringLiteral("update.example");
         f.engine.inject(query(QStringLiteral("jabber:iq:roster")));
         QCOMPARE(f.engine.takeSent().value(0),
-                 QStringLiteral("<presence to=\"BreloIM@update.example/%1/ita\"/>").arg(QStringLiteral(BRELO_VERSION)));
+                 QStringLiteral("<presence to=\"BreloIM@update.example/%1/ita\"/>")
+                     .arg(QStringLiteral(BRELO_VERSION)));
     }
 
     void twoQueriesInOneStanzaAreDispatchedTwice()
     {
         Fixture f;
         f.windows.initiated = true;
-        f.engine.inject(QStringLiteral("<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>"));
+        f.engine.inject(QStringLiteral(
+            "<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>"));
         QCOMPARE(f.takeLog().count(QStringLiteral("roster.OnIQ")), 2);
     }
 
@@ -110,7 +113,8 @@ private slots:
                                     "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
                                     "<resource></resource></query></iq>")}
                              << QStringList();
-        QTest::newRow("no") << int(MessageBoxes::Answer::No) << QStringList() << QStringList{QStringLiteral("back")};
+        QTest::newRow("no") << int(MessageBoxes::Answer::No) << QStringList()
+                            << QStringList{QStringLiteral("back")};
     }
 
     void firstTimeQuestion()
@@ -139,7 +143,8 @@ private slots:
         f.engine.inject(QStringLiteral("<iq type=\"result\" id=\"VRX_new\"/>"));
         QCOMPARE(f.engine.gateway().disconnects, 1);
         QCOMPARE(f.takeLog(), QStringList{QStringLiteral("again")});
-        f.engine.inject(QStringLiteral("<iq type=\"error\" id=\"VRX_new\"><error code=\"409\">taken</error></iq>"));
+        f.engine.inject(
+            QStringLiteral("<iq type=\"error\" id=\"VRX_new\"><error code=\"409\">taken</error></iq>"));
         QCOMPARE(f.engine.gateway().disconnects, 2);
         QCOMPARE(f.world.boxes.shown.value(0).title, QStringLiteral("Server Message"));
         QCOMPARE(f.world.boxes.shown.value(0).text, QStringLiteral("taken"));
@@ -161,7 +166,8 @@ private slots:
         QFETCH(bool, admin);
         Fixture f;
         f.client.settings.UserMode = true;
-        f.engine.inject(query(QStringLiteral("jabber:iq:browse"), QStringLiteral("id=\"VRX_GET_SUPPORTEDNS\""), ns));
+        f.engine.inject(
+            query(QStringLiteral("jabber:iq:browse"), QStringLiteral("id=\"VRX_GET_SUPPORTEDNS\""), ns));
         QCOMPARE(f.client.settings.UserMode, admin);
         QCOMPARE(f.takeLog().contains(QStringLiteral("admin:montague.example")), admin && !ns.isEmpty());
     }
@@ -172,13 +178,16 @@ private slots:
         QTest::addColumn<bool>("room");
         QTest::addColumn<QString>("place");
         const QString room = QLatin1String(Routes::groupChat);
-        QTest::newRow("server check") << "Check_Server" << false << QString(QLatin1String(Routes::checkServer));
-        QTest::newRow("services") << "VRX_GET_SERVICE" << false << QString(QLatin1String(Routes::searchServices));
+        QTest::newRow("server check")
+            << "Check_Server" << false << QString(QLatin1String(Routes::checkServer));
+        QTest::newRow("services") << "VRX_GET_SERVICE" << false
+                                  << QString(QLatin1String(Routes::searchServices));
         QTest::newRow("browser") << "VRX_browser" << false << QString(QLatin1String(Routes::searchServices));
         QTest::newRow("rooms") << "VRX_GET_CHATROOM" << true << QString(QLatin1String(Routes::chatRooms));
         QTest::newRow("components") << "VRX_CHATROOM?" << false << QString(QLatin1String(Routes::chatRooms));
         QTest::newRow("a room's push") << "other" << true << room;
-        QTest::newRow("users") << "VRX_GET_ONLINEUSERS" << false << QString(QLatin1String(Routes::onlineUsers));
+        QTest::newRow("users") << "VRX_GET_ONLINEUSERS" << false
+                               << QString(QLatin1String(Routes::onlineUsers));
         QTest::newRow("nobody's") << "other" << false << QString();
     }
 
@@ -188,13 +197,13 @@ private slots:
         QFETCH(bool, room);
         Fixture f;
         QStringList taken;
-        for (const char* place : {Routes::checkServer, Routes::searchServices, Routes::chatRooms, Routes::groupChat,
-                                  Routes::onlineUsers})
+        for (const char* place : {Routes::checkServer, Routes::searchServices, Routes::chatRooms,
+                                  Routes::groupChat, Routes::onlineUsers})
             f.dispatch.routes.take(place, [&taken, place](PlugInContext&) { taken += QLatin1String(place); });
         const QString from = QStringLiteral("verona@conference.example");
         if (room) {
-            f.client.Core->PluginManager->sessions().session(from)->Properties().Add(std::make_shared<QObject>(),
-                                                                                     QStringLiteral("IsGroupchat"));
+            f.client.Core->PluginManager->sessions().session(from)->Properties().Add(
+                std::make_shared<QObject>(), QStringLiteral("IsGroupchat"));
         }
         f.engine.inject(query(QStringLiteral("jabber:iq:browse"),
                               QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
@@ -205,14 +214,17 @@ private slots:
     {
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("log");
-        const auto from = [](const char* text) { return QStringLiteral("<message ") + QLatin1String(text) + u'>'; };
+        const auto from = [](const char* text) {
+            return QStringLiteral("<message ") + QLatin1String(text) + u'>';
+        };
         const QString end = QStringLiteral("<body>b</body></message>");
         QTest::newRow("headline") << from("type=\"headline\" from=\"news.example\"") + end << "notice";
-        QTest::newRow("mail notice off")
-            << from("type=\"headline\" from=\"MSN.montague.example\"") + QStringLiteral("<subject>Hotmail</subject>") + end
-            << "";
+        QTest::newRow("mail notice off") << from("type=\"headline\" from=\"MSN.montague.example\"") +
+                                                QStringLiteral("<subject>Hotmail</subject>") + end
+                                         << "";
         QTest::newRow("mail notice of another subject")
-            << from("type=\"headline\" from=\"msn.montague.example\"") + QStringLiteral("<subject>hotmail</subject>") + end
+            << from("type=\"headline\" from=\"msn.montague.example\"") +
+                   QStringLiteral("<subject>hotmail</subject>") + end
             << "notice";
         QTest::newRow("error while errors are off") << from("type=\"error\" from=\"a@b\"") + end << "";
         QTest::newRow("room") << from("type=\"groupchat\" from=\"r@c/n\"") + end << "";
@@ -221,7 +233,8 @@ private slots:
         QTest::newRow("no sender") << from("type=\"chat\"") + end << "chat.OnMessage";
         QTest::newRow("capital letter") << from("type=\"Normal\" from=\"a@b\"") + end << "chat.OnMessage";
         QTest::newRow("blocked, with a resource") << from("type=\"chat\" from=\"tybalt@b/r\"") + end << "";
-        QTest::newRow("blocked in another case") << from("type=\"chat\" from=\"Tybalt@b\"") + end << "chat.OnMessage";
+        QTest::newRow("blocked in another case")
+            << from("type=\"chat\" from=\"Tybalt@b\"") + end << "chat.OnMessage";
     }
 
     void messagesFindTheirPlace()
@@ -241,19 +254,21 @@ private slots:
         QTest::newRow("before the list") << "from=\"a@b\"" << false << "";
         QTest::newRow("plain") << "from=\"a@b/r\"" << true << "roster.OnPresence";
         QTest::newRow("asks") << "from=\"a@b\" type=\"subscribe\"" << true << "ask";
-        QTest::newRow("accepted") << "from=\"a@b\" type=\"subscribed\"" << true
-                                  << "write|a@b|Authorization notification|The Contact accepted the Authorisation "
-                                     "Request,roster.OnPresence";
-        QTest::newRow("removed") << "from=\"a@b/x\" type=\"unsubscribe\"" << true
-                                 << "write|a@b/x|Authorization notification|The Contact removed you from his Contact "
-                                    "List,roster.OnPresence,remove:a@b";
+        QTest::newRow("accepted")
+            << "from=\"a@b\" type=\"subscribed\"" << true
+            << "write|a@b|Authorization notification|The Contact accepted the Authorisation "
+               "Request,roster.OnPresence";
+        QTest::newRow("removed")
+            << "from=\"a@b/x\" type=\"unsubscribe\"" << true
+            << "write|a@b/x|Authorization notification|The Contact removed you from his Contact "
+               "List,roster.OnPresence,remove:a@b";
         QTest::newRow("refused") << "from=\"a@b\" type=\"unsubscribed\"" << true
                                  << "write|a@b|Authorization notification|The Contact refused your "
                                     "Request,roster.OnPresence";
         QTest::newRow("error of somebody, errors off") << "from=\"a@b\" type=\"error\"" << true << "";
         QTest::newRow("error of nobody") << "type=\"error\"" << true << "noticePresence";
-        QTest::newRow("gateway unsubscribed") << "from=\"icq.example\" type=\"unsubscribed\"" << true
-                                              << "roster.OnPresence";
+        QTest::newRow("gateway unsubscribed")
+            << "from=\"icq.example\" type=\"unsubscribed\"" << true << "roster.OnPresence";
     }
 
     void presencesFindTheirPlace()
@@ -273,9 +288,10 @@ private slots:
         f.windows.initiated = true;
         f.client.MyAgents.AddItem(QStringLiteral("icq.example"), {}, false, false);
         f.engine.inject(QStringLiteral("<presence type=\"subscribe\" from=\"icq.example/registered\"/>"));
-        QCOMPARE(f.engine.takeSent(),
-                 (QStringList{QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribed\"/>"),
-                              QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribe\"/>")}));
+        QCOMPARE(
+            f.engine.takeSent(),
+            (QStringList{QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribed\"/>"),
+                         QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribe\"/>")}));
         QCOMPARE(f.takeLog(), QStringList());
     }
 

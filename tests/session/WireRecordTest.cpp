@@ -12,7 +12,8 @@
 
 using sandbox::SandboxServer;
 
-namespace {
+namespace
+{
 
 QList<QByteArray> presencesOf(const QList<QByteArray>& stanzas)
 {
@@ -38,8 +39,8 @@ class WireRecordTest : public QObject
         {
             server.world().addAccount(QStringLiteral("romeo"), QStringLiteral("secret"));
             server.world().addAccount(QStringLiteral("juliet"), QStringLiteral("rose"));
-            server.world().addContact(QStringLiteral("romeo"), QStringLiteral("juliet"), QStringLiteral("Juliet"),
-                                      QStringLiteral("Friends"));
+            server.world().addContact(QStringLiteral("romeo"), QStringLiteral("juliet"),
+                                      QStringLiteral("Juliet"), QStringLiteral("Friends"));
             server.listen();
             live = std::make_unique<LiveClient>();
         }
@@ -47,7 +48,8 @@ class WireRecordTest : public QObject
         bool signIn()
         {
             live->signIn(address());
-            return QTest::qWaitFor([this] { return live->isOnline() && server.hasReceived("VRX_GET_SUPPORTEDNS"); });
+            return QTest::qWaitFor(
+                [this] { return live->isOnline() && server.hasReceived("VRX_GET_SUPPORTEDNS"); });
         }
     };
 
@@ -78,13 +80,16 @@ private slots:
         QTest::newRow("available") << QByteArray("mRosterSAvailable")
                                    << QByteArray("<presence><show></show><status></status></presence>");
         QTest::newRow("away") << QByteArray("mRosterSAway")
-                              << QByteArray("<presence><show>away</show><status>Al momento non al computer</status>"
-                                            "</presence>");
+                              << QByteArray(
+                                     "<presence><show>away</show><status>Al momento non al computer</status>"
+                                     "</presence>");
         QTest::newRow("xa") << QByteArray("mRosterSXAway")
-                            << QByteArray("<presence><show>xa</show><status>Non al computer per un po'</status>"
-                                          "</presence>");
-        QTest::newRow("dnd") << QByteArray("mRosterSDND")
-                             << QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>");
+                            << QByteArray(
+                                   "<presence><show>xa</show><status>Non al computer per un po'</status>"
+                                   "</presence>");
+        QTest::newRow("dnd")
+            << QByteArray("mRosterSDND")
+            << QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>");
         QTest::newRow("chat") << QByteArray("mRosterSFFC")
                               << QByteArray("<presence><show>chat</show><status></status></presence>");
     }
@@ -117,9 +122,11 @@ private slots:
                  QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><x xmlns=\"jabber:x:event\">"
                             "<composing></composing></x></message>"));
         QCOMPARE(f.server.received().at(1),
-                 QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><body>Ay &amp; &lt;me&gt;!</body></message>"));
-        f.server.sendText(QStringLiteral("<message from=\"juliet@localhost/balcony\" to=\"romeo@localhost/BreloIM\" "
-                                         "type=\"chat\"><body>\"Romeo\" &amp; &lt;co&gt;</body></message>"));
+                 QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><body>Ay &amp; "
+                            "&lt;me&gt;!</body></message>"));
+        f.server.sendText(
+            QStringLiteral("<message from=\"juliet@localhost/balcony\" to=\"romeo@localhost/BreloIM\" "
+                           "type=\"chat\"><body>\"Romeo\" &amp; &lt;co&gt;</body></message>"));
         auto* log = window->findChild<QPlainTextEdit*>(QStringLiteral("txtLog"));
         QVERIFY(log);
         QTRY_VERIFY(log->toPlainText().contains(QStringLiteral("\"Romeo\" & <co>")));

@@ -37,8 +37,8 @@ private:
     std::shared_ptr<StanzaQueue> queue_;
 };
 
-// The real plug-in manager over a fake gateway: stanzas are injected as text, what the client sends is recorded as
-// the exact text of the wire.
+// The real plug-in manager over a fake gateway: stanzas are injected as text, what the client sends is
+// recorded as the exact text of the wire.
 class FakeEngine
 {
 public:

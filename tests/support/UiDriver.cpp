@@ -5,7 +5,8 @@
 #include <QLineEdit>
 #include <QTimer>
 
-namespace ui {
+namespace ui
+{
 
 void click(const QWidget* form, const char* name)
 {

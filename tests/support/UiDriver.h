@@ -9,7 +9,8 @@
 #include <functional>
 
 // Drives real windows by the names of their controls. A control that isn't there fails the test.
-namespace ui {
+namespace ui
+{
 
 // The control of this name below `form`.
 template <typename Control>

@@ -106,7 +106,8 @@ void photographSession(LiveClient& live, Camera& camera)
     camera.take(live.rosterForm(), "main-online-only");
     ui::choose(live.rosterForm(), "mRosterFShowAll");
     photographConversation(live, camera);
-    live.ui->windows.notices().WriteMessage(QStringLiteral("news@localhost"), QStringLiteral("The harbour is open again."),
+    live.ui->windows.notices().WriteMessage(QStringLiteral("news@localhost"),
+                                            QStringLiteral("The harbour is open again."),
                                             QStringLiteral("Town news"));
     camera.take(&live.ui->windows.notices(), "notices");
     ui::choose(live.rosterForm(), "mRosterFCreate");
@@ -160,7 +161,8 @@ int main(int argc, char** argv)
     CertificateForm certificate(sampleCertificate());
     camera.take(&certificate, "certificate");
     certificate.hide();
-    live.signIn(QStringLiteral("localhost:%1").arg(server.port()), QStringLiteral("demo"), QStringLiteral("demo"));
+    live.signIn(QStringLiteral("localhost:%1").arg(server.port()), QStringLiteral("demo"),
+                QStringLiteral("demo"));
     if (!QTest::qWaitFor([&] { return live.isOnline(); }, 10000))
         qFatal("not signed in");
     QTest::qWait(500);

@@ -1,12 +1,12 @@
 #include "session/forms/Program.h"
 
 #include "contacts/forms/RosterForm.h"
-#include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
 #include "desktop/SystemClose.h"
 #include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
+#include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/QtFileDialogs.h"
 #include "desktop/forms/QtMessageBoxes.h"
@@ -38,10 +38,9 @@ struct Program::World {
     KeychainSecretStore secrets;
 };
 
-Program::Program() :
-    world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
+Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
-    client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds, &world_->tray,
+    client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds,  &world_->tray,
                        &world_->clock, &world_->pointer, &world_->network, &world_->files};
     world_->tray.setIcon(QStringLiteral("LightOff"));
     world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
@@ -66,7 +65,8 @@ bool Program::start()
     });
     auto& signIn = ui_->windows.signIn();
     // Not quit(): that asks every window again, and one that only hides would keep the program running.
-    QObject::connect(&signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QObject::connect(
+        &signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
     ui_->start();
     signIn.show();

@@ -11,7 +11,8 @@ class QtTrayIcon;
 class TrayControl;
 class TrayMenus;
 
-// The whole program: the world outside, what is shared, and the session's windows, in the order of their lives.
+// The whole program: the world outside, what is shared, and the session's windows, in the order of their
+// lives.
 class Program
 {
 public:

@@ -6,19 +6,20 @@
 #include "desktop/forms/FormRegistry.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
-#include "session/forms/Windows.h"
 #include "session/forms/WindowState.h"
+#include "session/forms/Windows.h"
 #include "settings/SettingsStore.h"
 
-namespace {
+namespace
+{
 
 const QString signInName = QStringLiteral("SignInForm");
 const QString rosterName = QStringLiteral("RosterForm");
 
 } // namespace
 
-SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store) :
-    client_(client), windows_(windows), store_(store)
+SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store)
+    : client_(client), windows_(windows), store_(store)
 {
 }
 

@@ -6,8 +6,8 @@ class SettingsStore;
 class Windows;
 struct Client;
 
-// The ways in which a session ends: back to the sign-in window, a cancelled sign-in, a lost connection, and the end
-// of the program.
+// The ways in which a session ends: back to the sign-in window, a cancelled sign-in, a lost connection, and
+// the end of the program.
 class SessionEnd : public QObject
 {
     Q_OBJECT

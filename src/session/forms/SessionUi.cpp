@@ -18,9 +18,9 @@
 #include <QTimer>
 
 SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& store,
-                     const GatewayFactory& makeGateway) :
-    windows(registry, client, store), end(client, windows, store), dispatch(client, *this), client_(client),
-    store_(store), agents_(client, contactList())
+                     const GatewayFactory& makeGateway)
+    : windows(registry, client, store), end(client, windows, store), dispatch(client, *this), client_(client),
+      store_(store), agents_(client, contactList())
 {
     if (!client.Core)
         client.Core = std::make_unique<TempVRXCore>(makeGateway(*this));
@@ -33,10 +33,10 @@ SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& stor
 
 Agents::ContactList SessionUi::contactList()
 {
-    return {[this] { return isInitiated(); },
-            [this] { windows.makeRosterForm().Roster1->InitRoster(); },
+    return {[this] { return isInitiated(); }, [this] { windows.makeRosterForm().Roster1->InitRoster(); },
             [this](const QString& jid, const QString& name) {
-                windows.makeRosterForm().Roster1->AddItem(jid, name, QStringLiteral("Gateways"), true, false, {}, {});
+                windows.makeRosterForm().Roster1->AddItem(jid, name, QStringLiteral("Gateways"), true, false,
+                                                          {}, {});
             }};
 }
 
@@ -50,7 +50,8 @@ void SessionUi::wireSignIn()
         progress.appendLine(tr("Connecting..."));
         progress.show();
     });
-    connect(&form, &SignInForm::preferencesRequested, this, [this] { windows.notThereYet(tr("Preferences")); });
+    connect(&form, &SignInForm::preferencesRequested, this,
+            [this] { windows.notThereYet(tr("Preferences")); });
     connect(&form, &SignInForm::pageRequested, &windows, &Windows::openPage);
 }
 
@@ -106,7 +107,8 @@ void SessionUi::finishSignIn()
 
 void SessionUi::loadBannedList()
 {
-    const QString error = BannedListFile(paths::configFolder() + QStringLiteral("/BannedList.xml")).load(client_.MyBanList);
+    const QString error =
+        BannedListFile(paths::configFolder() + QStringLiteral("/BannedList.xml")).load(client_.MyBanList);
     if (!error.isEmpty())
         client_.desktop.boxes->exclamation(tr("BreloIM"), error);
 }
@@ -139,13 +141,34 @@ void SessionUi::backToSignIn()
     windows.signIn().show();
 }
 
-void SessionUi::connectAgain() { windows.signIn().Connect_Click(); }
-QString SessionUi::userName() const { return windows.signIn().userName(); }
-QString SessionUi::password() const { return windows.signIn().password(); }
-ApplicationPlugIn& SessionUi::roster() { return windows.makeRosterForm().Roster1->Myapplicationplugin(); }
-ApplicationPlugIn& SessionUi::chat() { return *windows.hub().Myapplicationplugin(); }
-void SessionUi::removeContact(const QString& bareJid) { windows.makeRosterForm().Roster1->RemoveItem(bareJid); }
-void SessionUi::showAdminMenu(const QString& server) { windows.makeRosterForm().showAdminMenu(server); }
+void SessionUi::connectAgain()
+{
+    windows.signIn().Connect_Click();
+}
+QString SessionUi::userName() const
+{
+    return windows.signIn().userName();
+}
+QString SessionUi::password() const
+{
+    return windows.signIn().password();
+}
+ApplicationPlugIn& SessionUi::roster()
+{
+    return windows.makeRosterForm().Roster1->Myapplicationplugin();
+}
+ApplicationPlugIn& SessionUi::chat()
+{
+    return *windows.hub().Myapplicationplugin();
+}
+void SessionUi::removeContact(const QString& bareJid)
+{
+    windows.makeRosterForm().Roster1->RemoveItem(bareJid);
+}
+void SessionUi::showAdminMenu(const QString& server)
+{
+    windows.makeRosterForm().showAdminMenu(server);
+}
 
 void SessionUi::askAuthorization(PlugInContext& context)
 {
@@ -171,7 +194,10 @@ void SessionUi::writeNotice(const QString& from, const QString& body, const QStr
     windows.notices().showAtPlace();
 }
 
-void SessionUi::noticePresence(PlugInContext& context) { windows.notices().OnPresence(context); }
+void SessionUi::noticePresence(PlugInContext& context)
+{
+    windows.notices().OnPresence(context);
+}
 
 void SessionUi::connectionProgress(const QString& text)
 {
@@ -190,19 +216,23 @@ bool SessionUi::allowPlainPassword(const QString& server)
 {
     if (store_.plainPasswordAllowed(server))
         return true;
-    const auto answer = client_.desktop.boxes->show(
-        tr("Security question"),
-        tr("The connection to %1 is not encrypted, and the server wants the password in clear: others on the way "
-           "could read it. Send it all the same?")
-            .arg(server),
-        MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
+    const auto answer =
+        client_.desktop.boxes->show(tr("Security question"),
+                                    tr("The connection to %1 is not encrypted, and the server wants the "
+                                       "password in clear: others on the way "
+                                       "could read it. Send it all the same?")
+                                        .arg(server),
+                                    MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
     if (answer != MessageBoxes::Answer::Yes)
         return false;
     store_.allowPlainPassword(server);
     return true;
 }
 
-QByteArray SessionUi::pinnedCertificate(const QString& server) { return store_.pinnedCertificate(server); }
+QByteArray SessionUi::pinnedCertificate(const QString& server)
+{
+    return store_.pinnedCertificate(server);
+}
 
 void SessionUi::pinCertificate(const QString& server, const QByteArray& sha256)
 {

@@ -27,7 +27,8 @@ public:
     using GatewayFactory = std::function<std::unique_ptr<::Gateway>(ConnectionHost&)>;
 
     // Creates the engine by `makeGateway` unless the client has one. Nothing is owned; all must outlive it.
-    SessionUi(FormRegistry& registry, Client& client, SettingsStore& store, const GatewayFactory& makeGateway);
+    SessionUi(FormRegistry& registry, Client& client, SettingsStore& store,
+              const GatewayFactory& makeGateway);
 
     // Reads the settings, fills the sign-in window and starts the pump; with "Auto Logon" on it connects.
     void start();

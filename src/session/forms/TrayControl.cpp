@@ -9,7 +9,8 @@
 
 #include <array>
 
-namespace {
+namespace
+{
 
 void bringUp(QWidget& window)
 {
@@ -20,8 +21,8 @@ void bringUp(QWidget& window)
 
 } // namespace
 
-TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus) :
-    client_(client), windows_(windows), end_(end), menus_(menus)
+TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus)
+    : client_(client), windows_(windows), end_(end), menus_(menus)
 {
     connect(&menus, &TrayMenus::statusChosen, this, &TrayControl::onStatus);
     connect(&menus, &TrayMenus::connectChosen, this, &TrayControl::onConnect);
@@ -42,7 +43,8 @@ void TrayControl::follow(RosterForm& form)
     menus_.checkStatus(static_cast<int>(form.status()));
     connect(&form, &RosterForm::statusChanged, &menus_,
             [this](StatusCommand command) { menus_.checkStatus(static_cast<int>(command)); });
-    connect(&form, &RosterForm::trayMenuState, &menus_, [this](bool canShow, bool) { menus_.setMinimized(canShow); });
+    connect(&form, &RosterForm::trayMenuState, &menus_,
+            [this](bool canShow, bool) { menus_.setMinimized(canShow); });
 }
 
 void TrayControl::onDoubleClick()
@@ -57,8 +59,8 @@ void TrayControl::onDoubleClick()
 void TrayControl::onStatus(int index)
 {
     static constexpr std::array<void (RosterForm::*)(), 5> commands = {
-        &RosterForm::mRosterSAvailable_Click, &RosterForm::mRosterSAway_Click, &RosterForm::mRosterSXAway_Click,
-        &RosterForm::mRosterSDND_Click, &RosterForm::mRosterSFFC_Click};
+        &RosterForm::mRosterSAvailable_Click, &RosterForm::mRosterSAway_Click,
+        &RosterForm::mRosterSXAway_Click, &RosterForm::mRosterSDND_Click, &RosterForm::mRosterSFFC_Click};
     auto* form = windows_.rosterForm();
     if (form && client_.isConnected())
         (form->*commands.at(static_cast<std::size_t>(index)))();

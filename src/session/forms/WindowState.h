@@ -13,5 +13,7 @@ inline int windowState(const QWidget& window)
 inline void setWindowState(QWidget& window, int state)
 {
     const auto states = window.windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
-    window.setWindowState(state == 1 ? states | Qt::WindowMinimized : state == 2 ? states | Qt::WindowMaximized : states);
+    window.setWindowState(state == 1   ? states | Qt::WindowMinimized
+                          : state == 2 ? states | Qt::WindowMaximized
+                                       : states);
 }

@@ -13,7 +13,8 @@
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
 
-namespace {
+namespace
+{
 
 void bringUp(QWidget& window)
 {
@@ -24,10 +25,10 @@ void bringUp(QWidget& window)
 
 } // namespace
 
-Windows::Windows(FormRegistry& registry, Client& client, SettingsStore& store) :
-    registry_(registry), client_(client), hub_(std::make_unique<ChatWindow>(registry, client)),
-    vCards_(std::make_unique<VCardWindows>(registry, client)),
-    signIn_(std::make_unique<SignInForm>(registry, client, store))
+Windows::Windows(FormRegistry& registry, Client& client, SettingsStore& store)
+    : registry_(registry), client_(client), hub_(std::make_unique<ChatWindow>(registry, client)),
+      vCards_(std::make_unique<VCardWindows>(registry, client)),
+      signIn_(std::make_unique<SignInForm>(registry, client, store))
 {
     wireHub();
 }
@@ -45,7 +46,8 @@ void Windows::wireHub()
         if (auto* list = roster())
             list->Refresh();
     });
-    connect(hub_.get(), &ChatWindow::vCardRequested, this, [this](const QString& jid) { vCards_->RequestVCard(jid); });
+    connect(hub_.get(), &ChatWindow::vCardRequested, this,
+            [this](const QString& jid) { vCards_->RequestVCard(jid); });
     connect(hub_.get(), &ChatWindow::inviteRequested, this, [this] { notThereYet(tr("An invitation")); });
     connect(hub_.get(), &ChatWindow::callRequested, this, [this] { notThereYet(tr("A call")); });
     connect(hub_.get(), &ChatWindow::conferenceInvited, this, [this] { notThereYet(tr("A group chat")); });
@@ -116,7 +118,9 @@ void Windows::showAbout()
 
 void Windows::showInTray()
 {
-    registry_.single<ShowInTrayForm>(QStringLiteral("ShowInTrayForm"), [this] { return new ShowInTrayForm(registry_); })
+    registry_
+        .single<ShowInTrayForm>(QStringLiteral("ShowInTrayForm"),
+                                [this] { return new ShowInTrayForm(registry_); })
         .show();
 }
 
