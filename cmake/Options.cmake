@@ -8,6 +8,6 @@ target_compile_definitions(brelo_options INTERFACE
   BRELO_VERSION="${PROJECT_VERSION}")
 if(BRELO_SANITIZE)
   target_compile_options(brelo_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-    -fno-omit-frame-pointer -O1)
+    -fno-omit-frame-pointer)
   target_link_options(brelo_options INTERFACE -fsanitize=address,undefined)
 endif()

@@ -34,13 +34,10 @@ private slots:
     void cutsAtTheControlBlocks_data();
     void cutsAtTheControlBlocks();
     void placesFrames();
-    void readsTheLoopCount_data();
-    void readsTheLoopCount();
     void tellsMissingFiles_data();
     void tellsMissingFiles();
     void survivesTruncationAtEveryByte();
     void boundsHostileFiles();
-    void loadsAnew();
 
 private:
     QString write(const QByteArray& data);
@@ -130,25 +127,6 @@ void AnimatedGifTest::placesFrames()
     QVERIFY(second.pixelColor(4, 4) != QColor(Qt::red));
 }
 
-void AnimatedGifTest::readsTheLoopCount_data()
-{
-    QTest::addColumn<int>("colourBits");
-    QTest::addColumn<int>("written");
-    QTest::addColumn<int>("read");
-    QTest::newRow("at its usual place") << 5 << 3 << 3;
-    QTest::newRow("of two bytes") << 5 << 0x0201 << 0x0201;
-    QTest::newRow("head too short") << 2 << 3 << 0;
-}
-
-void AnimatedGifTest::readsTheLoopCount()
-{
-    QFETCH(int, colourBits);
-    QFETCH(int, written);
-    AnimatedGif gif;
-    gif.LoadGif(write(GifFile({4, 4}, colourBits).loop(written).frame(1, 1).frame(1, 2).bytes()));
-    QTEST(gif.RepeatTimes(), "read");
-}
-
 void AnimatedGifTest::tellsMissingFiles_data()
 {
     QTest::addColumn<QString>("path");
@@ -189,16 +167,6 @@ void AnimatedGifTest::boundsHostileFiles()
     const int count = gif.LoadGif(write(flood));
     QVERIFY(count > 0 && count <= 4096);
     QVERIFY(gif.gif(count - 1).size() < 100);
-}
-
-void AnimatedGifTest::loadsAnew()
-{
-    AnimatedGif gif;
-    QCOMPARE(gif.LoadGif(ownFile()), 12);
-    QCOMPARE(gif.LoadGif(write("no picture")), 0);
-    QCOMPARE(gif.TotalFrames(), -1);
-    QCOMPARE(gif.LoadGif(ownFile()), 12);
-    QCOMPARE(gif.errorText(), QString());
 }
 
 BRELO_TEST(AnimatedGifTest)

@@ -16,8 +16,6 @@ private slots:
     void showsTheFramesInTurnAndWraps();
     void aFrameWithoutDelayStandsForGood();
     void anExtraDelayKeepsEvenThatFrameGoing();
-    void paintsAFrameAtItsPlace();
-    void stopClearsThePicture();
     void tellsFilesThatCannotBeUsed_data();
     void tellsFilesThatCannotBeUsed();
     void hostilePicturesShowNothing_data();
@@ -84,30 +82,6 @@ void WaitAnimationTest::anExtraDelayKeepsEvenThatFrameGoing()
     animation_->Start(write(GifFile({8, 8}).loop(0).frame(0, 1).frame(0, 2).frame(0, 3)));
     QTRY_COMPARE(animation_->frameOnShow(), 1);
     QTRY_COMPARE(animation_->frameOnShow(), 0);
-}
-
-void WaitAnimationTest::paintsAFrameAtItsPlace()
-{
-    // The first frame stands at the origin whatever its bytes say; the others where they say.
-    animation_->Start(write(GifFile({8, 8}).loop(0).frame(1, 1, {5, 5}).frame(0, 2, {4, 3}).frame(1, 3)));
-    QCOMPARE(pixel(0, 0), QColor(Qt::red));
-    QVERIFY(pixel(5, 5) != QColor(Qt::red));
-    QTRY_COMPARE(animation_->frameOnShow(), 1);
-    QCOMPARE(pixel(4, 3), QColor(Qt::green));
-    QCOMPARE(pixel(5, 4), QColor(Qt::green));
-    QVERIFY(pixel(3, 3) != QColor(Qt::green));
-    QVERIFY(pixel(0, 0) != QColor(Qt::red));
-}
-
-void WaitAnimationTest::stopClearsThePicture()
-{
-    animation_->Start(write(GifFile({8, 8}).loop(0).frame(100, 1).frame(100, 2)));
-    QCOMPARE(pixel(0, 0), QColor(Qt::red));
-    animation_->Stop();
-    QVERIFY(!animation_->isRunning());
-    QVERIFY(pixel(0, 0) != QColor(Qt::red));
-    animation_->Start(folder_.filePath(QStringLiteral("a.gif")));
-    QCOMPARE(pixel(0, 0), QColor(Qt::red));
 }
 
 void WaitAnimationTest::tellsFilesThatCannotBeUsed_data()
