@@ -1,0 +1,159 @@
+#include "Cases.h"
+
+#include "Profile.h"
+#include "Sandbox.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace
+{
+
+constexpr int startRuns = 15;
+constexpr int restRuns = 3;
+constexpr int groups = 50;
+const QString ms = QStringLiteral("ms");
+const QString mib = QStringLiteral("MiB");
+
+double median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+template <typename T, typename Member>
+double medianOf(const QList<T>& runs, Member member)
+{
+    QList<double> values;
+    for (const auto& run : runs)
+        values += double(std::invoke(member, run));
+    return median(values);
+}
+
+} // namespace
+
+QString Cases::program(const char* name)
+{
+    return QCoreApplication::applicationDirPath() + u'/' + QLatin1String(name);
+}
+
+void Cases::start()
+{
+    const Profile profile(QStringLiteral("localhost"), false);
+    const auto environment = profile.environment(display_.name());
+    const auto measure = [&](const char* name, const char* title, QList<double>& wall, QList<double>& cpu) {
+        display_.clear();
+        const Child child(program(name), {}, environment);
+        display_.awaitWindow(title);
+        wall += child.wallMs();
+        cpu += child.cpuMs();
+    };
+    QList<double> wall, cpu, emptyWall, emptyCpu;
+    for (int run = 0; run < startRuns; ++run) {
+        measure("breloim-bench-empty", "Empty", emptyWall, emptyCpu);
+        measure("breloim", "", wall, cpu);
+    }
+    table_.add(
+        {QStringLiteral("start to window mapped, wall"), ms, median(wall), median(emptyWall), {}, 1.3});
+    table_.add({QStringLiteral("start to window mapped, CPU"), ms, median(cpu), median(emptyCpu), {}, 1.3});
+}
+
+void Cases::signedIn(int contacts)
+{
+    QList<Rest> client, empty;
+    for (int run = 0; run < restRuns; ++run) {
+        empty += emptyAtRest(contacts);
+        client += clientAtRest(contacts);
+    }
+    const auto ownMiB = [](const Rest& rest) { return double(rest.memory.ownKiB) / 1024; };
+    const auto residentMiB = [](const Rest& rest) { return double(rest.memory.residentKiB) / 1024; };
+    const auto row = [&](const char* what, const QString& unit, auto member, std::optional<double> most) {
+        table_.add({QStringLiteral("%L1 contacts: %2").arg(contacts).arg(QLatin1String(what)),
+                    unit,
+                    medianOf(client, member),
+                    medianOf(empty, member),
+                    most,
+                    {}});
+    };
+    using Most = std::optional<double>;
+    row("start to idle, CPU", ms, &Rest::cpuMs, contacts == 10'000 ? Most(600) : Most());
+    row("private memory at idle", mib, ownMiB, contacts == 0 ? Most(30) : Most());
+    row("resident memory at idle", mib, residentMiB, contacts == 10'000 ? Most(60) : Most());
+}
+
+Cases::Rest Cases::clientAtRest(int contacts)
+{
+    const Sandbox sandbox(contacts, groups);
+    const Profile profile(sandbox.address(), true);
+    display_.clear();
+    const Child child(program("breloim"), {}, profile.environment(display_.name()));
+    display_.awaitWindow("BreloIM - bench");
+    const double cpu = child.cpuMsAtIdle();
+    return {cpu, child.memory()};
+}
+
+Cases::Rest Cases::emptyAtRest(int rows)
+{
+    const Profile profile(QStringLiteral("localhost"), false);
+    display_.clear();
+    const Child child(program("breloim-bench-empty"), {QString::number(rows), QString::number(groups)},
+                      profile.environment(display_.name()));
+    display_.awaitWindow("Empty");
+    const double cpu = child.cpuMsAtIdle();
+    return {cpu, child.memory()};
+}
+
+Cases::Figures Cases::inside(int contacts)
+{
+    const Sandbox sandbox(contacts, groups);
+    const Profile profile(sandbox.address(), false);
+    Child child(program("breloim-bench-inside"), {QString::number(contacts)},
+                profile.environment(display_.name()));
+    if (!child.process().waitForFinished(300'000) || child.process().exitCode() != 0)
+        throw std::runtime_error("the driven client fails");
+    Figures figures;
+    const auto lines = child.process().readAllStandardOutput().split('\n');
+    for (const QByteArray& line : lines) {
+        const auto words = line.split(' ');
+        figures.insert(words.at(0), words.value(1).toDouble());
+    }
+    return figures;
+}
+
+void Cases::driven()
+{
+    const Figures few = inside(1'000);
+    const Figures many = inside(10'000);
+    const auto signIn = [this](const Figures& figures, int contacts) {
+        const QString what = QStringLiteral("%L1 contacts: sign-in to full tree, ").arg(contacts);
+        table_.add({what + QStringLiteral("wall"), ms, figures.value("signin_wall"), {}, {}, {}});
+        table_.add({what + QStringLiteral("CPU"), ms, figures.value("signin_cpu"), {}, {}, {}});
+    };
+    signIn(few, 1'000);
+    signIn(many, 10'000);
+    table_.add({QStringLiteral("cost linear: CPU of 10,000 contacts over 1,000"),
+                QStringLiteral("x"),
+                many.value("signin_rest") / few.value("signin_rest"),
+                {},
+                10.0,
+                {}});
+    addFlood(many, "presences", QStringLiteral("10,000 presences"), 10'000, 40);
+    addFlood(many, "messages", QStringLiteral("5,000 messages into 10 windows"), 5'000, 130);
+    addFlood(many, "pushes", QStringLiteral("1,000 roster pushes on 10,000 contacts"), 1'000, {});
+}
+
+void Cases::addFlood(const Figures& figures, const QByteArray& step, const QString& what, int count,
+                     std::optional<double> mostUs)
+{
+    table_.add({what + QStringLiteral(", CPU each"),
+                QStringLiteral("us"),
+                figures.value(step + "_rest") * 1000 / count,
+                {},
+                mostUs,
+                {}});
+    table_.add({what + QStringLiteral(", loop away"), ms, figures.value(step + "_away"), {}, 100.0, {}});
+    table_.add(
+        {what + QStringLiteral(", loop away, CPU"), ms, figures.value(step + "_away_cpu"), {}, {}, {}});
+}
