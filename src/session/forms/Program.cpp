@@ -4,13 +4,13 @@
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
-#include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/QtMessageBoxes.h"
 #include "desktop/forms/QtTrayIcon.h"
-#include "engine/GatewayClient.h"
 #include "session/ComponentCheck.h"
+#include "session/LateGateway.h"
+#include "session/LateNetwork.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayControl.h"
 #include "session/forms/TrayMenus.h"
@@ -28,7 +28,7 @@ struct Program::World {
     QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
     SystemClock clock;
     CursorPointer pointer;
-    SystemNetworkChecks network;
+    LateNetwork network;
     KeychainSecretStore secrets;
 };
 
@@ -48,15 +48,19 @@ bool Program::start()
         world_->boxes.critical(QStringLiteral("BreloIM"), missing);
         return false;
     }
-    ui_ = std::make_unique<SessionUi>(registry_, client_, store_, [](ConnectionHost& host) {
-        return std::make_unique<GatewayClient>(host);
+    ui_ = std::make_unique<SessionUi>(registry_, client_, store_, [this](ConnectionHost& host) {
+        return std::make_unique<LateGateway>(
+            host, [this](ConnectionHost& ours) { return world_->network.makeGateway(ours); });
     });
     auto& signIn = ui_->windows.signIn();
     QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
     ui_->start();
     signIn.show();
-    // The first window need not wait for the icon.
-    QTimer::singleShot(0, &signIn, [this] { makeTray(); });
+    // The first window need not wait for the icons.
+    QTimer::singleShot(0, &signIn, [this] {
+        QApplication::setWindowIcon(ImageList::icon(QStringLiteral("breloim")));
+        makeTray();
+    });
     return true;
 }
 
