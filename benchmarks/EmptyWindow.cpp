@@ -11,6 +11,7 @@ int main(int argc, char** argv)
     QMainWindow window;
     auto* tree = new QTreeView;
     QStandardItemModel model;
+    model.setHorizontalHeaderLabels({QStringLiteral("Contacts")});
     const auto arguments = QApplication::arguments();
     const int rows = arguments.value(1).toInt();
     const int groups = qMax(1, arguments.value(2).toInt());

@@ -21,7 +21,7 @@ double threadCpuMs()
 Heartbeat::Heartbeat()
 {
     timer_.setTimerType(Qt::PreciseTimer);
-    timer_.setInterval(1ms);
+    timer_.setInterval(5ms);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { beat(); });
     timer_.start();
     reset();

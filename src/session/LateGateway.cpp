@@ -62,5 +62,6 @@ void LateGateway::tellFailure()
 {
     queue_->deliver(Stanza::notice("close"));
     host_.connectionProgress(QCoreApplication::translate(
-        "LateGateway", "A part of the program that connects to servers is missing. Please install it again."));
+        "LateGateway",
+        "A part of the program that connects to servers is missing. Please install it again."));
 }

@@ -6,14 +6,15 @@
 
 class ConnectionHost;
 
-// A gateway that is made when the first connection is wanted. Until then it is not connected and knows no account.
+// A gateway that is made when the first connection is wanted. Until then it is not connected and knows no
+// account.
 class LateGateway : public Gateway
 {
 public:
     using Maker = std::function<std::unique_ptr<Gateway>(ConnectionHost&)>;
 
-    // `make` may yield null: then the person is told and the connection is over at once. `host` must outlive the
-    // gateway.
+    // `make` may yield null: then the person is told and the connection is over at once. `host` must outlive
+    // the gateway.
     LateGateway(ConnectionHost& host, Maker make);
 
     void DoConnect(const QString& userName, const QString& password, const QString& server,

@@ -6,8 +6,9 @@ class ConnectionHost;
 class Gateway;
 class NetworkChecks;
 
-// What the program needs Qt Network for: the interface of the module `network`. That library and those that it
-// brings are a sixth of the time that the first window takes, and nothing before Connect has a use for them.
+// What the program needs Qt Network for: the interface of the module `network`. That library and those that
+// it brings are a sixth of the time that the first window takes, and nothing before Connect has a use for
+// them.
 class NetworkModule
 {
 public:

@@ -54,6 +54,7 @@ bool Program::start()
     });
     auto& signIn = ui_->windows.signIn();
     QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
+    world_->tray.setIcon(QStringLiteral("LightOff"));
     ui_->start();
     signIn.show();
     // The first window need not wait for the icons.
