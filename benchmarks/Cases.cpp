@@ -109,10 +109,21 @@ Cases::Figures Cases::inside(int contacts)
 {
     const Sandbox sandbox(contacts, groups);
     const Profile profile(sandbox.address(), false);
-    Child child(program("breloim-bench-inside"), {QString::number(contacts)},
-                profile.environment(display_.name()));
+    return figuresOf("breloim-bench-inside", {QString::number(contacts)}, profile);
+}
+
+Cases::Figures Cases::emptyFilled(int rows)
+{
+    const Profile profile(QStringLiteral("localhost"), false);
+    return figuresOf("breloim-bench-empty",
+                     {QString::number(rows), QString::number(groups), QStringLiteral("x")}, profile);
+}
+
+Cases::Figures Cases::figuresOf(const char* name, const QStringList& arguments, const Profile& profile)
+{
+    Child child(program(name), arguments, profile.environment(display_.name()));
     if (!child.process().waitForFinished(300'000) || child.process().exitCode() != 0)
-        throw std::runtime_error("the driven client fails");
+        throw std::runtime_error(std::string(name) + " fails");
     Figures figures;
     const auto lines = child.process().readAllStandardOutput().split('\n');
     for (const QByteArray& line : lines) {
@@ -124,36 +135,49 @@ Cases::Figures Cases::inside(int contacts)
 
 void Cases::driven()
 {
-    const Figures few = inside(1'000);
-    const Figures many = inside(10'000);
-    const auto signIn = [this](const Figures& figures, int contacts) {
-        const QString what = QStringLiteral("%L1 contacts: sign-in to full tree, ").arg(contacts);
-        table_.add({what + QStringLiteral("wall"), ms, figures.value("signin_wall"), {}, {}, {}});
-        table_.add({what + QStringLiteral("CPU"), ms, figures.value("signin_cpu"), {}, {}, {}});
-    };
-    signIn(few, 1'000);
-    signIn(many, 10'000);
-    table_.add({QStringLiteral("cost linear: CPU of 10,000 contacts over 1,000"),
+    const Pair few{inside(1'000), emptyFilled(1'000)};
+    const Pair many{inside(10'000), emptyFilled(10'000)};
+    addSignIn(few, 1'000);
+    addSignIn(many, 10'000);
+    table_.add({QStringLiteral("sign-in: CPU of 10,000 contacts over 1,000"),
                 QStringLiteral("x"),
-                many.value("signin_rest") / few.value("signin_rest"),
-                {},
+                many.client.value("signin_rest") / few.client.value("signin_rest"),
+                many.empty.value("signin_cpu") / few.empty.value("signin_cpu"),
                 10.0,
                 {}});
-    addFlood(many, "presences", QStringLiteral("10,000 presences"), 10'000, 40);
-    addFlood(many, "messages", QStringLiteral("5,000 messages into 10 windows"), 5'000, 130);
+    addFlood(many, "presences", QStringLiteral("10,000 presences (empty: texts set)"), 10'000, 40);
+    addFlood(many, "messages", QStringLiteral("5,000 messages, 10 windows (empty: rows)"), 5'000, 130);
     addFlood(many, "pushes", QStringLiteral("1,000 roster pushes on 10,000 contacts"), 1'000, {});
 }
 
-void Cases::addFlood(const Figures& figures, const QByteArray& step, const QString& what, int count,
+void Cases::addSignIn(const Pair& figures, int contacts)
+{
+    const QString what = QStringLiteral("%L1 contacts: sign-in to full tree, ").arg(contacts);
+    const auto row = [&](const QString& clock, const char* key) {
+        table_.add({what + clock, ms, figures.client.value(key), figures.empty.value(key), {}, {}});
+    };
+    row(QStringLiteral("wall"), "signin_wall");
+    row(QStringLiteral("CPU"), "signin_cpu");
+}
+
+void Cases::addFlood(const Pair& figures, const QByteArray& step, const QString& what, int count,
                      std::optional<double> mostUs)
 {
+    std::optional<double> empty;
+    if (figures.empty.contains(step + "_cpu"))
+        empty = figures.empty.value(step + "_cpu") * 1000 / count;
     table_.add({what + QStringLiteral(", CPU each"),
                 QStringLiteral("us"),
-                figures.value(step + "_rest") * 1000 / count,
-                {},
+                figures.client.value(step + "_rest") * 1000 / count,
+                empty,
                 mostUs,
                 {}});
-    table_.add({what + QStringLiteral(", loop away"), ms, figures.value(step + "_away"), {}, 100.0, {}});
     table_.add(
-        {what + QStringLiteral(", loop away, CPU"), ms, figures.value(step + "_away_cpu"), {}, {}, {}});
+        {what + QStringLiteral(", loop away"), ms, figures.client.value(step + "_away"), {}, 100.0, {}});
+    table_.add({what + QStringLiteral(", loop away, CPU"),
+                ms,
+                figures.client.value(step + "_away_cpu"),
+                {},
+                {},
+                {}});
 }

@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+class Profile;
+
 // What is measured. Each adds its rows to the table.
 class Cases
 {
@@ -27,8 +29,17 @@ private:
 
     Rest clientAtRest(int contacts);
     Rest emptyAtRest(int rows);
+    struct Pair {
+        Figures client;
+        Figures empty;
+    };
+
     Figures inside(int contacts);
-    void addFlood(const Figures& figures, const QByteArray& step, const QString& what, int count,
+    // The empty window that fills, changes and adds rows.
+    Figures emptyFilled(int rows);
+    Figures figuresOf(const char* name, const QStringList& arguments, const Profile& profile);
+    void addSignIn(const Pair& figures, int contacts);
+    void addFlood(const Pair& figures, const QByteArray& step, const QString& what, int count,
                   std::optional<double> mostUs);
     static QString program(const char* name);
 
