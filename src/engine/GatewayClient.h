@@ -1,12 +1,12 @@
 #pragma once
 
 #include "engine/Gateway.h"
+#include "engine/wire/Resolver.h"
 
 #include <functional>
 #include <memory>
 
 class ConnectionHost;
-class Resolver;
 
 // The gateway that speaks XMPP (RFC 6120) and the older jabber:iq:auth (XEP-0078) over a socket. All parsing,
 // dispatch and sending happen inside Trigger.

@@ -197,7 +197,7 @@ void GatewaySessionTest::aLostSessionIsTakenUpAgain()
     GatewayRig rig;
     signInManaged(rig);
     rig.server.on("<message", {}, ScriptedServer::Then::Abort);
-    rig.server.onSaslSignIn(management);
+    rig.server.onSasl(management);
     rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>unheard</body></message>"));
     TICK_UNTIL(rig, rig.server.connections() == 2);
     QVERIFY(rig.gateway->isconnected());
@@ -216,7 +216,7 @@ void GatewaySessionTest::aSessionThatIsGoneEnds()
 {
     GatewayRig rig;
     signInManaged(rig);
-    rig.server.onSaslSignIn(management);
+    rig.server.onSasl(management);
     rig.server.hangUp();
     TICK_UNTIL(rig, rig.server.received().contains("<resume"));
     rig.server.say("<failed xmlns='urn:xmpp:sm:3'/>");

@@ -162,6 +162,5 @@ void GatewayTlsTest::leavingWithinTheQuestionSendsNothing()
     }
 }
 
-Q_DECLARE_METATYPE(CertificateAnswer)
 BRELO_TEST(GatewayTlsTest)
 #include "GatewayTlsTest.moc"

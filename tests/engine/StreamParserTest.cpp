@@ -70,6 +70,7 @@ private slots:
     void normalises();
     void breachesEndTheStream_data();
     void breachesEndTheStream();
+    void whatStandsBeforeABreachIsNotLost();
     void anEndlessStanzaIsRefusedWhileItArrives_data();
     void anEndlessStanzaIsRefusedWhileItArrives();
     void aLargeRosterIsNoBreach();
@@ -171,6 +172,8 @@ void StreamParserTest::breachesEndTheStream_data()
     QTest::newRow("wrong nesting") << head + "<a><b></a></b>" << malformed;
     QTest::newRow("an attribute twice") << head + "<a b='1' b='2'/>" << malformed;
     QTest::newRow("bytes that are not UTF-8") << head + "<message>\xC3\x28</message>" << malformed;
+    QTest::newRow("an overlong form") << head + "<message>\xC0\xAF</message>" << malformed;
+    QTest::newRow("a surrogate") << head + "<message>\xED\xA0\x80</message>" << malformed;
     QTest::newRow("a control character") << head + "<message>&#1;</message>" << malformed;
     QTest::newRow("UTF-16") << QByteArray("<\0?\0x\0m\0l\0", 10) << malformed;
     QTest::newRow("another encoding") << QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a/>")
@@ -192,12 +195,21 @@ void StreamParserTest::breachesEndTheStream()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QByteArray, condition);
-    for (const qsizetype size : {bytes.size(), qsizetype(16'384), bytes.size() / 1'000 + 1}) {
+    for (const qsizetype size : {qsizetype(16'384), bytes.size() / 1'000 + 1}) {
         const auto seen = parsed(inPieces(bytes, size));
         QCOMPARE(seen.condition, condition);
         QVERIFY(seen.elements.size() <= 1);
     }
     QCOMPARE(parsed({head + nested(64)}).condition, QByteArray());
+}
+
+void StreamParserTest::whatStandsBeforeABreachIsNotLost()
+{
+    for (const char* breach : {"<!DOCTYPE a>", "<?php ?>", "\xFF", "</iq>"}) {
+        const auto seen = parsed({head + "<message/><presence/>" + breach});
+        QCOMPARE(seen.elements, (QStringList{"<message/>", "<presence/>"}));
+        QVERIFY(!seen.condition.isEmpty());
+    }
 }
 
 void StreamParserTest::anEndlessStanzaIsRefusedWhileItArrives_data()

@@ -47,7 +47,7 @@ void NoticeFormsTest::closeByButtonAndKeys_data()
     QTest::addColumn<int>("key"); // 0 clicks the button
     for (const char* name : {"AboutForm", "ShowInTrayForm"})
         for (const int key : {0, int(Qt::Key_Return), int(Qt::Key_Escape)})
-            QTest::addRow("%s, key %x", name, key) << name << key;
+            QTest::newRow(qPrintable(QStringLiteral("%1, key %2").arg(QLatin1String(name)).arg(key))) << name << key;
 }
 
 void NoticeFormsTest::closeByButtonAndKeys()

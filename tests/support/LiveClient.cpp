@@ -13,9 +13,8 @@ LiveClient::LiveClient(const std::function<void(SettingsStore&)>& prepare) : sto
     client.desktop = world.desktop();
     if (prepare)
         prepare(store);
-    ui = std::make_unique<SessionUi>(registry, client, store, [](ConnectionHost& host) {
-        return std::make_unique<GatewayClient>(host);
-    });
+    ui = std::make_unique<SessionUi>(
+        registry, client, store, [](ConnectionHost& host) { return std::make_unique<GatewayClient>(host); });
     ui->start();
     ui->windows.signIn().show();
 }
@@ -25,9 +24,7 @@ LiveClient::~LiveClient()
     client.UserClosing = true;
     client.SessionClosing = true;
     client.Gateway().DoDisconnect();
-    const auto forms = registry.loaded();
-    for (auto* form : forms)
-        delete form;
+    registry.deleteAllExcept(&ui->windows.signIn());
     client.Core.reset();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/Client.h"
 #include "desktop/forms/FormRegistry.h"
 #include "session/forms/SessionUi.h"
 #include "settings/SettingsStore.h"

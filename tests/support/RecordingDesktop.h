@@ -43,12 +43,14 @@ struct RecordingTray : TrayIcon {
     QString title;
     QString text;
     QStringList balloons; // "title|text" of each shown one
+    bool reachable = true;
     void setToolTip(const QString& value) override { toolTip = value; }
     void setIcon(const QString& imageKey) override { icon = imageKey; }
     void setBalloonTime(int milliseconds) override { balloonTime = milliseconds; }
     void setBalloonTitle(const QString& value) override { title = value; }
     void setBalloonText(const QString& value) override { text = value; }
     void showBalloon() override { balloons += title + u'|' + text; }
+    bool isReachable() const override { return reachable; }
 };
 
 struct HandClock : Clock {

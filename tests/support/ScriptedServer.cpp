@@ -36,13 +36,18 @@ void ScriptedServer::onLegacySignIn()
     on("</iq>", "<iq type='result' id='$id'/>");
 }
 
-void ScriptedServer::onSaslSignIn(const QByteArray& features)
+void ScriptedServer::onSasl(const QByteArray& features)
 {
     on("<stream:stream", header() + "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>"
                                     "<mechanism>PLAIN</mechanism></mechanisms></stream:features>");
     on("</auth>", "<success xmlns='urn:ietf:params:xml:ns:xmpp-sasl'/>");
     on("<stream:stream", header() + "<stream:features><bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'/>" +
                              features + "</stream:features>");
+}
+
+void ScriptedServer::onSaslSignIn(const QByteArray& features)
+{
+    onSasl(features);
     on("</iq>", "<iq type='result' id='$id'><bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'>"
                 "<jid>romeo@127.0.0.1/orchard</jid></bind></iq>");
 }

@@ -32,7 +32,9 @@ public:
     void on(const QByteArray& awaited, const QByteArray& answer = {}, Then then = Then::Stay);
     // Ready-made: a stream without features and jabber:iq:auth, up to the signed-in session.
     void onLegacySignIn();
-    // Ready-made: SASL PLAIN and a bound resource; `features` stand beside the binding.
+    // Ready-made: SASL PLAIN, up to the stream behind it; `features` stand beside the binding.
+    void onSasl(const QByteArray& features = {});
+    // The same, and a bound resource.
     void onSaslSignIn(const QByteArray& features = {});
 
     void say(const QByteArray& text);

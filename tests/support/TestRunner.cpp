@@ -15,6 +15,21 @@ auto& tests()
     return all;
 }
 
+// A function named on the command line runs in the classes that have it.
+bool isAskedFor(const QObject& test, const QStringList& arguments)
+{
+    bool named = false;
+    for (const auto& argument : arguments.mid(1)) {
+        if (argument.startsWith(u'-'))
+            continue;
+        named = true;
+        const auto signature = argument.section(u':', 0, 0).toLatin1() + "()";
+        if (test.metaObject()->indexOfMethod(signature.constData()) >= 0)
+            return true;
+    }
+    return !named;
+}
+
 } // namespace
 
 bool registerTest(std::function<std::unique_ptr<QObject>()> make)
@@ -30,7 +45,10 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("BreloIM"));
     QApplication::setQuitOnLastWindowClosed(false);
     int failures = 0;
-    for (const auto& make : tests())
-        failures += QTest::qExec(make().get(), argc, argv) != 0;
+    for (const auto& make : tests()) {
+        const auto test = make();
+        if (isAskedFor(*test, application.arguments()))
+            failures += QTest::qExec(test.get(), argc, argv) != 0;
+    }
     return failures == 0 ? 0 : 1;
 }

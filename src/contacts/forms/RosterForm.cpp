@@ -160,6 +160,7 @@ void RosterForm::showConnected(bool firstContact)
 void RosterForm::showDisconnected()
 {
     showPanel(ImageList::keyAt(4), QStringLiteral("Diconnected"));
+    panels_[2]->clear();
     showConnectButton(false);
     Roster1->hide();
     ui_->waitPanel->show();
@@ -193,6 +194,9 @@ bool RosterForm::queryUnload(CloseMode mode)
     if (client_.UserClosing || client_.SessionClosing || mode == CloseMode::System)
         return true;
     showMinimized();
+    // Without an icon to bring it back the window stays in reach.
+    if (!client_.desktop.tray->isReachable())
+        return false;
     hide();
     emit trayMenuState(true, false);
     emit showInTrayRequested();

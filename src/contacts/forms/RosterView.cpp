@@ -10,6 +10,16 @@
 
 #include <utility>
 
+namespace
+{
+
+QString contactFormat()
+{
+    return QStringLiteral("application/x-breloim-contact");
+}
+
+} // namespace
+
 RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), tree_(tree)
 {
     setObjectName(QStringLiteral("RosterView"));
@@ -28,6 +38,8 @@ RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), 
     setTextElideMode(Qt::ElideRight);
     setModel(&tree);
     connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
+    // After the view and its selection have forgotten everything.
+    connect(&tree, &ContactTree::modelReset, this, &RosterView::restorePlace);
     connect(this, &QTreeView::expanded, [](const QModelIndex& index) { nodeAt(index)->expanded = true; });
     connect(this, &QTreeView::collapsed, [](const QModelIndex& index) { nodeAt(index)->expanded = false; });
     connect(this, &QTreeView::doubleClicked, this, &RosterView::nodeOpened);
@@ -56,11 +68,8 @@ void RosterView::rememberPlace()
     keptScroll_ = verticalScrollBar()->value();
 }
 
-void RosterView::reset()
+void RosterView::restorePlace()
 {
-    QTreeView::reset();
-    if (!model())
-        return;
     // The layout is still put off here, so that opening a folder costs nothing.
     for (int row = 0; row < tree_.rowCount(); ++row) {
         const auto index = tree_.index(row, 0);
@@ -126,7 +135,7 @@ void RosterView::startDrag(Qt::DropActions)
         return;
     auto* drag = new QDrag(this);
     auto* data = new QMimeData;
-    data->setText(node->key);
+    data->setData(contactFormat(), node->key.toUtf8());
     drag->setMimeData(data);
     drag->setPixmap(grab(visualRect(tree_.indexOf(node))));
     dragging_ = true;
@@ -137,7 +146,7 @@ void RosterView::startDrag(Qt::DropActions)
 
 void RosterView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->source() == this)
+    if (event->mimeData()->hasFormat(contactFormat()))
         event->acceptProposedAction();
 }
 

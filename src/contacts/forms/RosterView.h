@@ -25,8 +25,6 @@ public:
     const TreeNode* selectedNode() const;
     void clearSelected();
 
-    void reset() override;
-
 signals:
     // A mouse press, with what it hit; null beside all nodes.
     void nodePressed(const TreeNode* node);
@@ -53,6 +51,7 @@ protected:
 
 private:
     void rememberPlace();
+    void restorePlace();
     void setDropHighlight(const QModelIndex& index);
     static TreeNode* nodeAt(const QModelIndex& index);
 

@@ -2,18 +2,24 @@
 
 #include "desktop/forms/FormRegistry.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QThread>
+#include <QTimer>
 
-Form::Form(FormRegistry& registry, const QString& name, QWidget* parent) :
-    QMainWindow(parent), registry_(registry)
+Form::Form(FormRegistry& registry, const QString& name, QWidget* parent)
+    : QMainWindow(parent), registry_(registry)
 {
     setObjectName(name);
     registry_.add(this);
 }
 
-Form::~Form() { registry_.remove(this); }
+Form::~Form()
+{
+    registry_.remove(this);
+}
 
 bool Form::requestUnload(CloseMode mode)
 {
@@ -25,8 +31,18 @@ bool Form::requestUnload(CloseMode mode)
     unload();
     registry_.remove(this);
     hide();
-    deleteLater();
+    release();
     return true;
+}
+
+void Form::release()
+{
+    const bool inUse =
+        QApplication::activeModalWidget() || QApplication::activePopupWidget() || thread()->loopLevel() > 1;
+    if (inUse)
+        QTimer::singleShot(50, this, &Form::release);
+    else
+        deleteLater();
 }
 
 void Form::setDefaultButton(QPushButton* button)

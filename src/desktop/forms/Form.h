@@ -10,8 +10,8 @@ class FormRegistry;
 // Why a form is asked to close.
 enum class CloseMode { User, Code, System };
 
-// A window of the program. It enters the registry at its making and leaves it when it is unloaded. Enter clicks
-// the default button and Escape the cancel button, as in a dialog.
+// A window of the program. It enters the registry at its making and leaves it when it is unloaded. Enter
+// clicks the default button and Escape the cancel button, as in a dialog.
 class Form : public QMainWindow
 {
     Q_OBJECT
@@ -24,8 +24,8 @@ public:
     // Free text that belongs to the form: a position, a JID.
     QString Tag;
 
-    // Asks queryUnload and, if the form agrees, runs unload and deletes the form when control returns to the
-    // event loop. False when the form refused.
+    // Asks queryUnload and, if the form agrees, runs unload and releases the form. False when the form
+    // refused.
     bool requestUnload(CloseMode mode);
 
     void setDefaultButton(QPushButton* button);
@@ -37,6 +37,9 @@ protected:
     virtual bool queryUnload(CloseMode) { return true; }
     // The form's last act.
     virtual void unload() {}
+    // What becomes of an unloaded form: it is deleted when control returns to the event loop, and no box or
+    // menu stands open on one of its handlers.
+    virtual void release();
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

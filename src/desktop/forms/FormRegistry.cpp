@@ -17,3 +17,12 @@ void FormRegistry::unloadAllExcept(const QStringList& except, CloseMode mode)
             form->requestUnload(mode);
     }
 }
+
+void FormRegistry::deleteAllExcept(const Form* kept)
+{
+    const auto forms = forms_;
+    for (auto* form : forms) {
+        if (form != kept && isLoaded(form))
+            delete form;
+    }
+}

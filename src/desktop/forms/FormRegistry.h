@@ -5,7 +5,6 @@
 #include <QList>
 #include <QString>
 
-
 // The loaded forms, in the order of their loading, and the single instances among them, made at first use.
 class FormRegistry
 {
@@ -26,6 +25,9 @@ public:
 
     // Asks every loaded form to unload, save those named in `except`. Forms may refuse.
     void unloadAllExcept(const QStringList& except, CloseMode mode = CloseMode::Code);
+
+    // Deletes every loaded form, save `kept`, without asking.
+    void deleteAllExcept(const Form* kept);
 
     void add(Form* form) { forms_.append(form); }
     void remove(Form* form) { forms_.removeOne(form); }

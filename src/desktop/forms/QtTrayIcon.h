@@ -28,8 +28,6 @@ public:
 
     // Call it once the first window is up. Further calls do nothing.
     void appear();
-    // Whether the person can reach the icon now. Without it a hidden window has no way back.
-    bool isReachable() const;
     // The menu of the right click. Not owned.
     void setContextMenu(QMenu* menu);
 
@@ -39,6 +37,7 @@ public:
     void setBalloonTitle(const QString& text) override { balloon_.title = text; }
     void setBalloonText(const QString& text) override { balloon_.text = text; }
     void showBalloon() override { balloons_.post(balloon_); }
+    bool isReachable() const override;
 
 signals:
     void doubleClicked();

@@ -8,11 +8,21 @@ namespace
 
 constexpr StreamFault restricted{"restricted-xml", "a comment, a document type or a processing instruction"};
 constexpr StreamFault notXml{"not-well-formed", "the stream does not begin as XML in UTF-8"};
+constexpr StreamFault notUtf8{"not-well-formed", "bytes that are not UTF-8"};
 constexpr StreamFault tooManyAttributes{"policy-violation", "too many attributes in one element"};
 
 } // namespace
 
-StreamFault MarkupGuard::check(QByteArrayView bytes)
+MarkupGuard::Finding MarkupGuard::check(QByteArrayView bytes)
+{
+    const auto valid = utf8_.validPrefix(bytes);
+    const auto finding = checkMarkup(bytes.first(valid));
+    if (finding.fault || valid == bytes.size())
+        return finding;
+    return {valid, notUtf8};
+}
+
+MarkupGuard::Finding MarkupGuard::checkMarkup(QByteArrayView bytes)
 {
     const char* at = bytes.begin();
     const char* const end = bytes.end();
@@ -25,11 +35,11 @@ StreamFault MarkupGuard::check(QByteArrayView bytes)
                 break;
             in_ = in_ == In::Text ? In::Opened : In::Tag;
         } else if (const auto fault = step(*at)) {
-            return fault;
+            return {at - bytes.begin(), fault};
         }
         ++at;
     }
-    return {};
+    return {bytes.size(), {}};
 }
 
 StreamFault MarkupGuard::step(char c)

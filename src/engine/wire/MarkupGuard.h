@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/wire/StreamFault.h"
+#include "engine/wire/Utf8Check.h"
 
 #include <QByteArrayView>
 
@@ -12,18 +13,25 @@ class MarkupGuard
 public:
     static constexpr int maxAttributes = 64;
 
-    // The first breach in `bytes`, which go on where the last ones ended, however they were cut.
-    StreamFault check(QByteArrayView bytes);
+    // What a piece of the stream holds: the bytes that may go on, and the breach behind them, if any.
+    struct Finding {
+        qsizetype clean = 0;
+        StreamFault fault;
+    };
+    // `bytes` go on where the last ones ended, however they were cut.
+    Finding check(QByteArrayView bytes);
 
 private:
     enum class In { Start, Text, Opened, Declaration, DeclarationName, Bang, CData, Tag, Quote };
 
+    Finding checkMarkup(QByteArrayView bytes);
     StreamFault step(char c);
     StreamFault opened(char c);
     StreamFault tag(char c);
     StreamFault literal(char c, const char* expected, In next);
     void cdata(char c);
 
+    Utf8Check utf8_;
     In in_ = In::Start;
     bool atStart_ = true;
     char quote_ = 0;

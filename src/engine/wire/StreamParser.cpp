@@ -31,11 +31,10 @@ StreamParser::StreamParser()
 void StreamParser::reset()
 {
     reader_.clear();
-    // From here on the reader refuses bytes that aren't UTF-8, whatever the declaration says.
-    reader_.addData(QString());
     guard_ = {};
     header_ = {};
     fault_ = {};
+    coming_ = {};
     closed_ = false;
     hungry_ = true;
     depth_ = 0;
@@ -49,10 +48,9 @@ void StreamParser::feed(const QByteArray& bytes)
 {
     if (fault_ || closed_ || bytes.isEmpty())
         return;
-    fault_ = guard_.check(bytes);
-    if (fault_)
-        return;
-    reader_.addData(bytes);
+    const auto [clean, fault] = guard_.check(bytes);
+    reader_.addData(clean == bytes.size() ? bytes : bytes.first(clean));
+    coming_ = fault;
     hungry_ = false;
 }
 
@@ -98,6 +96,8 @@ StreamParser::Event StreamParser::starved()
     if (reader_.error() != QXmlStreamReader::PrematureEndOfDocumentError)
         return broken(notWellFormed);
     hungry_ = true;
+    if (coming_)
+        return broken(coming_);
     return isTooLong() ? broken(tooLong) : Event::None;
 }
 

@@ -65,6 +65,8 @@ private:
     MarkupGuard guard_;
     StreamHeader header_;
     StreamFault fault_;
+    // Stands behind the bytes that were fed.
+    StreamFault coming_;
     bool closed_ = false;
     bool hungry_ = true;
     int depth_ = 0;

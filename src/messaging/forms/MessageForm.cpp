@@ -226,7 +226,7 @@ void MessageForm::discard()
     bagKey_.clear();
     registry().remove(this);
     hide();
-    deleteLater();
+    release();
 }
 
 bool MessageForm::queryUnload(CloseMode)

@@ -1,5 +1,6 @@
 #include "session/forms/LinkLabel.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -22,16 +23,37 @@ void LinkLabel::setRestingColour(const QColor& colour)
     show(false);
 }
 
+QColor LinkLabel::restingColour() const
+{
+    constexpr int readableLightness = 170; // of 255, on a dark background
+    const QPalette around = parentWidget() ? parentWidget()->palette() : QApplication::palette();
+    if (!resting_.isValid())
+        return around.color(QPalette::WindowText);
+    if (around.color(QPalette::Window).lightness() >= 128)
+        return resting_;
+    const QColor link = around.color(QPalette::Link);
+    return QColor::fromHsl(link.hslHue(), link.hslSaturation(), qMax(link.lightness(), readableLightness));
+}
+
 void LinkLabel::show(bool highlighted)
 {
+    highlighted_ = highlighted;
     QFont underlined = font();
     underlined.setUnderline(highlighted);
     setFont(underlined);
-    QPalette colours = parentWidget() ? parentWidget()->palette() : QPalette();
-    const QColor colour = highlighted ? highlight : resting_;
-    if (colour.isValid())
-        colours.setColor(QPalette::WindowText, colour);
+    QPalette colours;
+    colours.setColor(QPalette::WindowText, highlighted ? highlight : restingColour());
     setPalette(colours);
+}
+
+// The window went from light to dark or back.
+void LinkLabel::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    const bool isStale = event->type() == QEvent::PaletteChange && !highlighted_ &&
+                         palette().color(QPalette::WindowText) != restingColour();
+    if (isStale)
+        show(false);
 }
 
 void LinkLabel::enterEvent(QEnterEvent* event)

@@ -12,7 +12,8 @@ class LinkLabel : public QLabel
 public:
     explicit LinkLabel(QWidget* parent = nullptr);
 
-    // The colour away from the mouse; an invalid one is the palette's text colour.
+    // The colour away from the mouse where the background is light; on a dark one it is the palette's link
+    // colour. Without a call it is the palette's text colour.
     void setRestingColour(const QColor& colour);
 
 signals:
@@ -25,9 +26,12 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void show(bool highlighted);
+    QColor restingColour() const;
 
     QColor resting_;
+    bool highlighted_ = false;
 };

@@ -4,8 +4,11 @@
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
+#include "desktop/SystemClose.h"
+#include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/ImageList.h"
+#include "desktop/forms/QtFileDialogs.h"
 #include "desktop/forms/QtMessageBoxes.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "session/ComponentCheck.h"
@@ -18,11 +21,15 @@
 #include "settings/Paths.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QMenu>
 #include <QTimer>
 
 // The real versions of the seams.
 struct Program::World {
+    SystemClose systemClose;
     QtMessageBoxes boxes;
+    QtFileDialogs files;
     DesktopLinkOpener links;
     QtSoundPlayer sounds;
     QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
@@ -36,10 +43,17 @@ Program::Program() :
     world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
     client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds, &world_->tray,
-                       &world_->clock, &world_->pointer, &world_->network};
+                       &world_->clock, &world_->pointer, &world_->network, &world_->files};
+    world_->tray.setIcon(QStringLiteral("LightOff"));
+    world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
 }
 
-Program::~Program() = default;
+// Forms that refused to go at the end, such as the notices, are deleted while what they speak to still lives.
+Program::~Program()
+{
+    if (ui_)
+        registry_.deleteAllExcept(&ui_->windows.signIn());
+}
 
 bool Program::start()
 {
@@ -53,8 +67,9 @@ bool Program::start()
             host, [this](ConnectionHost& ours) { return world_->network.makeGateway(ours); });
     });
     auto& signIn = ui_->windows.signIn();
-    QObject::connect(&signIn, &SignInForm::unloaded, qApp, &QApplication::quit, Qt::QueuedConnection);
-    world_->tray.setIcon(QStringLiteral("LightOff"));
+    // Not quit(): that asks every window again, and one that only hides would keep the program running.
+    QObject::connect(&signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
     ui_->start();
     signIn.show();
     // The first window need not wait for the icons.
@@ -69,7 +84,12 @@ void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
     trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
-    world_->tray.setContextMenu(menus_->menu());
-    world_->tray.appear();
-    QObject::connect(&world_->tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    auto& tray = world_->tray;
+    tray.setContextMenu(menus_->menu());
+    tray.setIcon(QStringLiteral("LightOff"));
+    tray.setToolTip(SessionEnd::tr("BreloIM - Disconnected"));
+    tray.appear();
+    QObject::connect(&tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    QObject::connect(&tray, &QtTrayIcon::menuRequested, menus_.get(),
+                     [this] { menus_->menu()->popup(QCursor::pos()); });
 }

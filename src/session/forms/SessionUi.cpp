@@ -99,12 +99,8 @@ void SessionUi::firstContact(const QString& progressLine)
 
 void SessionUi::finishSignIn()
 {
-    auto* progress = windows.progressIfLoaded();
-    const bool signingIn = progress && progress->isVisible();
-    if (signingIn) {
-        loadBannedList();
+    if (auto* progress = windows.progressIfLoaded(); progress && progress->isVisible())
         progress->requestUnload(CloseMode::Code);
-    }
     windows.makeRosterForm().showConnected(false);
 }
 
@@ -134,7 +130,6 @@ void SessionUi::streamConnected()
     progress.appendLine(tr("Connected"));
     progress.appendLine(tr("Receiving Gateways/Friends..."));
     client_.desktop.tray->setToolTip(tr("BreloIM - Connected"));
-    emit connected();
 }
 
 void SessionUi::backToSignIn()

@@ -64,9 +64,6 @@ public:
     // The engine's periodic call; reaches the main window while connected.
     void Trigger() override;
 
-signals:
-    void connected();
-
 private:
     void wireSignIn();
     void wireRosterForm(RosterForm& form);

@@ -113,12 +113,20 @@ QString SignInForm::password() const
 bool SignInForm::queryUnload(CloseMode mode)
 {
     if (mode == CloseMode::User && !client_.UserClosing) {
-        hide();
-        emit hiddenInTray();
+        hideInTray();
         return false;
     }
     client_.UserClosing = true;
     return true;
+}
+
+// Without an icon to bring it back the window stays in reach.
+void SignInForm::hideInTray()
+{
+    if (!client_.desktop.tray->isReachable())
+        return showMinimized();
+    hide();
+    emit hiddenInTray();
 }
 
 void SignInForm::unload()

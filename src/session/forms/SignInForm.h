@@ -40,7 +40,7 @@ signals:
     void progressWanted();
     void preferencesRequested();
     void pageRequested(const QString& path);
-    // Closed to the tray, or shown again.
+    // Closed to the tray.
     void hiddenInTray();
     // The last act of the run.
     void unloaded();
@@ -48,9 +48,12 @@ signals:
 protected:
     bool queryUnload(CloseMode mode) override;
     void unload() override;
+    // Whoever made it keeps it: what runs under a box at the end of the run may still ask it.
+    void release() override {}
 
 private:
     void connectControls();
+    void hideInTray();
     void onCheck1();
     void onCheck2();
 

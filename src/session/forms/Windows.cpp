@@ -27,7 +27,7 @@ void bringUp(QWidget& window)
 Windows::Windows(FormRegistry& registry, Client& client, SettingsStore& store) :
     registry_(registry), client_(client), hub_(std::make_unique<ChatWindow>(registry, client)),
     vCards_(std::make_unique<VCardWindows>(registry, client)),
-    signIn_(new SignInForm(registry, client, store))
+    signIn_(std::make_unique<SignInForm>(registry, client, store))
 {
     wireHub();
 }

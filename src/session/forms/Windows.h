@@ -25,6 +25,7 @@ public:
     Windows(FormRegistry& registry, Client& client, SettingsStore& store);
     ~Windows() override;
 
+    // Lives for the whole run.
     SignInForm& signIn() const { return *signIn_; }
     // The hub of the conversations; lives for the whole run.
     ChatWindow& hub() const { return *hub_; }
@@ -63,5 +64,5 @@ private:
     Client& client_;
     std::unique_ptr<ChatWindow> hub_;
     std::unique_ptr<VCardWindows> vCards_;
-    SignInForm* signIn_;
+    std::unique_ptr<SignInForm> signIn_;
 };

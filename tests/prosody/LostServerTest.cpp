@@ -1,0 +1,70 @@
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "prosody/ProsodyFixture.h"
+#include "session/forms/SignInForm.h"
+#include "support/TestRunner.h"
+
+#include <QPlainTextEdit>
+
+// The server goes away under an open conversation, and comes back.
+class LostServerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void unsentTextSurvivesTheServer()
+    {
+        ProsodyServer server;
+        QVERIFY2(server.start(), qPrintable(server.problem()));
+        QVERIFY(server.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
+        QVERIFY(server.addAccount(QStringLiteral("juliet"), QStringLiteral("rose")));
+        QVERIFY(
+            server.befriend(QStringLiteral("romeo"), QStringLiteral("juliet"), QStringLiteral("Friends")));
+        ProsodyFixture f(server);
+        QVERIFY(f.signIn());
+        auto* window = f.open(f.peer);
+        QVERIFY(window);
+        const QString unsent = QStringLiteral("But soft, & <what> light 🌹");
+        f.typeInto(*window, unsent);
+
+        server.kill();
+        auto* main = f.live.rosterForm();
+        QTRY_COMPARE(f.live.world.tray.icon, QStringLiteral("LightOff"));
+        QCOMPARE(f.live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
+        QVERIFY(main->isVisible());
+        QVERIFY(!main->Roster1->isVisible());
+        QVERIFY(ui::find<QWidget>(main, "Image1")->isVisible());
+        QCOMPARE(ui::find<QAction>(main, "Toolbar1Button1")->text(), QStringLiteral("Connect"));
+        QCOMPARE(f.live.client.MyRoster.Count(), 0);
+        QVERIFY(!f.visible("MessageForm"));
+
+        QVERIFY2(server.start(), qPrintable(server.problem()));
+        SlixmppPeer juliet(server, QStringLiteral("juliet"), QStringLiteral("rose"));
+        QVERIFY(f.isOnline(juliet));
+        ui::choose(main, "Toolbar1Button1");
+        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QVERIFY(f.signIn());
+        QVERIFY(f.live.rosterForm()->Roster1->isVisible());
+        window = f.open(f.peer);
+        QVERIFY(window);
+        QCOMPARE(ui::find<QPlainTextEdit>(window, "txtMsg")->toPlainText(), unsent);
+        ui::click(window, "cmdSend");
+        QTRY_VERIFY(juliet.heardBody(unsent));
+        juliet.say(f.own, QStringLiteral("He speaks"));
+        QTRY_VERIFY(f.transcript(*window).contains(QStringLiteral("He speaks")));
+    }
+
+    void aServerThatIsNotThereIsSaid()
+    {
+        ProsodyServer server;
+        QVERIFY2(server.start(), qPrintable(server.problem()));
+        server.kill();
+        ProsodyFixture f(server);
+        f.live.signIn(server.address());
+        QTRY_VERIFY(f.live.progressText().contains(QStringLiteral("refused"), Qt::CaseInsensitive));
+        QVERIFY(!f.live.client.isConnected());
+    }
+};
+
+BRELO_TEST(LostServerTest)
+#include "LostServerTest.moc"

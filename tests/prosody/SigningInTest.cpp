@@ -1,0 +1,171 @@
+#include "contacts/forms/RosterForm.h"
+#include "prosody/ProsodyFixture.h"
+#include "session/forms/SignInForm.h"
+#include "settings/Paths.h"
+#include "support/TestRunner.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+
+namespace
+{
+
+// The person before the certificate question: clicks the buttons in order, and refuses when there are no
+// more.
+class CertificateReader : public QObject
+{
+public:
+    explicit CertificateReader(QList<const char*> clicks) : clicks_(std::move(clicks))
+    {
+        connect(&watch_, &QTimer::timeout, this, &CertificateReader::look);
+        watch_.start(5);
+    }
+
+    QStringList fingerprints; // as they were shown, without the line end
+
+private:
+    void look()
+    {
+        auto* dialog = QApplication::activeModalWidget();
+        if (!dialog || dialog->objectName() != QLatin1String("CertificateForm"))
+            return;
+        fingerprints += ui::find<QLabel>(dialog, "lblFingerprint")->text().replace(u'\n', u':');
+        ui::click(dialog, clicks_.isEmpty() ? "cmdRefuse" : clicks_.takeFirst());
+    }
+
+    QList<const char*> clicks_;
+    QTimer watch_;
+};
+
+QString shown(const QByteArray& sha256)
+{
+    return QString::fromLatin1(sha256.toHex(':')).toUpper();
+}
+
+} // namespace
+
+// The ways into a server as it is shipped today: encryption required, SCRAM, a certificate nobody knows.
+class SigningInTest : public QObject
+{
+    Q_OBJECT
+
+    using Answer = MessageBoxes::Answer;
+    ProsodyServer server_;
+
+    static bool isOnline(const LiveClient& live)
+    {
+        return QTest::qWaitFor([&live] { return live.isOnline(); });
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY2(server_.start(), qPrintable(server_.problem()));
+        QVERIFY(server_.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
+    }
+
+    void refusedCertificateEndsTheAttempt()
+    {
+        CertificateReader reader({"cmdRefuse"});
+        LiveClient live;
+        live.signIn(server_.address());
+        QTRY_COMPARE(reader.fingerprints, QStringList{shown(server_.fingerprint())});
+        QTRY_VERIFY(live.progressText().contains(QStringLiteral("certificate"), Qt::CaseInsensitive));
+        QVERIFY(!live.client.isConnected());
+        ui::click(live.form("LoggingInForm"), "Command1");
+        QTRY_VERIFY(live.ui->windows.signIn().isVisible());
+        QCOMPARE(reader.fingerprints.size(), 1);
+    }
+
+    void certificateAcceptedOnceIsAskedForAgain()
+    {
+        CertificateReader reader({"cmdOnce", "cmdOnce"});
+        LiveClient live;
+        live.signIn(server_.address());
+        QVERIFY(isOnline(live));
+        ui::choose(live.rosterForm(), "mRosterTDiscon");
+        QTRY_VERIFY(live.ui->windows.signIn().isVisible() && !live.client.isConnected());
+        live.signIn(server_.address());
+        QVERIFY(isOnline(live));
+        QCOMPARE(reader.fingerprints.size(), 2);
+    }
+
+    void certificateAcceptedForAlwaysIsPinned()
+    {
+        CertificateReader reader({"cmdAlways"});
+        LiveClient live;
+        live.signIn(server_.address());
+        QVERIFY(isOnline(live));
+        QCOMPARE(SettingsStore(paths::settingsFile()).pinnedCertificate(QStringLiteral("localhost")),
+                 server_.fingerprint());
+        ui::choose(live.rosterForm(), "mRosterTDiscon");
+        QTRY_VERIFY(live.ui->windows.signIn().isVisible() && !live.client.isConnected());
+        live.signIn(server_.address());
+        QVERIFY(isOnline(live));
+        QCOMPARE(reader.fingerprints.size(), 1);
+    }
+
+    void anotherCertificateThanThePinnedOneIsAskedFor()
+    {
+        CertificateReader reader({});
+        LiveClient live([](SettingsStore& store) {
+            store.pinCertificate(QStringLiteral("localhost"), QByteArray(32, 'x'));
+        });
+        live.signIn(server_.address());
+        QTRY_COMPARE(reader.fingerprints.size(), 1);
+        QTRY_VERIFY(live.progressText().contains(QStringLiteral("certificate"), Qt::CaseInsensitive));
+        QVERIFY(!live.client.isConnected());
+    }
+
+    void firstTimeYesMakesTheAccount_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("password");
+        QTest::newRow("plain") << QStringLiteral("mercutio") << QStringLiteral("jest");
+        QTest::newRow("special") << QStringLiteral("tybalt") << QStringLiteral("<king> & \"cats\" è€");
+    }
+
+    void firstTimeYesMakesTheAccount()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, password);
+        // Of the three streams that this takes only the first one asks.
+        CertificateReader reader({"cmdOnce"});
+        LiveClient live;
+        live.world.boxes.answers = {Answer::Yes};
+        live.signIn(server_.address(), name, password);
+        QVERIFY(isOnline(live));
+        QCOMPARE(live.world.boxes.shown.size(), 1);
+        QCOMPARE(live.world.boxes.shown.first().title, QStringLiteral("Information"));
+        QVERIFY(server_.hasAccount(name));
+        QCOMPARE(reader.fingerprints.size(), 1);
+    }
+
+    void firstTimeYesForATakenNameSaysWhy()
+    {
+        ProsodyFixture f(server_);
+        f.live.world.boxes.answers = {Answer::Yes, Answer::Ok};
+        f.live.signIn(server_.address(), QStringLiteral("romeo"), QStringLiteral("wrong"));
+        QTRY_COMPARE(f.live.world.boxes.shown.size(), 2);
+        QCOMPARE(f.live.world.boxes.shown.at(1).title, QStringLiteral("Server Message"));
+        QVERIFY(!f.live.world.boxes.shown.at(1).text.isEmpty());
+        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QVERIFY(f.signIn()); // the account still has its password
+    }
+
+    void wrongPasswordAsksAndNoLeadsBack()
+    {
+        ProsodyFixture f(server_);
+        f.live.world.boxes.answers = {Answer::No};
+        f.live.signIn(server_.address(), QStringLiteral("romeo"), QStringLiteral("wrong"));
+        QTRY_COMPARE(f.live.world.boxes.shown.size(), 1);
+        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QVERIFY(!f.live.form("LoggingInForm"));
+        QVERIFY(f.signIn());
+        QCOMPARE(f.live.world.boxes.shown.size(), 1);
+    }
+};
+
+BRELO_TEST(SigningInTest)
+#include "SigningInTest.moc"

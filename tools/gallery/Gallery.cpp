@@ -1,0 +1,173 @@
+// Draws every window of the client, on the demo's living world, into PNG files: gallery FOLDER [dark]
+// For people who look; it tests nothing.
+
+#include "contacts/forms/AddGroupForm.h"
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "contacts/forms/RosterView.h"
+#include "desktop/forms/ShowInTrayForm.h"
+#include "messaging/forms/ChatWindow.h"
+#include "messaging/forms/HeadLineForm.h"
+#include "messaging/forms/MessageForm.h"
+#include "sandbox/SandboxServer.h"
+#include "sandbox/demo/Cast.h"
+#include "sandbox/demo/Life.h"
+#include "session/forms/CertificateForm.h"
+#include "session/forms/SignInForm.h"
+#include "session/forms/TrayMenus.h"
+#include "support/LiveClient.h"
+#include "support/UiDriver.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QPalette>
+#include <QPlainTextEdit>
+#include <QStyleFactory>
+#include <QTest>
+
+namespace
+{
+
+QPalette darkPalette()
+{
+    const QColor window(0x2b, 0x2d, 0x30);
+    const QColor base(0x1e, 0x1f, 0x22);
+    QPalette palette(window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, QColor(0xdf, 0xe1, 0xe5));
+    palette.setColor(QPalette::Highlight, QColor(0x2e, 0x6b, 0xb0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x8c, 0x8f, 0x96));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x7a, 0x7d, 0x84));
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x7a, 0x7d, 0x84));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x7a, 0x7d, 0x84));
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::ToolTipText, QColor(0xdf, 0xe1, 0xe5));
+    return palette;
+}
+
+class Camera
+{
+public:
+    explicit Camera(const QString& folder) : folder_(folder) { QDir().mkpath(folder); }
+
+    void take(QWidget* window, const char* name)
+    {
+        if (!window)
+            qFatal("no window for %s", name);
+        window->show();
+        QTest::qWait(150);
+        const QString file = folder_.filePath(QLatin1String(name) + QStringLiteral(".png"));
+        window->grab().save(file);
+        qInfo().noquote() << file;
+    }
+
+private:
+    QDir folder_;
+};
+
+CertificateInfo sampleCertificate()
+{
+    return {QStringLiteral("im.example.org"),
+            QStringLiteral("CN=im.example.org, O=Example Society"),
+            QStringLiteral("CN=im.example.org, O=Example Society"),
+            QDateTime(QDate(2026, 1, 1), QTime(0, 0)),
+            QDateTime(QDate(2027, 1, 1), QTime(0, 0)),
+            QCryptographicHash::hash("sample", QCryptographicHash::Sha256),
+            {QStringLiteral("The certificate is self-signed, and untrusted")}};
+}
+
+void photographConversation(LiveClient& live, Camera& camera)
+{
+    emit live.rosterForm()->Roster1->openConversation(QStringLiteral("eva@localhost"));
+    Form* window = nullptr;
+    if (!QTest::qWaitFor([&] { return (window = live.form("MessageForm")) && window->isVisible(); }))
+        qFatal("no conversation");
+    auto* entry = ui::find<QPlainTextEdit>(window, "txtMsg");
+    QTest::keyClicks(entry, QStringLiteral("Shall we meet at the harbour? https://harbour.example/map"));
+    ui::click(window, "cmdSend");
+    QTest::qWait(1200);
+    camera.take(window, "conversation-typing");
+    QTest::qWait(3000);
+    QTest::keyClicks(entry, QStringLiteral("See you at eight"));
+    camera.take(window, "conversation");
+    ui::choose(window, "mnustroldconv");
+    QTest::qWait(200);
+    camera.take(live.form("LogMessageForm"), "log");
+}
+
+void photographSession(LiveClient& live, Camera& camera)
+{
+    camera.take(live.rosterForm(), "main");
+    ui::choose(live.rosterForm(), "mRosterFShowAll");
+    camera.take(live.rosterForm(), "main-online-only");
+    ui::choose(live.rosterForm(), "mRosterFShowAll");
+    photographConversation(live, camera);
+    live.ui->windows.notices().WriteMessage(QStringLiteral("news@localhost"), QStringLiteral("The harbour is open again."),
+                                            QStringLiteral("Town news"));
+    camera.take(&live.ui->windows.notices(), "notices");
+    ui::choose(live.rosterForm(), "mRosterFCreate");
+    camera.take(live.form("AddGroupForm"), "add-group");
+    live.rosterForm()->Roster1->view().keyboardSearch(QStringLiteral("Lucia"));
+    emit live.rosterForm()->Roster1->moveContactRequested();
+    camera.take(live.form("MoveFriendForm"), "move-contact");
+    ui::choose(live.rosterForm(), "mRosterFModVCard");
+    QTest::qWait(500);
+    camera.take(live.form("VCardForm"), "vcard-own");
+    live.ui->windows.showAbout();
+    camera.take(live.form("AboutForm"), "about");
+    live.ui->windows.showInTray();
+    camera.take(live.form("ShowInTrayForm"), "show-in-tray");
+    if (QTest::qWaitFor([&] { return live.form("authorizeForm"); }, 30000))
+        camera.take(live.form("authorizeForm"), "authorize");
+}
+
+void photographTrayMenu(Camera& camera)
+{
+    TrayMenus tray;
+    tray.setConnected(true);
+    tray.checkStatus(0);
+    tray.menu()->popup(QPoint(20, 20));
+    camera.take(tray.menu(), "tray-menu");
+    tray.menu()->hide();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("BreloIM"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (application.arguments().contains(QStringLiteral("dark")))
+        QApplication::setPalette(darkPalette());
+    Camera camera(application.arguments().value(1, QStringLiteral("gallery")));
+
+    sandbox::SandboxServer server;
+    sandbox::demo::populate(server.world());
+    sandbox::demo::Life life(server);
+    server.listen();
+    LiveClient live;
+    camera.take(&live.ui->windows.signIn(), "sign-in");
+    live.signIn(QStringLiteral("localhost:1"), QStringLiteral("demo"), QStringLiteral("demo"));
+    QTest::qWait(400);
+    camera.take(live.form("LoggingInForm"), "progress-refused");
+    ui::click(live.form("LoggingInForm"), "Command1");
+    CertificateForm certificate(sampleCertificate());
+    camera.take(&certificate, "certificate");
+    certificate.hide();
+    live.signIn(QStringLiteral("localhost:%1").arg(server.port()), QStringLiteral("demo"), QStringLiteral("demo"));
+    if (!QTest::qWaitFor([&] { return live.isOnline(); }, 10000))
+        qFatal("not signed in");
+    QTest::qWait(500);
+    photographTrayMenu(camera);
+    photographSession(live, camera);
+    server.abortAll();
+    QTest::qWait(1500);
+    camera.take(live.rosterForm(), "main-disconnected");
+    return 0;
+}
