@@ -134,7 +134,7 @@ void Drive::rest()
         before = processCpuMs();
         const QDeadlineTimer pause(300);
         await([&pause] { return pause.hasExpired(); });
-    } while (processCpuMs() - before > 30);
+    } while (processCpuMs() - before > 10);
 }
 
 void Drive::order(const QString& text)
