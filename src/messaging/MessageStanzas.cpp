@@ -19,10 +19,4 @@ QString addContact(const QString& jid)
            value + QStringLiteral("\" name=\"") + value + QStringLiteral("\"/></query></iq>");
 }
 
-QString vCardRequest(const QString& jid)
-{
-    return QStringLiteral("<iq type=\"get\" id=\"vcard_wj_3\" to=\"") + xml::escaped(jid) +
-           QStringLiteral("\"><VCARD xmlns=\"vcard-temp\"/></iq>");
-}
-
 } // namespace stanzas

@@ -10,7 +10,5 @@ namespace stanzas
 QString composing(const QString& to);
 // Adds a contact to the roster (RFC 6121, 2.3) under its JID as name.
 QString addContact(const QString& jid);
-// Asks for a vCard (XEP-0054).
-QString vCardRequest(const QString& jid);
 
 } // namespace stanzas

@@ -2,9 +2,9 @@
 
 #include "contacts/BannedListFile.h"
 #include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
 #include "engine/Jid.h"
 #include "messaging/MessageStanzas.h"
-#include "settings/Paths.h"
 
 #include <QCoreApplication>
 
@@ -52,7 +52,7 @@ bool PeerCommands::block(const QString& jid)
     if (answer != MessageBoxes::Answer::Yes)
         return false;
     client_.MyBanList.Add(bare);
-    const QString error = BannedListFile(paths::configFolder() + QStringLiteral("/BannedList.xml")).add(bare);
+    const QString error = BannedListFile().add(bare);
     if (!error.isEmpty())
         boxes.exclamation(tr("Error"), error);
     return true;
@@ -60,5 +60,5 @@ bool PeerCommands::block(const QString& jid)
 
 void PeerCommands::requestVCard(const QString& jid)
 {
-    SendStanza(*client_.Application, stanzas::vCardRequest(jid));
+    stanzas::send(client_, stanzas::vCard(jid));
 }

@@ -2,6 +2,7 @@
 #include "messaging/MessagingFixture.h"
 #include "support/TestRunner.h"
 
+#include <QAccessible>
 #include <QTest>
 
 namespace
@@ -22,7 +23,8 @@ private slots:
     void settingsDecide();
     void eachDialogAnswersItsPeer();
     void vCardIsThatOfTheBareJid();
-    void closingSendsNothing();
+    void strayKeysAndClosingSendNothing();
+    void longNameFitsTheScreen();
 };
 
 void AuthorizeFormTest::settingsDecide_data()
@@ -97,16 +99,33 @@ void AuthorizeFormTest::vCardIsThatOfTheBareJid()
     QVERIFY(form.isVisible());
 }
 
-void AuthorizeFormTest::closingSendsNothing()
+void AuthorizeFormTest::strayKeysAndClosingSendNothing()
 {
     MessagingFixture f;
     auto* form = new authorizeForm(f.registry, f.client);
     form->show();
     auto context = f.engine.contextFor(request.arg(juliet));
     form->OnPresence(context);
+    QVERIFY(QTest::qWaitForWindowActive(form));
+    for (const auto key : {Qt::Key_Space, Qt::Key_Return})
+        QTest::keyClick(form->focusWidget(), key);
+    QVERIFY(form->isVisible());
     form->close();
     QVERIFY(!f.registry.isLoaded(form));
     QCOMPARE(f.engine.takeSent(), QStringList());
+}
+
+void AuthorizeFormTest::longNameFitsTheScreen()
+{
+    MessagingFixture f;
+    authorizeForm form(f.registry, f.client);
+    const QString name = QString(1000, u'w') + QStringLiteral("@x.example");
+    form.setUserName(name);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QVERIFY2(form.width() < 800, qPrintable(QString::number(form.width())));
+    const auto* label = QAccessible::queryAccessibleInterface(&f.control<QWidget>(form, "lblUserName"));
+    QCOMPARE(label->text(QAccessible::Name), name);
 }
 
 BRELO_TEST(AuthorizeFormTest)

@@ -123,6 +123,8 @@ void InboundTest::aMessageTakesItsRoad()
     if (window && f.panel(*window) == from + QStringLiteral(" is typing a message ..."))
         happened += QStringLiteral("typing");
     QCOMPARE(happened.join(u' '), outcome);
+    if (window)
+        QCOMPARE(f.control<QStatusBar>(*window, "StatusBar1").accessibleDescription(), f.panel(*window));
     if (window && happened.contains(QStringLiteral("line")))
         QCOMPARE(f.panel(*window), QStringLiteral("Latest Message Received: Thursday, 6 May 2004 07:08:09"));
     QCOMPARE(f.engine.takeSent(), QStringList());
@@ -134,27 +136,15 @@ void InboundTest::noticesOfTheServerGoToTheirWindow_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("type");
     QTest::addColumn<bool>("notice");
-    QTest::newRow("server") << "montague.example"
-                            << "Montague.example"
-                            << "" << true;
-    QTest::newRow("server, chat") << "montague.example"
-                                  << "montague.example"
-                                  << "chat" << false;
-    QTest::newRow("service") << "montague.example"
-                             << "icq.montague.example/x"
-                             << "" << true;
-    QTest::newRow("sister from elsewhere") << "montague.example"
-                                           << "im.breloim.example"
-                                           << "" << false;
-    QTest::newRow("sister") << "jabber.breloim.example"
-                            << "IM.breloim.example"
-                            << "" << true;
-    QTest::newRow("default from the sister") << "im.breloim.example"
-                                             << "jabber.breloim.example"
-                                             << "" << true;
-    QTest::newRow("person") << "montague.example"
-                            << "nurse@montague.example"
-                            << "" << false;
+    const auto row = [](const char* name, const QString& server, const QString& from, const QString& type,
+                        bool notice) { QTest::newRow(name) << server << from << type << notice; };
+    row("server", "montague.example", "Montague.example", "", true);
+    row("server, chat", "montague.example", "montague.example", "chat", false);
+    row("service", "montague.example", "icq.montague.example/x", "", true);
+    row("sister from elsewhere", "montague.example", "im.breloim.example", "", false);
+    row("sister", "jabber.breloim.example", "IM.breloim.example", "", true);
+    row("default from the sister", "im.breloim.example", "jabber.breloim.example", "", true);
+    row("person", "montague.example", "nurse@montague.example", "", false);
 }
 
 void InboundTest::noticesOfTheServerGoToTheirWindow()
@@ -242,6 +232,9 @@ void InboundTest::unregisteredWindowsOpenAnew()
     const auto forms = f.registry.loaded();
     QCOMPARE(forms.size(), 2);
     QCOMPARE(f.transcript(*forms.at(1)), QStringLiteral(" <07:08>  %1: two\n").arg(stranger));
+    // There is nobody to tell of typing.
+    QTest::keyClicks(&f.control<QWidget>(*forms.at(0), "txtMsg"), QStringLiteral("hm"));
+    QCOMPARE(f.engine.takeSent(), QStringList());
     forms.at(0)->close();
     QCOMPARE(f.registry.loaded().size(), 1);
 }

@@ -28,46 +28,20 @@ void PeerPresenceTest::windowFollowsPresence_data()
     const QStringList one{"tomb"};
     const QStringList two{"balcony", "tomb"};
     const QString s = QStringLiteral("<status>st</status>");
-    QTest::newRow("online") << one << s << true << "Online"
-                            << "st"
-                            << "tomb"
-                            << "";
-    QTest::newRow("away") << one << s + "<show>away</show>" << true << "Away"
-                          << "st"
-                          << "tomb"
-                          << "";
-    QTest::newRow("xa") << one << s + "<show>xa</show>" << true << "xAway"
-                        << "st"
-                        << "tomb"
-                        << "";
-    QTest::newRow("dnd") << one << s + "<show>dnd</show>" << true << "dnd"
-                         << "st"
-                         << "tomb"
-                         << "";
-    QTest::newRow("chat") << one << s + "<show>chat</show>" << true << "free4chat"
-                          << "st"
-                          << "tomb"
-                          << "";
-    QTest::newRow("unknown show") << one << s + "<show>busy</show>" << true << "LightOn"
-                                  << "old"
-                                  << "tomb"
-                                  << "";
-    QTest::newRow("second resource") << two << s << true << "Online"
-                                     << "st"
-                                     << ""
-                                     << "tomb";
-    QTest::newRow("gone, others stay") << two << s << false << "LightOn"
-                                       << "old"
-                                       << ""
-                                       << "balcony";
-    QTest::newRow("gone, one stays") << QStringList("balcony") << s << false << "LightOn"
-                                     << "old"
-                                     << "balcony"
-                                     << "";
-    QTest::newRow("gone for good") << QStringList() << s << false << "Offline"
-                                   << "st"
-                                   << "before"
-                                   << "";
+    const auto row = [](const char* name, const QStringList& resources, const QString& inner, bool available,
+                        const char* picture, const char* status, const char* textBox, const char* combo) {
+        QTest::newRow(name) << resources << inner << available << picture << status << textBox << combo;
+    };
+    row("online", one, s, true, "Online", "st", "tomb", "");
+    row("away", one, s + "<show>away</show>", true, "Away", "st", "tomb", "");
+    row("xa", one, s + "<show>xa</show>", true, "xAway", "st", "tomb", "");
+    row("dnd", one, s + "<show>dnd</show>", true, "dnd", "st", "tomb", "");
+    row("chat", one, s + "<show>chat</show>", true, "free4chat", "st", "tomb", "");
+    row("unknown show", one, s + "<show>busy</show>", true, "LightOn", "old", "tomb", "");
+    row("second resource", two, s, true, "Online", "st", "", "tomb");
+    row("gone, others stay", two, s, false, "LightOn", "old", "", "balcony");
+    row("gone, one stays", {"balcony"}, s, false, "LightOn", "old", "balcony", "");
+    row("gone for good", {}, s, false, "Offline", "st", "before", "");
 }
 
 void PeerPresenceTest::windowFollowsPresence()

@@ -128,18 +128,13 @@ void VCardTest::writesInTheOrderOfTheDialect_data()
     QTest::addColumn<QString>("after");
     QTest::addColumn<QString>("writtenBefore");
     QTest::addColumn<QString>("writtenAfter");
-    QTest::newRow("plain") << ""
-                           << ""
-                           << ""
-                           << "";
-    QTest::newRow("markup") << "<&"
-                            << "\">'"
-                            << "&lt;&amp;"
-                            << "&quot;&gt;'";
-    QTest::newRow("place marks") << "%1"
-                                 << "%2"
-                                 << "%1"
-                                 << "%2";
+    const auto row = [](const char* name, const char* before, const char* after, const char* writtenBefore,
+                        const char* writtenAfter) {
+        QTest::newRow(name) << before << after << writtenBefore << writtenAfter;
+    };
+    row("plain", "", "", "", "");
+    row("markup", "<&", "\">'", "&lt;&amp;", "&quot;&gt;'");
+    row("place marks", "%1", "%2", "%1", "%2");
 }
 
 void VCardTest::writesInTheOrderOfTheDialect()

@@ -183,14 +183,15 @@ void VCardWindowsTest::tellsWhatTheAnswerBrought_data()
 {
     QTest::addColumn<QString>("stanza");
     QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("nick");
     const QString head = QStringLiteral("<iq id=\"vcard_wj_3\" from=\"%1\" type=").arg(juliet);
-    QTest::newRow("empty") << head + "\"result\"><VCARD xmlns=\"vcard-temp\"/></iq>"
-                           << "This card is empty.";
-    QTest::newRow("full") << head + "\"result\"><VCARD xmlns=\"vcard-temp\"><URL>u</URL></VCARD></iq>"
-                          << "";
-    QTest::newRow("error")
-        << head + "\"error\"><VCARD xmlns=\"vcard-temp\"/><error code=\"404\">No &lt;b></error></iq>"
-        << "The card could not be read: No <b>";
+    const auto row = [&head](const char* name, const char* rest, const char* state, const char* nick) {
+        QTest::newRow(name) << head + rest << state << nick;
+    };
+    row("empty", "\"result\"><VCARD xmlns=\"vcard-temp\"/></iq>", "This card is empty.", "");
+    row("full", "\"result\"><VCARD xmlns=\"vcard-temp\"><URL>u</URL></VCARD></iq>", "", "");
+    row("error", "\"error\"><VCARD xmlns=\"vcard-temp\"/><error code=\"404\">No &lt;b></error></iq>",
+        "The card could not be read: No <b>", "before");
 }
 
 void VCardWindowsTest::tellsWhatTheAnswerBrought()
@@ -198,7 +199,7 @@ void VCardWindowsTest::tellsWhatTheAnswerBrought()
     QFETCH(QString, stanza);
     receive(juliet, "<NICKNAME>before</NICKNAME>");
     world_->engine.inject(stanza);
-    QCOMPARE(text("nick"), "");
+    QTEST(text("nick"), "nick");
     const auto* state = ui::find<QLabel>(window(), "lblState");
     QTEST(state->text(), "state");
     QCOMPARE(state->textFormat(), Qt::PlainText);
@@ -210,16 +211,14 @@ void VCardWindowsTest::opensNoWindowForOtherStanzas_data()
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("id");
     QTest::addColumn<QStringList>("boxes");
-    QTest::newRow("a question of another's") << "get"
-                                             << "x" << QStringList();
-    QTest::newRow("an order of another's") << "set"
-                                           << "x" << QStringList();
-    QTest::newRow("saved") << "result"
-                           << "JCOM_51" << QStringList();
-    QTest::newRow("not saved") << "error"
-                               << "JCOM_51"
-                               << QStringList(
-                                      "The card could not be saved: The server answered with error 500.");
+    const auto row = [](const char* name, const char* type, const char* id, const QStringList& boxes = {}) {
+        QTest::newRow(name) << type << id << boxes;
+    };
+    row("a question of another's", "get", "x");
+    row("an order of another's", "set", "x");
+    row("saved", "result", "JCOM_51");
+    row("not saved", "error", "JCOM_51",
+        {"The card could not be saved: The server answered with error 500."});
 }
 
 void VCardWindowsTest::opensNoWindowForOtherStanzas()
@@ -310,20 +309,16 @@ void VCardWindowsTest::opensLinksThroughTheDesktop_data()
     QTest::addColumn<QString>("link");
     QTest::addColumn<QStringList>("opened");
     QTest::addColumn<bool>("refused");
-    QTest::newRow("mail") << ownCard << "Label5" << QStringList("mailto:" + own) << false;
-    QTest::newRow("page") << "<URL>https://m.example/a</URL>"
-                          << "Label7" << QStringList("https://m.example/a") << false;
-    QTest::newRow("no scheme") << "<URL>m.example</URL>"
-                               << "Label7" << QStringList("http://m.example") << false;
-    QTest::newRow("no mail") << "<URL>u</URL>"
-                             << "Label5" << QStringList() << false;
-    QTest::newRow("no page") << ownCard << "Label7" << QStringList() << false;
-    QTest::newRow("a program") << "<URL>file:///bin/sh</URL>"
-                               << "Label7" << QStringList() << true;
-    QTest::newRow("a script") << "<URL>javascript:alert(1)</URL>"
-                              << "Label7" << QStringList() << true;
-    QTest::newRow("an attachment") << "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>"
-                                   << "Label5" << QStringList() << true;
+    const auto row = [](const char* name, const QString& card, const char* link, const QStringList& opened,
+                        bool refused = false) { QTest::newRow(name) << card << link << opened << refused; };
+    row("mail", ownCard, "Label5", {"mailto:" + own});
+    row("page", "<URL>https://m.example/a</URL>", "Label7", {"https://m.example/a"});
+    row("no scheme", "<URL>m.example</URL>", "Label7", {"http://m.example"});
+    row("no mail", "<URL>u</URL>", "Label5", {});
+    row("no page", ownCard, "Label7", {});
+    row("a program", "<URL>file:///bin/sh</URL>", "Label7", {}, true);
+    row("a script", "<URL>javascript:alert(1)</URL>", "Label7", {}, true);
+    row("an attachment", "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>", "Label5", {}, true);
 }
 
 void VCardWindowsTest::opensLinksThroughTheDesktop()

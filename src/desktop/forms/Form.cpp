@@ -29,7 +29,7 @@ bool Form::requestUnload(CloseMode mode)
         return false;
     unloading_ = true;
     unload();
-    registry_.remove(this);
+    registry_.leave(this);
     hide();
     release();
     return true;

@@ -20,9 +20,9 @@ void FormRegistry::unloadAllExcept(const QStringList& except, CloseMode mode)
 
 void FormRegistry::deleteAllExcept(const Form* kept)
 {
-    const auto forms = forms_;
+    const auto forms = forms_ + unloaded_;
     for (auto* form : forms) {
-        if (form != kept && isLoaded(form))
+        if (form != kept && (isLoaded(form) || unloaded_.contains(form)))
             delete form;
     }
 }

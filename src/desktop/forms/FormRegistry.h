@@ -26,12 +26,24 @@ public:
     // Asks every loaded form to unload, save those named in `except`. Forms may refuse.
     void unloadAllExcept(const QStringList& except, CloseMode mode = CloseMode::Code);
 
-    // Deletes every loaded form, save `kept`, without asking.
+    // Deletes every form that is left, save `kept`, without asking: loaded ones and unloaded ones that still
+    // wait for their end.
     void deleteAllExcept(const Form* kept);
 
     void add(Form* form) { forms_.append(form); }
-    void remove(Form* form) { forms_.removeOne(form); }
+    // The form is unloaded: it isn't found any more.
+    void leave(Form* form)
+    {
+        forms_.removeOne(form);
+        unloaded_.append(form);
+    }
+    void remove(Form* form)
+    {
+        forms_.removeOne(form);
+        unloaded_.removeOne(form);
+    }
 
 private:
     QList<Form*> forms_;
+    QList<Form*> unloaded_;
 };

@@ -1,6 +1,7 @@
 #include "messaging/forms/MessageForm.h"
 
 #include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
 #include "desktop/forms/FormRegistry.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
@@ -55,9 +56,9 @@ void MessageForm::setUpToolbar()
         button->setIcon(ImageList::icon(QString::fromLatin1(key)));
     ui_->Toolbar1Add->setEnabled(ui_->mnuToolsAdd->isEnabled());
     ui_->Toolbar1Return->setChecked(ui_->mnuToolsNoChar13->isChecked());
-    connect(ui_->Toolbar1Block, &QAction::triggered, this, [this] {
-        mnustrblock_Click();
-        emit hub_.rosterRefreshRequested();
+    connect(ui_->Toolbar1Block, &QAction::triggered, this, [this, &hub = hub_] {
+        mnustrblock_Click(); // its box may outlive the window
+        emit hub.rosterRefreshRequested();
     });
     connect(ui_->Toolbar1Add, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
     connect(ui_->Toolbar1History, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
@@ -143,10 +144,13 @@ void MessageForm::cmdSend_Click()
     typing_.messageSent();
 }
 
+// A text that goes is no typing: it may have been written without a connection. A window without a peer has
+// nobody to tell.
 void MessageForm::txtMsg_Change()
 {
-    if (client().isConnected() && client().Application && typing_.textChanged())
-        SendStanza(*client().Application, stanzas::composing(peerJid()));
+    const bool typed = !ui_->txtMsg->document()->isEmpty() && !peerJid().isEmpty();
+    if (typed && client().isConnected() && typing_.textChanged())
+        stanzas::send(client(), stanzas::composing(peerJid()));
 }
 
 void MessageForm::mnuToolsNoChar13_Click()
@@ -178,7 +182,9 @@ void MessageForm::mnustroldconv_Click()
 
 void MessageForm::mnustrDelHistory_Click()
 {
-    hub_.reportLog(hub_.log().ClearMessageLog(peerJid()));
+    const QString error = hub_.log().ClearMessageLog(peerJid());
+    if (!error.isEmpty())
+        client().desktop.boxes->exclamation(tr("Message Log"), error);
 }
 
 void MessageForm::mnustrvcard_Click()
@@ -224,7 +230,7 @@ void MessageForm::keepIn(const PlugInContext& context, const QString& key)
 void MessageForm::discard()
 {
     bagKey_.clear();
-    registry().remove(this);
+    registry().leave(this);
     hide();
     release();
 }
@@ -289,7 +295,9 @@ void MessageForm::setCanAdd(bool on)
 
 void MessageForm::setPanelText(const QString& text)
 {
-    ui_->StatusBar1->showMessage(text.left(longestLabel));
+    const QString shown = text.left(longestLabel);
+    ui_->StatusBar1->showMessage(shown);
+    ui_->StatusBar1->setAccessibleDescription(shown);
 }
 void MessageForm::focusEntry()
 {

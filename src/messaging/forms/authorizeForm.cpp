@@ -1,8 +1,8 @@
 #include "messaging/forms/authorizeForm.h"
 
 #include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
 #include "engine/Jid.h"
-#include "messaging/MessageStanzas.h"
 #include "ui_authorizeForm.h"
 
 authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
@@ -10,6 +10,8 @@ authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
       client_(client)
 {
     ui_->setupUi(this);
+    // A key that was meant for another window answers nothing.
+    ui_->lblUserName->setFocus();
     connect(ui_->cmdAccept, &QPushButton::clicked, this, &authorizeForm::cmdAccept_Click);
     connect(ui_->cmdDeny, &QPushButton::clicked, this, &authorizeForm::cmdDeny_Click);
     connect(ui_->cmdShowVCard, &QPushButton::clicked, this, &authorizeForm::cmdShowVCard_Click);
@@ -20,6 +22,7 @@ authorizeForm::~authorizeForm() = default;
 void authorizeForm::setUserName(const QString& jid)
 {
     ui_->lblUserName->setText(jid);
+    ui_->lblUserName->setToolTip(jid.toHtmlEscaped());
 }
 
 void authorizeForm::OnPresence(PlugInContext& context)
@@ -63,5 +66,5 @@ void authorizeForm::cmdDeny_Click()
 
 void authorizeForm::cmdShowVCard_Click()
 {
-    SendStanza(*client_.Application, stanzas::vCardRequest(jid::bare(ui_->lblUserName->text())));
+    stanzas::send(client_, stanzas::vCard(jid::bare(ui_->lblUserName->text())));
 }

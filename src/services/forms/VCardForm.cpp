@@ -59,16 +59,15 @@ void VCardForm::setPeer(const QString& bareJid)
 void VCardForm::WriteVCard(const PlugInContext& context)
 {
     const auto& stanza = context.Stanza();
+    if (stanza.IqFields().Type() == u"error")
+        return showState(tr("The card could not be read: %1").arg(StanzaError::of(stanza.root()).sentence()));
     const auto read = VCard::of(stanza);
     VCard::forEachField(read, [this](const QString& control, const QString& value) {
         auto* edit = field(control);
         edit->setText(value);
         edit->setCursorPosition(0);
     });
-    if (stanza.IqFields().Type() == u"error")
-        showState(tr("The card could not be read: %1").arg(StanzaError::of(stanza.root()).sentence()));
-    else
-        showState(read == VCard() ? tr("This card is empty.") : QString());
+    showState(read == VCard() ? tr("This card is empty.") : QString());
 }
 
 void VCardForm::present()

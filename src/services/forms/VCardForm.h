@@ -30,7 +30,8 @@ public:
     void keepIn(const std::shared_ptr<Session>& session, const QString& key);
     // Whose card it is.
     void setPeer(const QString& bareJid);
-    // Fills the fields from the context's stanza and says so when it brought no card.
+    // Fills the fields from the context's stanza and says so when it brought no card. An error leaves them as
+    // they are.
     void WriteVCard(const PlugInContext& context);
     // Shows the window ready for the own card or for another's; one that is up comes to the front.
     void present();
