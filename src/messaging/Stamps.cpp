@@ -30,10 +30,10 @@ const QString& Stamps::longDate()
 void Stamps::refresh()
 {
     const QDateTime now = clock_.now();
-    const qint64 second = now.toSecsSinceEpoch();
-    if (second_ == second)
+    // Compared as it stands: a count of seconds would ask for the time zone each time.
+    if (made_ == now)
         return;
-    second_ = second;
+    made_ = now;
     const QLocale locale;
     const QTime time = now.time();
     shortTime_ =

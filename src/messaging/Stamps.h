@@ -24,7 +24,7 @@ private:
 
     const Clock& clock_;
     QString timeFormat_;
-    qint64 second_ = -1;
+    QDateTime made_;
     QString shortTime_;
     QString longTime_;
     QString longDate_;

@@ -11,8 +11,22 @@
 
 #include <QCoreApplication>
 
+#include <iterator>
+#include <utility>
+
 namespace
 {
+
+// How much a query's answer is: its items count.
+int sizeOf(const Stanza& iq)
+{
+    int size = 1;
+    for (const auto child : iq.root().children()) {
+        const auto items = child.children();
+        size += int(std::distance(items.begin(), items.end()));
+    }
+    return size;
+}
 
 QString tr(const char* text)
 {
@@ -38,8 +52,14 @@ void SessionDispatch::ApplicationOnStart(PlugInContext& context)
     client_.Application = context;
 }
 
+int SessionDispatch::takeWork()
+{
+    return std::exchange(work_, 0);
+}
+
 void SessionDispatch::OnIQ(PlugInContext& context)
 {
+    work_ += sizeOf(context.Stanza());
     if (client_.IgnoreIQ)
         return;
     for (const auto child : context.Stanza().root().children()) {
@@ -194,6 +214,7 @@ bool SessionDispatch::readSupportedNamespaces(PlugInContext& context)
 
 void SessionDispatch::OnMessage(PlugInContext& context)
 {
+    ++work_;
     switch (routeOfMessage(context.Stanza(), client_)) {
     case MessageRoute::Notice:
         return windows_.showNotice(context);
@@ -209,6 +230,7 @@ void SessionDispatch::OnMessage(PlugInContext& context)
 
 void SessionDispatch::OnPresence(PlugInContext& context)
 {
+    ++work_;
     if (!windows_.isInitiated()) {
         if (context.Stanza().PresenceFields().Type() == u"connect")
             windows_.streamConnected();

@@ -18,6 +18,9 @@ public:
 
     Routes routes;
 
+    // How much came since the last call: stanzas, and items of lists.
+    int takeWork();
+
     void OnIQ(PlugInContext& context) override;
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
@@ -40,4 +43,5 @@ private:
     Client& client_;
     SessionWindows& windows_;
     bool RegistrationAttempted = false;
+    int work_ = 0;
 };

@@ -11,8 +11,9 @@
 #include "desktop/forms/QtFileDialogs.h"
 #include "desktop/forms/QtMessageBoxes.h"
 #include "desktop/forms/QtTrayIcon.h"
-#include "engine/GatewayClient.h"
 #include "session/ComponentCheck.h"
+#include "session/LateGateway.h"
+#include "session/LateNetwork.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayControl.h"
 #include "session/forms/TrayMenus.h"
@@ -34,7 +35,7 @@ struct Program::World {
     QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
     SystemClock clock;
     CursorPointer pointer;
-    SystemNetworkChecks network;
+    LateNetwork network;
     KeychainSecretStore secrets;
 };
 
@@ -60,8 +61,9 @@ bool Program::start()
         world_->boxes.critical(QStringLiteral("BreloIM"), missing);
         return false;
     }
-    ui_ = std::make_unique<SessionUi>(registry_, client_, store_, [](ConnectionHost& host) {
-        return std::make_unique<GatewayClient>(host);
+    ui_ = std::make_unique<SessionUi>(registry_, client_, store_, [this](ConnectionHost& host) {
+        return std::make_unique<LateGateway>(
+            host, [this](ConnectionHost& ours) { return world_->network.makeGateway(ours); });
     });
     auto& signIn = ui_->windows.signIn();
     // Not quit(): that asks every window again, and one that only hides would keep the program running.
@@ -70,8 +72,11 @@ bool Program::start()
     QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
     ui_->start();
     signIn.show();
-    // The first window need not wait for the icon.
-    QTimer::singleShot(0, &signIn, [this] { makeTray(); });
+    // The first window need not wait for the icons.
+    QTimer::singleShot(0, &signIn, [this] {
+        QApplication::setWindowIcon(ImageList::icon(QStringLiteral("breloim")));
+        makeTray();
+    });
     return true;
 }
 

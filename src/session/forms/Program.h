@@ -22,6 +22,10 @@ public:
     // False, after a box, when something that the client can't live without is missing.
     bool start();
 
+    // For whoever drives the program from within; the session stands once it is started.
+    SessionUi& session() const { return *ui_; }
+    Client& client() { return client_; }
+
 private:
     struct World;
 

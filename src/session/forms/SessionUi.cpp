@@ -241,6 +241,7 @@ void SessionUi::pinCertificate(const QString& server, const QByteArray& sha256)
 
 void SessionUi::Trigger()
 {
+    trim_.tick(dispatch.takeWork());
     auto* form = windows.rosterForm();
     if (form && client_.isConnected())
         form->myITriggerReceiver().Trigger();

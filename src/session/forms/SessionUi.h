@@ -4,6 +4,7 @@
 #include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
 #include "services/Agents.h"
+#include "session/IdleTrim.h"
 #include "session/SessionDispatch.h"
 #include "session/SessionWindows.h"
 #include "session/forms/SessionEnd.h"
@@ -74,4 +75,5 @@ private:
     Client& client_;
     SettingsStore& store_;
     Agents agents_;
+    IdleTrim trim_;
 };

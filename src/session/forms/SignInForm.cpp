@@ -1,11 +1,11 @@
 #include "session/forms/SignInForm.h"
 
 #include "contacts/Client.h"
+#include "desktop/forms/ImageList.h"
 #include "session/ProgramVersion.h"
 #include "session/forms/ui_SignInForm.h"
 #include "settings/SettingsStore.h"
 
-#include <QIcon>
 #include <QTimer>
 
 #include <chrono>
@@ -20,7 +20,10 @@ SignInForm::SignInForm(FormRegistry& registry, Client& client, SettingsStore& st
     setCentralWidget(ui_->page);
     timer_->setObjectName(QStringLiteral("Timer1"));
     timer_->setInterval(50ms);
-    ui_->picture->setPixmap(QIcon(QStringLiteral(":/icons/breloim.svg")).pixmap(48));
+    // Drawn once the window is on its way to the screen.
+    QTimer::singleShot(0, ui_->picture, [picture = ui_->picture] {
+        picture->setPixmap(ImageList::icon(QStringLiteral("breloim")).pixmap(48));
+    });
     ui_->txtServer->setLineEdit(new SelectingLineEdit(ui_->txtServer));
     ui_->txtServer->setCompleter(nullptr);
     ui_->txtUserName->setPlaceholderText(tr("your name on the server"));

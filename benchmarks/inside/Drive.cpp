@@ -1,0 +1,159 @@
+#include "inside/Drive.h"
+
+#include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "contacts/forms/RosterView.h"
+#include "session/forms/SignInForm.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <cstdio>
+#include <ctime>
+#include <stdexcept>
+
+namespace
+{
+
+constexpr int messages = 5000;
+constexpr int senders = 10;
+constexpr int renames = 1000;
+
+double processCpuMs()
+{
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+QString contact(int number)
+{
+    return QStringLiteral("contact%1@localhost").arg(number);
+}
+
+void print(const char* name, const char* what, double value)
+{
+    std::printf("%s_%s %.3f\n", name, what, value);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+Drive::Drive(int contacts) : contacts_(contacts) {}
+
+void Drive::run()
+{
+    if (!program_.start())
+        throw std::runtime_error("the client does not start");
+    auto& session = program_.session();
+    spy_ = std::make_unique<Spy>(session.dispatch);
+    program_.client().Core->PluginManager->PlugIn(spy_.get(), &session);
+    rest();
+    signIn();
+    rest();
+    if (contacts_ < renames)
+        return;
+    floodOfPresences();
+    floodOfMessages();
+    pushes();
+}
+
+void Drive::signIn()
+{
+    step(
+        "signin", [this] { program_.session().windows.signIn().Connect_Click(); },
+        [this] { return isTreeFull(); });
+}
+
+void Drive::floodOfPresences()
+{
+    step(
+        "presences", [this] { order(QStringLiteral("presences")); }, [this] { return spy_->done; });
+}
+
+void Drive::floodOfMessages()
+{
+    for (int i = 1; i <= senders; ++i) {
+        program_.session().windows.openConversation(contact(i), true);
+        rest();
+    }
+    const QString text = QStringLiteral("messages %1 100 %2").arg(messages).arg(senders);
+    step(
+        "messages", [this, &text] { order(text); }, [this] { return spy_->done; });
+}
+
+// What a list that is sorted into folders by another program looks like from here.
+void Drive::pushes()
+{
+    const auto begin = [this] {
+        for (int i = 1; i <= renames; ++i)
+            stanzas::send(program_.client(),
+                          stanzas::renameContact(contact(i), QStringLiteral("Friend %1").arg(i),
+                                                 QStringLiteral("Group 1")));
+    };
+    step("pushes", begin, [this] { return spy_->iqs >= renames; });
+}
+
+void Drive::step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done)
+{
+    spy_->done = false;
+    spy_->presences = spy_->messages = spy_->iqs = 0;
+    QElapsedTimer clock;
+    clock.start();
+    const double cpu = processCpuMs();
+    begin();
+    heart_.reset(); // what the driver did itself says nothing about the client
+    await(done);
+    print(name, "wall", double(clock.nsecsElapsed()) / 1e6);
+    print(name, "cpu", processCpuMs() - cpu);
+    rest();
+    print(name, "rest", processCpuMs() - cpu);
+    print(name, "away", heart_.longestMs());
+    print(name, "away_cpu", heart_.longestCpuMs());
+    std::fprintf(stderr, "%s: %d presences, %d messages, %d iqs\n", name, spy_->presences, spy_->messages,
+                 spy_->iqs);
+}
+
+void Drive::await(const std::function<bool()>& done)
+{
+    const QDeadlineTimer patience(120'000);
+    while (!done()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (patience.hasExpired())
+            throw std::runtime_error("a step never ends");
+    }
+}
+
+// Whatever was put off is done with.
+void Drive::rest()
+{
+    double before = 0;
+    do {
+        before = processCpuMs();
+        const QDeadlineTimer pause(300);
+        await([&pause] { return pause.hasExpired(); });
+    } while (processCpuMs() - before > 10);
+}
+
+void Drive::order(const QString& text)
+{
+    auto& packet = program_.client().Application->OutPacket();
+    packet.Clear();
+    auto fields = packet.MessageFields();
+    fields.setTo(QStringLiteral("control@localhost"));
+    fields.setType(QStringLiteral("chat"));
+    fields.setBody(text);
+    packet.Send();
+}
+
+bool Drive::isTreeFull()
+{
+    auto* roster = program_.session().windows.roster();
+    if (!roster)
+        return false;
+    const auto& model = static_cast<const ContactTree&>(*roster->view().model());
+    return model.isSettled() && model.Count() >= contacts_ + 3 &&
+           program_.client().MyRoster.Count() >= contacts_;
+}

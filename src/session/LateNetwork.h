@@ -1,0 +1,25 @@
+#pragma once
+
+#include "desktop/Desktop.h"
+#include "session/NetworkModule.h"
+
+// The module `network`, loaded when it is first asked for something, and the checks that it makes.
+class LateNetwork : public NetworkChecks
+{
+public:
+    ~LateNetwork() override;
+
+    // Null when the module is missing. `host` must outlive the gateway.
+    std::unique_ptr<Gateway> makeGateway(ConnectionHost& host);
+
+    // A machine whose interfaces can't be asked counts as connected: the attempt will tell.
+    bool isConnected() override;
+    bool dial(bool unattended) override;
+
+private:
+    NetworkModule* module();
+    NetworkChecks* checks();
+
+    std::unique_ptr<NetworkModule> module_;
+    std::unique_ptr<NetworkChecks> checks_;
+};
