@@ -34,8 +34,8 @@ public:
     // The form is unloaded: it isn't found any more.
     void leave(Form* form)
     {
-        forms_.removeOne(form);
-        unloaded_.append(form);
+        if (forms_.removeOne(form))
+            unloaded_.append(form);
     }
     void remove(Form* form)
     {

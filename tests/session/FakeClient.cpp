@@ -1,0 +1,81 @@
+#include "FakeClient.h"
+
+#include "session/forms/SignInForm.h"
+#include "settings/Paths.h"
+#include "support/UiDriver.h"
+
+FakeClient::FakeClient(const Settings& stored) : store(paths::settingsFile())
+{
+    store.SaveSettings(stored);
+    client.desktop = world.desktop();
+    ui = std::make_unique<SessionUi>(registry, client, store, [this](ConnectionHost&) {
+        auto made = std::make_unique<FakeGateway>();
+        gateway = made.get();
+        return made;
+    });
+    trayControl = std::make_unique<TrayControl>(client, ui->windows, ui->end, menus);
+    ui->start();
+    signInForm().show();
+}
+
+FakeClient::~FakeClient()
+{
+    client.UserClosing = true;
+    registry.deleteAllExcept(&signInForm());
+}
+
+void FakeClient::signIn()
+{
+    ui::type(&signInForm(), "txtUserName", QStringLiteral("romeo"));
+    ui::type(&signInForm(), "txtServer", QStringLiteral("montague.example"));
+    ui::click(&signInForm(), "Connect");
+    streamUp();
+    inject(QStringLiteral(
+        "<iq type=\"result\"><query xmlns=\"jabber:iq:roster\"><item jid=\"juliet@montague.example\" "
+        "name=\"Juliet\" subscription=\"both\"><group>Friends</group></item></query></iq>"));
+    inject(QStringLiteral("<iq type=\"result\"><query xmlns=\"jabber:iq:agents\"/></iq>"));
+}
+
+void FakeClient::deliver(std::shared_ptr<Stanza> stanza)
+{
+    client.Core->PluginManager->Queue()->deliver(std::move(stanza));
+    client.Core->tick();
+}
+
+void FakeClient::inject(const QString& xml)
+{
+    deliver(Stanza::fromXml(xml));
+}
+
+void FakeClient::streamUp()
+{
+    gateway->connected = true;
+    deliver(Stanza::notice("connect"));
+}
+
+void FakeClient::streamLost()
+{
+    gateway->connected = false;
+    deliver(Stanza::notice("close"));
+}
+
+QStringList FakeClient::takeSent()
+{
+    QStringList sent;
+    for (const auto& stanza : client.Core->PluginManager->Queue()->takeOutbound())
+        sent += QString::fromUtf8(stanza);
+    return sent;
+}
+
+QString FakeClient::trayEntry(const char* name) const
+{
+    const auto* action = ui::find<QAction>(menus.menu(), name);
+    return action->isVisible() ? action->text() : QString();
+}
+
+Settings FakeClient::storedSettings()
+{
+    Settings settings;
+    SettingsStore(paths::settingsFile()).LoadSettings(settings);
+    return settings;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "session/forms/SessionUi.h"
+#include "session/forms/TrayControl.h"
+#include "session/forms/TrayMenus.h"
+#include "settings/SettingsStore.h"
+#include "support/FakeEngine.h"
+#include "support/RecordingDesktop.h"
+#include "support/TempProfile.h"
+
+#include <memory>
+
+class RosterForm;
+class SignInForm;
+
+// The client's real windows over a gateway without a socket, in a home of its own.
+class FakeClient
+{
+public:
+    // `stored` stands in the settings file before the client reads it.
+    explicit FakeClient(const Settings& stored = {});
+    ~FakeClient();
+
+    SignInForm& signInForm() const { return ui->windows.signIn(); }
+    RosterForm* rosterForm() const { return ui->windows.rosterForm(); }
+    Form* form(const char* name) const { return registry.find(QLatin1String(name)); }
+
+    // Clicks Connect and answers with both lists; the contact list then holds juliet@montague.example.
+    void signIn();
+    void inject(const QString& xml);
+    // The engine's own presences, as the gateway would deliver them.
+    void streamUp();
+    void streamLost();
+    QStringList takeSent();
+    // Whether the tray's menu shows the entry, and its caption.
+    QString trayEntry(const char* name) const;
+    // What the settings file holds now.
+    Settings storedSettings();
+
+    TempProfile profile;
+    RecordingDesktop world;
+    FormRegistry registry;
+    SettingsStore store;
+    Client client;
+    FakeGateway* gateway = nullptr;
+    std::unique_ptr<SessionUi> ui;
+    TrayMenus menus;
+    std::unique_ptr<TrayControl> trayControl;
+
+private:
+    void deliver(std::shared_ptr<Stanza> stanza);
+};

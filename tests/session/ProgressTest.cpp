@@ -1,0 +1,67 @@
+#include "contacts/forms/RosterForm.h"
+#include "session/forms/SignInForm.h"
+#include "support/LiveClient.h"
+#include "support/ScriptedServer.h"
+#include "support/TestRunner.h"
+#include "support/UiDriver.h"
+
+#include <QSignalSpy>
+
+// What the progress window says when a connection doesn't come up, and that Cancel always leads out.
+class ProgressTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tellsWhatWentWrong_data()
+    {
+        QTest::addColumn<QString>("server");
+        QTest::addColumn<QString>("says");
+        const QString address = QStringLiteral("$server");
+        QTest::newRow("empty") << QString() << "No server is given.";
+        QTest::newRow("blanks only") << QStringLiteral("   ") << "No server is given.";
+        QTest::newRow("blanks within") << QStringLiteral("my server") << "has blanks in it";
+        QTest::newRow("word for a port") << QStringLiteral("localhost:many") << "is not a port";
+        QTest::newRow("port out of range") << QStringLiteral("localhost:70000") << "is not a port";
+        QTest::newRow("no host before the port")
+            << QStringLiteral(":5222") << "No server is given before the port.";
+        // No name has a part that long, so nobody is asked for it.
+        QTest::newRow("host that doesn't exist") << QString(70, u'x') << "There is no server named";
+        QTest::newRow("port that refuses") << address << "the connection was refused";
+    }
+
+    void tellsWhatWentWrong()
+    {
+        QFETCH(QString, server);
+        QFETCH(QString, says);
+        ScriptedServer peer;
+        const QString address = peer.address();
+        peer.refuse();
+        LiveClient live;
+        live.signIn(server.replace(QStringLiteral("$server"), address));
+        QTRY_VERIFY2(live.progressText().contains(says), qPrintable(live.progressText()));
+        QVERIFY(live.progressText().startsWith(QStringLiteral("Connecting...\n")));
+        QVERIFY(!live.client.isConnected());
+        QVERIFY(live.form("LoggingInForm")->isVisible());
+        ui::click(live.form("LoggingInForm"), "Command1");
+        QVERIFY(live.ui->windows.signIn().isVisible() && !live.form("LoggingInForm") && !live.rosterForm());
+        QVERIFY(live.world.boxes.shown.isEmpty());
+    }
+
+    void aSilentServerCanBeCancelled()
+    {
+        ScriptedServer silent;
+        LiveClient live;
+        live.signIn(silent.address());
+        QTRY_VERIFY(silent.received().contains("stream:stream"));
+        live.form("LoggingInForm")->close(); // its close box is Cancel too
+        QVERIFY(live.ui->windows.signIn().isVisible() && !live.form("LoggingInForm"));
+        QTRY_VERIFY(!silent.isConnected());
+        silent.onLegacySignIn();
+        live.signIn(silent.address());
+        QTRY_VERIFY(live.progressText().contains(QStringLiteral("Connected\n")));
+    }
+};
+
+BRELO_TEST(ProgressTest)
+#include "ProgressTest.moc"

@@ -1,0 +1,195 @@
+#include "FakeClient.h"
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "desktop/forms/QtMessageBoxes.h"
+#include "session/forms/SignInForm.h"
+#include "settings/Paths.h"
+#include "support/TestRunner.h"
+#include "support/UiDriver.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPointer>
+#include <QSignalSpy>
+
+namespace
+{
+
+const QRect place(40, 60, 420, 640);
+
+QString panel(const RosterForm& form, int number)
+{
+    return ui::find<QLabel>(&form, qPrintable(QStringLiteral("StatusBar2Panel%1").arg(number)))->text();
+}
+
+QString message(const char* type)
+{
+    return QStringLiteral(
+               "<message from=\"juliet@montague.example/balcony\" to=\"romeo@montague.example/BreloIM\" "
+               "type=\"%1\"><body>hark</body></message>")
+        .arg(QLatin1String(type));
+}
+
+} // namespace
+
+// The ways in which a session ends, on the real windows.
+class SessionEndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cancelComesBackFromEveryStep_data()
+    {
+        QTest::addColumn<int>("steps");
+        QTest::newRow("connecting") << 0;
+        QTest::newRow("stream up") << 1;
+        QTest::newRow("first list there") << 2;
+    }
+
+    void cancelComesBackFromEveryStep()
+    {
+        QFETCH(int, steps);
+        FakeClient live;
+        ui::click(&live.signInForm(), "Connect");
+        if (steps > 0)
+            live.streamUp();
+        if (steps > 1)
+            live.inject(QStringLiteral(
+                "<iq><query xmlns=\"jabber:iq:roster\"><item jid=\"a@b\" subscription=\"both\"/>"
+                "</query></iq>"));
+        QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
+        QCOMPARE(live.gateway->disconnects, 1);
+        QCOMPARE(live.registry.loaded(), QList<Form*>{&live.signInForm()});
+        QVERIFY(live.signInForm().isVisible());
+        QCOMPARE(live.client.MyRoster.Count() + live.client.MyGroups.Count(), 0);
+        QVERIFY(!live.client.IgnoreIQ);
+        live.signIn(); // and in again
+        QVERIFY(live.rosterForm()->isVisible() && !live.form("LoggingInForm"));
+    }
+
+    void lostConnectionLeavesTheMainWindow()
+    {
+        FakeClient live;
+        live.signIn();
+        QCOMPARE(panel(*live.rosterForm(), 3), QStringLiteral("OPEN"));
+        live.inject(message("chat"));
+        live.inject(message("headline"));
+        live.streamLost();
+        QVERIFY(live.rosterForm()->isVisible());
+        QVERIFY(!live.signInForm().isVisible());
+        for (const Form* form : live.registry.loaded())
+            QVERIFY2(form == live.rosterForm() || !form->isVisible(), qPrintable(form->objectName()));
+        QCOMPARE(panel(*live.rosterForm(), 2), QStringLiteral("Diconnected"));
+        QCOMPARE(panel(*live.rosterForm(), 3), QString());
+        QVERIFY(!live.rosterForm()->Roster1->isVisible());
+        QCOMPARE(live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
+        QCOMPARE(live.trayEntry("mnuTrayConnect"), QStringLiteral("Connect..."));
+        // The connect button starts again through the sign-in window.
+        ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->trigger();
+        QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
+        live.signIn();
+        QVERIFY(live.rosterForm()->Roster1->isVisible());
+        QCOMPARE(panel(*live.rosterForm(), 3), QStringLiteral("OPEN"));
+    }
+
+    void windowPositionComesBack_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("startInTray");
+        QTest::addColumn<bool>("returns");
+        QTest::newRow("normal") << 0 << false << true;
+        QTest::newRow("start in the tray ignores the place") << 0 << true << false;
+        QTest::newRow("minimised loses the place") << 1 << false << false;
+    }
+
+    void windowPositionComesBack()
+    {
+        QFETCH(int, state);
+        QFETCH(bool, startInTray);
+        QFETCH(bool, returns);
+        Settings stored;
+        stored.StartInSystemTray = startInTray;
+        FakeClient live(stored);
+        live.signIn();
+        live.rosterForm()->setGeometry(place);
+        if (state == 1)
+            live.rosterForm()->showMinimized();
+        ui::choose(live.rosterForm(), "mRosterTDiscon");
+        const auto written = live.store.loadWindowPosition(QRect(1, 2, 3, 4));
+        QCOMPARE(written.geometry.value_or(QRect()), state == 1 ? QRect(0, 0, 0, 0) : place);
+        QCOMPARE(written.state, state);
+        live.signIn();
+        QCOMPARE(live.rosterForm()->geometry() == place, returns);
+        QCOMPARE(live.rosterForm()->isMinimized(), state == 1);
+    }
+
+    void exitClosesAndWritesEverything_data()
+    {
+        QTest::addColumn<bool>("byTray");
+        QTest::newRow("tray") << true;
+        QTest::newRow("menu") << false;
+    }
+
+    void exitClosesAndWritesEverything()
+    {
+        QFETCH(bool, byTray);
+        FakeClient live;
+        live.signIn();
+        live.inject(message("chat"));
+        live.inject(message("headline"));
+        live.rosterForm()->setGeometry(place);
+        const QPointer<Form> chat = live.form("MessageForm");
+        QVERIFY(chat);
+        const QSignalSpy unloaded(&live.signInForm(), &SignInForm::unloaded);
+        if (byTray)
+            ui::choose(live.menus.menu(), "mnutrayExit");
+        else
+            ui::choose(live.rosterForm(), "mRosterTExit");
+        QCOMPARE(unloaded.size(), 1);
+        QCOMPARE(live.gateway->disconnects, 1);
+        QVERIFY(!live.rosterForm() && !live.form("MessageForm"));
+        QTRY_VERIFY(!chat);
+        QCOMPARE(live.storedSettings().UserName, QStringLiteral("romeo"));
+        QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
+    }
+
+    // The box stands on a handler of its window, inside the pump: both must live until it is answered.
+    void exitUnderAnOpenBoxIsSafe()
+    {
+        FakeClient live;
+        QtMessageBoxes boxes;
+        live.client.desktop.boxes = &boxes;
+        live.streamUp();
+        const QPointer<Form> progress = live.form("LoggingInForm");
+        const QSignalSpy unloaded(&live.signInForm(), &SignInForm::unloaded);
+        bool livedOn = false;
+        ui::onNextDialog([&](QWidget* box) {
+            ui::choose(live.menus.menu(), "mnutrayExit");
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QTest::qWait(60);
+            livedOn = progress && !progress->isVisible();
+            box->close();
+        });
+        live.inject(QStringLiteral("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>"));
+        QVERIFY(livedOn);
+        QCOMPARE(unloaded.size(), 1);
+        QTRY_VERIFY(!progress);
+        QCOMPARE(live.storedSettings().UserName, QString());
+    }
+
+    void aDamagedBlockListIsToldOnce()
+    {
+        FakeClient live;
+        QVERIFY(QDir().mkpath(paths::configFolder()));
+        QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no list") > 0);
+        file.close();
+        live.signIn();
+        QCOMPARE(live.world.boxes.shown.size(), 1);
+        QVERIFY(live.rosterForm()->isVisible());
+    }
+};
+
+BRELO_TEST(SessionEndTest)
+#include "SessionEndTest.moc"
