@@ -14,7 +14,6 @@ private slots:
     void aServerRowIsFoundByItsUpperCaseOnly();
     void anEmptyGroupOfThePersonsIsLost();
     void aJidThatStandsTwiceIsDrawnOnce();
-    void pruningDropsWhatNobodyNames();
 };
 
 void RosterDrawingTest::aRecordIsDrawnInItsFolder_data()
@@ -120,16 +119,6 @@ void RosterDrawingTest::aJidThatStandsTwiceIsDrawnOnce()
     list.drawing.Refresh();
     QCOMPARE(list.node("j@x"), QString("First [Offline]"));
     QCOMPARE(list.node("k@x"), QString("Third [Offline]"));
-}
-
-void RosterDrawingTest::pruningDropsWhatNobodyNames()
-{
-    ListFixture list;
-    list.addContact("a@x", "A", "Pals");
-    list.client.MyGroups.AddItem("Mine");
-    list.drawing.tree().addGroup("Mine", "NewGroup");
-    QVERIFY(list.drawing.PruneEmptyGroups());
-    QCOMPARE(list.drawn(), QString("Pals [ClosedFolder2]\n  A [Offline]\n"));
 }
 
 BRELO_TEST(RosterDrawingTest)

@@ -12,8 +12,6 @@ class RosterStanzasTest : public QObject
 private slots:
     void everyStanzaStandsExactlySo_data();
     void everyStanzaStandsExactlySo();
-    void aStatusHasItsShowWordAndItsText_data();
-    void aStatusHasItsShowWordAndItsText();
 };
 
 void RosterStanzasTest::everyStanzaStandsExactlySo_data()
@@ -50,38 +48,6 @@ void RosterStanzasTest::everyStanzaStandsExactlySo()
     QFETCH(QString, text);
     QFETCH(QString, expected);
     QCOMPARE(text, expected);
-}
-
-void RosterStanzasTest::aStatusHasItsShowWordAndItsText_data()
-{
-    QTest::addColumn<StatusCommand>("command");
-    QTest::addColumn<bool>("automatic");
-    QTest::addColumn<QString>("inside");
-    QTest::newRow("available") << StatusCommand::Available << false
-                               << "<show></show><status>here &amp; now</status>";
-    QTest::newRow("away") << StatusCommand::Away << false << "<show>away</show><status>a</status>";
-    QTest::newRow("away by itself") << StatusCommand::Away << true
-                                    << "<show>away</show><status>idle</status>";
-    QTest::newRow("xa") << StatusCommand::XAway << false << "<show>xa</show><status>x</status>";
-    QTest::newRow("xa by itself") << StatusCommand::XAway << true << "<show>xa</show><status>gone</status>";
-    QTest::newRow("dnd") << StatusCommand::DND << false << "<show>dnd</show><status>d</status>";
-    QTest::newRow("free") << StatusCommand::FFC << false << "<show>chat</show><status>f</status>";
-}
-
-void RosterStanzasTest::aStatusHasItsShowWordAndItsText()
-{
-    QFETCH(StatusCommand, command);
-    QFETCH(bool, automatic);
-    QFETCH(QString, inside);
-    Client client;
-    client.settings.StatusAv = "here & now";
-    client.settings.StatusAway = "a";
-    client.settings.StatusXAway = "x";
-    client.settings.StatusDND = "d";
-    client.settings.AutoAwayTimerMsg = "idle";
-    client.settings.AutoXAwayTimerMsg = "gone";
-    client.FreeForChatMsg = "f";
-    QCOMPARE(statusrules::presence(command, client, automatic), "<presence>" + inside + "</presence>");
 }
 
 BRELO_TEST(RosterStanzasTest)

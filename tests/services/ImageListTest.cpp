@@ -45,10 +45,6 @@ private slots:
     void everyKeyHasAPictureOfItsOwn();
     void statesDifferByShapeToo();
     void picturesAreSeenOnAnyBackground();
-    void unknownPicturesAreNull();
-    void picturesAreSharpOnFineScreens();
-    void aRepaintCopiesOnly();
-    void disabledPicturesLookSo();
 };
 
 void ImageListTest::positionsAreAContract()
@@ -102,45 +98,6 @@ void ImageListTest::picturesAreSeenOnAnyBackground()
             QVERIFY2(seen >= 30, qPrintable(ImageList::keyAt(i) + " drowns in its background"));
         }
     }
-}
-
-void ImageListTest::unknownPicturesAreNull()
-{
-    QVERIFY(ImageList::icon("ONLINE").isNull());
-    QVERIFY(ImageList::icon(QString()).isNull());
-    for (const int position : {-1, 0, ImageList::count() + 1})
-        QVERIFY(ImageList::at(position).isNull());
-}
-
-void ImageListTest::picturesAreSharpOnFineScreens()
-{
-    const QPixmap fine = ImageList::icon("Online").pixmap(QSize(16, 16), 2.0);
-    QCOMPARE(fine.size(), QSize(32, 32));
-    QCOMPARE(fine.devicePixelRatio(), 2.0);
-
-    // Painted into a view of that ratio it is the same picture, and not one of 16 pixels blown up.
-    QImage screen(32, 32, QImage::Format_ARGB32_Premultiplied);
-    screen.setDevicePixelRatio(2);
-    screen.fill(Qt::transparent);
-    QPainter painter(&screen);
-    ImageList::icon("Online").paint(&painter, 0, 0, 16, 16);
-    painter.end();
-    QCOMPARE(screen.convertToFormat(QImage::Format_ARGB32),
-             fine.toImage().convertToFormat(QImage::Format_ARGB32));
-}
-
-void ImageListTest::aRepaintCopiesOnly()
-{
-    const qint64 first = ImageList::icon("Away").pixmap(16).cacheKey();
-    QCOMPARE(ImageList::icon("Away").pixmap(16).cacheKey(), first);
-    QCOMPARE(ImageList::at(2).pixmap(16, QIcon::Selected).cacheKey(), first);
-}
-
-void ImageListTest::disabledPicturesLookSo()
-{
-    const QImage disabled = ImageList::icon("Add").pixmap(16, QIcon::Disabled).toImage();
-    QCOMPARE(disabled.size(), QSize(16, 16));
-    QVERIFY(disabled != ImageList::icon("Add").pixmap(16).toImage());
 }
 
 BRELO_TEST(ImageListTest)

@@ -146,17 +146,6 @@ private slots:
         QVERIFY(f.signIn()); // and in again
     }
 
-    void lostConnectionLeavesTheMainWindowEmpty()
-    {
-        Fixture f;
-        QVERIFY(f.signIn());
-        f.server.abortAll();
-        QTRY_COMPARE(f.live->world.tray.icon, QStringLiteral("LightOff"));
-        QVERIFY(f.live->rosterForm()->isVisible());
-        QVERIFY(!f.live->rosterForm()->Roster1->isVisible());
-        QCOMPARE(f.live->client.MyRoster.Count(), 0);
-    }
-
     void firstTimeYesMakesTheAccount()
     {
         Fixture f;
