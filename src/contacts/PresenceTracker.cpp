@@ -7,7 +7,6 @@
 #include "contacts/RosterStanzas.h"
 #include "contacts/StatusImages.h"
 #include "engine/Jid.h"
-#include "settings/Paths.h"
 
 void PresenceTracker::OnPresence(const PlugInContext& context)
 {
@@ -101,7 +100,7 @@ void PresenceTracker::applyAvailable(CRosterItem& item, TreeNode* node, const QS
     tree.setImage(*node, client_.MyBanList.BannedJID(item.JID) ? QStringLiteral("notauth") : image);
     if (Show.isEmpty()) {
         if (settings.SoundOnOnLine && client_.desktop.sounds)
-            client_.desktop.sounds->PlaySoundFile(paths::applicationFile(settings.SoundOnOnLineFile), false);
+            client_.desktop.sounds->PlaySoundFile(settings.SoundOnOnLineFile, false);
         tree.setLook(*node, settings.CharOnLineBold, settings.ColorOnline);
     } else {
         // The busy words keep the off-line colour, in bold.
@@ -120,7 +119,7 @@ void PresenceTracker::applyUnavailable(CRosterItem& item, TreeNode* node, const 
         return;
     const auto& settings = client_.settings;
     if (settings.SoundOnOffLine && client_.desktop.sounds)
-        client_.desktop.sounds->PlaySoundFile(paths::applicationFile(settings.SoundOnOffLineFile), false);
+        client_.desktop.sounds->PlaySoundFile(settings.SoundOnOffLineFile, false);
     item.Online = false;
     item.Status = QStringLiteral("Offline");
     if (settings.ShowOnlineUsers)

@@ -341,8 +341,14 @@ void RosterFormTest::aGroupIsMade()
     QCOMPARE(made->tag, QString("NewGroup"));
     QVERIFY(window.client.MyGroups.Exists("Mine"));
     QVERIFY(form->isVisible());
-    form->findChild<QPushButton*>("cmdAddGroup")->click(); // the name is taken now
-    QCOMPARE(window.client.MyGroups.Count(), 4);
+    const int groups = window.client.MyGroups.Count();
+    for (const char* refused : {"Mine", "", "  "}) {
+        form->findChild<QLineEdit*>("txtGroup")->setText(refused);
+        form->findChild<QPushButton*>("cmdAddGroup")->click();
+        QCOMPARE(window.outside.boxes.shown.size(), 1);
+        window.outside.boxes.shown.clear();
+    }
+    QCOMPARE(window.client.MyGroups.Count(), groups);
     QVERIFY(window.engine.takeSent().isEmpty());
     form->findChild<QPushButton*>("cmdClose")->click();
     QVERIFY(!window.window("AddGroupForm"));

@@ -129,7 +129,7 @@ private slots:
         QVERIFY(!live.client.UserClosing);
         QCOMPARE(live.gateway->userName + u'|' + live.gateway->password + u'|' + live.gateway->server,
                  QStringLiteral("mercutio|secret|verona.example:5333"));
-        QCOMPARE(live.gateway->resource, QStringLiteral("garden")); // that of the settings
+        QCOMPARE(live.gateway->resource, QStringLiteral("street"));
         QVERIFY(live.gateway->secure);
         QVERIFY(!form.isVisible());
         QVERIFY(live.rosterForm() && !live.rosterForm()->isVisible());

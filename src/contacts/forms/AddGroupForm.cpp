@@ -22,9 +22,12 @@ AddGroupForm::~AddGroupForm() = default;
 void AddGroupForm::cmdAddGroup_Click()
 {
     const QString name = ui_->txtGroup->text();
-    client_.MyGroups.AddItem(name);
-    if (roster_)
-        roster_->AddGroupItem(name);
+    if (name.trimmed().isEmpty())
+        client_.desktop.boxes->exclamation(windowTitle(), tr("Please, type a name for the group."));
+    else if (!roster_ || !roster_->AddGroupItem(name))
+        client_.desktop.boxes->exclamation(windowTitle(), tr("There is a group of this name already."));
+    else if (!client_.MyGroups.Exists(name))
+        client_.MyGroups.AddItem(name);
     // The form stays for the next name.
     ui_->txtGroup->selectAll();
     ui_->txtGroup->setFocus();

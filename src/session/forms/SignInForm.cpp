@@ -43,6 +43,11 @@ void SignInForm::connectControls()
     connect(ui_->Check1, &QCheckBox::clicked, this, &SignInForm::onCheck1);
     connect(ui_->Check2, &QCheckBox::clicked, this, &SignInForm::onCheck2);
     connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { client_.settings.SSL = on; });
+    // The own full JID and the connection both take the setting: what is typed becomes it.
+    connect(ui_->txtResource, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (!text.isEmpty())
+            client_.settings.Resource = text;
+    });
     connect(ui_->Label4, &LinkLabel::activated, this, &SignInForm::preferencesRequested);
     connect(ui_->Label6, &LinkLabel::activated, this,
             [this] { emit pageRequested(QStringLiteral("/node.php?id=526")); });
