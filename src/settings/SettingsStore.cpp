@@ -3,6 +3,8 @@
 #include "settings/IniFile.h"
 #include "settings/SettingKeys.h"
 
+#include <QFile>
+
 #include <QUrl>
 
 #include <algorithm>
@@ -68,6 +70,9 @@ SettingsStore::SettingsStore(QString file, SecretStore* secrets) : file_(std::mo
 
 void SettingsStore::LoadSettings(Settings& settings)
 {
+    // A file that came from elsewhere may hold a password that others can read.
+    if (QFile::exists(file_))
+        QFile::setPermissions(file_, QFile::ReadOwner | QFile::WriteOwner);
     const IniFile file(file_);
     const SiteData site = siteOf(file);
     if (!readAll(file, settings, site) || file.isDamaged())

@@ -269,6 +269,10 @@ private slots:
             QVERIFY(!(QFile::permissions(paths::settingsFile()) & others));
             QVERIFY(!(QFile::permissions(folder) & others));
         }
+        QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::Permissions(0x6644)));
+        Settings settings;
+        SettingsStore(paths::settingsFile()).LoadSettings(settings);
+        QVERIFY(!(QFile::permissions(paths::settingsFile()) & others));
     }
 
     void aFolderThatCantBeMadeIsTold()
