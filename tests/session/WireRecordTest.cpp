@@ -133,6 +133,21 @@ private slots:
         QVERIFY(log->toPlainText().contains(QStringLiteral("Ay & <me>!")));
     }
 
+    void anInvitationIsNoticedWithoutABox()
+    {
+        Fixture f;
+        QVERIFY(f.signIn());
+        f.server.sendText(QStringLiteral(
+            "<message from=\"tybalt@localhost/street\" to=\"romeo@localhost\"><body>Come</body>"
+            "<x xmlns=\"jabber:x:conference\" jid=\"verona@rooms.localhost\"/></message>"));
+        Form* notices = nullptr;
+        QTRY_VERIFY((notices = f.live->form("HeadLineForm")) && notices->isVisible());
+        const auto* log = notices->findChild<QPlainTextEdit*>(QStringLiteral("txtMsg"));
+        QVERIFY(log && log->toPlainText().contains(QStringLiteral(
+                           "tybalt@localhost/street: Invitation to verona@rooms.localhost - Come")));
+        QVERIFY(f.live->world.boxes.shown.isEmpty());
+    }
+
     void disconnectEndsTheStream()
     {
         Fixture f;

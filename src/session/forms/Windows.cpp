@@ -50,7 +50,12 @@ void Windows::wireHub()
             [this](const QString& jid) { vCards_->RequestVCard(jid); });
     connect(hub_.get(), &ChatWindow::inviteRequested, this, [this] { notThereYet(tr("An invitation")); });
     connect(hub_.get(), &ChatWindow::callRequested, this, [this] { notThereYet(tr("A call")); });
-    connect(hub_.get(), &ChatWindow::conferenceInvited, this, [this] { notThereYet(tr("A group chat")); });
+    // Whoever invites must not be able to put a box before the person, which would stop the connection.
+    connect(hub_.get(), &ChatWindow::conferenceInvited, this, [this](const RoomInvitation& invitation) {
+        const QString room = invitation.room + u'@' + invitation.servers.value(invitation.servers.size() - 1);
+        notices().WriteMessage(invitation.from, invitation.text, tr("Invitation to %1").arg(room));
+        notices().showAtPlace();
+    });
 }
 
 RosterForm* Windows::rosterForm() const
