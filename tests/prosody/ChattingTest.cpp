@@ -103,6 +103,8 @@ private slots:
         QVERIFY(f.isOnline(juliet));
         auto* window = f.open(f.peer);
         QVERIFY(window);
+        // Her presence tells that the server knows of ours: a typing notice to nobody is dropped.
+        QTRY_VERIFY(f.seesPeer());
         const QString before = f.transcript(*window);
         auto* panel = ui::find<QStatusBar>(window, "StatusBar1");
         juliet.tell("typing", {{QStringLiteral("to"), f.own}});
