@@ -7,7 +7,7 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["engine", "settings", "desktop", "contacts", "messaging", "services", "groupchat", "mailwatch", "session"]
+ROOMS = ["engine", "settings", "desktop", "contacts", "messaging", "services", "groupchat", "preferences", "mailwatch", "session"]
 WIDGETS = re.compile(r'#include <(QWidget|QApplication|QDialog|QMainWindow|QMessageBox|QMenu|QTreeView|QLabel)>')
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.M)
 

@@ -6,6 +6,7 @@
 #include "contacts/CRoster.h"
 #include "desktop/Desktop.h"
 #include "engine/PlugInContext.h"
+#include "engine/ProxyServer.h"
 #include "engine/TempVRXCore.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
@@ -26,6 +27,7 @@ struct Client {
 
     Settings settings;
     SiteData site;
+    ProxyServer proxy;      // holds for this run; it has no settings keys
     QString FreeForChatMsg; // status text of "Free for Chat"; it has no settings key
 
     bool UserClosing = false;    // a close really closes: the program ends

@@ -49,6 +49,25 @@ public:
     QString ChooseWaveFile();
 };
 
+// A font as the settings store it.
+struct FontChoice {
+    QString name;
+    double size = 0; // points
+    bool bold = false;
+    bool italic = false;
+    bool operator==(const FontChoice&) const = default;
+};
+
+// Dialogs that let the person choose how things look. They run a nested event loop; null on cancel.
+class LookDialogs
+{
+public:
+    virtual ~LookDialogs() = default;
+    // Colours are blue-green-red, 0xBBGGRR.
+    virtual std::optional<int> colour(int current) = 0;
+    virtual std::optional<FontChoice> font(const FontChoice& current) = 0;
+};
+
 // Opens links and pages by the desktop's handler.
 class LinkOpener
 {
@@ -117,4 +136,5 @@ struct Desktop {
     Pointer* pointer = nullptr;
     NetworkChecks* network = nullptr;
     FileDialogs* files = nullptr;
+    LookDialogs* looks = nullptr;
 };

@@ -1,9 +1,8 @@
 #include "messaging/PeerCommands.h"
 
-#include "contacts/BannedListFile.h"
+#include "contacts/BlockedContacts.h"
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
-#include "engine/Jid.h"
 #include "messaging/MessageStanzas.h"
 
 #include <QCoreApplication>
@@ -42,8 +41,8 @@ bool PeerCommands::addContact(const QString& jid)
 bool PeerCommands::block(const QString& jid)
 {
     auto& boxes = *client_.desktop.boxes;
-    const QString bare = jid::bare(jid);
-    if (client_.MyBanList.BannedJID(bare)) {
+    BlockedContacts blocked(client_);
+    if (blocked.contains(jid)) {
         boxes.information(tr("Note !"), tr("The Contact is already Blocked!"));
         return false;
     }
@@ -51,8 +50,7 @@ bool PeerCommands::block(const QString& jid)
                                    MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNoCancel);
     if (answer != MessageBoxes::Answer::Yes)
         return false;
-    client_.MyBanList.Add(bare);
-    const QString error = BannedListFile().add(bare);
+    const QString error = blocked.add(jid);
     if (!error.isEmpty())
         boxes.exclamation(tr("Error"), error);
     return true;

@@ -22,6 +22,12 @@ QString CRegistry::entryFile(const QString& name) const
     return folder_.isEmpty() || !plain ? QString() : folder_ + u'/' + name + QStringLiteral(".desktop");
 }
 
+bool CRegistry::hasValue(const QString& name) const
+{
+    const QString file = entryFile(name);
+    return !file.isEmpty() && QFile::exists(file);
+}
+
 bool CRegistry::deleteValue(const QString& name)
 {
     const QString file = entryFile(name);

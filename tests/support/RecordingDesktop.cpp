@@ -37,3 +37,13 @@ QString RecordingFiles::openFile(const QString& title, const QString& filter)
     asked.append({title, filter});
     return answers.isEmpty() ? QString() : answers.takeFirst();
 }
+
+std::optional<int> RecordingLooks::colour(int)
+{
+    return colours.isEmpty() ? std::nullopt : std::optional(colours.takeFirst());
+}
+
+std::optional<FontChoice> RecordingLooks::font(const FontChoice&)
+{
+    return fonts.isEmpty() ? std::nullopt : std::optional(fonts.takeFirst());
+}

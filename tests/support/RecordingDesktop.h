@@ -81,6 +81,13 @@ struct RecordingFiles : FileDialogs {
     QString openFile(const QString& title, const QString& filter) override;
 };
 
+struct RecordingLooks : LookDialogs {
+    QList<int> colours; // answers, used in order; without one the dialog is cancelled
+    QList<FontChoice> fonts;
+    std::optional<int> colour(int current) override;
+    std::optional<FontChoice> font(const FontChoice& current) override;
+};
+
 // All recorders together. `install` puts them into a client's desktop.
 struct RecordingDesktop {
     RecordingBoxes boxes;
@@ -91,6 +98,7 @@ struct RecordingDesktop {
     HandPointer pointer;
     RecordingNetwork network;
     RecordingFiles files;
+    RecordingLooks looks;
 
-    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network, &files}; }
+    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network, &files, &looks}; }
 };

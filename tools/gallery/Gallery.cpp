@@ -9,6 +9,8 @@
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"
+#include "preferences/PreferenceTree.h"
+#include "preferences/forms/PreferencesForm.h"
 #include "sandbox/SandboxServer.h"
 #include "sandbox/demo/Cast.h"
 #include "sandbox/demo/Life.h"
@@ -126,6 +128,18 @@ void photographSession(LiveClient& live, Camera& camera)
         camera.take(live.form("authorizeForm"), "authorize");
 }
 
+void photographPreferences(LiveClient& live, Camera& camera)
+{
+    live.client.MyBanList.Add(QStringLiteral("nuisance@localhost"));
+    for (const auto& category : preferences::categories()) {
+        live.ui->windows.showPreferences(category.key);
+        camera.take(live.form("PreferencesForm"), ("preferences-" + category.key.toLatin1()).constData());
+    }
+    ui::click(live.form("PreferencesForm"), "cmdRestoreRegistry");
+    camera.take(live.form("RestoreRegForm"), "restore");
+    ui::click(live.form("RestoreRegForm"), "cmdNo");
+}
+
 void photographTrayMenu(Camera& camera)
 {
     TrayMenus tray;
@@ -168,6 +182,7 @@ int main(int argc, char** argv)
     QTest::qWait(500);
     photographTrayMenu(camera);
     photographSession(live, camera);
+    photographPreferences(live, camera);
     server.abortAll();
     QTest::qWait(1500);
     camera.take(live.rosterForm(), "main-disconnected");

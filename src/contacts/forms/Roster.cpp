@@ -80,6 +80,12 @@ void Roster::InitRoster()
     drawing_.InitRoster();
 }
 
+void Roster::RefreshAppearance()
+{
+    applyFont();
+    Refresh();
+}
+
 void Roster::AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway,
                      bool Online, const QString& subscription, const QString& ask)
 {

@@ -43,6 +43,8 @@ public:
     void RemoveAll() { drawing_.RemoveAll(); }
     // Draws the tree anew from the records, at the next settle(). Its presence is sent at once.
     void Refresh() { drawing_.Refresh(); }
+    // Refresh with the font and the colours of the settings.
+    void RefreshAppearance();
     // Adds a group of the person's own. False when the name is empty or taken.
     bool AddGroupItem(const QString& name);
     // Brings the screen up to date; the trigger calls it at the end of each tick. Put off while the person

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactTree.h"
 #include "desktop/forms/ImageList.h"
+#include "desktop/forms/StoredColour.h"
 
 #include <QPalette>
 
@@ -19,11 +20,6 @@ QColor readable(QColor wanted, const QColor& ground)
     return wanted;
 }
 
-QColor fromSetting(int blueGreenRed)
-{
-    return {blueGreenRed & 0xFF, (blueGreenRed >> 8) & 0xFF, (blueGreenRed >> 16) & 0xFF};
-}
-
 } // namespace
 
 void RosterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
@@ -35,6 +31,6 @@ void RosterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
     option->icon = ImageList::icon(open && !node.expandedImage.isEmpty() ? node.expandedImage : node.image);
     option->font.setBold(node.bold);
     if (node.colour != 0)
-        option->palette.setColor(QPalette::Text,
-                                 readable(fromSetting(node.colour), option->palette.color(QPalette::Base)));
+        option->palette.setColor(QPalette::Text, readable(storedcolour::toColour(node.colour),
+                                                          option->palette.color(QPalette::Base)));
 }

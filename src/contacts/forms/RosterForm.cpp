@@ -85,9 +85,17 @@ void RosterForm::start()
     showSwitch();
     mRosterSAvailable_Click();
     setWindowTitle(QStringLiteral("BreloIM - ") + client_.ownBareJid());
-    setWindowFlag(Qt::WindowStaysOnTopHint, client_.settings.OnTop);
+    applyOnTop();
     ui_->mRosterAdmin->menuAction()->setVisible(false);
     Roster1->setFocus();
+}
+
+void RosterForm::applyOnTop()
+{
+    const bool shown = isVisible();
+    setWindowFlag(Qt::WindowStaysOnTopHint, client_.settings.OnTop);
+    if (shown)
+        show(); // a window whose flags change is hidden
 }
 
 void RosterForm::Trigger()

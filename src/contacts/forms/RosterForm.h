@@ -41,6 +41,8 @@ public:
     void showDisconnected();
     // The contact list stands in place of the wait picture.
     void showContactList();
+    // Stays before all other windows, or not, as the setting says.
+    void applyOnTop();
     // The server can be managed by this account.
     void showAdminMenu(const QString& serverName);
 

@@ -9,6 +9,7 @@
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/QtFileDialogs.h"
+#include "desktop/forms/QtLookDialogs.h"
 #include "desktop/forms/QtMessageBoxes.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "session/ComponentCheck.h"
@@ -30,6 +31,7 @@ struct Program::World {
     SystemClose systemClose;
     QtMessageBoxes boxes;
     QtFileDialogs files;
+    QtLookDialogs looks;
     DesktopLinkOpener links;
     QtSoundPlayer sounds;
     QtTrayIcon tray{[](const QString& key) { return ImageList::icon(key); }};
@@ -41,8 +43,8 @@ struct Program::World {
 
 Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
-    client_.desktop = {&world_->boxes, &world_->links,   &world_->sounds,  &world_->tray,
-                       &world_->clock, &world_->pointer, &world_->network, &world_->files};
+    client_.desktop = {&world_->boxes,   &world_->links,   &world_->sounds, &world_->tray, &world_->clock,
+                       &world_->pointer, &world_->network, &world_->files,  &world_->looks};
     world_->tray.setIcon(QStringLiteral("LightOff"));
     world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
 }

@@ -1,6 +1,6 @@
 #include "session/forms/SessionUi.h"
 
-#include "contacts/BannedListFile.h"
+#include "contacts/BlockedContacts.h"
 #include "contacts/Client.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
@@ -12,7 +12,6 @@
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/WindowState.h"
-#include "settings/Paths.h"
 #include "settings/SettingsStore.h"
 
 #include <QTimer>
@@ -51,7 +50,7 @@ void SessionUi::wireSignIn()
         progress.show();
     });
     connect(&form, &SignInForm::preferencesRequested, this,
-            [this] { windows.notThereYet(tr("Preferences")); });
+            [this] { windows.showPreferences(QStringLiteral("Personal")); });
     connect(&form, &SignInForm::pageRequested, &windows, &Windows::openPage);
 }
 
@@ -107,8 +106,7 @@ void SessionUi::finishSignIn()
 
 void SessionUi::loadBannedList()
 {
-    const QString error =
-        BannedListFile(paths::configFolder() + QStringLiteral("/BannedList.xml")).load(client_.MyBanList);
+    const QString error = BlockedContacts(client_).load();
     if (!error.isEmpty())
         client_.desktop.boxes->exclamation(tr("BreloIM"), error);
 }

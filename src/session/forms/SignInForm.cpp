@@ -77,6 +77,15 @@ void SignInForm::load()
     }
 }
 
+void SignInForm::showSettings()
+{
+    const auto& settings = client_.settings;
+    ui_->Check1->setChecked(settings.SavePassword);
+    ui_->Check2->setChecked(settings.AutoLogon);
+    ui_->Check3->setChecked(settings.SSL);
+    ui_->txtResource->setText(settings.Resource);
+}
+
 void SignInForm::onCheck1()
 {
     client_.settings.SavePassword = ui_->Check1->isChecked();

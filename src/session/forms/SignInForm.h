@@ -25,6 +25,8 @@ public:
 
     // Fills the fields from the settings and, with "Auto Logon" on, connects.
     void load();
+    // The boxes and the resource follow the settings, which were changed elsewhere.
+    void showSettings();
     void Connect_Click();
 
     // The pump's timer; runs for the whole run.

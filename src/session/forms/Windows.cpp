@@ -8,10 +8,13 @@
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"
+#include "preferences/forms/PreferencesForm.h"
+#include "preferences/forms/RestoreRegForm.h"
 #include "services/forms/VCardWindows.h"
 #include "session/forms/AboutForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
+#include "settings/SettingsStore.h"
 
 namespace
 {
@@ -42,10 +45,7 @@ void Windows::wireHub()
         return list ? list->FindStatusImg(jid) : QString();
     };
     hub_->notices = [this]() -> HeadLineForm& { return notices(); };
-    connect(hub_.get(), &ChatWindow::rosterRefreshRequested, this, [this] {
-        if (auto* list = roster())
-            list->Refresh();
-    });
+    connect(hub_.get(), &ChatWindow::rosterRefreshRequested, this, &Windows::refreshRoster);
     connect(hub_.get(), &ChatWindow::vCardRequested, this,
             [this](const QString& jid) { vCards_->RequestVCard(jid); });
     connect(hub_.get(), &ChatWindow::inviteRequested, this, [this] { notThereYet(tr("An invitation")); });
@@ -86,7 +86,7 @@ void Windows::wireRosterForm(RosterForm& form)
     connect(&form, &RosterForm::showNotices, this, [this] { notices().showAtPlace(); });
     connect(&form, &RosterForm::aboutRequested, this, &Windows::showAbout);
     connect(&form, &RosterForm::showInTrayRequested, this, &Windows::showInTray);
-    connect(&form, &RosterForm::showPreferences, this, [this](const QString& page) { notThereYet(page); });
+    connect(&form, &RosterForm::showPreferences, this, &Windows::showPreferences);
     connect(&form, &RosterForm::groupChatRequested, this, [this] { notThereYet(tr("A group chat")); });
     connect(&form, &RosterForm::findContactsRequested, this, [this] { notThereYet(tr("The search")); });
     connect(&form, &RosterForm::mailWatcherRequested, this, [this] { notThereYet(tr("The mail watcher")); });
@@ -135,6 +135,61 @@ void Windows::openPage(const QString& path)
         client_.desktop.boxes->information(tr("BreloIM"), tr("No web site is configured for this program."));
     else
         client_.desktop.links->open(QStringLiteral("https://") + client_.site.WebSite + path);
+}
+
+PreferencesForm& Windows::preferences()
+{
+    return registry_.single<PreferencesForm>(QStringLiteral("PreferencesForm"), [this] {
+        auto* form = new PreferencesForm(registry_, client_);
+        connect(form, &PreferencesForm::applied, this, &Windows::preferencesApplied);
+        connect(form, &PreferencesForm::blockedListChanged, this, &Windows::refreshRoster);
+        connect(form, &PreferencesForm::onTopChanged, this, [this] {
+            if (auto* main = rosterForm())
+                main->applyOnTop();
+        });
+        connect(form, &PreferencesForm::restoreRequested, this, &Windows::askRestore);
+        return form;
+    });
+}
+
+void Windows::showPreferences(const QString& page)
+{
+    auto& form = preferences();
+    if (form.showPage(page))
+        bringUp(form);
+    else
+        notThereYet(page);
+}
+
+void Windows::preferencesApplied()
+{
+    signIn_->showSettings();
+    if (auto* list = roster())
+        list->RefreshAppearance();
+}
+
+void Windows::refreshRoster()
+{
+    if (auto* list = roster())
+        list->Refresh();
+}
+
+void Windows::askRestore()
+{
+    bringUp(registry_.single<RestoreRegForm>(QStringLiteral("RestoreRegForm"), [this] {
+        auto* form = new RestoreRegForm(registry_);
+        connect(form, &RestoreRegForm::confirmed, this, &Windows::restoreDefaults);
+        return form;
+    }));
+}
+
+// The preferences show the new values from the start.
+void Windows::restoreDefaults()
+{
+    preferences().requestUnload(CloseMode::Code);
+    SettingsStore::LoadDefaults(client_.settings, client_.site);
+    preferencesApplied();
+    showPreferences(QStringLiteral("Personal"));
 }
 
 void Windows::notThereYet(const QString& what)

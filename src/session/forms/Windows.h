@@ -9,6 +9,7 @@ class ChatWindow;
 class FormRegistry;
 class HeadLineForm;
 class LoggingInForm;
+class PreferencesForm;
 class Roster;
 class RosterForm;
 class SettingsStore;
@@ -45,6 +46,8 @@ public:
     void showInTray();
     // A page of the product's site; says so where no site is configured.
     void openPage(const QString& path);
+    // The preferences on this page; says so where there is no such page.
+    void showPreferences(const QString& page);
     // A window that isn't there yet is asked for: says so.
     void notThereYet(const QString& what);
     void openConversation(const QString& jid, bool trick);
@@ -59,6 +62,11 @@ signals:
 private:
     void wireHub();
     void wireRosterForm(RosterForm& form);
+    PreferencesForm& preferences();
+    void preferencesApplied();
+    void refreshRoster();
+    void askRestore();
+    void restoreDefaults();
 
     FormRegistry& registry_;
     Client& client_;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+struct Client;
+
+// What the person blocks and unblocks: the list in memory and its file change together.
+//
+// Operations yield an empty text, or a sentence for the person about what went wrong.
+class BlockedContacts
+{
+public:
+    explicit BlockedContacts(Client& client) : client_(client) {}
+
+    // Takes in what the file holds and the list doesn't: before the sign-in the list is empty.
+    QString load();
+    // Whether `JID`, whatever its resource, is blocked.
+    bool contains(const QString& JID) const;
+    // Blocks the bare JID. Where the file can't be written, the contact stays blocked for this run.
+    QString add(const QString& JID);
+    // Unblocks the entry at `position`, counted from 1. Where the file can't be written, it stays blocked.
+    QString remove(int position);
+
+    // The address that `text`, typed by a person, blocks: trimmed, bare and in lower case, as servers write
+    // it. Empty when the text can't be an address.
+    static QString addressOf(const QString& text);
+
+private:
+    Client& client_;
+};

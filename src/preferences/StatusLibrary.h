@@ -1,0 +1,36 @@
+#pragma once
+
+#include "settings/XmlFile.h"
+
+#include <QString>
+#include <QStringList>
+
+struct Client;
+
+// The person's prepared status texts: StatusMsgs.xml, one <status type="..."> for each state with one
+// <message> for each text.
+class StatusLibrary
+{
+public:
+    StatusLibrary();
+
+    // The states of the file in their order; empty for a file that can't be understood. A missing file is
+    // made with texts to begin with.
+    QStringList states() const;
+    QStringList messages(const QString& state) const;
+    // An empty text, or a sentence for the person about what went wrong.
+    QString add(const QString& state, const QString& text) const;
+    // Removes the text at `index`, counted from 0. An empty text, or what went wrong.
+    QString remove(const QString& state, int index) const;
+
+    // Whether texts can be added to this state. Kept: the spelling differs from that of choose().
+    static bool mayAdd(const QString& state);
+    // Makes `text` the current status text of the state. Kept: the states are compared exactly, so that
+    // "Extended Away" and "Free For Chat" change nothing.
+    static void choose(Client& client, const QString& state, const QString& text);
+    // The current status text of the state, or null for a state that choose() doesn't know.
+    static QString* current(Client& client, const QString& state);
+
+private:
+    XmlFile file_;
+};

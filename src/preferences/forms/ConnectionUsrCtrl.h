@@ -1,0 +1,31 @@
+#pragma once
+
+#include "preferences/forms/PreferencePanel.h"
+
+#include <memory>
+
+namespace Ui
+{
+class ConnectionUsrCtrl;
+}
+
+// The page of signing in and of the proxy server.
+class ConnectionUsrCtrl : public PreferencePanel
+{
+    Q_OBJECT
+
+public:
+    explicit ConnectionUsrCtrl(Client& client);
+    ~ConnectionUsrCtrl() override;
+
+protected:
+    Fault fault() const override;
+
+private:
+    void Check1_Click(bool on);
+    void showProxy();
+    void saveProxy();
+    void enableProxyFields();
+
+    std::unique_ptr<Ui::ConnectionUsrCtrl> ui_;
+};

@@ -1,0 +1,76 @@
+#include "preferences/forms/PersonalUsrCtrl.h"
+
+#include "contacts/Client.h"
+
+#include "ui_PersonalUsrCtrl.h"
+
+#include <QSignalBlocker>
+
+PersonalUsrCtrl::PersonalUsrCtrl(Client& client)
+    : PreferencePanel(client), ui_(std::make_unique<Ui::PersonalUsrCtrl>())
+{
+    ui_->setupUi(this);
+    ui_->ComboStatus->addItems(library_.states());
+    (client_.settings.OnTop ? ui_->chkAlwaysOnTop : ui_->chkWndNotOnTop)->setChecked(true);
+    connect(ui_->ComboStatus, &QComboBox::currentTextChanged, this, &PersonalUsrCtrl::fillMessages);
+    connect(ui_->MessList, &QListWidget::currentRowChanged, this, &PersonalUsrCtrl::MessList_Click);
+    connect(ui_->Command1, &QPushButton::clicked, this, &PersonalUsrCtrl::Command1_Click);
+    connect(ui_->Command2, &QPushButton::clicked, this, &PersonalUsrCtrl::Command2_Click);
+    connect(ui_->chkAlwaysOnTop, &QRadioButton::clicked, this, [this] { keepOnTop(true); });
+    connect(ui_->chkWndNotOnTop, &QRadioButton::clicked, this, [this] { keepOnTop(false); });
+    fillMessages();
+}
+
+PersonalUsrCtrl::~PersonalUsrCtrl() = default;
+
+// The text in use is the selected one.
+void PersonalUsrCtrl::fillMessages()
+{
+    const QSignalBlocker quiet(ui_->MessList);
+    const QString state = ui_->ComboStatus->currentText();
+    ui_->MessList->clear();
+    ui_->MessList->addItems(library_.messages(state));
+    if (const QString* current = StatusLibrary::current(client_, state))
+        for (auto* item : ui_->MessList->findItems(*current, Qt::MatchFixedString | Qt::MatchCaseSensitive))
+            ui_->MessList->setCurrentItem(item);
+}
+
+void PersonalUsrCtrl::MessList_Click()
+{
+    if (const auto* item = ui_->MessList->currentItem())
+        StatusLibrary::choose(client_, ui_->ComboStatus->currentText(), item->text());
+}
+
+void PersonalUsrCtrl::Command1_Click()
+{
+    const QString title = tr("Add Status Messages");
+    const auto text = client_.desktop.boxes->input(title, tr("Enter a message ..."), QString());
+    if (!text || text->isEmpty())
+        return;
+    const QString state = ui_->ComboStatus->currentText();
+    if (!StatusLibrary::mayAdd(state))
+        return client_.desktop.boxes->exclamation(title, tr("No messages can be added to this status."));
+    tell(library_.add(state, *text));
+    fillMessages();
+}
+
+void PersonalUsrCtrl::Command2_Click()
+{
+    const int row = ui_->MessList->currentRow();
+    if (row < 0)
+        return;
+    tell(library_.remove(ui_->ComboStatus->currentText(), row));
+    fillMessages();
+}
+
+void PersonalUsrCtrl::keepOnTop(bool on)
+{
+    client_.settings.OnTop = on;
+    emit onTopChanged(on);
+}
+
+void PersonalUsrCtrl::tell(const QString& error)
+{
+    if (!error.isEmpty())
+        client_.desktop.boxes->exclamation(tr("Preferences"), error);
+}

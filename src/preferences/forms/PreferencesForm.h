@@ -1,0 +1,56 @@
+#pragma once
+
+#include "desktop/forms/Form.h"
+
+#include <memory>
+
+class PreferencePanel;
+class QTreeWidgetItem;
+struct Client;
+
+namespace Ui
+{
+class PreferencesForm;
+}
+
+// The preferences: categories at the left, the panel of the chosen one at the right. A panel is made when its
+// category is first chosen.
+class PreferencesForm : public Form
+{
+    Q_OBJECT
+
+public:
+    PreferencesForm(FormRegistry& registry, Client& client);
+    ~PreferencesForm() override;
+
+    // The tree's node of this key, or null.
+    QTreeWidgetItem* FindNode(const QString& key) const;
+    // Selects the page of this key and shows its panel. False when there is none.
+    bool showPage(const QString& key);
+    // Shows the panel of the selected node.
+    void TreeView1_Click();
+    // The panel of this category; null while it was never opened.
+    PreferencePanel* panel(const QString& key) const;
+
+signals:
+    // Settings were applied: whoever shows them draws anew.
+    void applied();
+    void blockedListChanged();
+    void onTopChanged(bool on);
+    void restoreRequested();
+
+protected:
+    bool queryUnload(CloseMode mode) override;
+
+private:
+    void fillTree();
+    void cmdApply_Click();
+    void cmdOK_Click();
+    void cmdUndo_Click();
+    PreferencePanel* addPanel(QTreeWidgetItem& node);
+    bool savePanels();
+
+    Client& client_;
+    std::unique_ptr<Ui::PreferencesForm> ui_;
+    bool valid_ = true; // the last apply found every panel valid
+};

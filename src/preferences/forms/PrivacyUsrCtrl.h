@@ -1,0 +1,34 @@
+#pragma once
+
+#include "contacts/BlockedContacts.h"
+#include "preferences/forms/PreferencePanel.h"
+
+#include <memory>
+
+namespace Ui
+{
+class PrivacyUsrCtrl;
+}
+
+// The page of the blocked contacts. What is done here is done at once.
+class PrivacyUsrCtrl : public PreferencePanel
+{
+    Q_OBJECT
+
+public:
+    explicit PrivacyUsrCtrl(Client& client);
+    ~PrivacyUsrCtrl() override;
+
+protected:
+    // Contacts can be blocked elsewhere while the page waits.
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void fill();
+    void cmdAdd_Click();
+    void cmdRemove_Click();
+    void tell(const QString& error);
+
+    BlockedContacts blocked_;
+    std::unique_ptr<Ui::PrivacyUsrCtrl> ui_;
+};
