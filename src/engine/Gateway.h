@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/ITriggerReceiver.h"
+#include "engine/ProxyServer.h"
 
 #include <QString>
 
@@ -28,5 +29,7 @@ public:
 
     virtual bool Secure() const = 0;
     virtual void setSecure(bool on) = 0;
+    // The way that the next DoConnect takes.
+    virtual void setProxy(const ProxyServer& proxy) = 0;
     virtual void setQueue(std::shared_ptr<StanzaQueue> queue) = 0;
 };

@@ -17,6 +17,7 @@ public:
     Connection connection;
     Account account;
     bool secure = false;
+    ProxyServer proxy;
 };
 
 namespace
@@ -46,7 +47,7 @@ GatewayClient::~GatewayClient() = default;
 void GatewayClient::DoConnect(const QString& userName, const QString& password, const QString& server,
                               QString& resource)
 {
-    d_->account = {userName, password, resource, {ServerAddress::parsed(server), d_->secure}};
+    d_->account = {userName, password, resource, {ServerAddress::parsed(server), d_->secure, d_->proxy}};
     d_->connection.connectTo(d_->account);
 }
 
@@ -77,6 +78,10 @@ bool GatewayClient::Secure() const
 void GatewayClient::setSecure(bool on)
 {
     d_->secure = on;
+}
+void GatewayClient::setProxy(const ProxyServer& proxy)
+{
+    d_->proxy = proxy;
 }
 void GatewayClient::setQueue(std::shared_ptr<StanzaQueue> queue)
 {

@@ -30,6 +30,7 @@ public:
     QString Server() const override;
     bool Secure() const override;
     void setSecure(bool on) override;
+    void setProxy(const ProxyServer& proxy) override;
     void setQueue(std::shared_ptr<StanzaQueue> queue) override;
     void Trigger() override;
 

@@ -18,6 +18,7 @@ bool LateGateway::makeReal()
         return false;
     real_->setQueue(queue_);
     real_->setSecure(secure_);
+    real_->setProxy(proxy_);
     return true;
 }
 
@@ -40,6 +41,13 @@ void LateGateway::setSecure(bool on)
     secure_ = on;
     if (real_)
         real_->setSecure(on);
+}
+
+void LateGateway::setProxy(const ProxyServer& proxy)
+{
+    proxy_ = proxy;
+    if (real_)
+        real_->setProxy(proxy);
 }
 
 void LateGateway::setQueue(std::shared_ptr<StanzaQueue> queue)

@@ -26,6 +26,7 @@ public:
     QString Server() const override { return real_ ? real_->Server() : QString(); }
     bool Secure() const override { return secure_; }
     void setSecure(bool on) override;
+    void setProxy(const ProxyServer& proxy) override;
     void setQueue(std::shared_ptr<StanzaQueue> queue) override;
     void Trigger() override;
 
@@ -37,6 +38,7 @@ private:
     Maker make_;
     std::unique_ptr<Gateway> real_;
     std::shared_ptr<StanzaQueue> queue_;
+    ProxyServer proxy_;
     bool secure_ = false;
     bool failed_ = false;
 };

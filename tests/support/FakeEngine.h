@@ -21,11 +21,13 @@ public:
     QString Server() const override { return server; }
     bool Secure() const override { return secure; }
     void setSecure(bool on) override { secure = on; }
+    void setProxy(const ProxyServer& value) override { proxy = value; }
     void setQueue(std::shared_ptr<StanzaQueue> queue) override { queue_ = std::move(queue); }
     void Trigger() override {}
 
     bool connected = false;
     bool secure = false;
+    ProxyServer proxy;
     QString userName;
     QString password;
     QString server;

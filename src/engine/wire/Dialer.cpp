@@ -14,7 +14,7 @@ Dialer::Dialer(Goal goal, Resolver& resolver, qint64 nowMs)
 {
     if (!goal_.address.isValid()) {
         fail(goal_.address.error());
-    } else if (goal_.address.asksDns()) {
+    } else if (goal_.address.asksDns() && goal_.proxy.kind == ProxyServer::Kind::None) {
         direct_ = resolver.lookUp(QStringLiteral("_xmpps-client._tcp.") + goal_.address.host());
         plain_ = resolver.lookUp(QStringLiteral("_xmpp-client._tcp.") + goal_.address.host());
     }
@@ -62,8 +62,8 @@ void Dialer::tryNext()
     if (plan_.isEmpty())
         return fail(reason_);
     const auto candidate = plan_.takeFirst();
-    link_ = std::make_shared<StreamLink>(StreamLink::Target{candidate, goal_.address.host(), goal_.secure},
-                                         nowMs_);
+    link_ = std::make_shared<StreamLink>(
+        StreamLink::Target{candidate, goal_.address.host(), goal_.secure, goal_.proxy}, nowMs_);
 }
 
 void Dialer::noteFailure()

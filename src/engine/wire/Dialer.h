@@ -12,6 +12,8 @@ public:
         ServerAddress address;
         // TLS or nothing.
         bool secure = false;
+        // It asks DNS for us, and knows no SRV records.
+        ProxyServer proxy;
     };
     enum class State { Working, Open, Failed };
 

@@ -26,7 +26,7 @@ bool isTlsElement(const Stanza& element, std::string_view name)
 } // namespace
 
 StreamLink::StreamLink(Target target, qint64 nowMs)
-    : target_(std::move(target)), transport_(target_.candidate, target_.domain), nowMs_(nowMs),
+    : target_(std::move(target)), transport_(target_.candidate, target_.domain, target_.proxy), nowMs_(nowMs),
       startMs_(nowMs), heardMs_(nowMs)
 {
 }

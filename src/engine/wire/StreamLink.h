@@ -17,6 +17,7 @@ public:
         Candidate candidate;
         QString domain;
         bool tlsRequired = false;
+        ProxyServer proxy;
     };
     enum class State {
         Connecting,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ProxyServer.h"
 #include "engine/wire/ConnectPlan.h"
 
 #include <QSslSocket>
@@ -14,7 +15,7 @@ public:
     enum class Failure { None, HostNotFound, Refused, Tls, ClosedByPeer, Network };
 
     // `domain` is the name that the certificate must carry.
-    Transport(const Candidate& candidate, const QString& domain);
+    Transport(const Candidate& candidate, const QString& domain, const ProxyServer& proxy);
     ~Transport();
     Transport(const Transport&) = delete;
     Transport& operator=(const Transport&) = delete;
@@ -24,7 +25,7 @@ public:
     State state() const { return state_; }
     Failure failure() const { return failure_; }
     // The system's words for the failure.
-    QString failureText() const { return socket_.errorString(); }
+    QString failureText() const { return failureText_.isEmpty() ? socket_.errorString() : failureText_; }
     bool isEncrypted() const { return socket_.isEncrypted(); }
     QSslCertificate certificate() const { return socket_.peerCertificate(); }
     // Empty for a certificate that verified.
@@ -42,11 +43,19 @@ public:
     void abort();
 
 private:
+    void dial();
     void onConnected();
+    void askProxy();
+    void onProxyAnswer();
+    void onReached();
     void onError(QAbstractSocket::SocketError error);
 
     QSslSocket socket_;
     State state_ = State::Connecting;
     Failure failure_ = Failure::None;
-    bool directTls_;
+    QString failureText_;
+    Candidate candidate_;
+    ProxyServer proxy_;
+    // A SOCKS 4 proxy server that is dialled, or asked and hasn't answered yet.
+    enum class ProxyStep { None, Dialled, Asked } proxyStep_ = ProxyStep::None;
 };

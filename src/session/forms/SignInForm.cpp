@@ -110,6 +110,7 @@ void SignInForm::Connect_Click()
     client_.UserClosing = false;
     auto& gateway = client_.Gateway();
     gateway.setSecure(client_.settings.SSL);
+    gateway.setProxy(client_.proxy);
     QString resource = client_.settings.Resource;
     client_.Core->PluginManager->beginAccount(userName() + u'@' + ui_->txtServer->currentText());
     gateway.DoConnect(userName(), password(), ui_->txtServer->currentText(), resource);
