@@ -26,6 +26,7 @@ public:
     QString Server() const override { return QStringLiteral("home"); }
     bool Secure() const override { return false; }
     void setSecure(bool on) override { log_ += on ? QStringLiteral("secure") : QStringLiteral("open"); }
+    void setProxy(const ProxyServer& proxy) override { log_ += QStringLiteral("proxy ") + proxy.host; }
     void setQueue(std::shared_ptr<StanzaQueue>) override { log_ += QStringLiteral("queue"); }
     void Trigger() override { log_ += QStringLiteral("trigger"); }
 
@@ -47,6 +48,7 @@ private slots:
         LateGateway gateway(host, [&log](ConnectionHost&) { return std::make_unique<PlainGateway>(log); });
         gateway.setQueue(std::make_shared<StanzaQueue>());
         gateway.setSecure(true);
+        gateway.setProxy({ProxyServer::Kind::Socks4, QStringLiteral("door"), 1080, {}, {}});
         gateway.DoDisconnect();
         gateway.Trigger();
         QVERIFY(log.isEmpty());
@@ -57,7 +59,8 @@ private slots:
         gateway.DoConnect(QStringLiteral("romeo"), {}, QStringLiteral("home:5222"), resource);
         gateway.Trigger();
         gateway.DoConnect(QStringLiteral("romeo"), {}, QStringLiteral("home"), resource);
-        QCOMPARE(log.join(u'|'), "queue|secure|connect romeo home:5222 desk|trigger|connect romeo home desk");
+        QCOMPARE(log.join(u'|'),
+                 "queue|secure|proxy door|connect romeo home:5222 desk|trigger|connect romeo home desk");
         QVERIFY(gateway.isconnected());
     }
 

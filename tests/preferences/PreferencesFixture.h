@@ -1,0 +1,35 @@
+#pragma once
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "preferences/forms/PreferencePanel.h"
+#include "preferences/forms/PreferencesForm.h"
+#include "support/RecordingDesktop.h"
+#include "support/TempProfile.h"
+#include "support/UiDriver.h"
+
+// The preferences on settings of their own, shown.
+struct PreferencesFixture {
+    explicit PreferencesFixture(const Settings& settings = {})
+    {
+        client.settings = settings;
+        client.desktop = outside.desktop();
+        open();
+    }
+    ~PreferencesFixture() { registry.deleteAllExcept(nullptr); }
+
+    void open()
+    {
+        form = new PreferencesForm(registry, client);
+        form->show();
+    }
+    bool isOpen() const { return registry.isLoaded(form); }
+    // Chooses the category and yields its panel.
+    PreferencePanel* page(const QString& key) { return form->showPage(key) ? form->panel(key) : nullptr; }
+
+    TempProfile profile;
+    RecordingDesktop outside;
+    Client client;
+    FormRegistry registry;
+    PreferencesForm* form = nullptr;
+};
