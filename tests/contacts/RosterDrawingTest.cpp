@@ -14,6 +14,7 @@ private slots:
     void aServerRowIsFoundByItsUpperCaseOnly();
     void anEmptyGroupOfThePersonsIsLost();
     void aJidThatStandsTwiceIsDrawnOnce();
+    void pruningLeavesTheGroupsThatHoldSomebody();
 };
 
 void RosterDrawingTest::aRecordIsDrawnInItsFolder_data()
@@ -119,6 +120,21 @@ void RosterDrawingTest::aJidThatStandsTwiceIsDrawnOnce()
     list.drawing.Refresh();
     QCOMPARE(list.node("j@x"), QString("First [Offline]"));
     QCOMPARE(list.node("k@x"), QString("Third [Offline]"));
+}
+
+void RosterDrawingTest::pruningLeavesTheGroupsThatHoldSomebody()
+{
+    ListFixture list;
+    list.addContact("a@x", "Ann", "Pals"); // known, and not empty
+    for (const auto& known : {"Waiting authorization", "Empty"})
+        list.client.MyGroups.AddItem(known);
+    list.drawing.tree().addGroup("Empty", {});
+    list.drawing.tree().addGroup("Mine", "NewGroup"); // the person's own, not yet known
+    QVERIFY(list.drawing.PruneEmptyGroups());
+    QCOMPARE(list.drawn(), QString("Pals [ClosedFolder2]\n"
+                                   "  Ann [Offline]\n"
+                                   "Mine [ClosedFolder2]\n"));
+    QVERIFY(list.drawing.PruneEmptyGroups()); // what isn't there is no fault
 }
 
 BRELO_TEST(RosterDrawingTest)
