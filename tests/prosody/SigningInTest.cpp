@@ -2,6 +2,7 @@
 #include "prosody/ProsodyFixture.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QApplication>
@@ -120,10 +121,9 @@ private slots:
 
     void firstTimeYesMakesTheAccount_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("password");
-        QTest::newRow("plain") << QStringLiteral("mercutio") << QStringLiteral("jest");
-        QTest::newRow("special") << QStringLiteral("tybalt") << QStringLiteral("<king> & \"cats\"");
+        columns<QString, QString>("name", "password");
+        row("plain", QStringLiteral("mercutio"), QStringLiteral("jest"));
+        row("special", QStringLiteral("tybalt"), QStringLiteral("<king> & \"cats\""));
     }
 
     void firstTimeYesMakesTheAccount()

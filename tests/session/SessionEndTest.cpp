@@ -4,6 +4,7 @@
 #include "desktop/forms/QtMessageBoxes.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -42,9 +43,9 @@ private slots:
     void cancelComesBackFromEveryStep_data()
     {
         QTest::addColumn<int>("steps");
-        QTest::newRow("connecting") << 0;
-        QTest::newRow("stream up") << 1;
-        QTest::newRow("first list there") << 2;
+        row("connecting", 0);
+        row("stream up", 1);
+        row("first list there", 2);
     }
 
     void cancelComesBackFromEveryStep()
@@ -95,12 +96,10 @@ private slots:
 
     void windowPositionComesBack_data()
     {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("startInTray");
-        QTest::addColumn<bool>("returns");
-        QTest::newRow("normal") << 0 << false << true;
-        QTest::newRow("start in the tray ignores the place") << 0 << true << false;
-        QTest::newRow("minimised loses the place") << 1 << false << false;
+        columns<int, bool, bool>("state", "startInTray", "returns");
+        row("normal", 0, false, true);
+        row("start in the tray ignores the place", 0, true, false);
+        row("minimised loses the place", 1, false, false);
     }
 
     void windowPositionComesBack()
@@ -127,8 +126,8 @@ private slots:
     void exitClosesAndWritesEverything_data()
     {
         QTest::addColumn<bool>("byTray");
-        QTest::newRow("tray") << true;
-        QTest::newRow("menu") << false;
+        row("tray", true);
+        row("menu", false);
     }
 
     void exitClosesAndWritesEverything()

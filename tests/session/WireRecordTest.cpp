@@ -4,6 +4,7 @@
 #include "sandbox/SandboxServer.h"
 #include "session/forms/SignInForm.h"
 #include "support/LiveClient.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -75,23 +76,19 @@ private slots:
 
     void statusCommands_data()
     {
-        QTest::addColumn<QByteArray>("entry");
-        QTest::addColumn<QByteArray>("wire");
-        QTest::newRow("available") << QByteArray("mRosterSAvailable")
-                                   << QByteArray("<presence><show></show><status></status></presence>");
-        QTest::newRow("away") << QByteArray("mRosterSAway")
-                              << QByteArray(
-                                     "<presence><show>away</show><status>Al momento non al computer</status>"
-                                     "</presence>");
-        QTest::newRow("xa") << QByteArray("mRosterSXAway")
-                            << QByteArray(
-                                   "<presence><show>xa</show><status>Non al computer per un po'</status>"
-                                   "</presence>");
-        QTest::newRow("dnd")
-            << QByteArray("mRosterSDND")
-            << QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>");
-        QTest::newRow("chat") << QByteArray("mRosterSFFC")
-                              << QByteArray("<presence><show>chat</show><status></status></presence>");
+        columns<QByteArray, QByteArray>("entry", "wire");
+        row("available", QByteArray("mRosterSAvailable"),
+            QByteArray("<presence><show></show><status></status></presence>"));
+        row("away", QByteArray("mRosterSAway"),
+            QByteArray("<presence><show>away</show><status>Al momento non al computer</status>"
+                       "</presence>"));
+        row("xa", QByteArray("mRosterSXAway"),
+            QByteArray("<presence><show>xa</show><status>Non al computer per un po'</status>"
+                       "</presence>"));
+        row("dnd", QByteArray("mRosterSDND"),
+            QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>"));
+        row("chat", QByteArray("mRosterSFFC"),
+            QByteArray("<presence><show>chat</show><status></status></presence>"));
     }
 
     void statusCommands()
