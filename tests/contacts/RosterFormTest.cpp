@@ -1,5 +1,4 @@
 #include "contacts/WindowFixture.h"
-#include "desktop/forms/WaitAnimation.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
@@ -8,7 +7,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QStatusBar>
 
 // The main window and the small windows of its commands.
@@ -197,19 +195,6 @@ private slots:
         QVERIFY(window.outside.links.opened.isEmpty());
     }
 
-    void aCloseGoesToTheTray()
-    {
-        WindowFixture window;
-        QSignalSpy state(window.form, &RosterForm::trayMenuState);
-        QSignalSpy notice(window.form, &RosterForm::showInTrayRequested);
-        window.form->close();
-        QVERIFY(!window.form->isVisible() && window.form->isMinimized());
-        QCOMPARE(state.value(0), QVariantList({true, false}));
-        QCOMPARE(notice.count(), 1);
-        QCOMPARE(window.client.MyRoster.Count(), 5);
-        QVERIFY(window.registry.find("RosterForm"));
-    }
-
     void aRealCloseEmptiesTheLists()
     {
         WindowFixture window;
@@ -221,26 +206,6 @@ private slots:
                      client.MyBanList.Count(),
                  0);
         QVERIFY(!window.registry.find("RosterForm"));
-    }
-
-    void theLostConnectionShowsTheWaitPicture()
-    {
-        WindowFixture window;
-        auto* picture = window.form->findChild<WaitAnimation*>("Image1");
-        auto* text = window.form->findChild<QLabel*>("StatusBar2Panel2");
-        QAction* button = window.action("Toolbar1Button1");
-        window.form->showDisconnected();
-        QVERIFY(!window.roster->isVisible() && picture->isVisible());
-        QCOMPARE(text->text(), QString("Diconnected"));
-        QCOMPARE(button->toolTip(), QString("Connect"));
-        QVERIFY(!button->isChecked());
-        window.form->showConnected(true);
-        QVERIFY(window.roster->isVisible() && !picture->isVisible() && !picture->isRunning());
-        QCOMPARE(text->text(), QString("Available"));
-        QVERIFY(button->isChecked());
-        window.engine.gateway().secure = true;
-        window.form->showConnected(false);
-        QCOMPARE(window.form->findChild<QLabel*>("StatusBar2Panel3")->text(), QString("SSL"));
     }
 
     void removeContactIsOpenForContactsOnly()

@@ -15,7 +15,7 @@ class SystemCloseTest : public QObject
 private slots:
     void isTold_data()
     {
-        QTest::addColumn<int>("signal"); // 0 is the application's Quit event
+        columns<int>("signal"); // 0 is the application's Quit event
         row("terminate", SIGTERM);
         row("interrupt", SIGINT);
         row("terminal gone", SIGHUP);

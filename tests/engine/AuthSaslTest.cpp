@@ -93,7 +93,7 @@ private slots:
 
     void serverThatDoesNotProveItselfIsRefused_data()
     {
-        QTest::addColumn<QString>("success");
+        columns<QString>("success");
         row("no signature", "");
         row("forged signature", QString::fromLatin1(("v=" + QByteArray(32, 'x').toBase64()).toBase64()));
         row("an error in it", QString::fromLatin1(QByteArray("e=other-error").toBase64()));
@@ -115,7 +115,7 @@ private slots:
 
     void badChallengeEndsTheExchange_data()
     {
-        QTest::addColumn<QByteArray>("message");
+        columns<QByteArray>("message");
         row("another nonce", QByteArray("r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096"));
         row("endless work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000"));
         row("no work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=0"));

@@ -116,7 +116,7 @@ private slots:
 
     void anAnswerComesWhateverTheServerDoes_data()
     {
-        QTest::addColumn<QString>("reply");
+        columns<QString>("reply");
         row("silence", "");
         row("refusal, then silence", refusal);
         row("result without a list", "<iq type='result' id='agents' from='montague.example'/>");

@@ -51,7 +51,7 @@ private slots:
 
     void signalsStayInTheEngine_data()
     {
-        QTest::addColumn<QString>("message");
+        columns<QString>("message");
         for (const auto* name : {"paused", "active", "inactive", "gone"})
             row(name, "<message from='a@b/c' type='chat'>" + state.arg(QLatin1String(name)) + "</message>");
         row("receipt", "<message from='a@b/c'><received xmlns='urn:xmpp:receipts' id='1'/></message>");
@@ -79,7 +79,7 @@ private slots:
 
     void contentPassesAsItCame_data()
     {
-        QTest::addColumn<QString>("message");
+        columns<QString>("message");
         row("body", "<message from=\"a@b\"><body>x</body></message>");
         row("body and state", "<message from=\"a@b\"><body>x</body>" + state.arg("active") + "</message>");
         row("subject", "<message from=\"a@b\" type=\"headline\"><subject>x</subject></message>");
@@ -104,7 +104,7 @@ private slots:
 
     void typingBecomesTheOldEvent_data()
     {
-        QTest::addColumn<QString>("type");
+        columns<QString>("type");
         row("chat", " type=\"chat\"");
         row("plain", "");
     }

@@ -24,7 +24,7 @@ private slots:
 
     void sentTextStaysAsTheClientWroteIt_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("browse", "<iq type='get' id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
                       "<query xmlns=\"jabber:iq:browse\"></query></iq>");
         row("card", "<iq type=\"get\" id=\"vcard_wj_3\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>");
@@ -49,7 +49,7 @@ private slots:
 
     void whatComesUpStaysAsItCame_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("typing ended", "<message from=\"a@b\"><x xmlns=\"jabber:x:event\"><id>1</id></x></message>");
         row("nothing in it", "<message from=\"a@b\" type=\"chat\"/>");
         row("error", "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>");

@@ -37,25 +37,6 @@ private slots:
         QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/orchard"));
     }
 
-    void badServerTextsAreToldAtOnce_data()
-    {
-        QTest::addColumn<QString>("server");
-        row("empty", "");
-        row("blanks", "my server");
-        row("bad port", "localhost:many");
-    }
-
-    void badServerTextsAreToldAtOnce()
-    {
-        QFETCH(QString, server);
-        GatewayRig rig;
-        rig.connectTo(server);
-        rig.tick();
-        QCOMPARE(rig.up, QStringList{"<presence type=\"close\"/>"});
-        QCOMPARE(rig.host.progress.size(), 1);
-        QVERIFY(!rig.gateway->isconnected());
-    }
-
     void failuresAreToldInWords_data()
     {
         columns<QByteArray, bool, QString>("answer", "hangsUp", "says");
@@ -95,19 +76,9 @@ private slots:
         TICK_UNTIL(rig, !rig.server.isConnected());
     }
 
-    void aRefusingPortIsTold()
-    {
-        GatewayRig rig;
-        const auto address = rig.server.address();
-        rig.server.refuse();
-        rig.connectTo(address);
-        TICK_UNTIL(rig, rig.isClosed());
-        QVERIFY2(rig.host.progress.value(0).contains(u"refused"), qPrintable(rig.host.progress.value(0)));
-    }
-
     void aSilentServerTimesOut_data()
     {
-        QTest::addColumn<QByteArray>("answer");
+        columns<QByteArray>("answer");
         row("from the start", QByteArray());
         row("in the header", QByteArray("<stream:stream "));
         row("before the features", ScriptedServer::header());
@@ -169,7 +140,7 @@ private slots:
 
     void thePasswordCrossesInClearOnlyIfAllowed_data()
     {
-        QTest::addColumn<bool>("allowed");
+        columns<bool>("allowed");
         row("allowed", true);
         row("not allowed", false);
     }
@@ -190,7 +161,7 @@ private slots:
 
     void cancelWorksAtAnyTime_data()
     {
-        QTest::addColumn<QByteArray>("answer");
+        columns<QByteArray>("answer");
         row("silent", QByteArray());
         row("header", ScriptedServer::header());
         row("signing in", ScriptedServer::header(false));
@@ -219,7 +190,7 @@ private slots:
 
     void leavingWithinAQuestionIsHarmless_data()
     {
-        QTest::addColumn<int>("what");
+        columns<int>("what");
         row("disconnect", 0);
         row("connect anew", 1);
         row("destroy", 2);

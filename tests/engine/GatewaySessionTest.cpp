@@ -111,7 +111,7 @@ private slots:
 
     void aLostConnectionIsToldOnce_data()
     {
-        QTest::addColumn<QByteArray>("last");
+        columns<QByteArray>("last");
         row("suddenly", QByteArray());
         row("in a stanza", QByteArray("<message from='juliet@a.example'><bo"));
         row("closed", QByteArray("</stream:stream>"));

@@ -33,7 +33,7 @@ class GatewayTlsTest : public QObject
 private slots:
     void theQuestionDecides_data()
     {
-        QTest::addColumn<CertificateAnswer>("answer");
+        columns<CertificateAnswer>("answer");
         row("refuse", CertificateAnswer::Refuse);
         row("once", CertificateAnswer::AcceptOnce);
         row("always", CertificateAnswer::AcceptAlways);

@@ -93,7 +93,7 @@ private slots:
 
     void onlyRequestsAreOutstanding_data()
     {
-        QTest::addColumn<QByteArray>("sent");
+        columns<QByteArray>("sent");
         row("nothing", QByteArray());
         row("result", QByteArray("<iq type='result' id='1' to='a@b'/>"));
         row("another id", get("a@b", "2"));

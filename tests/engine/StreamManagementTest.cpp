@@ -103,7 +103,7 @@ private slots:
 
     void secretsAreMasked_data()
     {
-        QTest::addColumn<QString>("xml");
+        columns<QString>("xml");
         row("password", "<iq><query><password>s3cret</password></query></iq>");
         row("digest", "<digest a='b'>s3cret</digest>");
         row("sasl", "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>s3cret</auth>");

@@ -68,16 +68,6 @@ private slots:
         QCOMPARE(lost.size(), 0);
     }
 
-    void presenceWithoutSenderEndsTheSession()
-    {
-        MessagingFixture f;
-        auto context = f.engine.contextFor(QStringLiteral("<presence type='close'/>"));
-        QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
-        f.notices().OnPresence(context);
-        QCOMPARE(lost.size(), 1);
-        QVERIFY(!f.notices().isVisible());
-    }
-
     void placeAndTranscriptSurviveAClose()
     {
         MessagingFixture f;

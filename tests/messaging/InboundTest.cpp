@@ -289,7 +289,7 @@ private slots:
 
     void hostileTextsAreShownAsTheyCame_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("markup", "<b>&amp;\"'</b> [*]");
         row("right to left", QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D\xE2\x80\xAE abc"));
         row("emoji",

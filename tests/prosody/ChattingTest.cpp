@@ -69,7 +69,7 @@ private slots:
 
     void messagesBothWays_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("plain", QStringLiteral("What light through yonder window breaks?"));
         row("markup", QStringLiteral("<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;"));
         row("emoji", QStringLiteral("🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית"));

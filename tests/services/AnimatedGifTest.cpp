@@ -103,7 +103,7 @@ private slots:
 
     void tellsMissingFiles_data()
     {
-        QTest::addColumn<QString>("path");
+        columns<QString>("path");
         row("no name", QString());
         row("no such file", folder_.filePath(QStringLiteral("none.gif")));
         row("a folder", folder_.path());

@@ -283,7 +283,6 @@ private:
     }
 
     // The window of the last card, or null.
-
     VCardForm* window() const
     {
         const auto forms = world_->registry.loaded();

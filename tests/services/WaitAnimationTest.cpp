@@ -109,7 +109,6 @@ private:
     }
 
     // The colour at a point of the 8 x 8 pixels on show.
-
     QColor pixel(int x, int y) { return animation_->grab().toImage().pixelColor(x, y); }
 
     QTemporaryDir folder_;

@@ -2,6 +2,7 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/WaitAnimation.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
 #include "support/Table.h"
@@ -42,7 +43,7 @@ class SessionEndTest : public QObject
 private slots:
     void cancelComesBackFromEveryStep_data()
     {
-        QTest::addColumn<int>("steps");
+        columns<int>("steps");
         row("connecting", 0);
         row("stream up", 1);
         row("first list there", 2);
@@ -84,14 +85,20 @@ private slots:
         QCOMPARE(panel(*live.rosterForm(), 2), QStringLiteral("Diconnected"));
         QCOMPARE(panel(*live.rosterForm(), 3), QString());
         QVERIFY(!live.rosterForm()->Roster1->isVisible());
+        QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
         QCOMPARE(live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
         QCOMPARE(live.trayEntry("mnuTrayConnect"), QStringLiteral("Connect..."));
         // The connect button starts again through the sign-in window.
-        ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->trigger();
+        const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
+        QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
+        ui::choose(live.rosterForm(), "Toolbar1Button1");
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
+        live.client.settings.SSL = true;
         live.signIn();
         QVERIFY(live.rosterForm()->Roster1->isVisible());
-        QCOMPARE(panel(*live.rosterForm(), 3), QStringLiteral("OPEN"));
+        QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());
+        QVERIFY(ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->isChecked());
+        QCOMPARE(panel(*live.rosterForm(), 2) + panel(*live.rosterForm(), 3), "AvailableSSL");
     }
 
     void windowPositionComesBack_data()
@@ -125,7 +132,7 @@ private slots:
 
     void exitClosesAndWritesEverything_data()
     {
-        QTest::addColumn<bool>("byTray");
+        columns<bool>("byTray");
         row("tray", true);
         row("menu", false);
     }

@@ -136,7 +136,7 @@ private slots:
 
     void enterConnects_data()
     {
-        QTest::addColumn<QByteArray>("control");
+        columns<QByteArray>("control");
         for (const char* name :
              {"txtUserName", "txtPassword", "txtServer", "txtResource", "Check1", "Connect"})
             row(name, QByteArray(name));

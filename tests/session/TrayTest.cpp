@@ -87,7 +87,7 @@ private slots:
 
     void doubleClick_data()
     {
-        QTest::addColumn<bool>("minimized");
+        columns<bool>("minimized");
         row("brings a minimised main window back", true);
         row("leaves an open one alone", false);
     }
@@ -107,7 +107,7 @@ private slots:
 
     void closingTheMainWindow_data()
     {
-        QTest::addColumn<bool>("reachable");
+        columns<bool>("reachable");
         row("hides it and says where it went", true);
         row("leaves it in reach where there is no tray", false);
     }

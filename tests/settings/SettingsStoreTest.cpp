@@ -101,7 +101,7 @@ private slots:
 
     void valuesStandAsTextUnderTheirKeys_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("Program Settings/Check Yahoo! Mail", "False");
         row("Program Settings/New Window on Top", "True");
         row("Program Settings/Color Online", "12222037");
