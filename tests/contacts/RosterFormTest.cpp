@@ -17,23 +17,24 @@ class RosterFormTest : public QObject
 private slots:
     void aStatusCommandShowsAndSends_data()
     {
-        columns<QString, QString, QString>("entry", "label", "show");
-        row("available", "mRosterSAvailable", "Available", "");
-        row("away", "mRosterSAway", "Away", "away");
-        row("xa", "mRosterSXAway", "Extended away", "xa");
-        row("dnd", "mRosterSDND", "Do not disturb", "dnd");
-        row("free", "mRosterSFFC", "Free for Chat", "chat");
+        // sent: show and status
+        columns<QString, QString, QString>("entry", "label", "sent");
+        row("available", "mRosterSAvailable", "Available", "|");
+        row("away", "mRosterSAway", "Away", "away|Al momento non al computer");
+        row("xa", "mRosterSXAway", "Extended away", "xa|Non al computer per un po'");
+        row("dnd", "mRosterSDND", "Do not disturb", "dnd|I'm busy, go away.");
+        row("free", "mRosterSFFC", "Free for Chat", "chat|");
     }
 
     void aStatusCommandShowsAndSends()
     {
         QFETCH(QString, entry);
-        QFETCH(QString, show);
+        QFETCH(QString, sent);
         WindowFixture window;
         window.choose(entry);
-        const QStringList sent = window.engine.takeSent();
-        QCOMPARE(sent.size(), 1);
-        QVERIFY2(sent[0].startsWith("<presence><show>" + show + "</show><status>"), qPrintable(sent[0]));
+        const QString presence = "<presence><show>%1</show><status>%2</status></presence>";
+        QCOMPARE(window.engine.takeSent(),
+                 QStringList(presence.arg(sent.section('|', 0, 0), sent.section('|', 1))));
         window.engine.gateway().connected = false;
         window.choose(entry);
         QVERIFY(window.engine.takeSent().isEmpty());

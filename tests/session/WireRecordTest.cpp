@@ -4,7 +4,6 @@
 #include "sandbox/SandboxServer.h"
 #include "session/forms/SignInForm.h"
 #include "support/LiveClient.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -72,34 +71,6 @@ private slots:
         QVERIFY(record.contains(online));
         QCOMPARE(record.indexOf(browse), record.indexOf(online) + 1);
         QCOMPARE(presencesOf(record).size(), 1);
-    }
-
-    void statusCommands_data()
-    {
-        columns<QByteArray, QByteArray>("entry", "wire");
-        row("available", QByteArray("mRosterSAvailable"),
-            QByteArray("<presence><show></show><status></status></presence>"));
-        row("away", QByteArray("mRosterSAway"),
-            QByteArray("<presence><show>away</show><status>Al momento non al computer</status>"
-                       "</presence>"));
-        row("xa", QByteArray("mRosterSXAway"),
-            QByteArray("<presence><show>xa</show><status>Non al computer per un po'</status>"
-                       "</presence>"));
-        row("dnd", QByteArray("mRosterSDND"),
-            QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>"));
-        row("chat", QByteArray("mRosterSFFC"),
-            QByteArray("<presence><show>chat</show><status></status></presence>"));
-    }
-
-    void statusCommands()
-    {
-        QFETCH(QByteArray, entry);
-        QFETCH(QByteArray, wire);
-        Fixture f;
-        QVERIFY(f.signIn());
-        f.server.takeReceived();
-        ui::choose(f.live->rosterForm(), entry.constData());
-        QTRY_COMPARE(f.server.received(), QList<QByteArray>{wire});
     }
 
     void chatBothWays()
