@@ -4,7 +4,6 @@
 #include "engine/Jid.h"
 #include "engine/Xml.h"
 #include "session/HandshakeStanzas.h"
-#include "session/IqRoute.h"
 #include "session/MessageRoute.h"
 #include "session/PresenceRoute.h"
 #include "session/SessionWindows.h"
@@ -63,7 +62,7 @@ void SessionDispatch::OnIQ(PlugInContext& context)
     if (client_.IgnoreIQ)
         return;
     for (const auto child : context.Stanza().root().children()) {
-        if (child.type() == pugi::node_element && !dispatchChild(child, context))
+        if (child.type() == pugi::node_element && !take(routeOfNamespace(xml::xmlns(child)), context))
             return;
     }
     const QString id = context.Stanza().IqFields().Id();
@@ -75,36 +74,31 @@ void SessionDispatch::OnIQ(PlugInContext& context)
         routes.pass(Routes::vCard, context); // the refusal of a card need not repeat the card
 }
 
-bool SessionDispatch::dispatchChild(pugi::xml_node child, PlugInContext& context)
+bool SessionDispatch::take(const IqRoute& route, PlugInContext& context)
 {
-    switch (routeOfNamespace(xml::xmlns(child))) {
-    case IqRoute::Roster:
+    switch (route.step) {
+    case IqStep::Roster:
         onList(tr("Receiving Gateways..."), context, &SessionWindows::roster);
         break;
-    case IqRoute::Agents:
+    case IqStep::Agents:
         onList(tr("Receiving Contacts"), context, &SessionWindows::agents);
         break;
-    case IqRoute::Register:
-        routes.pass(Routes::transport, context);
-        break;
-    case IqRoute::Auth:
+    case IqStep::Auth:
         askFirstTime(context);
         break;
-    case IqRoute::Browse:
-        return dispatchBrowse(context);
-    case IqRoute::Search:
-        routes.pass(Routes::search, context);
+    case IqStep::Browse:
+        return take(routeOfBrowse(context.Stanza().IqFields().Id(),
+                                  context.Session().Properties().Exists(groupChatKey)),
+                    context);
+    case IqStep::CheckServer:
+        routes.pass(route.place, context);
+        return context.Stanza().IqFields().Type() != u"error";
+    case IqStep::SupportedNamespaces:
+        return readSupportedNamespaces(context);
+    case IqStep::Pass:
+        routes.pass(route.place, context);
         break;
-    case IqRoute::VCard:
-        routes.pass(Routes::vCard, context);
-        break;
-    case IqRoute::Conference:
-        routes.pass(Routes::groupChat, context);
-        break;
-    case IqRoute::OutOfBand:
-        routes.pass(Routes::fileTransfer, context);
-        break;
-    case IqRoute::None:
+    case IqStep::None:
         break;
     }
     return true;
@@ -169,34 +163,6 @@ void SessionDispatch::onRegistered(PlugInContext& context)
                                         xml::text(fields.Document().select_node("//iq/error").node()));
         windows_.backToSignIn();
     }
-}
-
-bool SessionDispatch::dispatchBrowse(PlugInContext& context)
-{
-    const bool isGroupChat = context.Session().Properties().Exists(groupChatKey);
-    switch (routeOfBrowse(context.Stanza().IqFields().Id(), isGroupChat)) {
-    case BrowseRoute::CheckServer:
-        routes.pass(Routes::checkServer, context);
-        return context.Stanza().IqFields().Type() != u"error";
-    case BrowseRoute::SearchServices:
-    case BrowseRoute::SearchBrowser:
-        routes.pass(Routes::searchServices, context);
-        break;
-    case BrowseRoute::ChatRooms:
-        routes.pass(Routes::chatRooms, context);
-        break;
-    case BrowseRoute::GroupChat:
-        routes.pass(Routes::groupChat, context);
-        break;
-    case BrowseRoute::SupportedNamespaces:
-        return readSupportedNamespaces(context);
-    case BrowseRoute::OnlineUsers:
-        routes.pass(Routes::onlineUsers, context);
-        break;
-    case BrowseRoute::None:
-        break;
-    }
-    return true;
 }
 
 bool SessionDispatch::readSupportedNamespaces(PlugInContext& context)

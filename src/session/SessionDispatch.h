@@ -1,10 +1,10 @@
 #pragma once
 
 #include "engine/ApplicationPlugIn.h"
+#include "session/IqRoute.h"
 #include "session/Routes.h"
 
 #include <QString>
-#include <pugixml.hpp>
 
 struct Client;
 class SessionWindows;
@@ -28,13 +28,12 @@ public:
 
 private:
     // False when the stanza is done with, so that its other children aren't looked at.
-    bool dispatchChild(pugi::xml_node child, PlugInContext& context);
+    bool take(const IqRoute& route, PlugInContext& context);
     void onList(const QString& progressLine, PlugInContext& context,
                 ApplicationPlugIn& (SessionWindows::*list)());
     void finish(PlugInContext& context);
     void askFirstTime(PlugInContext& context);
     void onRegistered(PlugInContext& context);
-    bool dispatchBrowse(PlugInContext& context);
     bool readSupportedNamespaces(PlugInContext& context);
     void onAuthorizationNotice(PlugInContext& context, const QString& text);
     void acceptGateway(PlugInContext& context);

@@ -1,5 +1,6 @@
 #include "contacts/BannedListFile.h"
 #include "contacts/CBanList.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -13,152 +14,134 @@ class BannedListFileTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aMissingFileIsMadeAtTheFirstLoad();
-    void aFileIsLoadedOnce_data();
-    void aFileIsLoadedOnce();
-    void aChangeIsWritten_data();
-    void aChangeIsWritten();
-    void aFileThatCannotBeUsedIsLeftAlone_data();
-    void aFileThatCannotBeUsedIsLeftAlone();
-    void aFolderThatCannotBeMadeIsTold();
+    void aMissingFileIsMadeAtTheFirstLoad()
+    {
+        TempProfile profile;
+        const BannedListFile file;
+        QCOMPARE(file.fileName(), profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml");
+        QVERIFY(!QFileInfo::exists(file.fileName()));
+        CBanList list;
+        QCOMPARE(file.load(list), QString());
+        QCOMPARE(content(file.fileName()), QByteArray("<banned></banned>\n"));
+        const auto others = QFile::permissions(file.fileName()) &
+                            ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+        QCOMPARE(int(others), 0);
+    }
+
+    void aFileIsLoadedOnce_data()
+    {
+        columns<QByteArray, QStringList>("text", "expected");
+        row("twice the same", QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>"),
+            QStringList({"a@x", "b@x"}));
+        row("escaped", QByteArray("<banned>\r\n <item>a&amp;b@x</item>\r\n</banned>\r\n"),
+            QStringList("a&b@x"));
+        row("8-bit of old", QByteArray("<banned><item>ren\xE9@x</item></banned>"),
+            QStringList(QString::fromUtf8("ren\u00e9@x")));
+        row("UTF-8", QByteArray("<banned><item>ren\xC3\xA9@x</item></banned>"),
+            QStringList(QString::fromUtf8("ren\u00e9@x")));
+        row("an empty item", QByteArray("<banned><item/></banned>"), QStringList());
+    }
+
+    void aFileIsLoadedOnce()
+    {
+        QFETCH(QByteArray, text);
+        TempProfile profile;
+        const BannedListFile file;
+        put(file.fileName(), text);
+        CBanList list;
+        QCOMPARE(file.load(list), QString());
+        QCOMPARE(file.load(list), QString());
+        QStringList loaded;
+        for (int position = 1; position <= list.Count(); ++position)
+            loaded += list.Item(position)->JID;
+        QTEST(loaded, "expected");
+    }
+
+    void aChangeIsWritten_data()
+    {
+        // change: + or - and the address
+        columns<QByteArray, QString, QByteArray>("before", "change", "after");
+        row("add", QByteArray("<banned></banned>\n"), "+a&b@x",
+            QByteArray("<banned><item>a&amp;b@x</item></banned>\n"));
+        row("add twice", QByteArray("<banned><item>a@x</item></banned>"), "+a@x",
+            QByteArray("<banned><item>a@x</item><item>a@x</item></banned>\n"));
+        row("remove the first only",
+            QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>"), "-a@x",
+            QByteArray("<banned><item>b@x</item><item>a@x</item></banned>\n"));
+        row("remove a stranger", QByteArray("<banned><item>a@x</item></banned>"), "-A@x",
+            QByteArray("<banned><item>a@x</item></banned>\n"));
+        row("add to no file", QByteArray(), "+a@x", QByteArray("<banned><item>a@x</item></banned>\n"));
+    }
+
+    void aChangeIsWritten()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, change);
+        TempProfile profile;
+        const BannedListFile file;
+        if (!before.isEmpty())
+            put(file.fileName(), before);
+        QCOMPARE(change.startsWith('+') ? file.add(change.mid(1)) : file.remove(change.mid(1)), QString());
+        QTEST(content(file.fileName()), "after");
+        // Nothing of the writing is left beside it.
+        QCOMPARE(QFileInfo(file.fileName()).dir().entryList(QDir::Files | QDir::Hidden),
+                 QStringList("BannedList.xml"));
+    }
+
+    void aFileThatCannotBeUsedIsLeftAlone_data()
+    {
+        columns<QByteArray, bool, int>("text", "readOnly", "loaded");
+        row("no XML", QByteArray("these are my foes"), false, -1);
+        row("cut in half", QByteArray("<banned><item>a@x</it"), false, -1);
+        row("empty", QByteArray(), false, -1);
+        row("something else", QByteArray("<html><item>a@x</item></html>"), false, -1);
+        row("read-only", QByteArray("<banned><item>a@x</item></banned>"), true, 1);
+    }
+
+    void aFileThatCannotBeUsedIsLeftAlone()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, readOnly);
+        QFETCH(int, loaded);
+        TempProfile profile;
+        const BannedListFile file;
+        put(file.fileName(), text);
+        if (readOnly)
+            QFile::setPermissions(file.fileName(), QFile::ReadOwner);
+        CBanList list;
+        QCOMPARE(file.load(list).isEmpty(), loaded >= 0);
+        QCOMPARE(list.Count(), qMax(loaded, 0));
+        QVERIFY(file.add("b@x").contains(file.fileName()));
+        QVERIFY(file.remove("a@x").contains(file.fileName()));
+        QCOMPARE(content(file.fileName()), text);
+    }
+
+    void aFolderThatCannotBeMadeIsTold()
+    {
+        TempProfile profile;
+        put(profile.path() + "/data/Brelo", "in the way");
+        const BannedListFile file;
+        CBanList list;
+        QVERIFY(!file.load(list).isEmpty());
+        QVERIFY(!file.add("a@x").isEmpty());
+        QCOMPARE(content(profile.path() + "/data/Brelo"), QByteArray("in the way"));
+    }
 
 private:
-    static void put(const QString& file, const QByteArray& text);
-    static QByteArray content(const QString& file);
+    static void put(const QString& file, const QByteArray& text)
+    {
+        QDir().mkpath(QFileInfo(file).path());
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(text);
+    }
+
+    static QByteArray content(const QString& file)
+    {
+        QFile in(file);
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("unreadable");
+    }
 };
-
-void BannedListFileTest::put(const QString& file, const QByteArray& text)
-{
-    QDir().mkpath(QFileInfo(file).path());
-    QFile out(file);
-    QVERIFY(out.open(QIODevice::WriteOnly));
-    out.write(text);
-}
-
-QByteArray BannedListFileTest::content(const QString& file)
-{
-    QFile in(file);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("unreadable");
-}
-
-void BannedListFileTest::aMissingFileIsMadeAtTheFirstLoad()
-{
-    TempProfile profile;
-    const BannedListFile file;
-    QCOMPARE(file.fileName(), profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml");
-    QVERIFY(!QFileInfo::exists(file.fileName()));
-    CBanList list;
-    QCOMPARE(file.load(list), QString());
-    QCOMPARE(content(file.fileName()), QByteArray("<banned></banned>\n"));
-    const auto others = QFile::permissions(file.fileName()) &
-                        ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-    QCOMPARE(int(others), 0);
-}
-
-void BannedListFileTest::aFileIsLoadedOnce_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("twice the same")
-        << QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>")
-        << QStringList({"a@x", "b@x"});
-    QTest::newRow("escaped") << QByteArray("<banned>\r\n <item>a&amp;b@x</item>\r\n</banned>\r\n")
-                             << QStringList("a&b@x");
-    QTest::newRow("8-bit of old") << QByteArray("<banned><item>ren\xE9@x</item></banned>")
-                                  << QStringList(QString::fromUtf8("ren\u00e9@x"));
-    QTest::newRow("UTF-8") << QByteArray("<banned><item>ren\xC3\xA9@x</item></banned>")
-                           << QStringList(QString::fromUtf8("ren\u00e9@x"));
-    QTest::newRow("an empty item") << QByteArray("<banned><item/></banned>") << QStringList();
-}
-
-void BannedListFileTest::aFileIsLoadedOnce()
-{
-    QFETCH(QByteArray, text);
-    TempProfile profile;
-    const BannedListFile file;
-    put(file.fileName(), text);
-    CBanList list;
-    QCOMPARE(file.load(list), QString());
-    QCOMPARE(file.load(list), QString());
-    QStringList loaded;
-    for (int position = 1; position <= list.Count(); ++position)
-        loaded += list.Item(position)->JID;
-    QTEST(loaded, "expected");
-}
-
-void BannedListFileTest::aChangeIsWritten_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QString>("change"); // + or - and the address
-    QTest::addColumn<QByteArray>("after");
-    QTest::newRow("add") << QByteArray("<banned></banned>\n") << "+a&b@x"
-                         << QByteArray("<banned><item>a&amp;b@x</item></banned>\n");
-    QTest::newRow("add twice") << QByteArray("<banned><item>a@x</item></banned>") << "+a@x"
-                               << QByteArray("<banned><item>a@x</item><item>a@x</item></banned>\n");
-    QTest::newRow("remove the first only")
-        << QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>") << "-a@x"
-        << QByteArray("<banned><item>b@x</item><item>a@x</item></banned>\n");
-    QTest::newRow("remove a stranger") << QByteArray("<banned><item>a@x</item></banned>") << "-A@x"
-                                       << QByteArray("<banned><item>a@x</item></banned>\n");
-    QTest::newRow("add to no file") << QByteArray() << "+a@x"
-                                    << QByteArray("<banned><item>a@x</item></banned>\n");
-}
-
-void BannedListFileTest::aChangeIsWritten()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QString, change);
-    TempProfile profile;
-    const BannedListFile file;
-    if (!before.isEmpty())
-        put(file.fileName(), before);
-    QCOMPARE(change.startsWith('+') ? file.add(change.mid(1)) : file.remove(change.mid(1)), QString());
-    QTEST(content(file.fileName()), "after");
-    // Nothing of the writing is left beside it.
-    QCOMPARE(QFileInfo(file.fileName()).dir().entryList(QDir::Files | QDir::Hidden),
-             QStringList("BannedList.xml"));
-}
-
-void BannedListFileTest::aFileThatCannotBeUsedIsLeftAlone_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<bool>("readOnly");
-    QTest::addColumn<int>("loaded");
-    QTest::newRow("no XML") << QByteArray("these are my foes") << false << -1;
-    QTest::newRow("cut in half") << QByteArray("<banned><item>a@x</it") << false << -1;
-    QTest::newRow("empty") << QByteArray() << false << -1;
-    QTest::newRow("something else") << QByteArray("<html><item>a@x</item></html>") << false << -1;
-    QTest::newRow("read-only") << QByteArray("<banned><item>a@x</item></banned>") << true << 1;
-}
-
-void BannedListFileTest::aFileThatCannotBeUsedIsLeftAlone()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(bool, readOnly);
-    QFETCH(int, loaded);
-    TempProfile profile;
-    const BannedListFile file;
-    put(file.fileName(), text);
-    if (readOnly)
-        QFile::setPermissions(file.fileName(), QFile::ReadOwner);
-    CBanList list;
-    QCOMPARE(file.load(list).isEmpty(), loaded >= 0);
-    QCOMPARE(list.Count(), qMax(loaded, 0));
-    QVERIFY(file.add("b@x").contains(file.fileName()));
-    QVERIFY(file.remove("a@x").contains(file.fileName()));
-    QCOMPARE(content(file.fileName()), text);
-}
-
-void BannedListFileTest::aFolderThatCannotBeMadeIsTold()
-{
-    TempProfile profile;
-    put(profile.path() + "/data/Brelo", "in the way");
-    const BannedListFile file;
-    CBanList list;
-    QVERIFY(!file.load(list).isEmpty());
-    QVERIFY(!file.add("a@x").isEmpty());
-    QCOMPARE(content(profile.path() + "/data/Brelo"), QByteArray("in the way"));
-}
 
 BRELO_TEST(BannedListFileTest)
 #include "BannedListFileTest.moc"

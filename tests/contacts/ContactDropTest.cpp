@@ -1,5 +1,6 @@
 #include "contacts/ContactDrop.h"
 #include "contacts/ListFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -9,128 +10,90 @@ class ContactDropTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aDropMovesAContact_data();
-    void aDropMovesAContact();
-    void theOldGroupOfALastContactGoes();
-    void aLastContactLeavesANodeWithoutAnEntryBehind();
+    void aDropMovesAContact_data()
+    {
+        // group: as sent; "refused" for none
+        columns<QString, QString, QString>("dragged", "target", "group");
+        row("on a group", "a@x", "Club", "Club");
+        row("on a contact of another", "a@x", "d@x", "Club");
+        row("on a contact of its own", "a@x", "b@x", "Pals");
+        row("on Contacts", "a@x", "Contacts", "");
+        row("on a contact without a group", "a@x", "f@x", "");
+        row("on itself", "a@x", "a@x", "refused");
+        row("on Gateways", "a@x", "Gateways", "refused");
+        row("on a transport", "a@x", "icq.x", "refused");
+        row("on an old list's services", "a@x", "Servizi", "refused");
+        row("on a contact of those", "a@x", "g@x", "refused");
+        row("on an empty fixed group", "a@x", "Waiting authorization", "refused");
+        row("on nothing", "a@x", "", "refused");
+        row("a transport", "icq.x", "Club", "refused");
+        row("a group", "Pals", "Club", "refused");
+        row("nothing", "", "Club", "refused");
+    }
+
+    void aDropMovesAContact()
+    {
+        QFETCH(QString, dragged);
+        QFETCH(QString, target);
+        QFETCH(QString, group);
+        const auto list = filled();
+        const QString before = list->drawn();
+        const bool moved = contactdrop::drop(list->client, list->drawing.tree(), dragged, target, dragged);
+        QCOMPARE(moved, group != "refused");
+        if (!moved) {
+            QVERIFY(list->engine.takeSent().isEmpty());
+            QCOMPARE(list->drawn(), before);
+            return;
+        }
+        QCOMPARE(
+            list->engine.takeSent(),
+            QStringList(
+                QString(
+                    R"(<iq id="UP_ITEM" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="Ann">)"
+                    R"(<group>%1</group></item></query></iq>)")
+                    .arg(group)));
+        QCOMPARE(list->find("a@x")->parent->key, group.isEmpty() ? QString("Contacts") : group);
+        QCOMPARE(list->client.MyRoster.record("a@x")->group, QString("Pals")); // until the push comes
+        QVERIFY(list->client.MyGroups.Exists("Pals") && list->client.MyGroups.Exists("Club"));
+    }
+
+    void theOldGroupOfALastContactGoes()
+    {
+        const auto list = filled();
+        contactdrop::drop(list->client, list->drawing.tree(), "d@x", "Pals", "d@x");
+        // One contact is left in the old group; its node goes with it, and the entry is the new group's.
+        QCOMPARE(list->node("Club"), QString("none"));
+        QCOMPARE(list->node("e@x"), QString("none"));
+        QVERIFY(!list->client.MyGroups.Exists("Pals"));
+        QVERIFY(list->client.MyGroups.Exists("Club"));
+        list->drawing.Refresh();
+        QCOMPARE(list->find("e@x")->parent->key, QString("Club"));
+    }
+
+    void aLastContactLeavesANodeWithoutAnEntryBehind()
+    {
+        const auto list = filled();
+        contactdrop::drop(list->client, list->drawing.tree(), "d@x", "Contacts", "d@x");
+        QVERIFY(list->find("Club")); // the new group has no entry that could go
+        QCOMPARE(list->find("d@x")->parent->key, QString("Contacts"));
+    }
 
 private:
-    static std::unique_ptr<ListFixture> filled();
-};
-
-std::unique_ptr<ListFixture> ContactDropTest::filled()
-{
-    auto list = std::make_unique<ListFixture>();
-    list->addTransport("icq.x", "ICQ");
-    list->addContact("a@x", "Ann", "Pals");
-    list->addContact("b@x", "Bob", "Pals");
-    list->addContact("c@x", "Cid", "Pals");
-    list->addContact("d@x", "Dan", "Club");
-    list->addContact("e@x", "Eve", "Club");
-    list->addContact("f@x", "Flo", "");
-    list->addContact("g@x", "Gus", "Servizi");
-    list->drawing.settle();
-    return list;
-}
-
-void ContactDropTest::aDropMovesAContact_data()
-{
-    QTest::addColumn<QString>("dragged");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("group"); // as sent; "refused" for none
-    QTest::newRow("on a group") << "a@x"
-                                << "Club"
-                                << "Club";
-    QTest::newRow("on a contact of another") << "a@x"
-                                             << "d@x"
-                                             << "Club";
-    QTest::newRow("on a contact of its own") << "a@x"
-                                             << "b@x"
-                                             << "Pals";
-    QTest::newRow("on Contacts") << "a@x"
-                                 << "Contacts"
-                                 << "";
-    QTest::newRow("on a contact without a group") << "a@x"
-                                                  << "f@x"
-                                                  << "";
-    QTest::newRow("on itself") << "a@x"
-                               << "a@x"
-                               << "refused";
-    QTest::newRow("on Gateways") << "a@x"
-                                 << "Gateways"
-                                 << "refused";
-    QTest::newRow("on a transport") << "a@x"
-                                    << "icq.x"
-                                    << "refused";
-    QTest::newRow("on an old list's services") << "a@x"
-                                               << "Servizi"
-                                               << "refused";
-    QTest::newRow("on a contact of those") << "a@x"
-                                           << "g@x"
-                                           << "refused";
-    QTest::newRow("on an empty fixed group") << "a@x"
-                                             << "Waiting authorization"
-                                             << "refused";
-    QTest::newRow("on nothing") << "a@x"
-                                << ""
-                                << "refused";
-    QTest::newRow("a transport") << "icq.x"
-                                 << "Club"
-                                 << "refused";
-    QTest::newRow("a group") << "Pals"
-                             << "Club"
-                             << "refused";
-    QTest::newRow("nothing") << ""
-                             << "Club"
-                             << "refused";
-}
-
-void ContactDropTest::aDropMovesAContact()
-{
-    QFETCH(QString, dragged);
-    QFETCH(QString, target);
-    QFETCH(QString, group);
-    const auto list = filled();
-    const QString before = list->drawn();
-    const bool moved = contactdrop::drop(list->client, list->drawing.tree(), dragged, target, dragged);
-    QCOMPARE(moved, group != "refused");
-    if (!moved) {
-        QVERIFY(list->engine.takeSent().isEmpty());
-        QCOMPARE(list->drawn(), before);
-        return;
+    static std::unique_ptr<ListFixture> filled()
+    {
+        auto list = std::make_unique<ListFixture>();
+        list->addTransport("icq.x", "ICQ");
+        list->addContact("a@x", "Ann", "Pals");
+        list->addContact("b@x", "Bob", "Pals");
+        list->addContact("c@x", "Cid", "Pals");
+        list->addContact("d@x", "Dan", "Club");
+        list->addContact("e@x", "Eve", "Club");
+        list->addContact("f@x", "Flo", "");
+        list->addContact("g@x", "Gus", "Servizi");
+        list->drawing.settle();
+        return list;
     }
-    QCOMPARE(
-        list->engine.takeSent(),
-        QStringList(
-            QString(
-                R"(<iq id="UP_ITEM" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="Ann">)"
-                R"(<group>%1</group></item></query></iq>)")
-                .arg(group)));
-    QCOMPARE(list->find("a@x")->parent->key, group.isEmpty() ? QString("Contacts") : group);
-    QCOMPARE(list->client.MyRoster.record("a@x")->group, QString("Pals")); // until the push comes
-    QVERIFY(list->client.MyGroups.Exists("Pals") && list->client.MyGroups.Exists("Club"));
-}
-
-void ContactDropTest::theOldGroupOfALastContactGoes()
-{
-    const auto list = filled();
-    contactdrop::drop(list->client, list->drawing.tree(), "d@x", "Pals", "d@x");
-    // One contact is left in the old group; its node goes with it, and the entry is the new group's.
-    QCOMPARE(list->node("Club"), QString("none"));
-    QCOMPARE(list->node("e@x"), QString("none"));
-    QVERIFY(!list->client.MyGroups.Exists("Pals"));
-    QVERIFY(list->client.MyGroups.Exists("Club"));
-    list->drawing.Refresh();
-    QCOMPARE(list->find("e@x")->parent->key, QString("Club"));
-}
-
-void ContactDropTest::aLastContactLeavesANodeWithoutAnEntryBehind()
-{
-    const auto list = filled();
-    contactdrop::drop(list->client, list->drawing.tree(), "d@x", "Contacts", "d@x");
-    QVERIFY(list->find("Club")); // the new group has no entry that could go
-    QCOMPARE(list->find("d@x")->parent->key, QString("Contacts"));
-}
+};
 
 BRELO_TEST(ContactDropTest)
 #include "ContactDropTest.moc"

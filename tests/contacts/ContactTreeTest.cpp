@@ -1,4 +1,5 @@
 #include "contacts/ContactTree.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QAbstractItemModelTester>
@@ -10,169 +11,149 @@ class ContactTreeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void aLookUpFindsLeavesByKeyOrText_data();
-    void aLookUpFindsLeavesByKeyOrText();
-    void anAddThatCannotStandAddsNothing_data();
-    void anAddThatCannotStandAddsNothing();
-    void namesFollowTheirNodes();
-    void positionsCloseUpWhenSettled();
-    void viewsHearOfManyNewNodesOnce();
-    void viewsHearOfChangesOnceAGroup();
-    void anIndexOfARemovedNodeIsGoodUntilSettled();
-    void anEditOfARebuiltNodeIsStillTold();
+    void init()
+    {
+        tree_ = std::make_unique<ContactTree>();
+        tree_->addGroup("Fixed", "IsGroup");
+        tree_->addGroup("Friends", "");
+        tree_->add("Friends", "a@x", "Ann", "Offline");
+        tree_->add("Friends", "b@x", "a@x", "Offline"); // its name is another's key
+        tree_->addGroup("Empty", "NewGroup");
+    }
+
+    void aLookUpFindsLeavesByKeyOrText_data()
+    {
+        columns<QString, int, int, int>("name", "leaf", "group", "any");
+        row("a key that is another's text too", "a@x", 3, 0, 3);
+        row("a text", "Ann", 3, 0, 0);
+        row("a group with children", "Friends", 0, 2, 2);
+        row("an empty fixed group", "Fixed", 1, 1, 1);
+        row("an empty group of the person's", "Empty", 5, 0, 5);
+        row("another case", "A@x", 0, 0, 0);
+        row("nothing", "", 0, 0, 0);
+    }
+
+    void aLookUpFindsLeavesByKeyOrText()
+    {
+        QFETCH(QString, name);
+        QTEST(tree_->NodeIndexByKey(name), "leaf");
+        QTEST(tree_->GroupNodeIndex(name), "group");
+        QTEST(tree_->NodeIndexOfKey(name), "any");
+    }
+
+    void anAddThatCannotStandAddsNothing_data()
+    {
+        columns<QString, QString>("parent", "key");
+        row("taken key", "Fixed", "a@x");
+        row("taken group", "", "Friends");
+        row("empty key", "Fixed", "");
+        row("no such parent", "Nobody", "c@x");
+    }
+
+    void anAddThatCannotStandAddsNothing()
+    {
+        QFETCH(QString, parent);
+        QFETCH(QString, key);
+        QCOMPARE(tree_->add(parent, key, "Text", "Offline"), nullptr);
+        QCOMPARE(tree_->Count(), 5);
+        QCOMPARE(tree_->NodeIndexByKey("Text"), 0);
+    }
+
+    void namesFollowTheirNodes()
+    {
+        tree_->setText(*tree_->Item(position("a@x")), "Anna");
+        QCOMPARE(tree_->NodeIndexByKey("Ann"), 0);
+        QCOMPARE(tree_->NodeIndexByKey("Anna"), 3);
+        QVERIFY(tree_->remove(tree_->Item(position("a@x"))));
+        QCOMPARE(tree_->NodeIndexByKey("Anna"), 0);
+        QCOMPARE(tree_->NodeIndexByKey("a@x"), 4); // by its text, now that the key is gone
+        QVERIFY(tree_->remove(tree_->Item(position("Friends"))));
+        QCOMPARE(tree_->Count(), 2);
+        QCOMPARE(tree_->NodeIndexByKey("a@x"), 0);
+        QVERIFY(!tree_->remove(nullptr));
+    }
+
+    void positionsCloseUpWhenSettled()
+    {
+        tree_->remove(tree_->Item(1));
+        tree_->settle();
+        QCOMPARE(position("Friends"), 1);
+        QCOMPARE(position("Empty"), 4);
+        QCOMPARE(tree_->Item(5), nullptr);
+        TreeNode* empty = tree_->Item(4);
+        tree_->move(tree_->Item(position("a@x")), empty);
+        QCOMPARE(empty->children.size(), std::size_t{1});
+        QCOMPARE(tree_->Item(position("b@x"))->row, 0);
+    }
+
+    void viewsHearOfManyNewNodesOnce()
+    {
+        QAbstractItemModelTester tester(tree_.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        tree_->settle();
+        QSignalSpy resets(tree_.get(), &QAbstractItemModel::modelReset);
+        QSignalSpy rows(tree_.get(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy waits(tree_.get(), &ContactTree::unsettled);
+        for (int contact = 0; contact < 500; ++contact)
+            tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
+        tree_->remove(tree_->Item(position("c7@x")));
+        QCOMPARE(waits.count(), 1);
+        tree_->settle();
+        tree_->settle();
+        QCOMPARE(resets.count(), 1);
+        QCOMPARE(rows.count(), 0);
+        QCOMPARE(tree_->rowCount(tree_->indexOf(tree_->Item(position("Friends")))), 501);
+    }
+
+    void viewsHearOfChangesOnceAGroup()
+    {
+        for (int contact = 0; contact < 9; ++contact)
+            tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
+        tree_->settle();
+        QSignalSpy changes(tree_.get(), &QAbstractItemModel::dataChanged);
+        for (const auto& key : {"c6@x", "c3@x", "c4@x", "c3@x"}) {
+            tree_->setImage(*tree_->Item(position(key)), "Online");
+            tree_->setLook(*tree_->Item(position(key)), true, 5);
+        }
+        tree_->setImage(*tree_->Item(position("c0@x")), "Offline"); // as it was
+        QCOMPARE(changes.count(), 0);
+        tree_->settle();
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes[0][0].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c3@x"));
+        QCOMPARE(changes[0][1].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c6@x"));
+    }
+
+    void anIndexOfARemovedNodeIsGoodUntilSettled()
+    {
+        tree_->settle();
+        const QModelIndex index = tree_->indexOf(tree_->Item(position("b@x")));
+        tree_->clear();
+        tree_->addGroup("Friends", "");
+        QCOMPARE(index.data().toString(), QString("a@x"));
+        QCOMPARE(index.parent().data().toString(), QString("Friends"));
+        QCOMPARE(tree_->retiredCount(), std::size_t{5});
+        tree_->settle();
+        QCOMPARE(tree_->retiredCount(), std::size_t{0});
+    }
+
+    void anEditOfARebuiltNodeIsStillTold()
+    {
+        tree_->settle();
+        const QModelIndex edited = tree_->indexOf(tree_->Item(position("a@x")));
+        tree_->clear();
+        tree_->addGroup("Friends", "");
+        tree_->add("Friends", "a@x", "Ann", "Online");
+        QSignalSpy edits(tree_.get(), &ContactTree::labelEdited);
+        QVERIFY(tree_->setData(edited, "Annie"));
+        QCOMPARE(edits.value(0), QVariantList({"a@x", "Ann", "Annie"}));
+        QCOMPARE(tree_->Item(position("a@x"))->text, QString("Annie"));
+        QVERIFY(!tree_->setData(tree_->indexOf(tree_->Item(position("a@x"))), "Annie"));
+    }
 
 private:
     int position(const QString& key) { return tree_->NodeIndexOfKey(key); }
 
     std::unique_ptr<ContactTree> tree_;
 };
-
-void ContactTreeTest::init()
-{
-    tree_ = std::make_unique<ContactTree>();
-    tree_->addGroup("Fixed", "IsGroup");
-    tree_->addGroup("Friends", "");
-    tree_->add("Friends", "a@x", "Ann", "Offline");
-    tree_->add("Friends", "b@x", "a@x", "Offline"); // its name is another's key
-    tree_->addGroup("Empty", "NewGroup");
-}
-
-void ContactTreeTest::aLookUpFindsLeavesByKeyOrText_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("leaf");
-    QTest::addColumn<int>("group");
-    QTest::addColumn<int>("any");
-    QTest::newRow("a key that is another's text too") << "a@x" << 3 << 0 << 3;
-    QTest::newRow("a text") << "Ann" << 3 << 0 << 0;
-    QTest::newRow("a group with children") << "Friends" << 0 << 2 << 2;
-    QTest::newRow("an empty fixed group") << "Fixed" << 1 << 1 << 1;
-    QTest::newRow("an empty group of the person's") << "Empty" << 5 << 0 << 5;
-    QTest::newRow("another case") << "A@x" << 0 << 0 << 0;
-    QTest::newRow("nothing") << "" << 0 << 0 << 0;
-}
-
-void ContactTreeTest::aLookUpFindsLeavesByKeyOrText()
-{
-    QFETCH(QString, name);
-    QTEST(tree_->NodeIndexByKey(name), "leaf");
-    QTEST(tree_->GroupNodeIndex(name), "group");
-    QTEST(tree_->NodeIndexOfKey(name), "any");
-}
-
-void ContactTreeTest::anAddThatCannotStandAddsNothing_data()
-{
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<QString>("key");
-    QTest::newRow("taken key") << "Fixed"
-                               << "a@x";
-    QTest::newRow("taken group") << ""
-                                 << "Friends";
-    QTest::newRow("empty key") << "Fixed"
-                               << "";
-    QTest::newRow("no such parent") << "Nobody"
-                                    << "c@x";
-}
-
-void ContactTreeTest::anAddThatCannotStandAddsNothing()
-{
-    QFETCH(QString, parent);
-    QFETCH(QString, key);
-    QCOMPARE(tree_->add(parent, key, "Text", "Offline"), nullptr);
-    QCOMPARE(tree_->Count(), 5);
-    QCOMPARE(tree_->NodeIndexByKey("Text"), 0);
-}
-
-void ContactTreeTest::namesFollowTheirNodes()
-{
-    tree_->setText(*tree_->Item(position("a@x")), "Anna");
-    QCOMPARE(tree_->NodeIndexByKey("Ann"), 0);
-    QCOMPARE(tree_->NodeIndexByKey("Anna"), 3);
-    QVERIFY(tree_->remove(tree_->Item(position("a@x"))));
-    QCOMPARE(tree_->NodeIndexByKey("Anna"), 0);
-    QCOMPARE(tree_->NodeIndexByKey("a@x"), 4); // by its text, now that the key is gone
-    QVERIFY(tree_->remove(tree_->Item(position("Friends"))));
-    QCOMPARE(tree_->Count(), 2);
-    QCOMPARE(tree_->NodeIndexByKey("a@x"), 0);
-    QVERIFY(!tree_->remove(nullptr));
-}
-
-void ContactTreeTest::positionsCloseUpWhenSettled()
-{
-    tree_->remove(tree_->Item(1));
-    tree_->settle();
-    QCOMPARE(position("Friends"), 1);
-    QCOMPARE(position("Empty"), 4);
-    QCOMPARE(tree_->Item(5), nullptr);
-    TreeNode* empty = tree_->Item(4);
-    tree_->move(tree_->Item(position("a@x")), empty);
-    QCOMPARE(empty->children.size(), std::size_t{1});
-    QCOMPARE(tree_->Item(position("b@x"))->row, 0);
-}
-
-void ContactTreeTest::viewsHearOfManyNewNodesOnce()
-{
-    QAbstractItemModelTester tester(tree_.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    tree_->settle();
-    QSignalSpy resets(tree_.get(), &QAbstractItemModel::modelReset);
-    QSignalSpy rows(tree_.get(), &QAbstractItemModel::rowsInserted);
-    QSignalSpy waits(tree_.get(), &ContactTree::unsettled);
-    for (int contact = 0; contact < 500; ++contact)
-        tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
-    tree_->remove(tree_->Item(position("c7@x")));
-    QCOMPARE(waits.count(), 1);
-    tree_->settle();
-    tree_->settle();
-    QCOMPARE(resets.count(), 1);
-    QCOMPARE(rows.count(), 0);
-    QCOMPARE(tree_->rowCount(tree_->indexOf(tree_->Item(position("Friends")))), 501);
-}
-
-void ContactTreeTest::viewsHearOfChangesOnceAGroup()
-{
-    for (int contact = 0; contact < 9; ++contact)
-        tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
-    tree_->settle();
-    QSignalSpy changes(tree_.get(), &QAbstractItemModel::dataChanged);
-    for (const auto& key : {"c6@x", "c3@x", "c4@x", "c3@x"}) {
-        tree_->setImage(*tree_->Item(position(key)), "Online");
-        tree_->setLook(*tree_->Item(position(key)), true, 5);
-    }
-    tree_->setImage(*tree_->Item(position("c0@x")), "Offline"); // as it was
-    QCOMPARE(changes.count(), 0);
-    tree_->settle();
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(changes[0][0].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c3@x"));
-    QCOMPARE(changes[0][1].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c6@x"));
-}
-
-void ContactTreeTest::anIndexOfARemovedNodeIsGoodUntilSettled()
-{
-    tree_->settle();
-    const QModelIndex index = tree_->indexOf(tree_->Item(position("b@x")));
-    tree_->clear();
-    tree_->addGroup("Friends", "");
-    QCOMPARE(index.data().toString(), QString("a@x"));
-    QCOMPARE(index.parent().data().toString(), QString("Friends"));
-    QCOMPARE(tree_->retiredCount(), std::size_t{5});
-    tree_->settle();
-    QCOMPARE(tree_->retiredCount(), std::size_t{0});
-}
-
-void ContactTreeTest::anEditOfARebuiltNodeIsStillTold()
-{
-    tree_->settle();
-    const QModelIndex edited = tree_->indexOf(tree_->Item(position("a@x")));
-    tree_->clear();
-    tree_->addGroup("Friends", "");
-    tree_->add("Friends", "a@x", "Ann", "Online");
-    QSignalSpy edits(tree_.get(), &ContactTree::labelEdited);
-    QVERIFY(tree_->setData(edited, "Annie"));
-    QCOMPARE(edits.value(0), QVariantList({"a@x", "Ann", "Annie"}));
-    QCOMPARE(tree_->Item(position("a@x"))->text, QString("Annie"));
-    QVERIFY(!tree_->setData(tree_->indexOf(tree_->Item(position("a@x"))), "Annie"));
-}
 
 BRELO_TEST(ContactTreeTest)
 #include "ContactTreeTest.moc"

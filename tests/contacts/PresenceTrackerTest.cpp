@@ -1,4 +1,5 @@
 #include "contacts/ListFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -8,273 +9,233 @@ class PresenceTrackerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void anAvailableContactIsShown_data();
-    void anAvailableContactIsShown();
-    void theLastResourceTakesTheContactOffLine();
-    void anUnknownResourceTakesALoneOneAway();
-    void whatIsNobodysContactChangesNothing_data();
-    void whatIsNobodysContactChangesNothing();
-    void onlyThoseOnLineComeAndGo();
-    void aContactReachesTheFolderThatThePersonMade();
-    void aServiceIsMarked();
-    void anUnsubscribedNoticeKeepsTheContact();
-    void aSubscribedNoticeDrawsTheWholeSender_data();
-    void aSubscribedNoticeDrawsTheWholeSender();
-    void soundsPlayForPlainComingAndGoing();
-    void probesGoRoundTheContacts();
-    void aChangeOfManyRepaintsOncePerGroup();
-};
+    void anAvailableContactIsShown_data()
+    {
+        columns<QString, QString, QString, bool>("show", "look", "blockedLook", "taken");
+        row("plain", "", "J [Online] #ba7e55", "J [notauth] #ba7e55", true);
+        row("away", "away", "J [Away] bold #10", "J [notauth] bold #10", true);
+        row("xa", "xa", "J [xAway] bold #10", "J [notauth] bold #10", true);
+        row("dnd", "dnd", "J [dnd] bold #10", "J [notauth] bold #10", true);
+        row("chat", "chat", "J [free4chat] bold #10", "J [notauth] bold #10", true);
+        row("busy", "busy", "J [Offline] #10", "J [Offline] #10", false);
+        row("Offline", "Offline", "J [Offline] #10", "J [Offline] #10", false);
+    }
 
-void PresenceTrackerTest::anAvailableContactIsShown_data()
-{
-    QTest::addColumn<QString>("show");
-    QTest::addColumn<QString>("look");
-    QTest::addColumn<QString>("blockedLook");
-    QTest::addColumn<bool>("taken");
-    QTest::newRow("plain") << ""
-                           << "J [Online] #ba7e55"
-                           << "J [notauth] #ba7e55" << true;
-    QTest::newRow("away") << "away"
-                          << "J [Away] bold #10"
-                          << "J [notauth] bold #10" << true;
-    QTest::newRow("xa") << "xa"
-                        << "J [xAway] bold #10"
-                        << "J [notauth] bold #10" << true;
-    QTest::newRow("dnd") << "dnd"
-                         << "J [dnd] bold #10"
-                         << "J [notauth] bold #10" << true;
-    QTest::newRow("chat") << "chat"
-                          << "J [free4chat] bold #10"
-                          << "J [notauth] bold #10" << true;
-    QTest::newRow("busy") << "busy"
-                          << "J [Offline] #10"
-                          << "J [Offline] #10" << false;
-    QTest::newRow("Offline") << "Offline"
-                             << "J [Offline] #10"
-                             << "J [Offline] #10" << false;
-}
+    void anAvailableContactIsShown()
+    {
+        QFETCH(QString, show);
+        QFETCH(bool, taken);
+        for (const bool blocked : {false, true}) {
+            ListFixture list;
+            list.client.settings.CharOnLineBold = false;
+            list.client.settings.ColorOffline = 0x10;
+            list.addContact("j@x", "J", "Pals");
+            if (blocked)
+                list.client.MyBanList.Add("j@x");
+            list.presence("j@x/home", "", "<show>" + show + "</show><status>hi &amp; bye</status>");
+            const auto& record = *list.client.MyRoster.record("j@x");
+            QTEST(list.node("j@x"), blocked ? "blockedLook" : "look");
+            QCOMPARE(record.Online, taken);
+            QCOMPARE(record.Status, taken ? show : QString("Offline"));
+            QCOMPARE(record.StatusMsg, taken ? QString("hi & bye") : QString());
+            QCOMPARE(record.Resources, QStringList("home"));
+        }
+    }
 
-void PresenceTrackerTest::anAvailableContactIsShown()
-{
-    QFETCH(QString, show);
-    QFETCH(bool, taken);
-    for (const bool blocked : {false, true}) {
+    void theLastResourceTakesTheContactOffLine()
+    {
         ListFixture list;
-        list.client.settings.CharOnLineBold = false;
-        list.client.settings.ColorOffline = 0x10;
-        list.addContact("j@x", "J", "Pals");
-        if (blocked)
-            list.client.MyBanList.Add("j@x");
-        list.presence("j@x/home", "", "<show>" + show + "</show><status>hi &amp; bye</status>");
+        list.addContact("j@x", "J", "");
+        list.presence("j@x/home", "", "<status>here</status>");
+        list.presence("j@x/work", "");
+        list.presence("j@x/work", "");
         const auto& record = *list.client.MyRoster.record("j@x");
-        QTEST(list.node("j@x"), blocked ? "blockedLook" : "look");
-        QCOMPARE(record.Online, taken);
-        QCOMPARE(record.Status, taken ? show : QString("Offline"));
-        QCOMPARE(record.StatusMsg, taken ? QString("hi & bye") : QString());
-        QCOMPARE(record.Resources, QStringList("home"));
+        QCOMPARE(record.Resources, QStringList({"home", "work"}));
+        list.presence("j@x/home", "unavailable");
+        QCOMPARE(list.node("j@x"), QString("J [Online] bold #ba7e55"));
+        list.presence("j@x/work", "unavailable", "<status>bye</status>");
+        QCOMPARE(list.node("j@x"), QString("J [Offline]"));
+        QCOMPARE(record.Status, QString("Offline"));
+        QCOMPARE(record.StatusMsg, QString());
+        QVERIFY(record.Resources.isEmpty() && !record.Online);
+        list.presence("j@x/new", "");
+        QCOMPARE(record.Resources, QStringList("new"));
     }
-}
 
-void PresenceTrackerTest::theLastResourceTakesTheContactOffLine()
-{
-    ListFixture list;
-    list.addContact("j@x", "J", "");
-    list.presence("j@x/home", "", "<status>here</status>");
-    list.presence("j@x/work", "");
-    list.presence("j@x/work", "");
-    const auto& record = *list.client.MyRoster.record("j@x");
-    QCOMPARE(record.Resources, QStringList({"home", "work"}));
-    list.presence("j@x/home", "unavailable");
-    QCOMPARE(list.node("j@x"), QString("J [Online] bold #ba7e55"));
-    list.presence("j@x/work", "unavailable", "<status>bye</status>");
-    QCOMPARE(list.node("j@x"), QString("J [Offline]"));
-    QCOMPARE(record.Status, QString("Offline"));
-    QCOMPARE(record.StatusMsg, QString());
-    QVERIFY(record.Resources.isEmpty() && !record.Online);
-    list.presence("j@x/new", "");
-    QCOMPARE(record.Resources, QStringList("new"));
-}
-
-void PresenceTrackerTest::anUnknownResourceTakesALoneOneAway()
-{
-    ListFixture list;
-    list.addContact("j@x", "J", "");
-    list.presence("j@x/home", "");
-    list.presence("j@x/other", "unavailable");
-    QCOMPARE(list.node("j@x"), QString("J [Offline]"));
-    QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("home"));
-}
-
-void PresenceTrackerTest::whatIsNobodysContactChangesNothing_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("type");
-    QTest::newRow("a stranger") << "s@x/r"
-                                << "";
-    QTest::newRow("a stranger who goes") << "s@x/r"
-                                         << "unavailable";
-    QTest::newRow("a stranger's notice") << "s@x"
-                                         << "unsubscribed";
-    QTest::newRow("a stranger who agrees") << "s@x"
-                                           << "subscribed";
-    QTest::newRow("the own account elsewhere") << "romeo@montague.example/garden"
-                                               << "";
-    QTest::newRow("nobody") << ""
-                            << "";
-}
-
-void PresenceTrackerTest::whatIsNobodysContactChangesNothing()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, type);
-    for (const bool onlineOnly : {false, true}) {
+    void anUnknownResourceTakesALoneOneAway()
+    {
         ListFixture list;
-        list.client.MyRoster.AddItem("romeo@montague.example", "Me", false, "Offline", {}, false, {}, "both",
-                                     {}, {});
-        list.addContact("j@x", "J", "Pals");
-        list.client.settings.ShowOnlineUsers = onlineOnly && type != "subscribed";
-        const QString before = list.drawn();
-        list.presence(from, type);
-        QCOMPARE(list.drawn(), before);
-        QCOMPARE(list.client.MyRoster.Count(), 2);
-        QVERIFY(list.engine.takeSent().isEmpty());
+        list.addContact("j@x", "J", "");
+        list.presence("j@x/home", "");
+        list.presence("j@x/other", "unavailable");
+        QCOMPARE(list.node("j@x"), QString("J [Offline]"));
+        QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("home"));
     }
-}
 
-void PresenceTrackerTest::onlyThoseOnLineComeAndGo()
-{
-    ListFixture list;
-    list.client.settings.ShowOnlineUsers = true;
-    list.drawing.Refresh();
-    list.addContact("j@x", "", "Pals");
-    list.addContact("k@x", "Kay", "");
-    list.presence("j@x/r", "", "<show>away</show>");
-    list.presence("k@x/r", "");
-    QCOMPARE(list.node("j@x"), QString("j [Away] bold"));
-    QCOMPARE(list.find("j@x")->parent->key, QString("Pals"));
-    QCOMPARE(list.find("k@x")->parent->key, QString("Contacts"));
-    QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("r"));
-    list.presence("j@x/r", "unavailable");
-    list.presence("k@x/r", "unavailable");
-    QCOMPARE(list.node("j@x"), QString("none"));
-    QCOMPARE(list.node("Pals"), QString("none"));
-    QVERIFY(list.find("Contacts"));
-    QVERIFY(!list.client.MyRoster.record("j@x")->Online);
-    list.presence("j@x/r", "unavailable"); // without a node
-    QCOMPARE(list.node("j@x"), QString("none"));
-}
+    void whatIsNobodysContactChangesNothing_data()
+    {
+        columns<QString, QString>("from", "type");
+        row("a stranger", "s@x/r", "");
+        row("a stranger who goes", "s@x/r", "unavailable");
+        row("a stranger's notice", "s@x", "unsubscribed");
+        row("a stranger who agrees", "s@x", "subscribed");
+        row("the own account elsewhere", "romeo@montague.example/garden", "");
+        row("nobody", "", "");
+    }
 
-void PresenceTrackerTest::aContactReachesTheFolderThatThePersonMade()
-{
-    ListFixture list;
-    list.client.settings.ShowOnlineUsers = true;
-    list.addContact("j@x", "J", "Mine");
-    list.drawing.tree().addGroup("Mine", "NewGroup");
-    list.presence("j@x/r", "");
-    QCOMPARE(list.find("j@x")->parent->key, QString("Mine"));
-}
+    void whatIsNobodysContactChangesNothing()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, type);
+        for (const bool onlineOnly : {false, true}) {
+            ListFixture list;
+            list.client.MyRoster.AddItem("romeo@montague.example", "Me", false, "Offline", {}, false, {},
+                                         "both", {}, {});
+            list.addContact("j@x", "J", "Pals");
+            list.client.settings.ShowOnlineUsers = onlineOnly && type != "subscribed";
+            const QString before = list.drawn();
+            list.presence(from, type);
+            QCOMPARE(list.drawn(), before);
+            QCOMPARE(list.client.MyRoster.Count(), 2);
+            QVERIFY(list.engine.takeSent().isEmpty());
+        }
+    }
 
-void PresenceTrackerTest::aServiceIsMarked()
-{
-    ListFixture list;
-    list.addTransport("icq.x", "ICQ");
-    const auto& agent = *list.client.MyAgents.record("icq.x");
-    list.presence("icq.x", "");
-    QVERIFY(agent.Online && !agent.registered);
-    QCOMPARE(list.node("icq.x"), QString("ICQ [ServerON] bold #ba7e55"));
-    list.presence("icq.x/registered", "");
-    QVERIFY(agent.registered);
-    list.presence("icq.x", "unavailable");
-    QVERIFY(!agent.Online && agent.registered && !list.client.MyRoster.record("icq.x")->Online);
-    QCOMPARE(list.node("icq.x"), QString("ICQ [ServerOFF]"));
-}
+    void onlyThoseOnLineComeAndGo()
+    {
+        ListFixture list;
+        list.client.settings.ShowOnlineUsers = true;
+        list.drawing.Refresh();
+        list.addContact("j@x", "", "Pals");
+        list.addContact("k@x", "Kay", "");
+        list.presence("j@x/r", "", "<show>away</show>");
+        list.presence("k@x/r", "");
+        QCOMPARE(list.node("j@x"), QString("j [Away] bold"));
+        QCOMPARE(list.find("j@x")->parent->key, QString("Pals"));
+        QCOMPARE(list.find("k@x")->parent->key, QString("Contacts"));
+        QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("r"));
+        list.presence("j@x/r", "unavailable");
+        list.presence("k@x/r", "unavailable");
+        QCOMPARE(list.node("j@x"), QString("none"));
+        QCOMPARE(list.node("Pals"), QString("none"));
+        QVERIFY(list.find("Contacts"));
+        QVERIFY(!list.client.MyRoster.record("j@x")->Online);
+        list.presence("j@x/r", "unavailable"); // without a node
+        QCOMPARE(list.node("j@x"), QString("none"));
+    }
 
-void PresenceTrackerTest::anUnsubscribedNoticeKeepsTheContact()
-{
-    ListFixture list;
-    list.addContact("j@x", "J", "Pals");
-    list.presence("j@x/r", "unsubscribed");
-    QCOMPARE(list.engine.takeSent(),
-             QStringList(R"(<iq id="UP_ITEM" type="set" subscription="none"><query xmlns="jabber:iq:roster">)"
-                         R"(<item jid="j@x" name="J"><group>Pals</group></item></query></iq>)"));
-    QCOMPARE(list.node("j@x"), QString("J [Offline]"));
-}
+    void aContactReachesTheFolderThatThePersonMade()
+    {
+        ListFixture list;
+        list.client.settings.ShowOnlineUsers = true;
+        list.addContact("j@x", "J", "Mine");
+        list.drawing.tree().addGroup("Mine", "NewGroup");
+        list.presence("j@x/r", "");
+        QCOMPARE(list.find("j@x")->parent->key, QString("Mine"));
+    }
 
-void PresenceTrackerTest::aSubscribedNoticeDrawsTheWholeSender_data()
-{
-    QTest::addColumn<bool>("onlineOnly");
-    QTest::addColumn<QString>("plain");
-    QTest::newRow("all") << false << "none";
-    QTest::newRow("only those on line") << true << "J [Offline]";
-}
+    void aServiceIsMarked()
+    {
+        ListFixture list;
+        list.addTransport("icq.x", "ICQ");
+        const auto& agent = *list.client.MyAgents.record("icq.x");
+        list.presence("icq.x", "");
+        QVERIFY(agent.Online && !agent.registered);
+        QCOMPARE(list.node("icq.x"), QString("ICQ [ServerON] bold #ba7e55"));
+        list.presence("icq.x/registered", "");
+        QVERIFY(agent.registered);
+        list.presence("icq.x", "unavailable");
+        QVERIFY(!agent.Online && agent.registered && !list.client.MyRoster.record("icq.x")->Online);
+        QCOMPARE(list.node("icq.x"), QString("ICQ [ServerOFF]"));
+    }
 
-void PresenceTrackerTest::aSubscribedNoticeDrawsTheWholeSender()
-{
-    QFETCH(bool, onlineOnly);
-    ListFixture list;
-    list.addContact("j@x", "J", "Pals");
-    list.client.settings.ShowOnlineUsers = onlineOnly;
-    list.presence("j@x/r", "subscribed");
-    QCOMPARE(list.node("j@x/r"), QString("j@x/r [Offline]"));
-    QTEST(list.node("j@x"), "plain");
-    list.drawing.Refresh();
-    QCOMPARE(list.node("j@x/r"), QString("none"));
-}
+    void anUnsubscribedNoticeKeepsTheContact()
+    {
+        ListFixture list;
+        list.addContact("j@x", "J", "Pals");
+        list.presence("j@x/r", "unsubscribed");
+        QCOMPARE(
+            list.engine.takeSent(),
+            QStringList(R"(<iq id="UP_ITEM" type="set" subscription="none"><query xmlns="jabber:iq:roster">)"
+                        R"(<item jid="j@x" name="J"><group>Pals</group></item></query></iq>)"));
+        QCOMPARE(list.node("j@x"), QString("J [Offline]"));
+    }
 
-void PresenceTrackerTest::soundsPlayForPlainComingAndGoing()
-{
-    ListFixture list;
-    list.client.settings.SoundOnOnLine = list.client.settings.SoundOnOffLine = true;
-    list.client.settings.SoundOnOnLineFile = "/tmp/in.wav";
-    list.client.settings.SoundOnOffLineFile = "/tmp/out.wav";
-    list.addContact("j@x", "J", "");
-    list.presence("j@x/a", "", "<show>dnd</show>");
-    list.presence("j@x/a", "");
-    list.presence("j@x/b", "");
-    list.presence("j@x/a", "unavailable");
-    list.presence("j@x/b", "unavailable");
-    QStringList played;
-    for (const auto& file : list.outside.sounds.played)
-        played += file.section('/', -1);
-    QCOMPARE(played, QStringList({"in.wav", "in.wav", "out.wav"}));
-}
+    void aSubscribedNoticeDrawsTheWholeSender_data()
+    {
+        columns<bool, QString>("onlineOnly", "plain");
+        row("all", false, "none");
+        row("only those on line", true, "J [Offline]");
+    }
 
-void PresenceTrackerTest::probesGoRoundTheContacts()
-{
-    ListFixture list;
-    QList<bool> timer;
-    list.tracker.setResponseTimer = [&](bool running) { timer += running; };
-    list.addContact("j@x", "J", "");
-    list.addTransport("icq.x", "ICQ");
-    list.presence("j@x/r", "");
-    list.tracker.RefreshPresence();
-    QCOMPARE(list.engine.takeSent(), QStringList(R"(<presence to="j@x" type="probe"/>)"));
-    QCOMPARE(timer, QList<bool>({true}));
-    list.presence("j@x/r", "");
-    QCOMPARE(timer, QList<bool>({true, false}));
-    list.tracker.responseTimedOut();
-    QVERIFY(!list.client.MyRoster.record("j@x")->Online);
-    QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("r"));
-    list.tracker.RefreshPresence(); // a transport is passed over
-    list.tracker.RefreshPresence(); // the round is done
-    QVERIFY(list.engine.takeSent().isEmpty());
-    list.tracker.RefreshPresence();
-    QCOMPARE(list.engine.takeSent().size(), 1);
-}
+    void aSubscribedNoticeDrawsTheWholeSender()
+    {
+        QFETCH(bool, onlineOnly);
+        ListFixture list;
+        list.addContact("j@x", "J", "Pals");
+        list.client.settings.ShowOnlineUsers = onlineOnly;
+        list.presence("j@x/r", "subscribed");
+        QCOMPARE(list.node("j@x/r"), QString("j@x/r [Offline]"));
+        QTEST(list.node("j@x"), "plain");
+        list.drawing.Refresh();
+        QCOMPARE(list.node("j@x/r"), QString("none"));
+    }
 
-void PresenceTrackerTest::aChangeOfManyRepaintsOncePerGroup()
-{
-    ListFixture list;
-    for (int contact = 0; contact < 300; ++contact)
-        list.addContact(QString("c%1@x").arg(contact), "C", QString("G%1").arg(contact % 3));
-    list.drawing.settle();
-    int changes = 0;
-    connect(&list.drawing.model(), &QAbstractItemModel::dataChanged, this, [&] { ++changes; });
-    for (int contact = 0; contact < 300; ++contact)
-        list.presence(QString("c%1@x/r").arg(contact), "");
-    list.drawing.settle();
-    QCOMPARE(changes, 3);
-}
+    void soundsPlayForPlainComingAndGoing()
+    {
+        ListFixture list;
+        list.client.settings.SoundOnOnLine = list.client.settings.SoundOnOffLine = true;
+        list.client.settings.SoundOnOnLineFile = "/tmp/in.wav";
+        list.client.settings.SoundOnOffLineFile = "/tmp/out.wav";
+        list.addContact("j@x", "J", "");
+        list.presence("j@x/a", "", "<show>dnd</show>");
+        list.presence("j@x/a", "");
+        list.presence("j@x/b", "");
+        list.presence("j@x/a", "unavailable");
+        list.presence("j@x/b", "unavailable");
+        QStringList played;
+        for (const auto& file : list.outside.sounds.played)
+            played += file.section('/', -1);
+        QCOMPARE(played, QStringList({"in.wav", "in.wav", "out.wav"}));
+    }
+
+    void probesGoRoundTheContacts()
+    {
+        ListFixture list;
+        QList<bool> timer;
+        list.tracker.setResponseTimer = [&](bool running) { timer += running; };
+        list.addContact("j@x", "J", "");
+        list.addTransport("icq.x", "ICQ");
+        list.presence("j@x/r", "");
+        list.tracker.RefreshPresence();
+        QCOMPARE(list.engine.takeSent(), QStringList(R"(<presence to="j@x" type="probe"/>)"));
+        QCOMPARE(timer, QList<bool>({true}));
+        list.presence("j@x/r", "");
+        QCOMPARE(timer, QList<bool>({true, false}));
+        list.tracker.responseTimedOut();
+        QVERIFY(!list.client.MyRoster.record("j@x")->Online);
+        QCOMPARE(list.client.MyRoster.record("j@x")->Resources, QStringList("r"));
+        list.tracker.RefreshPresence(); // a transport is passed over
+        list.tracker.RefreshPresence(); // the round is done
+        QVERIFY(list.engine.takeSent().isEmpty());
+        list.tracker.RefreshPresence();
+        QCOMPARE(list.engine.takeSent().size(), 1);
+    }
+
+    void aChangeOfManyRepaintsOncePerGroup()
+    {
+        ListFixture list;
+        for (int contact = 0; contact < 300; ++contact)
+            list.addContact(QString("c%1@x").arg(contact), "C", QString("G%1").arg(contact % 3));
+        list.drawing.settle();
+        int changes = 0;
+        connect(&list.drawing.model(), &QAbstractItemModel::dataChanged, this, [&] { ++changes; });
+        for (int contact = 0; contact < 300; ++contact)
+            list.presence(QString("c%1@x/r").arg(contact), "");
+        list.drawing.settle();
+        QCOMPARE(changes, 3);
+    }
+};
 
 BRELO_TEST(PresenceTrackerTest)
 #include "PresenceTrackerTest.moc"

@@ -1,4 +1,5 @@
 #include "contacts/ListFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QSignalSpy>
@@ -16,314 +17,258 @@ class RosterSyncTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aNewContactIsEntered_data();
-    void aNewContactIsEntered();
-    void aPushChangesAKnownContact_data();
-    void aPushChangesAKnownContact();
-    void aPushForAContactWithoutANodeEndsThere();
-    void anItemIsReadLoosely_data();
-    void anItemIsReadLoosely();
-    void anAgentHidesAllLaterItems();
-    void anItemWithoutSubscriptionEndsTheStanza();
-    void theLastContactTakesItsGroupAlong();
-    void aThousandPushesRebuildOnce();
-    void removalsInOneTickForgetTheirGroups();
-    void aGatewayRowComesWithoutARecord();
-    void refreshAllAsksTheServerAnew();
-    void aRenameReachesTheServer();
+    void aNewContactIsEntered_data()
+    {
+        // record: nick, status, message, group
+        // parent: empty for no node
+        columns<bool, QString, QString, QString, QString>("onlineOnly", "item", "record", "parent", "image");
+        const QString pending = "jid='j@x' subscription='none' ask='subscribe'";
+        const QString lurker = "jid='j@x' subscription='none'";
+        const QString both = "jid='j@x' name='Ju' subscription='both'";
+        row("pending", false, pending, "j@x Pending Pending ", "Waiting authorization", "Pending");
+        row("pending, only those on line", true, pending, "j@x Pending Pending ", "", "");
+        row("lurker", false, lurker, "j@x Lurker Lurker ", "Hidden", "Pending");
+        row("lurker, only those on line", true, lurker, "j@x Lurker Lurker ", "", "");
+        row("listed", false, both, "Ju Offline  ", "Contacts", "Offline");
+        row("listed, only those on line", true, both, "Ju Offline  ", "", "");
+        row("in a group", false, both + "><group>Pals</group", "Ju Offline  Pals", "Pals", "Offline");
+        row("in a group, only those on line", true, both + "><group>Pals</group", "Ju Offline  Pals", "", "");
+        row("removed while unknown", false, "jid='j@x' subscription='remove'", " Offline  ", "Contacts",
+            "Offline");
+        row("a resource is cut", false, "jid='j@x/r' subscription='to'", " Offline  ", "Contacts", "Offline");
+    }
+
+    void aNewContactIsEntered()
+    {
+        QFETCH(bool, onlineOnly);
+        QFETCH(QString, item);
+        QFETCH(QString, parent);
+        ListFixture list;
+        list.client.settings.ShowOnlineUsers = onlineOnly;
+        list.push(item.contains('>') ? "<item " + item + "></item>" : "<item " + item + "/>");
+        const auto* record = list.client.MyRoster.record("j@x");
+        QVERIFY(record);
+        QTEST(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group),
+              "record");
+        QCOMPARE(record->Resources, QStringList(QString()));
+        QCOMPARE(list.client.MyGroups.Exists("Pals"), item.contains("Pals"));
+        const TreeNode* node = list.find("j@x");
+        QCOMPARE(node ? node->parent->key : QString(), parent);
+        if (node)
+            QTEST(node->image, "image");
+        QVERIFY(list.engine.takeSent().isEmpty());
+    }
+
+    void aPushChangesAKnownContact_data()
+    {
+        // stored: subscription, ask
+        // pushed: attributes
+        // record: subscription, ask, nick, group
+        columns<bool, QString, QString, QString, QString, bool>("onlineOnly", "stored", "pushed", "record",
+                                                                "parent", "refreshed");
+        const QString none = "subscription='none'";
+        const QString asked = "subscription='none' ask='subscribe'";
+        const QString both = "subscription='both'";
+        row("removed", false, "both ", "subscription='remove'", "gone", "", true);
+        row("granted", false, "none subscribe", both, "both  Old Pals", "Pals", true);
+        row("renamed and moved", false, "to ", both, "to  New Club", "Club", true);
+        row("asked again while listed", false, "to ", both + " ask='subscribe'", "to  Old Pals", "Pals",
+            true);
+        row("our request went out", false, "none ", asked, "none subscribe Old Pals", "Pals", true);
+        row("the same request again", false, "none subscribe", asked, "none subscribe Old Pals", "Pals",
+            true);
+        row("refused", false, "none subscribe", none, "none  Old Pals", "Pals", true);
+        row("none after both", false, "both ", none, "both  Old Pals", "Pals", true);
+        row("refused, only those on line", true, "none subscribe", none, "none  Old Pals", "", false);
+        row("went out, only those on line", true, "none ", asked, "none subscribe Old Pals", "", true);
+        row("an unknown ask", false, "both ", "subscription='none' ask='other'", "both  Old Pals", "Pals",
+            true);
+    }
+
+    void aPushChangesAKnownContact()
+    {
+        QFETCH(bool, onlineOnly);
+        QFETCH(QString, stored);
+        QFETCH(QString, pushed);
+        QFETCH(bool, refreshed);
+        ListFixture list;
+        list.client.settings.ShowOnlineUsers = onlineOnly;
+        list.client.MyRoster.AddItem("j@x", "Old", false, "Offline", {}, false, "Pals",
+                                     stored.section(' ', 0, 0), stored.section(' ', 1), {});
+        list.drawing.Refresh();
+        list.drawing.settle();
+        list.engine.takeSent();
+        list.push("<item jid='j@x' name='New' " + pushed + "><group>Club</group></item>");
+        const auto* record = list.client.MyRoster.record("j@x");
+        QTEST(record
+                  ? QString("%1 %2 %3 %4").arg(record->Subscription, record->Ask, record->nick, record->group)
+                  : QString("gone"),
+              "record");
+        QCOMPARE(list.engine.takeSent(), refreshed ? QStringList(available) : QStringList());
+        const TreeNode* node = list.find("j@x");
+        QTEST(node ? node->parent->key : QString(), "parent");
+    }
+
+    void aPushForAContactWithoutANodeEndsThere()
+    {
+        ListFixture list;
+        list.client.settings.ShowOnlineUsers = true;
+        list.push("<item jid='j@x' subscription='none' ask='subscribe'/>");
+        list.push("<item jid='j@x' subscription='remove'/><item jid='k@x' subscription='both'/>");
+        QVERIFY(list.client.MyRoster.DoesJIDExist("j@x"));
+        QVERIFY(!list.client.MyRoster.DoesJIDExist("k@x"));
+        QVERIFY(list.engine.takeSent().isEmpty());
+    }
+
+    void anItemIsReadLoosely_data()
+    {
+        // record: JID, nick, group, ask
+        columns<QString, QString>("item", "record");
+        row("groups run together",
+            "<item jid='a@x' subscription='both'>\n<group>One</group>\n<group>Two</group></item>",
+            "a@x||OneTwo|");
+        row("text that speaks of no group", "<item jid='a@x' subscription='both'>stray</item>", "a@x|||");
+        row("ask in the address", "<item jid='basket@x' subscription='both'/>", "basket@x|||");
+        row("name in the address", "<item jid='name@group' subscription='both'/>", "name@group|||");
+        row("deep below", "<a><b><item jid='a@x' name='&lt;A&gt;' subscription='both'/></b></a>",
+            "a@x|<A>||");
+        row("no address", "<item subscription='both'/>", "|||");
+    }
+
+    void anItemIsReadLoosely()
+    {
+        QFETCH(QString, item);
+        ListFixture list;
+        list.push(item);
+        QCOMPARE(list.client.MyRoster.Count(), 1);
+        const auto& record = *list.client.MyRoster.Item(1);
+        QTEST(QStringList({record.JID, record.nick, record.group, record.Ask}).join('|'), "record");
+    }
+
+    void anAgentHidesAllLaterItems()
+    {
+        ListFixture list;
+        list.client.MyAgents.AddItem("msn.x", "MSN", false, false);
+        list.push("<item jid='a@x' subscription='both'/><item jid='msn.x/registered'/><item jid='b@x' "
+                  "subscription='both'/>");
+        QCOMPARE(list.client.MyRoster.Count(), 1);
+        list.addContact("b@x", "B", "");
+        QCOMPARE(list.client.MyRoster.Count(), 2);
+    }
+
+    void anItemWithoutSubscriptionEndsTheStanza()
+    {
+        ListFixture list;
+        list.push(
+            "<item jid='a@x' subscription='both'/><item jid='b@x'/><item jid='c@x' subscription='both'/>");
+        QVERIFY(list.client.MyRoster.DoesJIDExist("a@x"));
+        QVERIFY(!list.client.MyRoster.DoesJIDExist("b@x"));
+        QVERIFY(!list.client.MyRoster.DoesJIDExist("c@x"));
+    }
+
+    void theLastContactTakesItsGroupAlong()
+    {
+        ListFixture list;
+        list.addContact("a@x", "A", "Pals");
+        list.addContact("b@x", "B", "Pals");
+        list.addContact("c@x", "C", "");
+        QVERIFY(list.sync.CommitRemoveItem("a@x"));
+        QVERIFY(list.client.MyGroups.Exists("Pals"));
+        QVERIFY(list.sync.CommitRemoveItem("b@x"));
+        QVERIFY(!list.client.MyGroups.Exists("Pals"));
+        QCOMPARE(list.node("Pals"), QString("none"));
+        QVERIFY(list.sync.CommitRemoveItem("c@x"));
+        QVERIFY(list.find("Contacts"));
+        QVERIFY(!list.sync.CommitRemoveItem("c@x"));
+    }
+
+    void aThousandPushesRebuildOnce()
+    {
+        ListFixture list;
+        QString items;
+        for (int contact = 0; contact < 1000; ++contact)
+            items += QString("<item jid='c%1@x' subscription='both'><group>G%2</group></item>")
+                         .arg(contact)
+                         .arg(contact % 7);
+        list.push(items);
+        list.drawing.settle();
+        QSignalSpy resets(&list.drawing.model(), &QAbstractItemModel::modelReset);
+        for (int contact = 0; contact < 1000; ++contact)
+            list.addContact(QString("c%1@x").arg(contact), "New", "All");
+        QCOMPARE(list.drawing.model().retiredCount(), std::size_t{0}); // nothing was rebuilt yet
+        list.drawing.settle();
+        QCOMPARE(resets.count(), 1);
+        QCOMPARE(list.engine.takeSent(), QStringList(1000, available));
+        QCOMPARE(list.find("All")->children.size(), std::size_t{1000});
+        QCOMPARE(list.node("G3"), QString("none"));
+    }
+
+    void removalsInOneTickForgetTheirGroups()
+    {
+        ListFixture list;
+        for (const auto& JID : {"a@x", "b@x", "c@x"})
+            list.addContact(JID, "", "Pals");
+        for (const auto& JID : {"d@x", "e@x"})
+            list.addContact(JID, "", "Club");
+        list.drawing.settle();
+        for (const auto& JID : {"a@x", "b@x", "c@x", "d@x"})
+            list.push(QString("<item jid='%1' subscription='remove'/>").arg(JID));
+        list.drawing.settle();
+        QVERIFY(!list.client.MyGroups.Exists("Pals"));
+        QVERIFY(list.client.MyGroups.Exists("Club"));
+        QCOMPARE(list.find("Club")->children.size(), std::size_t{1});
+        QCOMPARE(list.client.MyRoster.Count(), 1);
+    }
+
+    void aGatewayRowComesWithoutARecord()
+    {
+        ListFixture list;
+        list.addTransport("icq.x", "ICQ");
+        list.sync.AddItem("montague.example", "MONTAGUE.EXAMPLE", "Gateways", true, false, {}, {});
+        QCOMPARE(list.node("icq.x"), QString("ICQ [ServerOFF]"));
+        QCOMPARE(list.node("montague.example"), QString("MONTAGUE.EXAMPLE [ServerON] bold #ba7e55"));
+        QCOMPARE(list.client.MyRoster.Count(), 1);
+        QVERIFY(!list.sync.AddItem("icq.x", "ICQ", "Gateways", true, false, {}, {}));
+    }
+
+    void refreshAllAsksTheServerAnew()
+    {
+        ListFixture list;
+        list.addTransport("icq.x", "ICQ");
+        list.client.MyAgents.record("icq.x")->Online = true;
+        list.client.MyAgents.AddItem("rooms.x", "Rooms", true, false);
+        list.addContact("a@x", "A", "Pals");
+        list.sync.RefreshAll();
+        QCOMPARE(list.drawn(), QString("Gateways [ClosedFolder2]\n"
+                                       "  MONTAGUE.EXAMPLE [ServerON] bold #ba7e55\n"
+                                       "  ICQ [ServerON] bold #ba7e55\n"
+                                       "Contacts [ClosedFolder2]\n"
+                                       "Waiting authorization [ClosedFolder2]\n"));
+        QCOMPARE(list.client.MyRoster.Count(), 2);
+        QCOMPARE(list.client.MyRoster.record("rooms.x")->Status, QString("4"));
+        QVERIFY(list.client.MyGroups.Exists("Pals"));
+        QCOMPARE(
+            list.engine.takeSent(),
+            QStringList(R"(<iq id="fullroster_REFRESH" type="get"><query xmlns="jabber:iq:roster"/></iq>)"));
+    }
+
+    void aRenameReachesTheServer()
+    {
+        ListFixture list;
+        list.addContact("a@x", "A", "Pals");
+        list.sync.renamed("a@x", "A", "");
+        QCOMPARE(list.engine.takeSent(),
+                 QStringList(
+                     R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="">)"
+                     R"(<group>Pals</group></item></query></iq>)"));
+        list.drawing.Refresh();
+        QCOMPARE(list.find("a@x")->text, QString("a@x"));
+        list.engine.takeSent();
+        list.sync.renamed("Pals", "Pals", "Chums");
+        QVERIFY(list.client.MyGroups.Exists("Pals"));
+        QVERIFY(list.engine.takeSent().isEmpty());
+    }
 };
-
-void RosterSyncTest::aNewContactIsEntered_data()
-{
-    QTest::addColumn<bool>("onlineOnly");
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("record"); // nick, status, message, group
-    QTest::addColumn<QString>("parent"); // empty for no node
-    QTest::addColumn<QString>("image");
-    const QString pending = "jid='j@x' subscription='none' ask='subscribe'";
-    const QString lurker = "jid='j@x' subscription='none'";
-    const QString both = "jid='j@x' name='Ju' subscription='both'";
-    QTest::newRow("pending") << false << pending << "j@x Pending Pending "
-                             << "Waiting authorization"
-                             << "Pending";
-    QTest::newRow("pending, only those on line") << true << pending << "j@x Pending Pending "
-                                                 << ""
-                                                 << "";
-    QTest::newRow("lurker") << false << lurker << "j@x Lurker Lurker "
-                            << "Hidden"
-                            << "Pending";
-    QTest::newRow("lurker, only those on line") << true << lurker << "j@x Lurker Lurker "
-                                                << ""
-                                                << "";
-    QTest::newRow("listed") << false << both << "Ju Offline  "
-                            << "Contacts"
-                            << "Offline";
-    QTest::newRow("listed, only those on line") << true << both << "Ju Offline  "
-                                                << ""
-                                                << "";
-    QTest::newRow("in a group") << false << both + "><group>Pals</group"
-                                << "Ju Offline  Pals"
-                                << "Pals"
-                                << "Offline";
-    QTest::newRow("in a group, only those on line") << true << both + "><group>Pals</group"
-                                                    << "Ju Offline  Pals"
-                                                    << ""
-                                                    << "";
-    QTest::newRow("removed while unknown") << false << "jid='j@x' subscription='remove'"
-                                           << " Offline  "
-                                           << "Contacts"
-                                           << "Offline";
-    QTest::newRow("a resource is cut") << false << "jid='j@x/r' subscription='to'"
-                                       << " Offline  "
-                                       << "Contacts"
-                                       << "Offline";
-}
-
-void RosterSyncTest::aNewContactIsEntered()
-{
-    QFETCH(bool, onlineOnly);
-    QFETCH(QString, item);
-    QFETCH(QString, parent);
-    ListFixture list;
-    list.client.settings.ShowOnlineUsers = onlineOnly;
-    list.push(item.contains('>') ? "<item " + item + "></item>" : "<item " + item + "/>");
-    const auto* record = list.client.MyRoster.record("j@x");
-    QVERIFY(record);
-    QTEST(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group),
-          "record");
-    QCOMPARE(record->Resources, QStringList(QString()));
-    QCOMPARE(list.client.MyGroups.Exists("Pals"), item.contains("Pals"));
-    const TreeNode* node = list.find("j@x");
-    QCOMPARE(node ? node->parent->key : QString(), parent);
-    if (node)
-        QTEST(node->image, "image");
-    QVERIFY(list.engine.takeSent().isEmpty());
-}
-
-void RosterSyncTest::aPushChangesAKnownContact_data()
-{
-    QTest::addColumn<bool>("onlineOnly");
-    QTest::addColumn<QString>("stored"); // subscription, ask
-    QTest::addColumn<QString>("pushed"); // attributes
-    QTest::addColumn<QString>("record"); // subscription, ask, nick, group
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<bool>("refreshed");
-    const QString none = "subscription='none'";
-    const QString asked = "subscription='none' ask='subscribe'";
-    const QString both = "subscription='both'";
-    QTest::newRow("removed") << false << "both "
-                             << "subscription='remove'"
-                             << "gone"
-                             << "" << true;
-    QTest::newRow("granted") << false << "none subscribe" << both << "both  Old Pals"
-                             << "Pals" << true;
-    QTest::newRow("renamed and moved") << false << "to " << both << "to  New Club"
-                                       << "Club" << true;
-    QTest::newRow("asked again while listed") << false << "to " << both + " ask='subscribe'"
-                                              << "to  Old Pals"
-                                              << "Pals" << true;
-    QTest::newRow("our request went out") << false << "none " << asked << "none subscribe Old Pals"
-                                          << "Pals" << true;
-    QTest::newRow("the same request again") << false << "none subscribe" << asked << "none subscribe Old Pals"
-                                            << "Pals" << true;
-    QTest::newRow("refused") << false << "none subscribe" << none << "none  Old Pals"
-                             << "Pals" << true;
-    QTest::newRow("none after both") << false << "both " << none << "both  Old Pals"
-                                     << "Pals" << true;
-    QTest::newRow("refused, only those on line") << true << "none subscribe" << none << "none  Old Pals"
-                                                 << "" << false;
-    QTest::newRow("went out, only those on line") << true << "none " << asked << "none subscribe Old Pals"
-                                                  << "" << true;
-    QTest::newRow("an unknown ask") << false << "both "
-                                    << "subscription='none' ask='other'"
-                                    << "both  Old Pals"
-                                    << "Pals" << true;
-}
-
-void RosterSyncTest::aPushChangesAKnownContact()
-{
-    QFETCH(bool, onlineOnly);
-    QFETCH(QString, stored);
-    QFETCH(QString, pushed);
-    QFETCH(bool, refreshed);
-    ListFixture list;
-    list.client.settings.ShowOnlineUsers = onlineOnly;
-    list.client.MyRoster.AddItem("j@x", "Old", false, "Offline", {}, false, "Pals", stored.section(' ', 0, 0),
-                                 stored.section(' ', 1), {});
-    list.drawing.Refresh();
-    list.drawing.settle();
-    list.engine.takeSent();
-    list.push("<item jid='j@x' name='New' " + pushed + "><group>Club</group></item>");
-    const auto* record = list.client.MyRoster.record("j@x");
-    QTEST(record ? QString("%1 %2 %3 %4").arg(record->Subscription, record->Ask, record->nick, record->group)
-                 : QString("gone"),
-          "record");
-    QCOMPARE(list.engine.takeSent(), refreshed ? QStringList(available) : QStringList());
-    const TreeNode* node = list.find("j@x");
-    QTEST(node ? node->parent->key : QString(), "parent");
-}
-
-void RosterSyncTest::aPushForAContactWithoutANodeEndsThere()
-{
-    ListFixture list;
-    list.client.settings.ShowOnlineUsers = true;
-    list.push("<item jid='j@x' subscription='none' ask='subscribe'/>");
-    list.push("<item jid='j@x' subscription='remove'/><item jid='k@x' subscription='both'/>");
-    QVERIFY(list.client.MyRoster.DoesJIDExist("j@x"));
-    QVERIFY(!list.client.MyRoster.DoesJIDExist("k@x"));
-    QVERIFY(list.engine.takeSent().isEmpty());
-}
-
-void RosterSyncTest::anItemIsReadLoosely_data()
-{
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("record"); // JID, nick, group, ask
-    QTest::newRow("groups run together")
-        << "<item jid='a@x' subscription='both'>\n<group>One</group>\n<group>Two</group></item>"
-        << "a@x||OneTwo|";
-    QTest::newRow("text that speaks of no group") << "<item jid='a@x' subscription='both'>stray</item>"
-                                                  << "a@x|||";
-    QTest::newRow("ask in the address") << "<item jid='basket@x' subscription='both'/>"
-                                        << "basket@x|||";
-    QTest::newRow("name in the address") << "<item jid='name@group' subscription='both'/>"
-                                         << "name@group|||";
-    QTest::newRow("deep below") << "<a><b><item jid='a@x' name='&lt;A&gt;' subscription='both'/></b></a>"
-                                << "a@x|<A>||";
-    QTest::newRow("no address") << "<item subscription='both'/>"
-                                << "|||";
-}
-
-void RosterSyncTest::anItemIsReadLoosely()
-{
-    QFETCH(QString, item);
-    ListFixture list;
-    list.push(item);
-    QCOMPARE(list.client.MyRoster.Count(), 1);
-    const auto& record = *list.client.MyRoster.Item(1);
-    QTEST(QStringList({record.JID, record.nick, record.group, record.Ask}).join('|'), "record");
-}
-
-void RosterSyncTest::anAgentHidesAllLaterItems()
-{
-    ListFixture list;
-    list.client.MyAgents.AddItem("msn.x", "MSN", false, false);
-    list.push("<item jid='a@x' subscription='both'/><item jid='msn.x/registered'/><item jid='b@x' "
-              "subscription='both'/>");
-    QCOMPARE(list.client.MyRoster.Count(), 1);
-    list.addContact("b@x", "B", "");
-    QCOMPARE(list.client.MyRoster.Count(), 2);
-}
-
-void RosterSyncTest::anItemWithoutSubscriptionEndsTheStanza()
-{
-    ListFixture list;
-    list.push("<item jid='a@x' subscription='both'/><item jid='b@x'/><item jid='c@x' subscription='both'/>");
-    QVERIFY(list.client.MyRoster.DoesJIDExist("a@x"));
-    QVERIFY(!list.client.MyRoster.DoesJIDExist("b@x"));
-    QVERIFY(!list.client.MyRoster.DoesJIDExist("c@x"));
-}
-
-void RosterSyncTest::theLastContactTakesItsGroupAlong()
-{
-    ListFixture list;
-    list.addContact("a@x", "A", "Pals");
-    list.addContact("b@x", "B", "Pals");
-    list.addContact("c@x", "C", "");
-    QVERIFY(list.sync.CommitRemoveItem("a@x"));
-    QVERIFY(list.client.MyGroups.Exists("Pals"));
-    QVERIFY(list.sync.CommitRemoveItem("b@x"));
-    QVERIFY(!list.client.MyGroups.Exists("Pals"));
-    QCOMPARE(list.node("Pals"), QString("none"));
-    QVERIFY(list.sync.CommitRemoveItem("c@x"));
-    QVERIFY(list.find("Contacts"));
-    QVERIFY(!list.sync.CommitRemoveItem("c@x"));
-}
-
-void RosterSyncTest::aThousandPushesRebuildOnce()
-{
-    ListFixture list;
-    QString items;
-    for (int contact = 0; contact < 1000; ++contact)
-        items += QString("<item jid='c%1@x' subscription='both'><group>G%2</group></item>")
-                     .arg(contact)
-                     .arg(contact % 7);
-    list.push(items);
-    list.drawing.settle();
-    QSignalSpy resets(&list.drawing.model(), &QAbstractItemModel::modelReset);
-    for (int contact = 0; contact < 1000; ++contact)
-        list.addContact(QString("c%1@x").arg(contact), "New", "All");
-    QCOMPARE(list.drawing.model().retiredCount(), std::size_t{0}); // nothing was rebuilt yet
-    list.drawing.settle();
-    QCOMPARE(resets.count(), 1);
-    QCOMPARE(list.engine.takeSent(), QStringList(1000, available));
-    QCOMPARE(list.find("All")->children.size(), std::size_t{1000});
-    QCOMPARE(list.node("G3"), QString("none"));
-}
-
-void RosterSyncTest::removalsInOneTickForgetTheirGroups()
-{
-    ListFixture list;
-    for (const auto& JID : {"a@x", "b@x", "c@x"})
-        list.addContact(JID, "", "Pals");
-    for (const auto& JID : {"d@x", "e@x"})
-        list.addContact(JID, "", "Club");
-    list.drawing.settle();
-    for (const auto& JID : {"a@x", "b@x", "c@x", "d@x"})
-        list.push(QString("<item jid='%1' subscription='remove'/>").arg(JID));
-    list.drawing.settle();
-    QVERIFY(!list.client.MyGroups.Exists("Pals"));
-    QVERIFY(list.client.MyGroups.Exists("Club"));
-    QCOMPARE(list.find("Club")->children.size(), std::size_t{1});
-    QCOMPARE(list.client.MyRoster.Count(), 1);
-}
-
-void RosterSyncTest::aGatewayRowComesWithoutARecord()
-{
-    ListFixture list;
-    list.addTransport("icq.x", "ICQ");
-    list.sync.AddItem("montague.example", "MONTAGUE.EXAMPLE", "Gateways", true, false, {}, {});
-    QCOMPARE(list.node("icq.x"), QString("ICQ [ServerOFF]"));
-    QCOMPARE(list.node("montague.example"), QString("MONTAGUE.EXAMPLE [ServerON] bold #ba7e55"));
-    QCOMPARE(list.client.MyRoster.Count(), 1);
-    QVERIFY(!list.sync.AddItem("icq.x", "ICQ", "Gateways", true, false, {}, {}));
-}
-
-void RosterSyncTest::refreshAllAsksTheServerAnew()
-{
-    ListFixture list;
-    list.addTransport("icq.x", "ICQ");
-    list.client.MyAgents.record("icq.x")->Online = true;
-    list.client.MyAgents.AddItem("rooms.x", "Rooms", true, false);
-    list.addContact("a@x", "A", "Pals");
-    list.sync.RefreshAll();
-    QCOMPARE(list.drawn(), QString("Gateways [ClosedFolder2]\n"
-                                   "  MONTAGUE.EXAMPLE [ServerON] bold #ba7e55\n"
-                                   "  ICQ [ServerON] bold #ba7e55\n"
-                                   "Contacts [ClosedFolder2]\n"
-                                   "Waiting authorization [ClosedFolder2]\n"));
-    QCOMPARE(list.client.MyRoster.Count(), 2);
-    QCOMPARE(list.client.MyRoster.record("rooms.x")->Status, QString("4"));
-    QVERIFY(list.client.MyGroups.Exists("Pals"));
-    QCOMPARE(list.engine.takeSent(),
-             QStringList(R"(<iq id="fullroster_REFRESH" type="get"><query xmlns="jabber:iq:roster"/></iq>)"));
-}
-
-void RosterSyncTest::aRenameReachesTheServer()
-{
-    ListFixture list;
-    list.addContact("a@x", "A", "Pals");
-    list.sync.renamed("a@x", "A", "");
-    QCOMPARE(
-        list.engine.takeSent(),
-        QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" name="">)"
-                    R"(<group>Pals</group></item></query></iq>)"));
-    list.drawing.Refresh();
-    QCOMPARE(list.find("a@x")->text, QString("a@x"));
-    list.engine.takeSent();
-    list.sync.renamed("Pals", "Pals", "Chums");
-    QVERIFY(list.client.MyGroups.Exists("Pals"));
-    QVERIFY(list.engine.takeSent().isEmpty());
-}
 
 BRELO_TEST(RosterSyncTest)
 #include "RosterSyncTest.moc"

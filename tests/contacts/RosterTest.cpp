@@ -1,4 +1,5 @@
 #include "contacts/WindowFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QLineEdit>
@@ -13,291 +14,258 @@ class RosterTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aRightClickWorksOutTheMenu_data();
-    void aRightClickWorksOutTheMenu();
-    void aGroupLeavesTheMenuAsItWas();
-    void withoutAConnectionNodesHaveNoMenu();
-    void theMenuKeyShowsTheMenuOfTheSelection();
-    void entriesSendTheirStanzas_data();
-    void entriesSendTheirStanzas();
-    void aDoubleClickOpens_data();
-    void aDoubleClickOpens();
-    void aBlockedContactIsNotOpened();
-    void aLabelIsEditedInPlace();
-    void anEditOutlivesAPush();
-    void whatIsNoContactKeepsItsName();
-    void deleteRemovesTheSelectedContact();
-    void aDropIsTakenFromTheMouse();
-    void selectionAndFoldersOutliveARebuild();
-    void aChangeOutsideOfATickReachesTheScreen();
-};
-
-void RosterTest::aRightClickWorksOutTheMenu_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<bool>("agentOnline");
-    QTest::addColumn<QString>("entries");
-    QTest::newRow("beside") << "" << false << "AddFriend AddGroup";
-    QTest::newRow("transport off line") << "icq.x" << false << "GateLogin";
-    QTest::newRow("transport on line") << "icq.x" << true << "LogoffGate";
-    QTest::newRow("server") << "MONTAGUE.EXAMPLE" << false << "";
-    QTest::newRow("contact")
-        << "a@x" << false
-        << "AddFriend AddGroup RemoveFriend RenameFriend MoveFriend SendMessage History ShowVCard NotPres";
-}
-
-void RosterTest::aRightClickWorksOutTheMenu()
-{
-    QFETCH(QString, key);
-    QFETCH(bool, agentOnline);
-    WindowFixture window;
-    window.client.MyAgents.record("icq.x")->Online = agentOnline;
-    window.click(key, Qt::RightButton);
-    QVERIFY(window.roster->findChild<QMenu*>("mnuContext")->isVisible());
-    QTEST(window.enabledEntries(), "entries");
-    QCOMPARE(window.roster->SelectedItem(), key);
-}
-
-void RosterTest::aGroupLeavesTheMenuAsItWas()
-{
-    WindowFixture window;
-    auto* menu = window.roster->findChild<QMenu*>("mnuContext");
-    window.click("icq.x", Qt::RightButton);
-    menu->close();
-    window.click("Pals", Qt::RightButton);
-    QVERIFY(menu->isVisible());
-    QCOMPARE(window.enabledEntries(), QString("GateLogin"));
-    menu->close();
-    window.click("a@x", Qt::RightButton); // "Search for Contact" keeps its last state
-    QVERIFY(!window.enabledEntries().contains("AddFriend"));
-    menu->close();
-    QTest::mouseClick(window.view->viewport(), Qt::RightButton, Qt::ShiftModifier, window.place("b@x"));
-    QVERIFY(!menu->isVisible());
-}
-
-void RosterTest::withoutAConnectionNodesHaveNoMenu()
-{
-    WindowFixture window;
-    window.engine.gateway().connected = false;
-    auto* menu = window.roster->findChild<QMenu*>("mnuContext");
-    window.click("a@x", Qt::RightButton);
-    QVERIFY(!menu->isVisible());
-    window.click("", Qt::RightButton);
-    QVERIFY(menu->isVisible());
-    QCOMPARE(window.enabledEntries(), QString());
-}
-
-void RosterTest::theMenuKeyShowsTheMenuOfTheSelection()
-{
-    WindowFixture window;
-    window.select("icq.x");
-    QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
-    QCoreApplication::sendEvent(window.view->viewport(), &key);
-    QVERIFY(window.roster->findChild<QMenu*>("mnuContext")->isVisible());
-    QCOMPARE(window.enabledEntries(), QString("GateLogin"));
-}
-
-void RosterTest::entriesSendTheirStanzas_data()
-{
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QStringList>("sent");
-    QTest::newRow("login") << "GateLogin"
-                           << "icq.x" << QStringList(R"(<presence to="icq.x"/>)");
-    QTest::newRow("log off") << "LogoffGate"
-                             << "icq.x" << QStringList(R"(<presence to="icq.x" type="unavailable"/>)");
-    QTest::newRow("remove")
-        << "RemoveFriend"
-        << "a@x"
-        << QStringList(R"(<iq id="VRX_Del" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
-                       R"(name="Ann" subscription="remove"><group>Pals</group></item></query></iq>)");
-    QTest::newRow("vCard")
-        << "ShowVCard"
-        << "a@x"
-        << QStringList(R"(<iq type="get" id="vcard_wj_3" to="a@x"><VCARD xmlns="vcard-temp"/></iq>)");
-    QTest::newRow("notify") << "NotPres"
-                            << "a@x" << QStringList(R"(<presence to="a@x" type="subscribe"/>)");
-    QTest::newRow("search") << "AddFriend"
-                            << "a@x" << QStringList();
-}
-
-void RosterTest::entriesSendTheirStanzas()
-{
-    QFETCH(QString, entry);
-    QFETCH(QString, key);
-    WindowFixture window;
-    window.select(key);
-    window.choose("mnuContext" + entry);
-    QTEST(window.engine.takeSent(), "sent");
-    QVERIFY(window.client.MyRoster.DoesJIDExist(key)); // until the server says so
-}
-
-void RosterTest::aDoubleClickOpens_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<bool>("admin");
-    QTest::addColumn<QString>("opened");
-    QTest::newRow("contact") << "a@x" << false << "conversation a@x trick";
-    QTest::newRow("transport") << "icq.x" << false << "page ICQ";
-    QTest::newRow("server") << "MONTAGUE.EXAMPLE" << false << "notices";
-    QTest::newRow("server with rights") << "MONTAGUE.EXAMPLE" << true << "page Server management";
-    QTest::newRow("group") << "Pals" << false << "";
-    QTest::newRow("empty fixed group") << "Waiting authorization" << false << "";
-}
-
-void RosterTest::aDoubleClickOpens()
-{
-    QFETCH(QString, key);
-    QFETCH(bool, admin);
-    WindowFixture window;
-    window.client.settings.UserMode = admin;
-    QStringList opened;
-    connect(window.form, &RosterForm::openConversation, this, [&](const QString& jid, bool trick) {
-        opened += "conversation " + jid + (trick ? " trick" : "");
-    });
-    connect(window.form, &RosterForm::showPreferences, this,
-            [&](const QString& page) { opened += "page " + page; });
-    connect(window.form, &RosterForm::showNotices, this, [&] { opened += "notices"; });
-    window.click(key);
-    QTest::mouseDClick(window.view->viewport(), Qt::LeftButton, {}, window.place(key));
-    QTEST(opened.join(','), "opened");
-    opened.clear();
-    window.select(key);
-    QTest::keyClick(window.view, Qt::Key_Return);
-    QTEST(opened.join(','), "opened");
-}
-
-void RosterTest::aBlockedContactIsNotOpened()
-{
-    WindowFixture window;
-    window.client.MyBanList.Add("a@x");
-    QSignalSpy opened(window.roster, &Roster::openConversation);
-    window.select("a@x");
-    window.choose("mnuContextSendMessage");
-    QCOMPARE(opened.count(), 0);
-    QCOMPARE(window.outside.boxes.shown,
-             QList<RecordingBoxes::Box>({{"Notification", "The Contact is Blocked !",
-                                          MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::Ok}}));
-}
-
-void RosterTest::aLabelIsEditedInPlace()
-{
-    WindowFixture window;
-    window.select("a@x");
-    QTest::keyClick(window.view, Qt::Key_F2);
-    auto* editor = window.view->findChild<QLineEdit*>();
-    QVERIFY(editor);
-    editor->setText("Annie <3");
-    QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_VERIFY(!window.view->isBusy());
-    QCOMPARE(window.engine.takeSent(),
-             QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
-                         R"(name="Annie &lt;3"><group>Pals</group></item></query></iq>)"));
-    QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Annie <3"));
-    window.choose("mnuContextRenameFriend");
-    auto* second = window.view->findChild<QLineEdit*>();
-    QVERIFY(second);
-    second->setText("Nobody");
-    QTest::keyClick(second, Qt::Key_Escape);
-    QVERIFY(window.engine.takeSent().isEmpty());
-}
-
-void RosterTest::anEditOutlivesAPush()
-{
-    WindowFixture window;
-    window.select("a@x");
-    QTest::keyClick(window.view, Qt::Key_F2);
-    auto* editor = window.view->findChild<QLineEdit*>();
-    QVERIFY(editor);
-    editor->setText("Half a na");
-    window.push("<item jid='b@x' name='Robert' subscription='both'><group>Club</group></item>");
-    window.form->myITriggerReceiver().Trigger();
-    QCoreApplication::processEvents();
-    QVERIFY(window.view->isBusy());
-    window.engine.takeSent();
-    QTest::keyClicks(editor, "me");
-    QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_VERIFY(!window.view->isBusy());
-    QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Half a name"));
-    QCOMPARE(window.engine.takeSent().size(), 1);
-    window.form->myITriggerReceiver().Trigger();
-    auto& tree = window.roster->tree();
-    QCOMPARE(tree.Item(tree.NodeIndexOfKey("b@x"))->parent->key, QString("Club"));
-}
-
-void RosterTest::whatIsNoContactKeepsItsName()
-{
-    WindowFixture window;
-    for (const auto& key : {"Contacts", "MONTAGUE.EXAMPLE"}) {
-        window.select(key);
-        QTest::keyClick(window.view, Qt::Key_F2);
-        QVERIFY(!window.view->isBusy());
+    void aRightClickWorksOutTheMenu_data()
+    {
+        columns<QString, bool, QString>("key", "agentOnline", "entries");
+        row("beside", "", false, "AddFriend AddGroup");
+        row("transport off line", "icq.x", false, "GateLogin");
+        row("transport on line", "icq.x", true, "LogoffGate");
+        row("server", "MONTAGUE.EXAMPLE", false, "");
+        row("contact", "a@x", false,
+            "AddFriend AddGroup RemoveFriend RenameFriend MoveFriend SendMessage History ShowVCard NotPres");
     }
-}
 
-void RosterTest::deleteRemovesTheSelectedContact()
-{
-    WindowFixture window;
-    window.select("Pals");
-    QTest::keyClick(window.view, Qt::Key_Delete);
-    window.engine.gateway().connected = false;
-    window.select("a@x");
-    QTest::keyClick(window.view, Qt::Key_Delete);
-    QVERIFY(window.engine.takeSent().isEmpty());
-    window.engine.gateway().connected = true;
-    QTest::keyClick(window.view, Qt::Key_Delete);
-    QVERIFY(window.engine.takeSent().value(0).startsWith("<iq id=\"VRX_Del\""));
-}
+    void aRightClickWorksOutTheMenu()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, agentOnline);
+        WindowFixture window;
+        window.client.MyAgents.record("icq.x")->Online = agentOnline;
+        window.click(key, Qt::RightButton);
+        QVERIFY(window.roster->findChild<QMenu*>("mnuContext")->isVisible());
+        QTEST(window.enabledEntries(), "entries");
+        QCOMPARE(window.roster->SelectedItem(), key);
+    }
 
-void RosterTest::aDropIsTakenFromTheMouse()
-{
-    WindowFixture window;
-    window.click("a@x");
-    QMimeData data;
-    data.setData("application/x-breloim-contact", "a@x");
-    const QPoint target = window.place("Club");
-    QDragEnterEvent enter(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window.view->viewport(), &enter);
-    QVERIFY(enter.isAccepted());
-    QDragMoveEvent over(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window.view->viewport(), &over);
-    QVERIFY(over.isAccepted());
-    QDropEvent drop(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window.view->viewport(), &drop);
-    QVERIFY(window.engine.takeSent().value(0).contains("<group>Club</group>"));
-    QVERIFY(!window.view->isBusy());
-    auto& tree = window.roster->tree();
-    QCOMPARE(tree.Item(tree.NodeIndexOfKey("a@x"))->parent->key, QString("Club"));
-}
+    void aGroupLeavesTheMenuAsItWas()
+    {
+        WindowFixture window;
+        auto* menu = window.roster->findChild<QMenu*>("mnuContext");
+        window.click("icq.x", Qt::RightButton);
+        menu->close();
+        window.click("Pals", Qt::RightButton);
+        QVERIFY(menu->isVisible());
+        QCOMPARE(window.enabledEntries(), QString("GateLogin"));
+        menu->close();
+        window.click("a@x", Qt::RightButton); // "Search for Contact" keeps its last state
+        QVERIFY(!window.enabledEntries().contains("AddFriend"));
+        menu->close();
+        QTest::mouseClick(window.view->viewport(), Qt::RightButton, Qt::ShiftModifier, window.place("b@x"));
+        QVERIFY(!menu->isVisible());
+    }
 
-void RosterTest::selectionAndFoldersOutliveARebuild()
-{
-    WindowFixture window;
-    QString items;
-    for (int contact = 0; contact < 100; ++contact)
-        items += QString("<item jid='m%1@x' subscription='both'><group>Many</group></item>").arg(contact);
-    window.push(items);
-    window.select("m90@x");
-    const int place = window.view->verticalScrollBar()->value();
-    QVERIFY(place > 0);
-    window.push("<item jid='a@x' name='Anna' subscription='both'/>");
-    window.roster->settle();
-    QCOMPARE(window.roster->SelectedItem(), QString("m90@x"));
-    QCOMPARE(window.view->verticalScrollBar()->value(), place);
-    auto& tree = window.roster->tree();
-    QVERIFY(window.view->isExpanded(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Many")))));
-    window.push("<item jid='m90@x' subscription='remove'/>");
-    QCOMPARE(window.roster->SelectedItem(), QString());
-}
+    void withoutAConnectionNodesHaveNoMenu()
+    {
+        WindowFixture window;
+        window.engine.gateway().connected = false;
+        auto* menu = window.roster->findChild<QMenu*>("mnuContext");
+        window.click("a@x", Qt::RightButton);
+        QVERIFY(!menu->isVisible());
+        window.click("", Qt::RightButton);
+        QVERIFY(menu->isVisible());
+        QCOMPARE(window.enabledEntries(), QString());
+    }
 
-void RosterTest::aChangeOutsideOfATickReachesTheScreen()
-{
-    WindowFixture window;
-    QSignalSpy reset(window.view->model(), &QAbstractItemModel::modelReset);
-    QVERIFY(window.roster->AddGroupItem("Mine"));
-    QVERIFY(!window.roster->AddGroupItem("Mine"));
-    QTRY_COMPARE(reset.count(), 1);
-}
+    void theMenuKeyShowsTheMenuOfTheSelection()
+    {
+        WindowFixture window;
+        window.select("icq.x");
+        QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
+        QCoreApplication::sendEvent(window.view->viewport(), &key);
+        QVERIFY(window.roster->findChild<QMenu*>("mnuContext")->isVisible());
+        QCOMPARE(window.enabledEntries(), QString("GateLogin"));
+    }
+
+    void entriesSendTheirStanzas_data()
+    {
+        columns<QString, QString, QStringList>("entry", "key", "sent");
+        row("login", "GateLogin", "icq.x", QStringList(R"(<presence to="icq.x"/>)"));
+        row("log off", "LogoffGate", "icq.x", QStringList(R"(<presence to="icq.x" type="unavailable"/>)"));
+        row("remove", "RemoveFriend", "a@x",
+            QStringList(R"(<iq id="VRX_Del" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
+                        R"(name="Ann" subscription="remove"><group>Pals</group></item></query></iq>)"));
+        row("vCard", "ShowVCard", "a@x",
+            QStringList(R"(<iq type="get" id="vcard_wj_3" to="a@x"><VCARD xmlns="vcard-temp"/></iq>)"));
+        row("notify", "NotPres", "a@x", QStringList(R"(<presence to="a@x" type="subscribe"/>)"));
+        row("search", "AddFriend", "a@x", QStringList());
+    }
+
+    void entriesSendTheirStanzas()
+    {
+        QFETCH(QString, entry);
+        QFETCH(QString, key);
+        WindowFixture window;
+        window.select(key);
+        window.choose("mnuContext" + entry);
+        QTEST(window.engine.takeSent(), "sent");
+        QVERIFY(window.client.MyRoster.DoesJIDExist(key)); // until the server says so
+    }
+
+    void aDoubleClickOpens_data()
+    {
+        columns<QString, bool, QString>("key", "admin", "opened");
+        row("contact", "a@x", false, "conversation a@x trick");
+        row("transport", "icq.x", false, "page ICQ");
+        row("server", "MONTAGUE.EXAMPLE", false, "notices");
+        row("server with rights", "MONTAGUE.EXAMPLE", true, "page Server management");
+        row("group", "Pals", false, "");
+        row("empty fixed group", "Waiting authorization", false, "");
+    }
+
+    void aDoubleClickOpens()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, admin);
+        WindowFixture window;
+        window.client.settings.UserMode = admin;
+        QStringList opened;
+        connect(window.form, &RosterForm::openConversation, this, [&](const QString& jid, bool trick) {
+            opened += "conversation " + jid + (trick ? " trick" : "");
+        });
+        connect(window.form, &RosterForm::showPreferences, this,
+                [&](const QString& page) { opened += "page " + page; });
+        connect(window.form, &RosterForm::showNotices, this, [&] { opened += "notices"; });
+        window.click(key);
+        QTest::mouseDClick(window.view->viewport(), Qt::LeftButton, {}, window.place(key));
+        QTEST(opened.join(','), "opened");
+        opened.clear();
+        window.select(key);
+        QTest::keyClick(window.view, Qt::Key_Return);
+        QTEST(opened.join(','), "opened");
+    }
+
+    void aBlockedContactIsNotOpened()
+    {
+        WindowFixture window;
+        window.client.MyBanList.Add("a@x");
+        QSignalSpy opened(window.roster, &Roster::openConversation);
+        window.select("a@x");
+        window.choose("mnuContextSendMessage");
+        QCOMPARE(opened.count(), 0);
+        QCOMPARE(window.outside.boxes.shown,
+                 QList<RecordingBoxes::Box>({{"Notification", "The Contact is Blocked !",
+                                              MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::Ok}}));
+    }
+
+    void aLabelIsEditedInPlace()
+    {
+        WindowFixture window;
+        window.select("a@x");
+        QTest::keyClick(window.view, Qt::Key_F2);
+        auto* editor = window.view->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        editor->setText("Annie <3");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_VERIFY(!window.view->isBusy());
+        QCOMPARE(window.engine.takeSent(),
+                 QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
+                             R"(name="Annie &lt;3"><group>Pals</group></item></query></iq>)"));
+        QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Annie <3"));
+        window.choose("mnuContextRenameFriend");
+        auto* second = window.view->findChild<QLineEdit*>();
+        QVERIFY(second);
+        second->setText("Nobody");
+        QTest::keyClick(second, Qt::Key_Escape);
+        QVERIFY(window.engine.takeSent().isEmpty());
+    }
+
+    void anEditOutlivesAPush()
+    {
+        WindowFixture window;
+        window.select("a@x");
+        QTest::keyClick(window.view, Qt::Key_F2);
+        auto* editor = window.view->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        editor->setText("Half a na");
+        window.push("<item jid='b@x' name='Robert' subscription='both'><group>Club</group></item>");
+        window.form->myITriggerReceiver().Trigger();
+        QCoreApplication::processEvents();
+        QVERIFY(window.view->isBusy());
+        window.engine.takeSent();
+        QTest::keyClicks(editor, "me");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_VERIFY(!window.view->isBusy());
+        QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Half a name"));
+        QCOMPARE(window.engine.takeSent().size(), 1);
+        window.form->myITriggerReceiver().Trigger();
+        auto& tree = window.roster->tree();
+        QCOMPARE(tree.Item(tree.NodeIndexOfKey("b@x"))->parent->key, QString("Club"));
+    }
+
+    void whatIsNoContactKeepsItsName()
+    {
+        WindowFixture window;
+        for (const auto& key : {"Contacts", "MONTAGUE.EXAMPLE"}) {
+            window.select(key);
+            QTest::keyClick(window.view, Qt::Key_F2);
+            QVERIFY(!window.view->isBusy());
+        }
+    }
+
+    void deleteRemovesTheSelectedContact()
+    {
+        WindowFixture window;
+        window.select("Pals");
+        QTest::keyClick(window.view, Qt::Key_Delete);
+        window.engine.gateway().connected = false;
+        window.select("a@x");
+        QTest::keyClick(window.view, Qt::Key_Delete);
+        QVERIFY(window.engine.takeSent().isEmpty());
+        window.engine.gateway().connected = true;
+        QTest::keyClick(window.view, Qt::Key_Delete);
+        QVERIFY(window.engine.takeSent().value(0).startsWith("<iq id=\"VRX_Del\""));
+    }
+
+    void aDropIsTakenFromTheMouse()
+    {
+        WindowFixture window;
+        window.click("a@x");
+        QMimeData data;
+        data.setData("application/x-breloim-contact", "a@x");
+        const QPoint target = window.place("Club");
+        QDragEnterEvent enter(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.view->viewport(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDragMoveEvent over(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.view->viewport(), &over);
+        QVERIFY(over.isAccepted());
+        QDropEvent drop(target, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.view->viewport(), &drop);
+        QVERIFY(window.engine.takeSent().value(0).contains("<group>Club</group>"));
+        QVERIFY(!window.view->isBusy());
+        auto& tree = window.roster->tree();
+        QCOMPARE(tree.Item(tree.NodeIndexOfKey("a@x"))->parent->key, QString("Club"));
+    }
+
+    void selectionAndFoldersOutliveARebuild()
+    {
+        WindowFixture window;
+        QString items;
+        for (int contact = 0; contact < 100; ++contact)
+            items += QString("<item jid='m%1@x' subscription='both'><group>Many</group></item>").arg(contact);
+        window.push(items);
+        window.select("m90@x");
+        const int place = window.view->verticalScrollBar()->value();
+        QVERIFY(place > 0);
+        window.push("<item jid='a@x' name='Anna' subscription='both'/>");
+        window.roster->settle();
+        QCOMPARE(window.roster->SelectedItem(), QString("m90@x"));
+        QCOMPARE(window.view->verticalScrollBar()->value(), place);
+        auto& tree = window.roster->tree();
+        QVERIFY(window.view->isExpanded(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Many")))));
+        window.push("<item jid='m90@x' subscription='remove'/>");
+        QCOMPARE(window.roster->SelectedItem(), QString());
+    }
+
+    void aChangeOutsideOfATickReachesTheScreen()
+    {
+        WindowFixture window;
+        QSignalSpy reset(window.view->model(), &QAbstractItemModel::modelReset);
+        QVERIFY(window.roster->AddGroupItem("Mine"));
+        QVERIFY(!window.roster->AddGroupItem("Mine"));
+        QTRY_COMPARE(reset.count(), 1);
+    }
+};
 
 BRELO_TEST(RosterTest)
 #include "RosterTest.moc"

@@ -26,9 +26,7 @@ WindowFixture::WindowFixture()
 
 WindowFixture::~WindowFixture()
 {
-    client.UserClosing = true;
-    registry.unloadAllExcept({});
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    registry.deleteAllExcept(nullptr);
 }
 
 QPoint WindowFixture::place(const QString& key)

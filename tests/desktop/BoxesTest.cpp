@@ -1,5 +1,6 @@
 #include "desktop/forms/QtMessageBoxes.h"
 #include "support/RecordingDesktop.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QApplication>
@@ -37,9 +38,8 @@ class BoxesTest : public QObject
 private slots:
     void theAnswerIsTheButton_data()
     {
-        QTest::addColumn<int>("buttons");
-        QTest::addColumn<int>("click"); // 0: Escape
-        QTest::addColumn<int>("answer");
+        // click: 0: Escape
+        columns<int, int, int>("buttons", "click", "answer");
         const auto row = [](const char* name, Buttons buttons, int click, Answer answer) {
             QTest::newRow(name) << int(buttons) << click << int(answer);
         };

@@ -1,5 +1,6 @@
 #include "desktop/SafeLink.h"
 #include "desktop/forms/DesktopLinkOpener.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QDesktopServices>
@@ -16,8 +17,7 @@ public slots:
 private slots:
     void onlySafeLinksAreOpened_data()
     {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<bool>("safe");
+        columns<QString, bool>("link", "safe");
         const auto row = [](const QString& link, bool safe) {
             QTest::addRow("%s", qPrintable(link.left(60))) << link << safe;
         };

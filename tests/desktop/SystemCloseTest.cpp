@@ -1,4 +1,5 @@
 #include "desktop/SystemClose.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QSignalSpy>
@@ -14,11 +15,11 @@ class SystemCloseTest : public QObject
 private slots:
     void isTold_data()
     {
-        QTest::addColumn<int>("signal"); // 0 is the application's Quit event
-        QTest::newRow("terminate") << SIGTERM;
-        QTest::newRow("interrupt") << SIGINT;
-        QTest::newRow("terminal gone") << SIGHUP;
-        QTest::newRow("quit event") << 0;
+        columns<int>("signal"); // 0 is the application's Quit event
+        row("terminate", SIGTERM);
+        row("interrupt", SIGINT);
+        row("terminal gone", SIGHUP);
+        row("quit event", 0);
     }
 
     void isTold()

@@ -1,6 +1,7 @@
 #include "desktop/BalloonQueue.h"
 #include "desktop/PlainNotice.h"
 #include "desktop/forms/QtTrayIcon.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QMenu>
@@ -43,12 +44,11 @@ private slots:
 
     void noticesReadAsTyped_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("joiners");
-        QTest::newRow("tag") << "<b>x</b>" << 2;
-        QTest::newRow("link") << "<a href='file:///'>&amp;" << 2;
-        QTest::newRow("entity by number") << "&#60;" << 1;
-        QTest::newRow("no markup") << "1 < 2 && a <3 \"q\"" << 0;
+        columns<QString, int>("text", "joiners");
+        row("tag", "<b>x</b>", 2);
+        row("link", "<a href='file:///'>&amp;", 2);
+        row("entity by number", "&#60;", 1);
+        row("no markup", "1 < 2 && a <3 \"q\"", 0);
     }
     void noticesReadAsTyped()
     {
@@ -85,16 +85,13 @@ private slots:
     void clicksBecomeRequests_data()
     {
         using Click = QSystemTrayIcon::ActivationReason;
-        QTest::addColumn<QList<Click>>("clicks");
-        QTest::addColumn<bool>("hasMenu");
-        QTest::addColumn<int>("doubles");
-        QTest::addColumn<int>("menus");
-        QTest::newRow("one click") << QList{Click::Trigger} << true << 0 << 0;
-        QTest::newRow("double click") << QList{Click::Trigger, Click::DoubleClick} << true << 1 << 0;
-        QTest::newRow("two single clicks") << QList{Click::Trigger, Click::Trigger} << true << 1 << 0;
-        QTest::newRow("middle") << QList{Click::MiddleClick} << true << 0 << 1;
-        QTest::newRow("right with a menu") << QList{Click::Context} << true << 0 << 0;
-        QTest::newRow("right without a menu") << QList{Click::Context} << false << 0 << 1;
+        columns<QList<Click>, bool, int, int>("clicks", "hasMenu", "doubles", "menus");
+        row("one click", QList{Click::Trigger}, true, 0, 0);
+        row("double click", QList{Click::Trigger, Click::DoubleClick}, true, 1, 0);
+        row("two single clicks", QList{Click::Trigger, Click::Trigger}, true, 1, 0);
+        row("middle", QList{Click::MiddleClick}, true, 0, 1);
+        row("right with a menu", QList{Click::Context}, true, 0, 0);
+        row("right without a menu", QList{Click::Context}, false, 0, 1);
     }
     void clicksBecomeRequests()
     {

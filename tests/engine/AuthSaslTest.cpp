@@ -1,4 +1,5 @@
 #include "AuthPeer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include "engine/Xml.h"
@@ -48,13 +49,10 @@ class AuthSaslTest : public QObject
 private slots:
     void strongestMechanismSignsIn_data()
     {
-        QTest::addColumn<QStringList>("offered");
-        QTest::addColumn<QString>("taken");
-        QTest::newRow("all") << QStringList{"PLAIN", "SCRAM-SHA-1", "SCRAM-SHA-256", "X-OTHER"}
-                             << "SCRAM-SHA-256";
-        QTest::newRow("with channel binding")
-            << QStringList{"SCRAM-SHA-1-PLUS", "SCRAM-SHA-1"} << "SCRAM-SHA-1";
-        QTest::newRow("plain only") << QStringList{"PLAIN", "DIGEST-MD5"} << "PLAIN";
+        columns<QStringList, QString>("offered", "taken");
+        row("all", QStringList{"PLAIN", "SCRAM-SHA-1", "SCRAM-SHA-256", "X-OTHER"}, "SCRAM-SHA-256");
+        row("with channel binding", QStringList{"SCRAM-SHA-1-PLUS", "SCRAM-SHA-1"}, "SCRAM-SHA-1");
+        row("plain only", QStringList{"PLAIN", "DIGEST-MD5"}, "PLAIN");
     }
 
     void strongestMechanismSignsIn()
@@ -95,12 +93,11 @@ private slots:
 
     void serverThatDoesNotProveItselfIsRefused_data()
     {
-        QTest::addColumn<QString>("success");
-        QTest::newRow("no signature") << "";
-        QTest::newRow("forged signature")
-            << QString::fromLatin1(("v=" + QByteArray(32, 'x').toBase64()).toBase64());
-        QTest::newRow("an error in it") << QString::fromLatin1(QByteArray("e=other-error").toBase64());
-        QTest::newRow("no base64") << "!!!!";
+        columns<QString>("success");
+        row("no signature", "");
+        row("forged signature", QString::fromLatin1(("v=" + QByteArray(32, 'x').toBase64()).toBase64()));
+        row("an error in it", QString::fromLatin1(QByteArray("e=other-error").toBase64()));
+        row("no base64", "!!!!");
     }
 
     void serverThatDoesNotProveItselfIsRefused()
@@ -118,12 +115,12 @@ private slots:
 
     void badChallengeEndsTheExchange_data()
     {
-        QTest::addColumn<QByteArray>("message");
-        QTest::newRow("another nonce") << QByteArray("r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096");
-        QTest::newRow("endless work") << QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000");
-        QTest::newRow("no work") << QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=0");
-        QTest::newRow("nonsense") << QByteArray("\xff\x00,,,", 5);
-        QTest::newRow("nothing") << QByteArray();
+        columns<QByteArray>("message");
+        row("another nonce", QByteArray("r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096"));
+        row("endless work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000"));
+        row("no work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=0"));
+        row("nonsense", QByteArray("\xff\x00,,,", 5));
+        row("nothing", QByteArray());
     }
 
     void badChallengeEndsTheExchange()
@@ -159,13 +156,12 @@ private slots:
 
     void failureIsToldApart_data()
     {
-        QTest::addColumn<QString>("condition");
-        QTest::addColumn<bool>("refusesAccount");
-        QTest::newRow("disabled") << "account-disabled" << true;
-        QTest::newRow("expired") << "credentials-expired" << true;
-        QTest::newRow("for now") << "temporary-auth-failure" << false;
-        QTest::newRow("aborted") << "aborted" << false;
-        QTest::newRow("last mechanism") << "invalid-mechanism" << false;
+        columns<QString, bool>("condition", "refusesAccount");
+        row("disabled", "account-disabled", true);
+        row("expired", "credentials-expired", true);
+        row("for now", "temporary-auth-failure", false);
+        row("aborted", "aborted", false);
+        row("last mechanism", "invalid-mechanism", false);
     }
 
     void failureIsToldApart()
@@ -195,12 +191,10 @@ private slots:
 
     void passwordCrossesInClearOnlyWhereAllowed_data()
     {
-        QTest::addColumn<bool>("encrypted");
-        QTest::addColumn<bool>("plainAllowed");
-        QTest::addColumn<bool>("sent");
-        QTest::newRow("open") << false << false << false;
-        QTest::newRow("open, agreed") << false << true << true;
-        QTest::newRow("encrypted") << true << false << true;
+        columns<bool, bool, bool>("encrypted", "plainAllowed", "sent");
+        row("open", false, false, false);
+        row("open, agreed", false, true, true);
+        row("encrypted", true, false, true);
     }
 
     void passwordCrossesInClearOnlyWhereAllowed()

@@ -1,4 +1,5 @@
 #include "AuthPeer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include "engine/Xml.h"
@@ -60,12 +61,10 @@ private slots:
 
     void sessionIsOpenedOnlyWhereAServerInsists_data()
     {
-        QTest::addColumn<QString>("feature");
-        QTest::addColumn<bool>("opened");
-        QTest::newRow("none") << "" << false;
-        QTest::newRow("required") << sessionFeature << true;
-        QTest::newRow("optional")
-            << "<session xmlns='urn:ietf:params:xml:ns:xmpp-session'><optional/></session>" << false;
+        columns<QString, bool>("feature", "opened");
+        row("none", "", false);
+        row("required", sessionFeature, true);
+        row("optional", "<session xmlns='urn:ietf:params:xml:ns:xmpp-session'><optional/></session>", false);
     }
 
     void sessionIsOpenedOnlyWhereAServerInsists()
@@ -102,15 +101,12 @@ private slots:
 
     void brokenSessionFails_data()
     {
-        QTest::addColumn<QString>("features");
-        QTest::addColumn<QString>("answer");
-        QTest::newRow("nothing offered") << "<ver/>"
-                                         << "";
-        QTest::newRow("no features at all") << QString() << "";
-        QTest::newRow("no address") << bindFeature << bound("");
-        QTest::newRow("forbidden") << bindFeature
-                                   << "<iq type='error' id='brelo-bind'><error code='403'/></iq>";
-        QTest::newRow("error without an error") << bindFeature << "<iq type='error' id='brelo-bind'/>";
+        columns<QString, QString>("features", "answer");
+        row("nothing offered", "<ver/>", "");
+        row("no features at all", QString(), "");
+        row("no address", bindFeature, bound(""));
+        row("forbidden", bindFeature, "<iq type='error' id='brelo-bind'><error code='403'/></iq>");
+        row("error without an error", bindFeature, "<iq type='error' id='brelo-bind'/>");
     }
 
     void brokenSessionFails()
@@ -130,22 +126,15 @@ private slots:
 
     void oldSignInSendsTheDigestBeforeThePassword_data()
     {
-        QTest::addColumn<QString>("features");
-        QTest::addColumn<QString>("fields");
-        QTest::addColumn<QString>("streamId");
-        QTest::addColumn<QString>("secret");
+        columns<QString, QString, QString, QString>("features", "fields", "streamId", "secret");
         const auto hash = QCryptographicHash::hash("3EE948B0r0m30", QCryptographicHash::Sha1).toHex();
         const auto digest = QString("<digest>%1</digest>").arg(QString::fromLatin1(hash));
         const QString both = "<password/><digest/>";
-        QTest::newRow("no features") << QString() << both << "3EE948B0" << digest;
-        QTest::newRow("offered") << iqAuthFeature << both << "3EE948B0" << digest;
-        QTest::newRow("mechanisms unknown") << iqAuthFeature + mechanisms({"X"}) << "<digest/>"
-                                            << "3EE948B0" << digest;
-        QTest::newRow("no stream id") << iqAuthFeature << both << ""
-                                      << "<password>r0m30</password>";
-        QTest::newRow("password only") << iqAuthFeature << "<password/>"
-                                       << "3EE948B0"
-                                       << "<password>r0m30</password>";
+        row("no features", QString(), both, "3EE948B0", digest);
+        row("offered", iqAuthFeature, both, "3EE948B0", digest);
+        row("mechanisms unknown", iqAuthFeature + mechanisms({"X"}), "<digest/>", "3EE948B0", digest);
+        row("no stream id", iqAuthFeature, both, "", "<password>r0m30</password>");
+        row("password only", iqAuthFeature, "<password/>", "3EE948B0", "<password>r0m30</password>");
     }
 
     void oldSignInSendsTheDigestBeforeThePassword()
@@ -185,20 +174,17 @@ private slots:
 
     void oldServersRefusalPassesUp_data()
     {
-        QTest::addColumn<QString>("error");
-        QTest::addColumn<QString>("up");
+        columns<QString, QString>("error", "up");
         const QString whole =
             "<iq type=\"error\" id=\"brelo-auth1\"><query xmlns=\"jabber:iq:auth\"><username>juliet"
             "</username></query><error code=\"401\">Unauthorized</error></iq>";
-        QTest::newRow("as it is") << whole << whole;
-        QTest::newRow("without its query")
-            << "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"401\">No</error></iq>"
-            << "<iq type=\"error\" id=\"brelo-auth1\"><query xmlns=\"jabber:iq:auth\"/><error "
-               "code=\"401\">No</error>"
-               "</iq>";
-        QTest::newRow("doesn't know the dialect")
-            << "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"503\"/></iq>"
-            << "";
+        row("as it is", whole, whole);
+        row("without its query", "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"401\">No</error></iq>",
+            "<iq type=\"error\" id=\"brelo-auth1\"><query xmlns=\"jabber:iq:auth\"/><error "
+            "code=\"401\">No</error>"
+            "</iq>");
+        row("doesn't know the dialect", "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"503\"/></iq>",
+            "");
     }
 
     void oldServersRefusalPassesUp()

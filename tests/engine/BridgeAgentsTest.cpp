@@ -1,4 +1,5 @@
 #include "BridgeRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -58,35 +59,27 @@ private slots:
 
     void refusedRequestIsAnsweredFromDiscovery_data()
     {
-        QTest::addColumn<QString>("service");
-        QTest::addColumn<QString>("info");
-        QTest::addColumn<QString>("agent");
+        columns<QString, QString, QString>("service", "info", "agent");
 
-        QTest::newRow("gateway") << "icq.x"
-                                 << "<identity category='gateway' type='icq' name='ICQ'/>"
-                                    "<feature var='jabber:iq:register'/>"
-                                 << "<agent jid=\"icq.x\"><name>ICQ</name><service>icq</service><register/>"
-                                    "<transport/></agent>";
-        QTest::newRow("rooms") << "rooms.x"
-                               << "<identity category='conference' type='text' name='Chat &amp; Co'/>"
-                                  "<feature var='http://jabber.org/protocol/muc'/>"
-                               << "<agent jid=\"rooms.x\"><name>Chat &amp; Co</name><service>public</service>"
-                                  "<groupchat/></agent>";
-        QTest::newRow("directory")
-            << "users.x"
-            << "<identity category='directory' type='user'/><feature var='jabber:iq:search'/>"
-            << "<agent jid=\"users.x\"><name>Listed</name><service>jud</service><search/>"
-               "</agent>";
-        QTest::newRow("no gateway, but called one")
-            << "p.x"
-            << "<identity category='proxy' type='bytestreams' name='file transport'/>"
-            << "<agent jid=\"p.x\"><name>file Transport</name><service>bytestreams</service></agent>";
-        QTest::newRow("no gateway, with such an address") << "transport.x"
-                                                          << "<identity category='proxy' type='a'/>"
-                                                          << "";
-        QTest::newRow("silent") << "s.x"
-                                << ""
-                                << "<agent jid=\"s.x\"><name>Listed</name><service/></agent>";
+        row("gateway", "icq.x",
+            "<identity category='gateway' type='icq' name='ICQ'/>"
+            "<feature var='jabber:iq:register'/>",
+            "<agent jid=\"icq.x\"><name>ICQ</name><service>icq</service><register/>"
+            "<transport/></agent>");
+        row("rooms", "rooms.x",
+            "<identity category='conference' type='text' name='Chat &amp; Co'/>"
+            "<feature var='http://jabber.org/protocol/muc'/>",
+            "<agent jid=\"rooms.x\"><name>Chat &amp; Co</name><service>public</service>"
+            "<groupchat/></agent>");
+        row("directory", "users.x",
+            "<identity category='directory' type='user'/><feature var='jabber:iq:search'/>",
+            "<agent jid=\"users.x\"><name>Listed</name><service>jud</service><search/>"
+            "</agent>");
+        row("no gateway, but called one", "p.x",
+            "<identity category='proxy' type='bytestreams' name='file transport'/>",
+            "<agent jid=\"p.x\"><name>file Transport</name><service>bytestreams</service></agent>");
+        row("no gateway, with such an address", "transport.x", "<identity category='proxy' type='a'/>", "");
+        row("silent", "s.x", "", "<agent jid=\"s.x\"><name>Listed</name><service/></agent>");
     }
 
     void refusedRequestIsAnsweredFromDiscovery()
@@ -123,12 +116,11 @@ private slots:
 
     void anAnswerComesWhateverTheServerDoes_data()
     {
-        QTest::addColumn<QString>("reply");
-        QTest::newRow("silence") << "";
-        QTest::newRow("refusal, then silence") << refusal;
-        QTest::newRow("result without a list") << "<iq type='result' id='agents' from='montague.example'/>";
-        QTest::newRow("another error")
-            << "<iq type='error' id='agents' from='montague.example'><error code='400'/></iq>";
+        columns<QString>("reply");
+        row("silence", "");
+        row("refusal, then silence", refusal);
+        row("result without a list", "<iq type='result' id='agents' from='montague.example'/>");
+        row("another error", "<iq type='error' id='agents' from='montague.example'><error code='400'/></iq>");
     }
 
     void anAnswerComesWhateverTheServerDoes()

@@ -1,4 +1,5 @@
 #include "BridgeRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -18,26 +19,24 @@ class BridgeMessagesTest : public QObject
 private slots:
     void sentMessagesAreTranslated_data()
     {
-        QTest::addColumn<QString>("sent");
-        QTest::addColumn<QString>("wire");
-        QTest::newRow("normal") << "<message to=\"a@b\" type=\"Normal\"><body>x</body></message>"
-                                << "<message to=\"a@b\" type=\"normal\"><body>x</body></message>";
-        QTest::newRow("room") << "<message to=\"r@c\" type=\"GroupChat\"><body>x</body></message>"
-                              << "<message to=\"r@c\" type=\"groupchat\"><body>x</body></message>";
-        QTest::newRow("chat") << "<message to=\"a@b\" type=\"chat\"><body> x &amp;</body></message>"
-                              << "<message to=\"a@b\" type=\"chat\"><body> x &amp;</body>" +
-                                     state.arg("active") + "</message>";
-        QTest::newRow("typing")
-            << "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing>"
-               "</composing></x></message>"
-            << "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing/></x>" +
-                   state.arg("composing") + "<no-store xmlns=\"urn:xmpp:hints\"/></message>";
+        columns<QString, QString>("sent", "wire");
+        row("normal", "<message to=\"a@b\" type=\"Normal\"><body>x</body></message>",
+            "<message to=\"a@b\" type=\"normal\"><body>x</body></message>");
+        row("room", "<message to=\"r@c\" type=\"GroupChat\"><body>x</body></message>",
+            "<message to=\"r@c\" type=\"groupchat\"><body>x</body></message>");
+        row("chat", "<message to=\"a@b\" type=\"chat\"><body> x &amp;</body></message>",
+            "<message to=\"a@b\" type=\"chat\"><body> x &amp;</body>" + state.arg("active") + "</message>");
+        row("typing",
+            "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing>"
+            "</composing></x></message>",
+            "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing/></x>" +
+                state.arg("composing") + "<no-store xmlns=\"urn:xmpp:hints\"/></message>");
         const QString plain = "<message  to='a@b'><body>x</body></message>";
-        QTest::newRow("plain") << plain << plain;
+        row("plain", plain, plain);
         const QString withState = "<message type='chat'><body>x</body>" + state.arg("active") + "</message>";
-        QTest::newRow("with its state") << withState << withState;
+        row("with its state", withState, withState);
         const QString presence = "<presence ><status>online</status></presence>";
-        QTest::newRow("presence") << presence << presence;
+        row("presence", presence, presence);
     }
 
     void sentMessagesAreTranslated()
@@ -52,24 +51,20 @@ private slots:
 
     void signalsStayInTheEngine_data()
     {
-        QTest::addColumn<QString>("message");
+        columns<QString>("message");
         for (const auto* name : {"paused", "active", "inactive", "gone"})
-            QTest::newRow(name) << "<message from='a@b/c' type='chat'>" + state.arg(QLatin1String(name)) +
-                                       "</message>";
-        QTest::newRow("receipt")
-            << "<message from='a@b/c'><received xmlns='urn:xmpp:receipts' id='1'/></message>";
-        QTest::newRow("marker")
-            << "<message from='a@b/c'><displayed xmlns='urn:xmpp:chat-markers:0' id='1'/></message>";
-        QTest::newRow("empty body") << "<message from='a@b/c' type='chat'><body/></message>";
-        QTest::newRow("typing in a room")
-            << "<message from='r@c/n' type='groupchat'>" + state.arg("composing") + "</message>";
-        QTest::newRow("typing long ago") << "<message from='a@b/c' type='chat'>" + state.arg("composing") +
-                                                "<delay xmlns='urn:xmpp:delay' stamp='x'/></message>";
-        QTest::newRow("old event of another kind")
-            << "<message from='a@b/c'><x xmlns='jabber:x:event'><delivered/></x></message>";
-        QTest::newRow("news of an account")
-            << "<message from='a@b' type='headline'><event xmlns='x'/></message>";
-        QTest::newRow("forged copy") << "<message from='evil@x'><sent xmlns='urn:xmpp:carbons:2'/></message>";
+            row(name, "<message from='a@b/c' type='chat'>" + state.arg(QLatin1String(name)) + "</message>");
+        row("receipt", "<message from='a@b/c'><received xmlns='urn:xmpp:receipts' id='1'/></message>");
+        row("marker", "<message from='a@b/c'><displayed xmlns='urn:xmpp:chat-markers:0' id='1'/></message>");
+        row("empty body", "<message from='a@b/c' type='chat'><body/></message>");
+        row("typing in a room",
+            "<message from='r@c/n' type='groupchat'>" + state.arg("composing") + "</message>");
+        row("typing long ago", "<message from='a@b/c' type='chat'>" + state.arg("composing") +
+                                   "<delay xmlns='urn:xmpp:delay' stamp='x'/></message>");
+        row("old event of another kind",
+            "<message from='a@b/c'><x xmlns='jabber:x:event'><delivered/></x></message>");
+        row("news of an account", "<message from='a@b' type='headline'><event xmlns='x'/></message>");
+        row("forged copy", "<message from='evil@x'><sent xmlns='urn:xmpp:carbons:2'/></message>");
     }
 
     void signalsStayInTheEngine()
@@ -84,21 +79,17 @@ private slots:
 
     void contentPassesAsItCame_data()
     {
-        QTest::addColumn<QString>("message");
-        QTest::newRow("body") << "<message from=\"a@b\"><body>x</body></message>";
-        QTest::newRow("body and state")
-            << "<message from=\"a@b\"><body>x</body>" + state.arg("active") + "</message>";
-        QTest::newRow("subject") << "<message from=\"a@b\" type=\"headline\"><subject>x</subject></message>";
-        QTest::newRow("emptied subject of a room")
-            << "<message from=\"r@c\" type=\"groupchat\"><subject/></message>";
-        QTest::newRow("old typing")
-            << "<message from=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing/>"
-               "</x>" +
-                   state.arg("composing") + "</message>";
-        QTest::newRow("bounce")
-            << "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>";
-        QTest::newRow("no time") << "<message from=\"a@b\"><body>x</body><delay xmlns=\"urn:xmpp:delay\" "
-                                    "stamp=\"soon\"/></message>";
+        columns<QString>("message");
+        row("body", "<message from=\"a@b\"><body>x</body></message>");
+        row("body and state", "<message from=\"a@b\"><body>x</body>" + state.arg("active") + "</message>");
+        row("subject", "<message from=\"a@b\" type=\"headline\"><subject>x</subject></message>");
+        row("emptied subject of a room", "<message from=\"r@c\" type=\"groupchat\"><subject/></message>");
+        row("old typing", "<message from=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing/>"
+                          "</x>" +
+                              state.arg("composing") + "</message>");
+        row("bounce", "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>");
+        row("no time", "<message from=\"a@b\"><body>x</body><delay xmlns=\"urn:xmpp:delay\" "
+                       "stamp=\"soon\"/></message>");
     }
 
     void contentPassesAsItCame()
@@ -113,9 +104,9 @@ private slots:
 
     void typingBecomesTheOldEvent_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::newRow("chat") << " type=\"chat\"";
-        QTest::newRow("plain") << "";
+        columns<QString>("type");
+        row("chat", " type=\"chat\"");
+        row("plain", "");
     }
 
     void typingBecomesTheOldEvent()
@@ -130,19 +121,13 @@ private slots:
 
     void receiptIsAnsweredForPersonalMessagesOnly_data()
     {
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QString>("reply");
+        columns<QString, QString>("attributes", "reply");
         const QString receipt = "<received xmlns=\"urn:xmpp:receipts\" id=\"7\"/></message>";
-        QTest::newRow("chat") << "id='7' type='chat'"
-                              << "<message to=\"a@b/c\" type=\"chat\">" + receipt;
-        QTest::newRow("plain") << "id='7'"
-                               << "<message to=\"a@b/c\">" + receipt;
-        QTest::newRow("room") << "id='7' type='groupchat'"
-                              << "";
-        QTest::newRow("bounce") << "id='7' type='error'"
-                                << "";
-        QTest::newRow("no id") << "type='chat'"
-                               << "";
+        row("chat", "id='7' type='chat'", "<message to=\"a@b/c\" type=\"chat\">" + receipt);
+        row("plain", "id='7'", "<message to=\"a@b/c\">" + receipt);
+        row("room", "id='7' type='groupchat'", "");
+        row("bounce", "id='7' type='error'", "");
+        row("no id", "type='chat'", "");
     }
 
     void receiptIsAnsweredForPersonalMessagesOnly()
@@ -159,17 +144,15 @@ private slots:
 
     void delayIsAlsoWrittenTheOldWay_data()
     {
-        QTest::addColumn<QString>("delay");
-        QTest::addColumn<QString>("old");
+        columns<QString, QString>("delay", "old");
         const QString delay = "<delay xmlns=\"urn:xmpp:delay\" %1/>";
-        QTest::newRow("utc") << delay.arg("from=\"c.x\" stamp=\"2002-09-10T23:08:25Z\"")
-                             << "<x xmlns=\"jabber:x:delay\" from=\"c.x\" stamp=\"20020910T23:08:25\"/>";
-        QTest::newRow("fraction") << delay.arg("stamp=\"2002-09-10T23:08:25.123Z\"")
-                                  << "<x xmlns=\"jabber:x:delay\" stamp=\"20020910T23:08:25\"/>";
-        QTest::newRow("zone") << delay.arg("stamp=\"2002-09-11T01:08:25+02:00\"")
-                              << "<x xmlns=\"jabber:x:delay\" stamp=\"20020910T23:08:25\"/>";
-        QTest::newRow("both") << delay.arg("stamp=\"2002-09-10T23:08:25Z\"") + "<x xmlns=\"jabber:x:delay\"/>"
-                              << "";
+        row("utc", delay.arg("from=\"c.x\" stamp=\"2002-09-10T23:08:25Z\""),
+            "<x xmlns=\"jabber:x:delay\" from=\"c.x\" stamp=\"20020910T23:08:25\"/>");
+        row("fraction", delay.arg("stamp=\"2002-09-10T23:08:25.123Z\""),
+            "<x xmlns=\"jabber:x:delay\" stamp=\"20020910T23:08:25\"/>");
+        row("zone", delay.arg("stamp=\"2002-09-11T01:08:25+02:00\""),
+            "<x xmlns=\"jabber:x:delay\" stamp=\"20020910T23:08:25\"/>");
+        row("both", delay.arg("stamp=\"2002-09-10T23:08:25Z\"") + "<x xmlns=\"jabber:x:delay\"/>", "");
     }
 
     void delayIsAlsoWrittenTheOldWay()
@@ -185,28 +168,20 @@ private slots:
 
     void invitationReachesTheClientInItsOwnForm_data()
     {
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("body");
+        columns<QString, QString, QString>("message", "from", "body");
         const QString mediated =
             "<x xmlns='http://jabber.org/protocol/muc#user'><invite from='a@b/c'><reason>Come"
             "</reason></invite><password>p</password></x>";
         const QString direct = "<x xmlns='jabber:x:conference' jid='r@c' reason='Hey'/>";
-        QTest::newRow("mediated") << "<message from='r@c' to='me@x'>" + mediated + "</message>"
-                                  << "a@b/c"
-                                  << "Come";
-        QTest::newRow("mediated and direct")
-            << "<message from='r@c' to='me@x'><body>Text</body>" + mediated + direct + "</message>"
-            << "a@b/c"
-            << "Come";
-        QTest::newRow("direct") << "<message from='a@b/c' to='me@x'>" + direct + "</message>"
-                                << "a@b/c"
-                                << "Hey";
-        QTest::newRow("old")
-            << "<message from='a@b/c' to='me@x'><body>Text</body><x xmlns='jabber:x:conference' "
-               "jid='r@c'/><x xmlns='jabber:x:delay' stamp='1'/></message>"
-            << "a@b/c"
-            << "Text";
+        row("mediated", "<message from='r@c' to='me@x'>" + mediated + "</message>", "a@b/c", "Come");
+        row("mediated and direct",
+            "<message from='r@c' to='me@x'><body>Text</body>" + mediated + direct + "</message>", "a@b/c",
+            "Come");
+        row("direct", "<message from='a@b/c' to='me@x'>" + direct + "</message>", "a@b/c", "Hey");
+        row("old",
+            "<message from='a@b/c' to='me@x'><body>Text</body><x xmlns='jabber:x:conference' "
+            "jid='r@c'/><x xmlns='jabber:x:delay' stamp='1'/></message>",
+            "a@b/c", "Text");
     }
 
     void invitationReachesTheClientInItsOwnForm()

@@ -1,4 +1,5 @@
 #include "BridgeRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -23,18 +24,17 @@ private slots:
 
     void sentTextStaysAsTheClientWroteIt_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("browse") << "<iq type='get' id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
-                                   "<query xmlns=\"jabber:iq:browse\"></query></iq>";
-        QTest::newRow("card")
-            << "<iq type=\"get\" id=\"vcard_wj_3\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>";
-        QTest::newRow("agents") << "<iq type=\"get\" id=\"a\"><query xmlns=\"jabber:iq:agents\"/></iq>";
-        QTest::newRow("type") << "<message to=\"a@b\" type=\"Normal\"><body>\u00e8 &amp; x</body></message>";
-        QTest::newRow("chat") << "<message to=\"a@b\" type=\"chat\"><body>x</body></message>";
-        QTest::newRow("typing") << "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing>"
-                                   "</composing></x></message>";
-        QTest::newRow("white space") << "<presence >\n<status>x</status></presence >";
-        QTest::newRow("not well-formed") << "<iq";
+        columns<QString>("text");
+        row("browse", "<iq type='get' id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
+                      "<query xmlns=\"jabber:iq:browse\"></query></iq>");
+        row("card", "<iq type=\"get\" id=\"vcard_wj_3\" to=\"a@b\"><VCARD xmlns=\"vcard-temp\"/></iq>");
+        row("agents", "<iq type=\"get\" id=\"a\"><query xmlns=\"jabber:iq:agents\"/></iq>");
+        row("type", "<message to=\"a@b\" type=\"Normal\"><body>\u00e8 &amp; x</body></message>");
+        row("chat", "<message to=\"a@b\" type=\"chat\"><body>x</body></message>");
+        row("typing", "<message to=\"a@b\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing>"
+                      "</composing></x></message>");
+        row("white space", "<presence >\n<status>x</status></presence >");
+        row("not well-formed", "<iq");
     }
 
     void sentTextStaysAsTheClientWroteIt()
@@ -49,22 +49,17 @@ private slots:
 
     void whatComesUpStaysAsItCame_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("typing ended")
-            << "<message from=\"a@b\"><x xmlns=\"jabber:x:event\"><id>1</id></x></message>";
-        QTest::newRow("nothing in it") << "<message from=\"a@b\" type=\"chat\"/>";
-        QTest::newRow("error")
-            << "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>";
-        QTest::newRow("delay") << "<message from=\"a@b\"><body>x</body><delay xmlns=\"urn:xmpp:delay\" "
-                                  "stamp=\"2002-09-10T23:08:25Z\"/></message>";
-        QTest::newRow("card")
-            << "<iq type=\"result\" id=\"v\" from=\"a@b\"><VCARD xmlns=\"vcard-temp\"><FN>x</FN>"
-               "</VCARD></iq>";
-        QTest::newRow("question")
-            << "<iq type=\"get\" id=\"v\" from=\"a@b\"><query xmlns=\"jabber:iq:version\"/></iq>";
-        QTest::newRow("invitation")
-            << "<message from=\"a@b\"><x xmlns=\"jabber:x:conference\" jid=\"r@c\"/></message>";
-        QTest::newRow("presence") << "<presence from=\"a@b/c\"><show>away</show></presence>";
+        columns<QString>("text");
+        row("typing ended", "<message from=\"a@b\"><x xmlns=\"jabber:x:event\"><id>1</id></x></message>");
+        row("nothing in it", "<message from=\"a@b\" type=\"chat\"/>");
+        row("error", "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>");
+        row("delay", "<message from=\"a@b\"><body>x</body><delay xmlns=\"urn:xmpp:delay\" "
+                     "stamp=\"2002-09-10T23:08:25Z\"/></message>");
+        row("card", "<iq type=\"result\" id=\"v\" from=\"a@b\"><VCARD xmlns=\"vcard-temp\"><FN>x</FN>"
+                    "</VCARD></iq>");
+        row("question", "<iq type=\"get\" id=\"v\" from=\"a@b\"><query xmlns=\"jabber:iq:version\"/></iq>");
+        row("invitation", "<message from=\"a@b\"><x xmlns=\"jabber:x:conference\" jid=\"r@c\"/></message>");
+        row("presence", "<presence from=\"a@b/c\"><show>away</show></presence>");
     }
 
     void whatComesUpStaysAsItCame()

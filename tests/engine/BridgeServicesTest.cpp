@@ -1,4 +1,5 @@
 #include "BridgeRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -44,15 +45,12 @@ class BridgeServicesTest : public QObject
 private slots:
     void administratorIsToldByTheServer_data()
     {
-        QTest::addColumn<QString>("aboutAccount");
-        QTest::addColumn<QString>("aboutCommands");
-        QTest::addColumn<bool>("isAdmin");
+        columns<QString, QString, bool>("aboutAccount", "aboutCommands", "isAdmin");
         const QString admin = "http://jabber.org/protocol/admin#add-user";
-        QTest::newRow("by the account") << account("admin") << commands("ping") << true;
-        QTest::newRow("by the commands") << account("registered") << commands(admin) << true;
-        QTest::newRow("nobody special") << account("registered") << commands("ping") << false;
-        QTest::newRow("refused both") << ""
-                                      << "" << false;
+        row("by the account", account("admin"), commands("ping"), true);
+        row("by the commands", account("registered"), commands(admin), true);
+        row("nobody special", account("registered"), commands("ping"), false);
+        row("refused both", "", "", false);
     }
 
     void administratorIsToldByTheServer()
@@ -121,36 +119,31 @@ private slots:
 
     void cardComesUpInTheDialect_data()
     {
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("up");
+        columns<QString, QString, QString>("asked", "answer", "up");
         const QString a = "juliet@capulet.example";
         const QString head = "<iq id='vcard_wj_3' type='%1'%2>";
         const QString from = " from='juliet@capulet.example'";
         const QString upHead = "<iq id=\"vcard_wj_3\" type=\"%1\" from=\"%2\">";
         const QString empty = "<VCARD xmlns=\"vcard-temp\"/></iq>";
-        QTest::newRow("full")
-            << a
-            << head.arg("result", from) +
-                   "<vCard "
-                   "xmlns='vcard-temp'><ADR><HOME/><EXTADD>1</EXTADD><CTRY>IT</CTRY></ADR><TEL><FAX/><HOME/>"
-                   "<NUMBER>12</NUMBER></TEL><EMAIL><INTERNET/><USERID>a@b</USERID></EMAIL><TEL>3</TEL></"
-                   "vCard></iq>"
-            << upHead.arg("result", a) +
-                   "<VCARD "
-                   "xmlns=\"vcard-temp\"><ADR><HOME/><EXTADD>1</EXTADD><COUNTRY>IT</COUNTRY></ADR><TEL><fax/>"
-                   "<HOME/>12</TEL><EMAIL><PREF/><INTERNET/>a@b</EMAIL><TEL><VOICE/>3</TEL></VCARD></iq>";
-        QTest::newRow("empty card") << a << head.arg("result", from) + "<vCard xmlns='vcard-temp'/></iq>"
-                                    << upHead.arg("result", a) + empty;
-        QTest::newRow("no card") << a << head.arg("result", from) + "</iq>"
-                                 << upHead.arg("result", a) + empty;
-        QTest::newRow("old spelling") << a << head.arg("result", from) + "<VCARD xmlns='vcard-temp'/></iq>"
-                                      << upHead.arg("result", a) + empty;
-        QTest::newRow("error") << a << head.arg("error", from) + "<error code='404'>no</error></iq>"
-                               << upHead.arg("error", a) +
-                                      "<VCARD xmlns=\"vcard-temp\"/><error code=\"404\">no</error></iq>";
-        QTest::newRow("own, without a sender") << "Romeo@montague.example" << head.arg("result", "") + "</iq>"
-                                               << upHead.arg("result", "Romeo@montague.example") + empty;
+        row("full", a,
+            head.arg("result", from) +
+                "<vCard "
+                "xmlns='vcard-temp'><ADR><HOME/><EXTADD>1</EXTADD><CTRY>IT</CTRY></ADR><TEL><FAX/><HOME/>"
+                "<NUMBER>12</NUMBER></TEL><EMAIL><INTERNET/><USERID>a@b</USERID></EMAIL><TEL>3</TEL></"
+                "vCard></iq>",
+            upHead.arg("result", a) +
+                "<VCARD "
+                "xmlns=\"vcard-temp\"><ADR><HOME/><EXTADD>1</EXTADD><COUNTRY>IT</COUNTRY></ADR><TEL><fax/>"
+                "<HOME/>12</TEL><EMAIL><PREF/><INTERNET/>a@b</EMAIL><TEL><VOICE/>3</TEL></VCARD></iq>");
+        row("empty card", a, head.arg("result", from) + "<vCard xmlns='vcard-temp'/></iq>",
+            upHead.arg("result", a) + empty);
+        row("no card", a, head.arg("result", from) + "</iq>", upHead.arg("result", a) + empty);
+        row("old spelling", a, head.arg("result", from) + "<VCARD xmlns='vcard-temp'/></iq>",
+            upHead.arg("result", a) + empty);
+        row("error", a, head.arg("error", from) + "<error code='404'>no</error></iq>",
+            upHead.arg("error", a) + "<VCARD xmlns=\"vcard-temp\"/><error code=\"404\">no</error></iq>");
+        row("own, without a sender", "Romeo@montague.example", head.arg("result", "") + "</iq>",
+            upHead.arg("result", "Romeo@montague.example") + empty);
     }
 
     void cardComesUpInTheDialect()
@@ -189,36 +182,17 @@ private slots:
 
     void othersQuestionsAreAnsweredHere_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("payload");
-        QTest::addColumn<QString>("reply");
-        QTest::newRow("ping") << "get"
-                              << "<ping xmlns='urn:xmpp:ping'/>"
-                              << "type=\"result\"";
-        QTest::newRow("features") << "get"
-                                  << "<query xmlns='http://jabber.org/protocol/disco#info'/>"
-                                  << "<identity ";
-        QTest::newRow("version") << "get"
-                                 << "<query xmlns='jabber:iq:version'/>"
-                                 << "<name>BreloIM</name>";
-        QTest::newRow("card") << "get"
-                              << "<vCard xmlns='vcard-temp'/>"
-                              << "service-unavailable";
-        QTest::newRow("form") << "set"
-                              << "<query xmlns='jabber:iq:register'/>"
-                              << "service-unavailable";
-        QTest::newRow("file") << "set"
-                              << "<query xmlns='jabber:iq:oob'/>"
-                              << "";
-        QTest::newRow("room's list") << "set"
-                                     << "<query xmlns='jabber:iq:browse'/>"
-                                     << "";
-        QTest::newRow("file and card") << "set"
-                                       << "<query xmlns='jabber:iq:oob'/><VCARD xmlns='vcard-temp'/>"
-                                       << "service-unavailable";
-        QTest::newRow("nothing") << "set"
-                                 << ""
-                                 << "service-unavailable";
+        columns<QString, QString, QString>("type", "payload", "reply");
+        row("ping", "get", "<ping xmlns='urn:xmpp:ping'/>", "type=\"result\"");
+        row("features", "get", "<query xmlns='http://jabber.org/protocol/disco#info'/>", "<identity ");
+        row("version", "get", "<query xmlns='jabber:iq:version'/>", "<name>BreloIM</name>");
+        row("card", "get", "<vCard xmlns='vcard-temp'/>", "service-unavailable");
+        row("form", "set", "<query xmlns='jabber:iq:register'/>", "service-unavailable");
+        row("file", "set", "<query xmlns='jabber:iq:oob'/>", "");
+        row("room's list", "set", "<query xmlns='jabber:iq:browse'/>", "");
+        row("file and card", "set", "<query xmlns='jabber:iq:oob'/><VCARD xmlns='vcard-temp'/>",
+            "service-unavailable");
+        row("nothing", "set", "", "service-unavailable");
     }
 
     void othersQuestionsAreAnsweredHere()
@@ -240,18 +214,16 @@ private slots:
 
     void errorsGainTheirOldCodeAndAText_data()
     {
-        QTest::addColumn<QString>("error");
-        QTest::addColumn<QString>("up");
+        columns<QString, QString>("error", "up");
         const QString stanzas = "xmlns=\"urn:ietf:params:xml:ns:xmpp-stanzas\"";
-        QTest::newRow("condition only") << "<error type=\"cancel\"><item-not-found " + stanzas + "/></error>"
-                                        << "<error type=\"cancel\" code=\"404\"><item-not-found " + stanzas +
-                                               "/>There is no such address.</error>";
-        QTest::newRow("with a text") << "<error type=\"auth\"><forbidden " + stanzas + "/><text " + stanzas +
-                                            ">no</text></error>"
-                                     << "<error type=\"auth\" code=\"403\"><forbidden " + stanzas +
-                                            "/><text " + stanzas + ">no</text></error>";
-        QTest::newRow("old") << "<error code=\"404\">no</error>"
-                             << "<error code=\"404\">no</error>";
+        row("condition only", "<error type=\"cancel\"><item-not-found " + stanzas + "/></error>",
+            "<error type=\"cancel\" code=\"404\"><item-not-found " + stanzas +
+                "/>There is no such address.</error>");
+        row("with a text",
+            "<error type=\"auth\"><forbidden " + stanzas + "/><text " + stanzas + ">no</text></error>",
+            "<error type=\"auth\" code=\"403\"><forbidden " + stanzas + "/><text " + stanzas +
+                ">no</text></error>");
+        row("old", "<error code=\"404\">no</error>", "<error code=\"404\">no</error>");
     }
 
     void errorsGainTheirOldCodeAndAText()

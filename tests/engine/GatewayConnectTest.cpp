@@ -1,4 +1,5 @@
 #include "support/GatewayRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -9,269 +10,221 @@ class GatewayConnectTest : public QObject
     Q_OBJECT
 
 private slots:
-    void signsInAndAsksForTheLists();
-    void signsInHoweverTheAnswersAreCut();
-    void badServerTextsAreToldAtOnce_data();
-    void badServerTextsAreToldAtOnce();
-    void failuresAreToldInWords_data();
-    void failuresAreToldInWords();
-    void aRefusingPortIsTold();
-    void aSilentServerTimesOut_data();
-    void aSilentServerTimesOut();
-    void aWrongPasswordGoesUpOnceAndLeadsToAnAccount();
-    void thePasswordCrossesInClearOnlyIfAllowed_data();
-    void thePasswordCrossesInClearOnlyIfAllowed();
-    void cancelWorksAtAnyTime_data();
-    void cancelWorksAtAnyTime();
-    void leavingWithinAQuestionIsHarmless_data();
-    void leavingWithinAQuestionIsHarmless();
-};
-
-void GatewayConnectTest::signsInAndAsksForTheLists()
-{
-    GatewayRig rig;
-    rig.server.onLegacySignIn();
-    rig.connectToServer();
-    QVERIFY(!rig.gateway->isconnected());
-    QCOMPARE(rig.gateway->Server(), QStringLiteral("127.0.0.1"));
-    TICK_UNTIL(rig, rig.isUp());
-    QVERIFY(rig.gateway->isconnected());
-    QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/garden"));
-    TICK_UNTIL(rig, rig.server.received().contains("jabber:iq:roster") &&
-                        rig.server.received().contains("jabber:iq:agents"));
-    QVERIFY(!rig.server.received().contains("s3cret"));
-    QCOMPARE(rig.up.first(), QStringLiteral("<presence type=\"connect\"/>"));
-    QVERIFY(rig.host.progress.isEmpty());
-}
-
-void GatewayConnectTest::signsInHoweverTheAnswersAreCut()
-{
-    GatewayRig rig;
-    rig.server.setPieces(1);
-    rig.server.onSaslSignIn();
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isUp());
-    QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/orchard"));
-}
-
-void GatewayConnectTest::badServerTextsAreToldAtOnce_data()
-{
-    QTest::addColumn<QString>("server");
-    QTest::newRow("empty") << "";
-    QTest::newRow("blanks") << "my server";
-    QTest::newRow("bad port") << "localhost:many";
-}
-
-void GatewayConnectTest::badServerTextsAreToldAtOnce()
-{
-    QFETCH(QString, server);
-    GatewayRig rig;
-    rig.connectTo(server);
-    rig.tick();
-    QCOMPARE(rig.up, QStringList{"<presence type=\"close\"/>"});
-    QCOMPARE(rig.host.progress.size(), 1);
-    QVERIFY(!rig.gateway->isconnected());
-}
-
-void GatewayConnectTest::failuresAreToldInWords_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<bool>("hangsUp");
-    QTest::addColumn<QString>("says");
-    const auto stream = ScriptedServer::header();
-    QTest::newRow("no XML") << QByteArray("HTTP/1.1 400 Bad Request\r\n\r\n") << false
-                            << "not a Jabber server";
-    QTest::newRow("another XML") << QByteArray("<html/>") << false << "not a Jabber server";
-    QTest::newRow("hangs up") << QByteArray() << true << "closed the connection";
-    QTest::newRow("hangs up in the header") << stream.first(30) << true << "closed the connection";
-    QTest::newRow("closes the stream") << stream + "</stream:stream>" << false << "closed the connection";
-    QTest::newRow("does not serve the domain")
-        << stream + "<stream:error><host-unknown xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>"
-        << false << "does not serve the domain";
-    QTest::newRow("error with a text")
-        << stream + "<stream:error><policy-violation xmlns='urn:ietf:params:xml:ns:xmpp-streams'/><text "
-                    "xmlns='urn:ietf:params:xml:ns:xmpp-streams'>Come back later</text></stream:error>"
-        << false << "Come back later";
-    QTest::newRow("document type") << QByteArray("<!DOCTYPE a>") + stream << false << "not a Jabber server";
-    QTest::newRow("breach in the features")
-        << stream + "<stream:features><!-- --></stream:features>" << false << "not allowed";
-    QTest::newRow("no way to sign in") << stream + "<stream:features/>" << false << "no way to sign in";
-}
-
-void GatewayConnectTest::failuresAreToldInWords()
-{
-    QFETCH(QByteArray, answer);
-    QFETCH(bool, hangsUp);
-    QFETCH(QString, says);
-    GatewayRig rig;
-    rig.server.on("<stream:stream", answer,
-                  hangsUp ? ScriptedServer::Then::Close : ScriptedServer::Then::Stay);
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isClosed());
-    QCOMPARE(rig.host.progress.size(), 1);
-    QVERIFY2(rig.host.progress.first().contains(says), qPrintable(rig.host.progress.first()));
-    QCOMPARE(rig.up.size(), 1);
-    TICK_UNTIL(rig, !rig.server.isConnected());
-}
-
-void GatewayConnectTest::aRefusingPortIsTold()
-{
-    GatewayRig rig;
-    const auto address = rig.server.address();
-    rig.server.refuse();
-    rig.connectTo(address);
-    TICK_UNTIL(rig, rig.isClosed());
-    QVERIFY2(rig.host.progress.value(0).contains(u"refused"), qPrintable(rig.host.progress.value(0)));
-}
-
-void GatewayConnectTest::aSilentServerTimesOut_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("from the start") << QByteArray();
-    QTest::newRow("in the header") << QByteArray("<stream:stream ");
-    QTest::newRow("before the features") << ScriptedServer::header();
-    QTest::newRow("after the opening") << ScriptedServer::header(false);
-}
-
-void GatewayConnectTest::aSilentServerTimesOut()
-{
-    QFETCH(QByteArray, answer);
-    GatewayRig rig;
-    rig.server.on("<stream:stream", answer);
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.server.scriptIsDone());
-    if (answer == ScriptedServer::header(false))
-        TICK_UNTIL(rig, rig.server.received().contains("jabber:iq:auth"));
-    rig.now += 29'000;
-    rig.tick();
-    QVERIFY(!rig.isClosed());
-    rig.now += 31'000;
-    TICK_UNTIL(rig, rig.isClosed());
-    QVERIFY2(rig.host.progress.value(0).contains(u"timed out"), qPrintable(rig.host.progress.value(0)));
-}
-
-void GatewayConnectTest::aWrongPasswordGoesUpOnceAndLeadsToAnAccount()
-{
-    GatewayRig rig;
-    rig.server.on("<stream:stream", ScriptedServer::header(false));
-    rig.server.on("</iq>", "<iq type='result' id='$id'><query xmlns='jabber:iq:auth'><username/><digest/>"
-                           "<resource/></query></iq>");
-    rig.server.on("</iq>", "<iq type='error' id='$id'><error code='401'>Unauthorized</error></iq>");
-    rig.connectToServer();
-    TICK_UNTIL(rig, !rig.up.isEmpty());
-    QVERIFY2(rig.up.first().contains(u"jabber:iq:auth") && rig.up.first().contains(u"type=\"error\""),
-             qPrintable(rig.up.first()));
-    QVERIFY(!rig.gateway->isconnected());
-
-    rig.send(QStringLiteral("<message to=\"x\"/>"));
-    rig.send(
-        QStringLiteral("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
-                       "</username><password>s3cret</password><resource></resource></query></iq>"));
-    rig.server.on("<stream:stream", ScriptedServer::header(false));
-    rig.server.on("</iq>",
-                  "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
-                  "</query></iq>");
-    rig.server.on("</iq>", "<iq type='result' id='$id'/>");
-    TICK_UNTIL(rig, rig.up.size() == 2);
-    QVERIFY2(rig.up.last().contains(u"id=\"VRX_new\"") && rig.up.last().contains(u"type=\"result\""),
-             qPrintable(rig.up.last()));
-    QVERIFY(rig.server.received().contains("<username>romeo</username>"));
-    QVERIFY(!rig.server.received().contains("<message"));
-
-    // As the client does on a result: out, and in again at once.
-    rig.server.onLegacySignIn();
-    rig.gateway->DoDisconnect();
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isUp());
-    QVERIFY(!rig.isClosed());
-}
-
-void GatewayConnectTest::thePasswordCrossesInClearOnlyIfAllowed_data()
-{
-    QTest::addColumn<bool>("allowed");
-    QTest::newRow("allowed") << true;
-    QTest::newRow("not allowed") << false;
-}
-
-void GatewayConnectTest::thePasswordCrossesInClearOnlyIfAllowed()
-{
-    QFETCH(bool, allowed);
-    GatewayRig rig;
-    rig.host.plainAnswer = allowed;
-    rig.server.onSaslSignIn();
-    rig.connectToServer();
-    TICK_UNTIL(rig, allowed ? rig.isUp() : rig.isClosed());
-    QCOMPARE(rig.host.plainQuestions, QStringList{"127.0.0.1"});
-    QCOMPARE(rig.host.progress.isEmpty(), allowed);
-    if (!allowed)
-        QVERIFY(!rig.server.received().contains("<auth"));
-}
-
-void GatewayConnectTest::cancelWorksAtAnyTime_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("silent") << QByteArray();
-    QTest::newRow("header") << ScriptedServer::header();
-    QTest::newRow("signing in") << ScriptedServer::header(false);
-}
-
-void GatewayConnectTest::cancelWorksAtAnyTime()
-{
-    QFETCH(QByteArray, answer);
-    GatewayRig rig;
-    rig.gateway->DoDisconnect(); // safe when nothing is there
-    rig.server.on("<stream:stream", answer);
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.server.scriptIsDone());
-    rig.gateway->DoDisconnect();
-    rig.gateway->DoDisconnect();
-    TICK_UNTIL(rig, rig.server.received().contains("</stream:stream>"));
-    rig.server.hangUp();
-    TICK_UNTIL(rig, rig.isClosed());
-    QVERIFY(rig.host.progress.isEmpty());
-
-    rig.server.onLegacySignIn();
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isUp());
-    QCOMPARE(rig.count("<presence type=\"close\"/>"), 1);
-}
-
-void GatewayConnectTest::leavingWithinAQuestionIsHarmless_data()
-{
-    QTest::addColumn<int>("what");
-    QTest::newRow("disconnect") << 0;
-    QTest::newRow("connect anew") << 1;
-    QTest::newRow("destroy") << 2;
-    QTest::newRow("tick") << 3;
-}
-
-void GatewayConnectTest::leavingWithinAQuestionIsHarmless()
-{
-    QFETCH(int, what);
-    GatewayRig rig;
-    bool asked = false;
-    rig.server.onSaslSignIn();
-    rig.host.duringQuestion = [&] {
-        if (std::exchange(asked, true))
-            return;
-        if (what == 0)
-            rig.gateway->DoDisconnect();
-        else if (what == 1)
-            rig.connectTo(QStringLiteral("bad server"));
-        else if (what == 2)
-            rig.gateway.reset();
-        else
-            rig.tick();
-    };
-    rig.connectToServer();
-    TICK_UNTIL(rig, asked);
-    if (what == 2) {
-        QVERIFY(!rig.gateway);
-        return;
+    void signsInAndAsksForTheLists()
+    {
+        GatewayRig rig;
+        rig.server.onLegacySignIn();
+        rig.connectToServer();
+        QVERIFY(!rig.gateway->isconnected());
+        QCOMPARE(rig.gateway->Server(), QStringLiteral("127.0.0.1"));
+        TICK_UNTIL(rig, rig.isUp());
+        QVERIFY(rig.gateway->isconnected());
+        QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/garden"));
+        TICK_UNTIL(rig, rig.server.received().contains("jabber:iq:roster") &&
+                            rig.server.received().contains("jabber:iq:agents"));
+        QVERIFY(!rig.server.received().contains("s3cret"));
+        QCOMPARE(rig.up.first(), QStringLiteral("<presence type=\"connect\"/>"));
+        QVERIFY(rig.host.progress.isEmpty());
     }
-    TICK_UNTIL(rig, what == 3 ? rig.isUp() : (rig.now += 1'000) && rig.isClosed());
-    QVERIFY(what == 3 || !rig.gateway->isconnected());
-}
+
+    void signsInHoweverTheAnswersAreCut()
+    {
+        GatewayRig rig;
+        rig.server.setPieces(1);
+        rig.server.onSaslSignIn();
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp());
+        QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/orchard"));
+    }
+
+    void failuresAreToldInWords_data()
+    {
+        columns<QByteArray, bool, QString>("answer", "hangsUp", "says");
+        const auto stream = ScriptedServer::header();
+        row("no XML", QByteArray("HTTP/1.1 400 Bad Request\r\n\r\n"), false, "not a Jabber server");
+        row("another XML", QByteArray("<html/>"), false, "not a Jabber server");
+        row("hangs up", QByteArray(), true, "closed the connection");
+        row("hangs up in the header", stream.first(30), true, "closed the connection");
+        row("closes the stream", stream + "</stream:stream>", false, "closed the connection");
+        row("does not serve the domain",
+            stream +
+                "<stream:error><host-unknown xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>",
+            false, "does not serve the domain");
+        row("error with a text",
+            stream + "<stream:error><policy-violation xmlns='urn:ietf:params:xml:ns:xmpp-streams'/><text "
+                     "xmlns='urn:ietf:params:xml:ns:xmpp-streams'>Come back later</text></stream:error>",
+            false, "Come back later");
+        row("document type", QByteArray("<!DOCTYPE a>") + stream, false, "not a Jabber server");
+        row("breach in the features", stream + "<stream:features><!-- --></stream:features>", false,
+            "not allowed");
+        row("no way to sign in", stream + "<stream:features/>", false, "no way to sign in");
+    }
+
+    void failuresAreToldInWords()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(bool, hangsUp);
+        QFETCH(QString, says);
+        GatewayRig rig;
+        rig.server.on("<stream:stream", answer,
+                      hangsUp ? ScriptedServer::Then::Close : ScriptedServer::Then::Stay);
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isClosed());
+        QCOMPARE(rig.host.progress.size(), 1);
+        QVERIFY2(rig.host.progress.first().contains(says), qPrintable(rig.host.progress.first()));
+        QCOMPARE(rig.up.size(), 1);
+        TICK_UNTIL(rig, !rig.server.isConnected());
+    }
+
+    void aSilentServerTimesOut_data()
+    {
+        columns<QByteArray>("answer");
+        row("from the start", QByteArray());
+        row("in the header", QByteArray("<stream:stream "));
+        row("before the features", ScriptedServer::header());
+        row("after the opening", ScriptedServer::header(false));
+    }
+
+    void aSilentServerTimesOut()
+    {
+        QFETCH(QByteArray, answer);
+        GatewayRig rig;
+        rig.server.on("<stream:stream", answer);
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.server.scriptIsDone());
+        if (answer == ScriptedServer::header(false))
+            TICK_UNTIL(rig, rig.server.received().contains("jabber:iq:auth"));
+        rig.now += 29'000;
+        rig.tick();
+        QVERIFY(!rig.isClosed());
+        rig.now += 31'000;
+        TICK_UNTIL(rig, rig.isClosed());
+        QVERIFY2(rig.host.progress.value(0).contains(u"timed out"), qPrintable(rig.host.progress.value(0)));
+    }
+
+    void aWrongPasswordGoesUpOnceAndLeadsToAnAccount()
+    {
+        GatewayRig rig;
+        rig.server.on("<stream:stream", ScriptedServer::header(false));
+        rig.server.on("</iq>", "<iq type='result' id='$id'><query xmlns='jabber:iq:auth'><username/><digest/>"
+                               "<resource/></query></iq>");
+        rig.server.on("</iq>", "<iq type='error' id='$id'><error code='401'>Unauthorized</error></iq>");
+        rig.connectToServer();
+        TICK_UNTIL(rig, !rig.up.isEmpty());
+        QVERIFY2(rig.up.first().contains(u"jabber:iq:auth") && rig.up.first().contains(u"type=\"error\""),
+                 qPrintable(rig.up.first()));
+        QVERIFY(!rig.gateway->isconnected());
+
+        rig.send(QStringLiteral("<message to=\"x\"/>"));
+        rig.send(QStringLiteral(
+            "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
+            "</username><password>s3cret</password><resource></resource></query></iq>"));
+        rig.server.on("<stream:stream", ScriptedServer::header(false));
+        rig.server.on("</iq>",
+                      "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
+                      "</query></iq>");
+        rig.server.on("</iq>", "<iq type='result' id='$id'/>");
+        TICK_UNTIL(rig, rig.up.size() == 2);
+        QVERIFY2(rig.up.last().contains(u"id=\"VRX_new\"") && rig.up.last().contains(u"type=\"result\""),
+                 qPrintable(rig.up.last()));
+        QVERIFY(rig.server.received().contains("<username>romeo</username>"));
+        QVERIFY(!rig.server.received().contains("<message"));
+
+        // As the client does on a result: out, and in again at once.
+        rig.server.onLegacySignIn();
+        rig.gateway->DoDisconnect();
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp());
+        QVERIFY(!rig.isClosed());
+    }
+
+    void thePasswordCrossesInClearOnlyIfAllowed_data()
+    {
+        columns<bool>("allowed");
+        row("allowed", true);
+        row("not allowed", false);
+    }
+
+    void thePasswordCrossesInClearOnlyIfAllowed()
+    {
+        QFETCH(bool, allowed);
+        GatewayRig rig;
+        rig.host.plainAnswer = allowed;
+        rig.server.onSaslSignIn();
+        rig.connectToServer();
+        TICK_UNTIL(rig, allowed ? rig.isUp() : rig.isClosed());
+        QCOMPARE(rig.host.plainQuestions, QStringList{"127.0.0.1"});
+        QCOMPARE(rig.host.progress.isEmpty(), allowed);
+        if (!allowed)
+            QVERIFY(!rig.server.received().contains("<auth"));
+    }
+
+    void cancelWorksAtAnyTime_data()
+    {
+        columns<QByteArray>("answer");
+        row("silent", QByteArray());
+        row("header", ScriptedServer::header());
+        row("signing in", ScriptedServer::header(false));
+    }
+
+    void cancelWorksAtAnyTime()
+    {
+        QFETCH(QByteArray, answer);
+        GatewayRig rig;
+        rig.gateway->DoDisconnect(); // safe when nothing is there
+        rig.server.on("<stream:stream", answer);
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.server.scriptIsDone());
+        rig.gateway->DoDisconnect();
+        rig.gateway->DoDisconnect();
+        TICK_UNTIL(rig, rig.server.received().contains("</stream:stream>"));
+        rig.server.hangUp();
+        TICK_UNTIL(rig, rig.isClosed());
+        QVERIFY(rig.host.progress.isEmpty());
+
+        rig.server.onLegacySignIn();
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp());
+        QCOMPARE(rig.count("<presence type=\"close\"/>"), 1);
+    }
+
+    void leavingWithinAQuestionIsHarmless_data()
+    {
+        columns<int>("what");
+        row("disconnect", 0);
+        row("connect anew", 1);
+        row("destroy", 2);
+        row("tick", 3);
+    }
+
+    void leavingWithinAQuestionIsHarmless()
+    {
+        QFETCH(int, what);
+        GatewayRig rig;
+        bool asked = false;
+        rig.server.onSaslSignIn();
+        rig.host.duringQuestion = [&] {
+            if (std::exchange(asked, true))
+                return;
+            if (what == 0)
+                rig.gateway->DoDisconnect();
+            else if (what == 1)
+                rig.connectTo(QStringLiteral("bad server"));
+            else if (what == 2)
+                rig.gateway.reset();
+            else
+                rig.tick();
+        };
+        rig.connectToServer();
+        TICK_UNTIL(rig, asked);
+        if (what == 2) {
+            QVERIFY(!rig.gateway);
+            return;
+        }
+        TICK_UNTIL(rig, what == 3 ? rig.isUp() : (rig.now += 1'000) && rig.isClosed());
+        QVERIFY(what == 3 || !rig.gateway->isconnected());
+    }
+};
 
 BRELO_TEST(GatewayConnectTest)
 #include "GatewayConnectTest.moc"

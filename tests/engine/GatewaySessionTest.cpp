@@ -1,5 +1,6 @@
 #include "engine/wire/StreamParser.h"
 #include "support/GatewayRig.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -37,193 +38,178 @@ class GatewaySessionTest : public QObject
     Q_OBJECT
 
 private slots:
-    void stanzasPassBothWays();
-    void aFloodWaitsForTheClient();
-    void answersThatNobodyAskedForAreIgnored();
-    void aBreachClosesTheStream_data();
-    void aBreachClosesTheStream();
-    void aLostConnectionIsToldOnce_data();
-    void aLostConnectionIsToldOnce();
-    void leavingSendsWhatIsQueued();
-    void leavingWaitsOnlyAWhile();
-    void aDeadConnectionIsNoticed();
-    void aLostSessionIsTakenUpAgain();
-    void aSessionThatIsGoneEnds();
-};
-
-void GatewaySessionTest::stanzasPassBothWays()
-{
-    GatewayRig rig;
-    signIn(rig);
-    rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>"));
-    rig.send(QStringLiteral("<presence><status>online</status></presence>"));
-    TICK_UNTIL(rig, rig.server.received().contains("<presence><status>online</status></presence>"));
-    QVERIFY(rig.server.received().contains("<body>é &amp; ü</body>"));
-    rig.server.say(
-        "<presence from='juliet@a.example/x'/><message from='juliet@a.example/x'><body>&lt;3</body>"
-        "</message>");
-    TICK_UNTIL(rig, rig.up.size() == 2);
-    QCOMPARE(rig.up.first(), QStringLiteral("<presence from=\"juliet@a.example/x\"/>"));
-    QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
-}
-
-void GatewaySessionTest::aFloodWaitsForTheClient()
-{
-    GatewayRig rig;
-    signIn(rig);
-    constexpr int flood = 3'000;
-    rig.server.say(
-        QByteArray("<presence from='juliet@a.example/x'><status>here</status></presence>").repeated(flood));
-    for (std::size_t before = 1; before != rig.queue->inboundCount();) {
-        before = rig.queue->inboundCount();
-        for (int i = 0; i < 20; ++i) {
-            QCoreApplication::processEvents();
-            rig.gateway->Trigger();
-        }
+    void stanzasPassBothWays()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>"));
+        rig.send(QStringLiteral("<presence><status>online</status></presence>"));
+        TICK_UNTIL(rig, rig.server.received().contains("<presence><status>online</status></presence>"));
+        QVERIFY(rig.server.received().contains("<body>é &amp; ü</body>"));
+        rig.server.say(
+            "<presence from='juliet@a.example/x'/><message from='juliet@a.example/x'><body>&lt;3</body>"
+            "</message>");
+        TICK_UNTIL(rig, rig.up.size() == 2);
+        QCOMPARE(rig.up.first(), QStringLiteral("<presence from=\"juliet@a.example/x\"/>"));
+        QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
     }
-    QVERIFY(rig.queue->inboundCount() <= 500);
-    TICK_UNTIL(rig, rig.up.size() == flood);
-}
 
-void GatewaySessionTest::answersThatNobodyAskedForAreIgnored()
-{
-    GatewayRig rig;
-    signIn(rig);
-    rig.server.say(
-        "<iq type='set' id='p' from='mallory@b.example'><query xmlns='jabber:iq:roster'><item "
-        "jid='mallory@b.example' subscription='both'/></query></iq>"
-        "<iq type='result' id='brelo-roster' from='mallory@b.example'><query xmlns='jabber:iq:roster'/></iq>"
-        "<message from='juliet@a.example'><body>end</body></message>");
-    TICK_UNTIL(rig, !rig.up.isEmpty() && rig.up.last().contains(u"end"));
-    QVERIFY2(!rig.up.join(u'\n').contains(u"jabber:iq:roster"), qPrintable(rig.up.join(u'\n')));
-}
+    void aFloodWaitsForTheClient()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        constexpr int flood = 3'000;
+        rig.server.say(QByteArray("<presence from='juliet@a.example/x'><status>here</status></presence>")
+                           .repeated(flood));
+        for (std::size_t before = 1; before != rig.queue->inboundCount();) {
+            before = rig.queue->inboundCount();
+            for (int i = 0; i < 20; ++i) {
+                QCoreApplication::processEvents();
+                rig.gateway->Trigger();
+            }
+        }
+        QVERIFY(rig.queue->inboundCount() <= 500);
+        TICK_UNTIL(rig, rig.up.size() == flood);
+    }
 
-void GatewaySessionTest::aBreachClosesTheStream_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("condition");
-    QTest::newRow("document type") << QByteArray("<!DOCTYPE a>") << QByteArray("restricted-xml");
-    QTest::newRow("not well-formed") << QByteArray("<message></presence>") << QByteArray("not-well-formed");
-    QTest::newRow("10,000 deep") << QByteArray("<a>").repeated(10'000) << QByteArray("policy-violation");
-    QTest::newRow("10 MiB") << "<message><body>" + QByteArray(10 * 1024 * 1024, 'x')
-                            << QByteArray("policy-violation");
-}
+    void answersThatNobodyAskedForAreIgnored()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        rig.server.say("<iq type='set' id='p' from='mallory@b.example'><query xmlns='jabber:iq:roster'><item "
+                       "jid='mallory@b.example' subscription='both'/></query></iq>"
+                       "<iq type='result' id='brelo-roster' from='mallory@b.example'><query "
+                       "xmlns='jabber:iq:roster'/></iq>"
+                       "<message from='juliet@a.example'><body>end</body></message>");
+        TICK_UNTIL(rig, !rig.up.isEmpty() && rig.up.last().contains(u"end"));
+        QVERIFY2(!rig.up.join(u'\n').contains(u"jabber:iq:roster"), qPrintable(rig.up.join(u'\n')));
+    }
 
-void GatewaySessionTest::aBreachClosesTheStream()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, condition);
-    GatewayRig rig;
-    signIn(rig);
-    rig.server.say(bytes);
-    TICK_UNTIL(rig, rig.isClosed());
-    QCOMPARE(rig.up.size(), 1);
-    QVERIFY(!rig.gateway->isconnected());
-    TICK_UNTIL(rig, !rig.server.isConnected());
-    if (bytes.size() < 100'000) // A longer one may still stand between us and the server's ear.
-        QVERIFY2(rig.server.received().contains("<" + condition), rig.server.received().constData());
-}
+    void aBreachClosesTheStream_data()
+    {
+        columns<QByteArray, QByteArray>("bytes", "condition");
+        row("document type", QByteArray("<!DOCTYPE a>"), QByteArray("restricted-xml"));
+        row("not well-formed", QByteArray("<message></presence>"), QByteArray("not-well-formed"));
+        row("10,000 deep", QByteArray("<a>").repeated(10'000), QByteArray("policy-violation"));
+        row("10 MiB", "<message><body>" + QByteArray(10 * 1024 * 1024, 'x'), QByteArray("policy-violation"));
+    }
 
-void GatewaySessionTest::aLostConnectionIsToldOnce_data()
-{
-    QTest::addColumn<QByteArray>("last");
-    QTest::newRow("suddenly") << QByteArray();
-    QTest::newRow("in a stanza") << QByteArray("<message from='juliet@a.example'><bo");
-    QTest::newRow("closed") << QByteArray("</stream:stream>");
-    QTest::newRow("stream error") << QByteArray("<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-"
-                                                "streams'/></stream:error></stream:stream>");
-}
+    void aBreachClosesTheStream()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, condition);
+        GatewayRig rig;
+        signIn(rig);
+        rig.server.say(bytes);
+        TICK_UNTIL(rig, rig.isClosed());
+        QCOMPARE(rig.up.size(), 1);
+        QVERIFY(!rig.gateway->isconnected());
+        TICK_UNTIL(rig, !rig.server.isConnected());
+        if (bytes.size() < 100'000) // A longer one may still stand between us and the server's ear.
+            QVERIFY2(rig.server.received().contains("<" + condition), rig.server.received().constData());
+    }
 
-void GatewaySessionTest::aLostConnectionIsToldOnce()
-{
-    QFETCH(QByteArray, last);
-    GatewayRig rig;
-    signIn(rig);
-    rig.server.say("<message from='juliet@a.example'><body>whole</body></message>" + last);
-    rig.server.hangUp();
-    TICK_UNTIL(rig, rig.isClosed());
-    for (int i = 0; i < 5; ++i)
+    void aLostConnectionIsToldOnce_data()
+    {
+        columns<QByteArray>("last");
+        row("suddenly", QByteArray());
+        row("in a stanza", QByteArray("<message from='juliet@a.example'><bo"));
+        row("closed", QByteArray("</stream:stream>"));
+        row("stream error", QByteArray("<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-"
+                                       "streams'/></stream:error></stream:stream>"));
+    }
+
+    void aLostConnectionIsToldOnce()
+    {
+        QFETCH(QByteArray, last);
+        GatewayRig rig;
+        signIn(rig);
+        rig.server.say("<message from='juliet@a.example'><body>whole</body></message>" + last);
+        rig.server.hangUp();
+        TICK_UNTIL(rig, rig.isClosed());
+        for (int i = 0; i < 5; ++i)
+            rig.tick();
+        QCOMPARE(rig.up.size(), 2);
+        QVERIFY(rig.up.first().contains(u"whole"));
+        QVERIFY(!rig.gateway->isconnected());
+    }
+
+    void leavingSendsWhatIsQueued()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        rig.send(QStringLiteral("<presence type=\"unavailable\"/>"));
+        rig.gateway->DoDisconnect();
+        QVERIFY(!rig.gateway->isconnected());
+        TICK_UNTIL(rig, rig.server.received().endsWith("<presence type=\"unavailable\"/></stream:stream>"));
+        QVERIFY(!rig.isClosed());
+        rig.server.say("</stream:stream>");
+        rig.server.hangUp();
+        TICK_UNTIL(rig, rig.isClosed());
+        QCOMPARE(rig.up.size(), 1);
+    }
+
+    void leavingWaitsOnlyAWhile()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        rig.gateway->DoDisconnect();
         rig.tick();
-    QCOMPARE(rig.up.size(), 2);
-    QVERIFY(rig.up.first().contains(u"whole"));
-    QVERIFY(!rig.gateway->isconnected());
-}
+        QVERIFY(!rig.isClosed());
+        rig.now += 5'000;
+        rig.tick();
+        QVERIFY(rig.isClosed());
+    }
 
-void GatewaySessionTest::leavingSendsWhatIsQueued()
-{
-    GatewayRig rig;
-    signIn(rig);
-    rig.send(QStringLiteral("<presence type=\"unavailable\"/>"));
-    rig.gateway->DoDisconnect();
-    QVERIFY(!rig.gateway->isconnected());
-    TICK_UNTIL(rig, rig.server.received().endsWith("<presence type=\"unavailable\"/></stream:stream>"));
-    QVERIFY(!rig.isClosed());
-    rig.server.say("</stream:stream>");
-    rig.server.hangUp();
-    TICK_UNTIL(rig, rig.isClosed());
-    QCOMPARE(rig.up.size(), 1);
-}
+    void aDeadConnectionIsNoticed()
+    {
+        GatewayRig rig;
+        signIn(rig);
+        rig.now += 61'000;
+        TICK_UNTIL(rig, rig.server.received().contains("urn:xmpp:ping"));
+        rig.server.say(" ");
+        rig.now += 10'000;
+        QTRY_VERIFY(rig.tick() && rig.server.isConnected());
+        QVERIFY(!rig.isClosed());
+        rig.now += 200'000;
+        rig.tick();
+        rig.now += 31'000;
+        TICK_UNTIL(rig, rig.isClosed());
+    }
 
-void GatewaySessionTest::leavingWaitsOnlyAWhile()
-{
-    GatewayRig rig;
-    signIn(rig);
-    rig.gateway->DoDisconnect();
-    rig.tick();
-    QVERIFY(!rig.isClosed());
-    rig.now += 5'000;
-    rig.tick();
-    QVERIFY(rig.isClosed());
-}
+    void aLostSessionIsTakenUpAgain()
+    {
+        GatewayRig rig;
+        signInManaged(rig);
+        rig.server.on("<message", {}, ScriptedServer::Then::Abort);
+        rig.server.onSasl(management);
+        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>unheard</body></message>"));
+        TICK_UNTIL(rig, rig.server.connections() == 2);
+        QVERIFY(rig.gateway->isconnected());
+        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>meanwhile</body></message>"));
+        TICK_UNTIL(rig, rig.server.received().contains("<resume"));
+        QVERIFY(rig.server.received().contains("previd=\"session-1\""));
+        QVERIFY(rig.server.received().contains(" h=\"1\""));
+        rig.server.say("<resumed xmlns='urn:xmpp:sm:3' previd='session-1' h='0'/>");
+        TICK_UNTIL(rig, rig.server.received().contains("meanwhile"));
+        QVERIFY(rig.server.received().indexOf("unheard") < rig.server.received().indexOf("meanwhile"));
+        QVERIFY(rig.server.received().contains("unheard"));
+        QVERIFY2(rig.up.isEmpty(), qPrintable(rig.up.join(u'\n')));
+    }
 
-void GatewaySessionTest::aDeadConnectionIsNoticed()
-{
-    GatewayRig rig;
-    signIn(rig);
-    rig.now += 61'000;
-    TICK_UNTIL(rig, rig.server.received().contains("urn:xmpp:ping"));
-    rig.server.say(" ");
-    rig.now += 10'000;
-    QTRY_VERIFY(rig.tick() && rig.server.isConnected());
-    QVERIFY(!rig.isClosed());
-    rig.now += 200'000;
-    rig.tick();
-    rig.now += 31'000;
-    TICK_UNTIL(rig, rig.isClosed());
-}
-
-void GatewaySessionTest::aLostSessionIsTakenUpAgain()
-{
-    GatewayRig rig;
-    signInManaged(rig);
-    rig.server.on("<message", {}, ScriptedServer::Then::Abort);
-    rig.server.onSasl(management);
-    rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>unheard</body></message>"));
-    TICK_UNTIL(rig, rig.server.connections() == 2);
-    QVERIFY(rig.gateway->isconnected());
-    rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>meanwhile</body></message>"));
-    TICK_UNTIL(rig, rig.server.received().contains("<resume"));
-    QVERIFY(rig.server.received().contains("previd=\"session-1\""));
-    QVERIFY(rig.server.received().contains(" h=\"1\""));
-    rig.server.say("<resumed xmlns='urn:xmpp:sm:3' previd='session-1' h='0'/>");
-    TICK_UNTIL(rig, rig.server.received().contains("meanwhile"));
-    QVERIFY(rig.server.received().indexOf("unheard") < rig.server.received().indexOf("meanwhile"));
-    QVERIFY(rig.server.received().contains("unheard"));
-    QVERIFY2(rig.up.isEmpty(), qPrintable(rig.up.join(u'\n')));
-}
-
-void GatewaySessionTest::aSessionThatIsGoneEnds()
-{
-    GatewayRig rig;
-    signInManaged(rig);
-    rig.server.onSasl(management);
-    rig.server.hangUp();
-    TICK_UNTIL(rig, rig.server.received().contains("<resume"));
-    rig.server.say("<failed xmlns='urn:xmpp:sm:3'/>");
-    TICK_UNTIL(rig, rig.isClosed());
-    QCOMPARE(rig.up.size(), 1);
-    QVERIFY(!rig.gateway->isconnected());
-}
+    void aSessionThatIsGoneEnds()
+    {
+        GatewayRig rig;
+        signInManaged(rig);
+        rig.server.onSasl(management);
+        rig.server.hangUp();
+        TICK_UNTIL(rig, rig.server.received().contains("<resume"));
+        rig.server.say("<failed xmlns='urn:xmpp:sm:3'/>");
+        TICK_UNTIL(rig, rig.isClosed());
+        QCOMPARE(rig.up.size(), 1);
+        QVERIFY(!rig.gateway->isconnected());
+    }
+};
 
 BRELO_TEST(GatewaySessionTest)
 #include "GatewaySessionTest.moc"

@@ -1,4 +1,5 @@
 #include "engine/bridge/IqTracker.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -36,25 +37,16 @@ class IqTrackerTest : public QObject
 private slots:
     void answerCountsOnlyFromTheAddressAsked_data()
     {
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<bool>("accepted");
+        columns<QString, QString, bool>("to", "from", "accepted");
         const QString none;
-        QTest::newRow("contact") << "a@b"
-                                 << "a@b" << true;
-        QTest::newRow("contact in another case") << "A@B.example"
-                                                 << "a@b.example" << true;
-        QTest::newRow("contact's resource") << "a@b/c"
-                                            << "a@b/c" << true;
-        QTest::newRow("resource in another case") << "a@b/c"
-                                                  << "a@b/C" << false;
-        QTest::newRow("another's resource") << "a@b"
-                                            << "a@b/c" << false;
-        QTest::newRow("stranger") << "a@b"
-                                  << "evil@b" << false;
-        QTest::newRow("nobody for a contact") << "a@b" << none << false;
-        QTest::newRow("server for a contact") << "a@b"
-                                              << "montague.example" << false;
+        row("contact", "a@b", "a@b", true);
+        row("contact in another case", "A@B.example", "a@b.example", true);
+        row("contact's resource", "a@b/c", "a@b/c", true);
+        row("resource in another case", "a@b/c", "a@b/C", false);
+        row("another's resource", "a@b", "a@b/c", false);
+        row("stranger", "a@b", "evil@b", false);
+        row("nobody for a contact", "a@b", none, false);
+        row("server for a contact", "a@b", "montague.example", false);
         for (const auto* to :
              {"", "romeo@montague.example", "romeo@montague.example/orchard", "montague.example"}) {
             for (const auto* from :
@@ -101,12 +93,12 @@ private slots:
 
     void onlyRequestsAreOutstanding_data()
     {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("result") << QByteArray("<iq type='result' id='1' to='a@b'/>");
-        QTest::newRow("another id") << get("a@b", "2");
-        QTest::newRow("message") << QByteArray("<message type='get' id='1' to='a@b'/>");
-        QTest::newRow("not well-formed") << QByteArray("<iq type='get' id='1' to='a@b'");
+        columns<QByteArray>("sent");
+        row("nothing", QByteArray());
+        row("result", QByteArray("<iq type='result' id='1' to='a@b'/>"));
+        row("another id", get("a@b", "2"));
+        row("message", QByteArray("<message type='get' id='1' to='a@b'/>"));
+        row("not well-formed", QByteArray("<iq type='get' id='1' to='a@b'"));
     }
 
     void onlyRequestsAreOutstanding()
@@ -119,14 +111,12 @@ private slots:
 
     void listsThatSteerTheClientComeFromHomeOnly_data()
     {
-        QTest::addColumn<QString>("inner");
-        QTest::addColumn<bool>("fromStranger");
-        QTest::newRow("roster") << "<query xmlns='jabber:iq:roster'/>" << false;
-        QTest::newRow("agents") << "<query xmlns='jabber:iq:agents'/>" << false;
-        QTest::newRow("sign-in") << "<query xmlns='jabber:iq:auth'/>" << false;
-        QTest::newRow("hidden behind another")
-            << "<query xmlns='x'/><query xmlns='jabber:iq:roster'/>" << false;
-        QTest::newRow("file") << "<query xmlns='jabber:iq:oob'/>" << true;
+        columns<QString, bool>("inner", "fromStranger");
+        row("roster", "<query xmlns='jabber:iq:roster'/>", false);
+        row("agents", "<query xmlns='jabber:iq:agents'/>", false);
+        row("sign-in", "<query xmlns='jabber:iq:auth'/>", false);
+        row("hidden behind another", "<query xmlns='x'/><query xmlns='jabber:iq:roster'/>", false);
+        row("file", "<query xmlns='jabber:iq:oob'/>", true);
     }
 
     void listsThatSteerTheClientComeFromHomeOnly()

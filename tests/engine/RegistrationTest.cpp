@@ -1,4 +1,5 @@
 #include "engine/wire/AccountRegistration.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include "engine/Xml.h"
@@ -54,24 +55,21 @@ class RegistrationTest : public QObject
 private slots:
     void fieldsAreAskedForAndFilled_data()
     {
-        QTest::addColumn<QString>("offered");
-        QTest::addColumn<QString>("sent");
+        columns<QString, QString>("offered", "sent");
         const QString flat = "<instructions>Hi</instructions><username/><password/>";
         const QString filledForm =
             "<x xmlns=\"jabber:x:data\" type=\"submit\"><field var=\"FORM_TYPE\"><value>"
             "jabber:iq:register</value></field><field var=\"username\"><value>juliet</value>"
             "</field><field var=\"password\"><value>a&amp;b</value></field>";
         const QString filledFlat = "<username>juliet</username><password>a&amp;b</password>";
-        QTest::newRow("flat") << flat << filledFlat;
-        QTest::newRow("flat with more")
-            << flat + "<email/><key>k1</key>" << filledFlat + "<email></email><key>k1</key>";
-        QTest::newRow("form beside flat") << flat + form({}) << filledForm + "</x>";
-        QTest::newRow("form with a default")
-            << form("<field var='list'><required/><value>1</value></field><field "
-                    "type='fixed'><value>x</value></field>")
-            << filledForm + "<field var=\"list\"><value>1</value></field></x>";
-        QTest::newRow("form that wants too much")
-            << flat + form("<field var='ocr'><required/></field>") << filledFlat;
+        row("flat", flat, filledFlat);
+        row("flat with more", flat + "<email/><key>k1</key>", filledFlat + "<email></email><key>k1</key>");
+        row("form beside flat", flat + form({}), filledForm + "</x>");
+        row("form with a default",
+            form("<field var='list'><required/><value>1</value></field><field "
+                 "type='fixed'><value>x</value></field>"),
+            filledForm + "<field var=\"list\"><value>1</value></field></x>");
+        row("form that wants too much", flat + form("<field var='ocr'><required/></field>"), filledFlat);
     }
 
     void fieldsAreAskedForAndFilled()
@@ -96,35 +94,29 @@ private slots:
 
     void failureCarriesTheServersWords_data()
     {
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QString>("text");
+        columns<QString, QString, QString>("answer", "code", "text");
         const QString error =
             "<iq type='error' id='brelo-register1'><query xmlns='jabber:iq:register'/>%1</iq>";
         const QString stanzas = "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'";
-        QTest::newRow("old") << error.arg("<error code='409'>Username Not Available</error>") << "409"
-                             << "Username Not Available";
-        QTest::newRow("of today") << error.arg("<error type='cancel'><conflict " + stanzas + "/><text " +
-                                               stanzas + ">The &lt;name&gt; is taken.</text></error>")
-                                  << "409"
-                                  << "The <name> is taken.";
-        QTest::newRow("without a word")
-            << error.arg("<error type='cancel'><not-allowed " + stanzas + "/></error>") << "405"
-            << "The server does not allow this.";
-        QTest::newRow("without an error") << error.arg("") << "500"
-                                          << "The server answered with error 500.";
-        QTest::newRow("on the web only") << fields("<instructions>Register there:</instructions><x "
-                                                   "xmlns='jabber:x:oob'><url>https://x.example/"
-                                                   "</url></x>")
-                                         << "406"
-                                         << "Register there: https://x.example/";
-        QTest::newRow("a picture to read")
-            << fields(form("<instructions>Read it</instructions><field var='ocr'><required/></field>"))
-            << "406"
-            << "Read it";
-        QTest::newRow("no fields") << "<iq type='result' id='brelo-register1'/>"
-                                   << "406"
-                                   << "The server does not let this program make accounts.";
+        row("old", error.arg("<error code='409'>Username Not Available</error>"), "409",
+            "Username Not Available");
+        row("of today",
+            error.arg("<error type='cancel'><conflict " + stanzas + "/><text " + stanzas +
+                      ">The &lt;name&gt; is taken.</text></error>"),
+            "409", "The <name> is taken.");
+        row("without a word", error.arg("<error type='cancel'><not-allowed " + stanzas + "/></error>"), "405",
+            "The server does not allow this.");
+        row("without an error", error.arg(""), "500", "The server answered with error 500.");
+        row("on the web only",
+            fields("<instructions>Register there:</instructions><x "
+                   "xmlns='jabber:x:oob'><url>https://x.example/"
+                   "</url></x>"),
+            "406", "Register there: https://x.example/");
+        row("a picture to read",
+            fields(form("<instructions>Read it</instructions><field var='ocr'><required/></field>")), "406",
+            "Read it");
+        row("no fields", "<iq type='result' id='brelo-register1'/>", "406",
+            "The server does not let this program make accounts.");
     }
 
     void failureCarriesTheServersWords()

@@ -1,5 +1,6 @@
 #include "engine/wire/StreamManagement.h"
 #include "engine/wire/Masked.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -32,100 +33,91 @@ class StreamManagementTest : public QObject
     Q_OBJECT
 
 private slots:
-    void keepsWhatIsNotAcknowledged_data();
-    void keepsWhatIsNotAcknowledged();
-    void countsOnlyFromTheStart();
-    void tellsHowManyCame();
-    void resendsAfterResuming();
-    void leavesOtherElementsAlone();
-    void secretsAreMasked_data();
-    void secretsAreMasked();
+    void keepsWhatIsNotAcknowledged_data()
+    {
+        columns<QStringList, int>("counts", "left");
+        row("none", QStringList{}, 3);
+        row("some", QStringList{"2"}, 1);
+        row("step by step", QStringList{"1", "3"}, 0);
+        row("the same twice", QStringList{"2", "2"}, 1);
+        row("more than was sent", QStringList{"4"}, 3);
+        row("going back", QStringList{"2", "1"}, 1);
+        row("no number", QStringList{"-1"}, 3);
+    }
+
+    void keepsWhatIsNotAcknowledged()
+    {
+        QFETCH(QStringList, counts);
+        auto management = enabled();
+        for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
+            management.sent(stanza);
+        for (const auto& count : std::as_const(counts))
+            acknowledge(management, count.toLatin1().constData());
+        QTEST(static_cast<int>(management.unacknowledged()), "left");
+    }
+
+    void countsOnlyFromTheStart()
+    {
+        StreamManagement management;
+        management.sent("<message/>");
+        QCOMPARE(management.unacknowledged(), 0u);
+        QVERIFY(!management.canResume());
+        management.enable();
+        management.sent("<message/>");
+        QCOMPARE(management.unacknowledged(), 1u);
+        handle(management, QStringLiteral("<failed xmlns=\"urn:xmpp:sm:3\"/>"));
+        QCOMPARE(management.unacknowledged(), 0u);
+        QVERIFY(!management.isOn());
+    }
+
+    void tellsHowManyCame()
+    {
+        auto management = enabled();
+        management.received();
+        management.received();
+        QVERIFY(handle(management, QStringLiteral("<r xmlns=\"urn:xmpp:sm:3\"/>")));
+        QCOMPARE(management.takeOutput(), QList<QByteArray>{"<a xmlns=\"urn:xmpp:sm:3\" h=\"2\"/>"});
+        QCOMPARE(management.resumeRequest(),
+                 QByteArray("<resume xmlns=\"urn:xmpp:sm:3\" h=\"2\" previd=\"a&amp;b\"/>"));
+    }
+
+    void resendsAfterResuming()
+    {
+        auto management = enabled();
+        for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
+            management.sent(stanza);
+        management.resumed(*Stanza::fromXml(QStringLiteral("<resumed xmlns=\"urn:xmpp:sm:3\" h=\"1\"/>")));
+        const auto output = management.takeOutput();
+        QCOMPARE(output.mid(0, 2), (QList<QByteArray>{"<message id='2'/>", "<message id='3'/>"}));
+        QCOMPARE(management.unacknowledged(), 2u);
+    }
+
+    void leavesOtherElementsAlone()
+    {
+        auto management = enabled();
+        QVERIFY(
+            !handle(management, QStringLiteral("<message><a xmlns=\"urn:xmpp:sm:3\" h=\"1\"/></message>")));
+        QVERIFY(!handle(management, QStringLiteral("<r/>")));
+        QVERIFY(management.takeOutput().isEmpty());
+    }
+
+    void secretsAreMasked_data()
+    {
+        columns<QString>("xml");
+        row("password", "<iq><query><password>s3cret</password></query></iq>");
+        row("digest", "<digest a='b'>s3cret</digest>");
+        row("sasl", "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>s3cret</auth>");
+        row("data form", "<field type='text-private' var='password'><value>s3cret</value></field>");
+    }
+
+    void secretsAreMasked()
+    {
+        QFETCH(QString, xml);
+        const QString text = masked(xml);
+        QVERIFY2(!text.contains(u"s3cret"), qPrintable(text));
+        QVERIFY2(text.contains(u"***"), qPrintable(text));
+    }
 };
-
-void StreamManagementTest::keepsWhatIsNotAcknowledged_data()
-{
-    QTest::addColumn<QStringList>("counts");
-    QTest::addColumn<int>("left");
-    QTest::newRow("none") << QStringList{} << 3;
-    QTest::newRow("some") << QStringList{"2"} << 1;
-    QTest::newRow("step by step") << QStringList{"1", "3"} << 0;
-    QTest::newRow("the same twice") << QStringList{"2", "2"} << 1;
-    QTest::newRow("more than was sent") << QStringList{"4"} << 3;
-    QTest::newRow("going back") << QStringList{"2", "1"} << 1;
-    QTest::newRow("no number") << QStringList{"-1"} << 3;
-}
-
-void StreamManagementTest::keepsWhatIsNotAcknowledged()
-{
-    QFETCH(QStringList, counts);
-    auto management = enabled();
-    for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
-        management.sent(stanza);
-    for (const auto& count : std::as_const(counts))
-        acknowledge(management, count.toLatin1().constData());
-    QTEST(static_cast<int>(management.unacknowledged()), "left");
-}
-
-void StreamManagementTest::countsOnlyFromTheStart()
-{
-    StreamManagement management;
-    management.sent("<message/>");
-    QCOMPARE(management.unacknowledged(), 0u);
-    QVERIFY(!management.canResume());
-    management.enable();
-    management.sent("<message/>");
-    QCOMPARE(management.unacknowledged(), 1u);
-    handle(management, QStringLiteral("<failed xmlns=\"urn:xmpp:sm:3\"/>"));
-    QCOMPARE(management.unacknowledged(), 0u);
-    QVERIFY(!management.isOn());
-}
-
-void StreamManagementTest::tellsHowManyCame()
-{
-    auto management = enabled();
-    management.received();
-    management.received();
-    QVERIFY(handle(management, QStringLiteral("<r xmlns=\"urn:xmpp:sm:3\"/>")));
-    QCOMPARE(management.takeOutput(), QList<QByteArray>{"<a xmlns=\"urn:xmpp:sm:3\" h=\"2\"/>"});
-    QCOMPARE(management.resumeRequest(),
-             QByteArray("<resume xmlns=\"urn:xmpp:sm:3\" h=\"2\" previd=\"a&amp;b\"/>"));
-}
-
-void StreamManagementTest::resendsAfterResuming()
-{
-    auto management = enabled();
-    for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
-        management.sent(stanza);
-    management.resumed(*Stanza::fromXml(QStringLiteral("<resumed xmlns=\"urn:xmpp:sm:3\" h=\"1\"/>")));
-    const auto output = management.takeOutput();
-    QCOMPARE(output.mid(0, 2), (QList<QByteArray>{"<message id='2'/>", "<message id='3'/>"}));
-    QCOMPARE(management.unacknowledged(), 2u);
-}
-
-void StreamManagementTest::leavesOtherElementsAlone()
-{
-    auto management = enabled();
-    QVERIFY(!handle(management, QStringLiteral("<message><a xmlns=\"urn:xmpp:sm:3\" h=\"1\"/></message>")));
-    QVERIFY(!handle(management, QStringLiteral("<r/>")));
-    QVERIFY(management.takeOutput().isEmpty());
-}
-
-void StreamManagementTest::secretsAreMasked_data()
-{
-    QTest::addColumn<QString>("xml");
-    QTest::newRow("password") << "<iq><query><password>s3cret</password></query></iq>";
-    QTest::newRow("digest") << "<digest a='b'>s3cret</digest>";
-    QTest::newRow("sasl") << "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>s3cret</auth>";
-    QTest::newRow("data form") << "<field type='text-private' var='password'><value>s3cret</value></field>";
-}
-
-void StreamManagementTest::secretsAreMasked()
-{
-    QFETCH(QString, xml);
-    const QString text = masked(xml);
-    QVERIFY2(!text.contains(u"s3cret"), qPrintable(text));
-    QVERIFY2(text.contains(u"***"), qPrintable(text));
-}
 
 BRELO_TEST(StreamManagementTest)
 #include "StreamManagementTest.moc"

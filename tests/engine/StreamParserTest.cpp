@@ -1,4 +1,5 @@
 #include "engine/wire/StreamParser.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -63,215 +64,198 @@ class StreamParserTest : public QObject
     Q_OBJECT
 
 private slots:
-    void splitAnywhereGivesTheSame_data();
-    void splitAnywhereGivesTheSame();
-    void cutAnywhereGivesWhatIsWhole();
-    void normalises_data();
-    void normalises();
-    void breachesEndTheStream_data();
-    void breachesEndTheStream();
-    void whatStandsBeforeABreachIsNotLost();
-    void anEndlessStanzaIsRefusedWhileItArrives_data();
-    void anEndlessStanzaIsRefusedWhileItArrives();
-    void aLargeRosterIsNoBreach();
-    void aRestartForgetsEverything();
+    void splitAnywhereGivesTheSame_data()
+    {
+        columns<QByteArray, QString>("stanza", "expected");
+        row("attributes and text", QByteArray("<message to='a' from=\"b'c\"><body>x y</body></message>"),
+            "<message to=\"a\" from=\"b'c\"><body>x y</body></message>");
+        row("entities",
+            QByteArray("<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body>"
+                       "</message>"),
+            "<message a=\"&lt;&quot;\"><body>&amp;&lt;&gt;'€A</body></message>");
+        row("many bytes a character", QByteArray("<message n='ü'><body>é€😀</body></message>"),
+            "<message n=\"ü\"><body>é€😀</body></message>");
+        row("cdata", QByteArray("<message><body>a<![CDATA[<b>]]&]]>c</body></message>"),
+            "<message><body>a&lt;b&gt;]]&amp;c</body></message>");
+        row("mixed content", QByteArray("<message>a<b/> <c>d</c>\r\ne</message>"),
+            "<message>a<b/> <c>d</c>\ne</message>");
+        row("prefix", QByteArray("<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"),
+            "<iq type=\"get\"><q xmlns=\"u:q\"/></iq>");
+    }
+
+    void splitAnywhereGivesTheSame()
+    {
+        QFETCH(QByteArray, stanza);
+        QFETCH(QString, expected);
+        const QByteArray all = head + stanza + " <presence/></stream:stream>";
+        const Seen whole{{expected, "<presence/>"}, true, {}};
+        QCOMPARE(parsed({all}).elements, whole.elements);
+        for (qsizetype at = 1; at < all.size(); ++at)
+            QVERIFY2(parsed({all.first(at), all.mid(at)}) == whole, all.first(at).constData());
+        QVERIFY(parsed(inPieces(all, 1)) == whole);
+        QVERIFY(parsed(inPieces(all, 3)) == whole);
+    }
+
+    void cutAnywhereGivesWhatIsWhole()
+    {
+        const QByteArray first = "<iq id='1'><query xmlns='jabber:iq:roster'/></iq>";
+        const QByteArray all = head + first + "<message><body>&amp;é</body></message></stream:stream>";
+        for (qsizetype at = 0; at < all.size(); ++at) {
+            const auto seen = parsed({all.first(at)});
+            const auto second = all.indexOf("</message>") + 10;
+            QCOMPARE(seen.elements.size(), at < head.size() + first.size() ? 0 : at < second ? 1 : 2);
+            QVERIFY2(!seen.closed && seen.condition.isEmpty(), all.first(at).constData());
+        }
+    }
+
+    void normalises_data()
+    {
+        columns<QByteArray, QString>("wire", "expected");
+        row("default namespace said again",
+            QByteArray("<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>"),
+            "<iq><query xmlns=\"jabber:iq:auth\"><username/></query></iq>");
+        row("stream's own element",
+            QByteArray("<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"),
+            "<features xmlns=\"http://etherx.jabber.org/streams\"><starttls "
+            "xmlns=\"urn:tls\"><required/></starttls>"
+            "</features>");
+        row("child back in the client's namespace",
+            QByteArray("<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"),
+            "<message><f xmlns=\"u:f\"><message xmlns=\"jabber:client\"/></f></message>");
+        row("no namespace", QByteArray("<iq><q xmlns=''/></iq>"), "<iq><q xmlns=\"\"/></iq>");
+        row("attributes of others are not ours",
+            QByteArray("<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"),
+            "<iq id=\"1\" xml:lang=\"de\"/>");
+    }
+
+    void normalises()
+    {
+        QFETCH(QByteArray, wire);
+        QFETCH(QString, expected);
+        QCOMPARE(parsed({head + wire}).elements, QStringList{expected});
+    }
+
+    void breachesEndTheStream_data()
+    {
+        columns<QByteArray, QByteArray>("bytes", "condition");
+        const QByteArray restricted = "restricted-xml", malformed = "not-well-formed",
+                         limit = "policy-violation";
+        row("document type", QByteArray("<!DOCTYPE a [<!ENTITY b 'c'>]>") + head, restricted);
+        row("document type in the stream", head + "<!DOCTYPE a>", restricted);
+        row("entity bomb",
+            QByteArray("<?xml version='1.0'?><!DOCTYPE a [<!ENTITY b 'bbbb'><!ENTITY c "
+                       "'&b;&b;&b;'>]><a>&c;</a>"),
+            restricted);
+        row("processing instruction", head + "<?php echo 1 ?>", restricted);
+        row("style sheet before the stream", QByteArray("<?xml-stylesheet href='x'?>") + head, restricted);
+        row("comment", head + "<message><!-- a --></message>", restricted);
+        row("unknown entity", head + "<message>&nbsp;</message>", malformed);
+        row("unknown entity in an attribute", head + "<message a='&nbsp;'/>", malformed);
+        row("undeclared prefix", head + "<x:message/>", malformed);
+        row("wrong nesting", head + "<a><b></a></b>", malformed);
+        row("an attribute twice", head + "<a b='1' b='2'/>", malformed);
+        row("bytes that are not UTF-8", head + "<message>\xC3\x28</message>", malformed);
+        row("an overlong form", head + "<message>\xC0\xAF</message>", malformed);
+        row("a surrogate", head + "<message>\xED\xA0\x80</message>", malformed);
+        row("a control character", head + "<message>&#1;</message>", malformed);
+        row("UTF-16", QByteArray("<\0?\0x\0m\0l\0", 10), malformed);
+        row("another encoding", QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a/>"),
+            QByteArray("unsupported-encoding"));
+        row("no XML", QByteArray("SSH-2.0-OpenSSH_9.2\r\n"), malformed);
+        row("no stream", QByteArray("<html><body/></html>"), QByteArray("invalid-namespace"));
+        row("text between stanzas", head + "<presence/>hello<presence/>", QByteArray("bad-format"));
+        row("65 deep", head + nested(65), limit);
+        row("10,000 deep", head + nested(10'000), limit);
+        QByteArray crowded = "<a";
+        for (int i = 0; i < 1'000; ++i)
+            crowded += " a" + QByteArray::number(i) + "=''";
+        row("an endless name", head + "<" + QByteArray(20'000, 'x'), malformed);
+        row("1,000 attributes", head + crowded, limit);
+        row("300,000 elements", head + "<a>" + QByteArray("<b/>").repeated(300'000), limit);
+    }
+
+    void breachesEndTheStream()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, condition);
+        for (const qsizetype size : {qsizetype(16'384), bytes.size() / 1'000 + 1}) {
+            const auto seen = parsed(inPieces(bytes, size));
+            QCOMPARE(seen.condition, condition);
+            QVERIFY(seen.elements.size() <= 1);
+        }
+        QCOMPARE(parsed({head + nested(64)}).condition, QByteArray());
+    }
+
+    void whatStandsBeforeABreachIsNotLost()
+    {
+        for (const char* breach : {"<!DOCTYPE a>", "<?php ?>", "\xFF", "</iq>"}) {
+            const auto seen = parsed({head + "<message/><presence/>" + breach});
+            QCOMPARE(seen.elements, (QStringList{"<message/>", "<presence/>"}));
+            QVERIFY(!seen.condition.isEmpty());
+        }
+    }
+
+    void anEndlessStanzaIsRefusedWhileItArrives_data()
+    {
+        columns<QByteArray, QByteArray>("beginning", "filling");
+        row("text", QByteArray("<message><body>"), QByteArray(16'000, 'x'));
+        row("attribute", QByteArray("<message a='"), QByteArray(16'000, 'x'));
+        row("cdata", QByteArray("<message><![CDATA["), QByteArray(16'000, 'x'));
+        row("elements", QByteArray("<message>"), QByteArray("<body>xxxxxxx</body>").repeated(800));
+    }
+
+    void anEndlessStanzaIsRefusedWhileItArrives()
+    {
+        QFETCH(QByteArray, beginning);
+        QFETCH(QByteArray, filling);
+        StreamParser parser;
+        Seen seen;
+        parser.feed(head + "<presence/>" + beginning);
+        drain(parser, seen);
+        qsizetype fed = 0;
+        for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size()) {
+            parser.feed(filling);
+            drain(parser, seen);
+        }
+        QCOMPARE(seen.condition, QByteArray("policy-violation"));
+        QCOMPARE(seen.elements, QStringList{"<presence/>"});
+        QVERIFY(fed < 5 * 1024 * 1024);
+    }
+
+    void aLargeRosterIsNoBreach()
+    {
+        QByteArray items;
+        for (int i = 0; i < 10'000; ++i)
+            items += "<item jid='contact" + QByteArray::number(i) +
+                     "@montague.example' name='Somebody of Verona' subscription='both'><group>Group " +
+                     QByteArray::number(i % 50) + "</group></item>";
+        const QByteArray roster =
+            "<iq type='result'><query xmlns='jabber:iq:roster'>" + items + "</query></iq>";
+        StreamParser parser;
+        Seen seen;
+        for (const auto& piece : inPieces(head + roster + roster, 16'384)) {
+            parser.feed(piece);
+            drain(parser, seen);
+        }
+        QCOMPARE(seen.elements.size(), 2);
+        QCOMPARE(seen.elements.last().count(QStringLiteral("<group>")), 10'000);
+    }
+
+    void aRestartForgetsEverything()
+    {
+        StreamParser parser;
+        Seen seen;
+        parser.feed(head + "<success xmlns='urn:sasl'/><mess");
+        drain(parser, seen);
+        parser.reset();
+        parser.feed(QByteArray(head).replace("id='7'", "id='8'").replace("version='1.0'>", "version='0.9'>"));
+        QCOMPARE(parser.next(), Event::Opened);
+        QCOMPARE(parser.header().id, QStringLiteral("8"));
+        QCOMPARE(parser.header().from, QStringLiteral("a.example"));
+        QVERIFY(!parser.header().hasFeatures);
+        QCOMPARE(parser.next(), Event::None);
+    }
 };
-
-void StreamParserTest::splitAnywhereGivesTheSame_data()
-{
-    QTest::addColumn<QByteArray>("stanza");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("attributes and text")
-        << QByteArray("<message to='a' from=\"b'c\"><body>x y</body></message>")
-        << "<message to=\"a\" from=\"b'c\"><body>x y</body></message>";
-    QTest::newRow("entities") << QByteArray(
-                                     "<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body>"
-                                     "</message>")
-                              << "<message a=\"&lt;&quot;\"><body>&amp;&lt;&gt;'€A</body></message>";
-    QTest::newRow("many bytes a character") << QByteArray("<message n='ü'><body>é€😀</body></message>")
-                                            << "<message n=\"ü\"><body>é€😀</body></message>";
-    QTest::newRow("cdata") << QByteArray("<message><body>a<![CDATA[<b>]]&]]>c</body></message>")
-                           << "<message><body>a&lt;b&gt;]]&amp;c</body></message>";
-    QTest::newRow("mixed content") << QByteArray("<message>a<b/> <c>d</c>\r\ne</message>")
-                                   << "<message>a<b/> <c>d</c>\ne</message>";
-    QTest::newRow("prefix") << QByteArray("<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>")
-                            << "<iq type=\"get\"><q xmlns=\"u:q\"/></iq>";
-}
-
-void StreamParserTest::splitAnywhereGivesTheSame()
-{
-    QFETCH(QByteArray, stanza);
-    QFETCH(QString, expected);
-    const QByteArray all = head + stanza + " <presence/></stream:stream>";
-    const Seen whole{{expected, "<presence/>"}, true, {}};
-    QCOMPARE(parsed({all}).elements, whole.elements);
-    for (qsizetype at = 1; at < all.size(); ++at)
-        QVERIFY2(parsed({all.first(at), all.mid(at)}) == whole, all.first(at).constData());
-    QVERIFY(parsed(inPieces(all, 1)) == whole);
-    QVERIFY(parsed(inPieces(all, 3)) == whole);
-}
-
-void StreamParserTest::cutAnywhereGivesWhatIsWhole()
-{
-    const QByteArray first = "<iq id='1'><query xmlns='jabber:iq:roster'/></iq>";
-    const QByteArray all = head + first + "<message><body>&amp;é</body></message></stream:stream>";
-    for (qsizetype at = 0; at < all.size(); ++at) {
-        const auto seen = parsed({all.first(at)});
-        const auto second = all.indexOf("</message>") + 10;
-        QCOMPARE(seen.elements.size(), at < head.size() + first.size() ? 0 : at < second ? 1 : 2);
-        QVERIFY2(!seen.closed && seen.condition.isEmpty(), all.first(at).constData());
-    }
-}
-
-void StreamParserTest::normalises_data()
-{
-    QTest::addColumn<QByteArray>("wire");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("default namespace said again")
-        << QByteArray("<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>")
-        << "<iq><query xmlns=\"jabber:iq:auth\"><username/></query></iq>";
-    QTest::newRow("stream's own element")
-        << QByteArray("<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>")
-        << "<features xmlns=\"http://etherx.jabber.org/streams\"><starttls "
-           "xmlns=\"urn:tls\"><required/></starttls>"
-           "</features>";
-    QTest::newRow("child back in the client's namespace")
-        << QByteArray("<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>")
-        << "<message><f xmlns=\"u:f\"><message xmlns=\"jabber:client\"/></f></message>";
-    QTest::newRow("no namespace") << QByteArray("<iq><q xmlns=''/></iq>") << "<iq><q xmlns=\"\"/></iq>";
-    QTest::newRow("attributes of others are not ours")
-        << QByteArray("<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>")
-        << "<iq id=\"1\" xml:lang=\"de\"/>";
-}
-
-void StreamParserTest::normalises()
-{
-    QFETCH(QByteArray, wire);
-    QFETCH(QString, expected);
-    QCOMPARE(parsed({head + wire}).elements, QStringList{expected});
-}
-
-void StreamParserTest::breachesEndTheStream_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("condition");
-    const QByteArray restricted = "restricted-xml", malformed = "not-well-formed", limit = "policy-violation";
-    QTest::newRow("document type") << QByteArray("<!DOCTYPE a [<!ENTITY b 'c'>]>") + head << restricted;
-    QTest::newRow("document type in the stream") << head + "<!DOCTYPE a>" << restricted;
-    QTest::newRow("entity bomb") << QByteArray(
-                                        "<?xml version='1.0'?><!DOCTYPE a [<!ENTITY b 'bbbb'><!ENTITY c "
-                                        "'&b;&b;&b;'>]><a>&c;</a>")
-                                 << restricted;
-    QTest::newRow("processing instruction") << head + "<?php echo 1 ?>" << restricted;
-    QTest::newRow("style sheet before the stream")
-        << QByteArray("<?xml-stylesheet href='x'?>") + head << restricted;
-    QTest::newRow("comment") << head + "<message><!-- a --></message>" << restricted;
-    QTest::newRow("unknown entity") << head + "<message>&nbsp;</message>" << malformed;
-    QTest::newRow("unknown entity in an attribute") << head + "<message a='&nbsp;'/>" << malformed;
-    QTest::newRow("undeclared prefix") << head + "<x:message/>" << malformed;
-    QTest::newRow("wrong nesting") << head + "<a><b></a></b>" << malformed;
-    QTest::newRow("an attribute twice") << head + "<a b='1' b='2'/>" << malformed;
-    QTest::newRow("bytes that are not UTF-8") << head + "<message>\xC3\x28</message>" << malformed;
-    QTest::newRow("an overlong form") << head + "<message>\xC0\xAF</message>" << malformed;
-    QTest::newRow("a surrogate") << head + "<message>\xED\xA0\x80</message>" << malformed;
-    QTest::newRow("a control character") << head + "<message>&#1;</message>" << malformed;
-    QTest::newRow("UTF-16") << QByteArray("<\0?\0x\0m\0l\0", 10) << malformed;
-    QTest::newRow("another encoding") << QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a/>")
-                                      << QByteArray("unsupported-encoding");
-    QTest::newRow("no XML") << QByteArray("SSH-2.0-OpenSSH_9.2\r\n") << malformed;
-    QTest::newRow("no stream") << QByteArray("<html><body/></html>") << QByteArray("invalid-namespace");
-    QTest::newRow("text between stanzas") << head + "<presence/>hello<presence/>" << QByteArray("bad-format");
-    QTest::newRow("65 deep") << head + nested(65) << limit;
-    QTest::newRow("10,000 deep") << head + nested(10'000) << limit;
-    QByteArray crowded = "<a";
-    for (int i = 0; i < 1'000; ++i)
-        crowded += " a" + QByteArray::number(i) + "=''";
-    QTest::newRow("an endless name") << head + "<" + QByteArray(20'000, 'x') << malformed;
-    QTest::newRow("1,000 attributes") << head + crowded << limit;
-    QTest::newRow("300,000 elements") << head + "<a>" + QByteArray("<b/>").repeated(300'000) << limit;
-}
-
-void StreamParserTest::breachesEndTheStream()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, condition);
-    for (const qsizetype size : {qsizetype(16'384), bytes.size() / 1'000 + 1}) {
-        const auto seen = parsed(inPieces(bytes, size));
-        QCOMPARE(seen.condition, condition);
-        QVERIFY(seen.elements.size() <= 1);
-    }
-    QCOMPARE(parsed({head + nested(64)}).condition, QByteArray());
-}
-
-void StreamParserTest::whatStandsBeforeABreachIsNotLost()
-{
-    for (const char* breach : {"<!DOCTYPE a>", "<?php ?>", "\xFF", "</iq>"}) {
-        const auto seen = parsed({head + "<message/><presence/>" + breach});
-        QCOMPARE(seen.elements, (QStringList{"<message/>", "<presence/>"}));
-        QVERIFY(!seen.condition.isEmpty());
-    }
-}
-
-void StreamParserTest::anEndlessStanzaIsRefusedWhileItArrives_data()
-{
-    QTest::addColumn<QByteArray>("beginning");
-    QTest::addColumn<QByteArray>("filling");
-    QTest::newRow("text") << QByteArray("<message><body>") << QByteArray(16'000, 'x');
-    QTest::newRow("attribute") << QByteArray("<message a='") << QByteArray(16'000, 'x');
-    QTest::newRow("cdata") << QByteArray("<message><![CDATA[") << QByteArray(16'000, 'x');
-    QTest::newRow("elements") << QByteArray("<message>") << QByteArray("<body>xxxxxxx</body>").repeated(800);
-}
-
-void StreamParserTest::anEndlessStanzaIsRefusedWhileItArrives()
-{
-    QFETCH(QByteArray, beginning);
-    QFETCH(QByteArray, filling);
-    StreamParser parser;
-    Seen seen;
-    parser.feed(head + "<presence/>" + beginning);
-    drain(parser, seen);
-    qsizetype fed = 0;
-    for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size()) {
-        parser.feed(filling);
-        drain(parser, seen);
-    }
-    QCOMPARE(seen.condition, QByteArray("policy-violation"));
-    QCOMPARE(seen.elements, QStringList{"<presence/>"});
-    QVERIFY(fed < 5 * 1024 * 1024);
-}
-
-void StreamParserTest::aLargeRosterIsNoBreach()
-{
-    QByteArray items;
-    for (int i = 0; i < 10'000; ++i)
-        items += "<item jid='contact" + QByteArray::number(i) +
-                 "@montague.example' name='Somebody of Verona' subscription='both'><group>Group " +
-                 QByteArray::number(i % 50) + "</group></item>";
-    const QByteArray roster = "<iq type='result'><query xmlns='jabber:iq:roster'>" + items + "</query></iq>";
-    StreamParser parser;
-    Seen seen;
-    for (const auto& piece : inPieces(head + roster + roster, 16'384)) {
-        parser.feed(piece);
-        drain(parser, seen);
-    }
-    QCOMPARE(seen.elements.size(), 2);
-    QCOMPARE(seen.elements.last().count(QStringLiteral("<group>")), 10'000);
-}
-
-void StreamParserTest::aRestartForgetsEverything()
-{
-    StreamParser parser;
-    Seen seen;
-    parser.feed(head + "<success xmlns='urn:sasl'/><mess");
-    drain(parser, seen);
-    parser.reset();
-    parser.feed(QByteArray(head).replace("id='7'", "id='8'").replace("version='1.0'>", "version='0.9'>"));
-    QCOMPARE(parser.next(), Event::Opened);
-    QCOMPARE(parser.header().id, QStringLiteral("8"));
-    QCOMPARE(parser.header().from, QStringLiteral("a.example"));
-    QVERIFY(!parser.header().hasFeatures);
-    QCOMPARE(parser.next(), Event::None);
-}
 
 BRELO_TEST(StreamParserTest)
 #include "StreamParserTest.moc"

@@ -1,26 +1,10 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QFileInfo>
 #include <QTest>
-
-// Conversation logs: their place, their failures, their reader.
-class ConversationLogTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void logLiesInItsFolder_data();
-    void logLiesInItsFolder();
-    void namesNeverShareAFile();
-    void filesAreTheOwnersAlone();
-    void accountsHaveLogsOfTheirOwn();
-    void fullDiskIsToldOnce();
-    void erasedLogIsEmpty();
-    void readerShowsTheLog();
-    void readerSavesRichText();
-};
 
 namespace
 {
@@ -32,169 +16,173 @@ QWidget* reader(const MessagingFixture& f)
 
 } // namespace
 
-void ConversationLogTest::logLiesInItsFolder_data()
+// Conversation logs: their place, their failures, their reader.
+class ConversationLogTest : public QObject
 {
-    QTest::addColumn<QString>("peer");
-    QTest::addColumn<QString>("file");
-    const auto row = [](const char* name, const QString& peer, const QString& file) {
-        QTest::newRow(name) << peer << file;
-    };
-    row("ordinary", juliet, "juliet@capulet.example.log");
-    row("resource", "juliet@capulet.example/balcony", "juliet@capulet.example.log");
-    row("gateway", "jule%mail.example@msn.example", "jule%mail.example@msn.example.log");
-    row("escape of ours", "a%2fb@x", "a%252fb@x.log");
-    row("dots", "..", "...log");
-    row("up and away", "../../../etc/passwd", "...log");
-    row("back slashes", "..\\..\\x", "..\\..\\x.log");
-    row("NUL", QString("a") + QChar(0) + "b", "a%00b.log");
-    row("line break", "a\r\nb", "a%0d%0ab.log");
-    row("empty", "", ".log");
-    row("script", "\xE6\x9C\xB1\xE9\xBA\x97@x", "\xE6\x9C\xB1\xE9\xBA\x97@x.log");
-}
+    Q_OBJECT
 
-void ConversationLogTest::logLiesInItsFolder()
-{
-    QFETCH(QString, peer);
-    QFETCH(QString, file);
-    MessagingFixture f;
-    QCOMPARE(f.hub->log().WriteLogLine(QStringLiteral("b"), peer, {}, false), QString());
-    const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");
-    QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(file));
-    QCOMPARE(f.logOf(peer), peer + QStringLiteral(" (07:08:09): b\r\n"));
-}
-
-void ConversationLogTest::namesNeverShareAFile()
-{
-    MessagingFixture f;
-    f.engine.gateway().server = QStringLiteral("..");
-    f.engine.gateway().userName = QStringLiteral("../x");
-    QSet<QString> files;
-    const QStringList peers{QString(300, u'a') + u'1',
-                            QString(300, u'a') + u'2',
-                            QString(250, QChar(0x6731)),
-                            QStringLiteral("%~"),
-                            QString(),
-                            QStringLiteral("a%41"),
-                            QStringLiteral("aA")};
-    for (const auto& peer : peers) {
-        QCOMPARE(f.hub->log().WriteLogLine(peer, peer, {}, false), QString());
-        const QString path = QFileInfo(f.hub->log().path(peer)).canonicalFilePath();
-        QVERIFY2(path.startsWith(QFileInfo(paths::logFolder()).canonicalFilePath() + u'/'), qPrintable(path));
-        files += path;
+private slots:
+    void logLiesInItsFolder_data()
+    {
+        columns<QString, QString>("peer", "file");
+        row("ordinary", juliet, "juliet@capulet.example.log");
+        row("resource", "juliet@capulet.example/balcony", "juliet@capulet.example.log");
+        row("gateway", "jule%mail.example@msn.example", "jule%mail.example@msn.example.log");
+        row("escape of ours", "a%2fb@x", "a%252fb@x.log");
+        row("dots", "..", "...log");
+        row("up and away", "../../../etc/passwd", "...log");
+        row("back slashes", "..\\..\\x", "..\\..\\x.log");
+        row("NUL", QString("a") + QChar(0) + "b", "a%00b.log");
+        row("line break", "a\r\nb", "a%0d%0ab.log");
+        row("empty", "", ".log");
+        row("script", "\xE6\x9C\xB1\xE9\xBA\x97@x", "\xE6\x9C\xB1\xE9\xBA\x97@x.log");
     }
-    QCOMPARE(files.size(), peers.size());
-}
 
-void ConversationLogTest::filesAreTheOwnersAlone()
-{
-    MessagingFixture f;
-    f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
-    constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-    const QFileInfo file(f.hub->log().path(juliet));
-    QVERIFY(file.exists());
-    QVERIFY(!(file.permissions() & others));
-    QVERIFY(!(QFileInfo(file.path()).permissions() & others));
-}
+    void logLiesInItsFolder()
+    {
+        QFETCH(QString, peer);
+        QFETCH(QString, file);
+        MessagingFixture f;
+        QCOMPARE(f.hub->log().WriteLogLine(QStringLiteral("b"), peer, {}, false), QString());
+        const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");
+        QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(file));
+        QCOMPARE(f.logOf(peer), peer + QStringLiteral(" (07:08:09): b\r\n"));
+    }
 
-void ConversationLogTest::accountsHaveLogsOfTheirOwn()
-{
-    MessagingFixture f;
-    f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for romeo</body>"));
-    f.engine.gateway().userName = QStringLiteral("tybalt");
-    QCOMPARE(f.logOf(juliet), QString());
-    f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for tybalt</body>"));
-    QVERIFY(!f.logOf(juliet).contains(QStringLiteral("romeo")));
-}
+    void namesNeverShareAFile()
+    {
+        MessagingFixture f;
+        f.engine.gateway().server = QStringLiteral("..");
+        f.engine.gateway().userName = QStringLiteral("../x");
+        QSet<QString> files;
+        const QStringList peers{QString(300, u'a') + u'1',
+                                QString(300, u'a') + u'2',
+                                QString(250, QChar(0x6731)),
+                                QStringLiteral("%~"),
+                                QString(),
+                                QStringLiteral("a%41"),
+                                QStringLiteral("aA")};
+        for (const auto& peer : peers) {
+            QCOMPARE(f.hub->log().WriteLogLine(peer, peer, {}, false), QString());
+            const QString path = QFileInfo(f.hub->log().path(peer)).canonicalFilePath();
+            QVERIFY2(path.startsWith(QFileInfo(paths::logFolder()).canonicalFilePath() + u'/'),
+                     qPrintable(path));
+            files += path;
+        }
+        QCOMPARE(files.size(), peers.size());
+    }
 
-void ConversationLogTest::fullDiskIsToldOnce()
-{
-    MessagingFixture f;
-    const auto* window = f.open(juliet);
-    const QString path = f.hub->log().path(juliet);
-    const auto say = [&](const QString& text) {
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(text));
-    };
-    QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
-    QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
-    say(QStringLiteral("one"));
-    say(QStringLiteral("two"));
-    QCOMPARE(f.world.boxes.shown.size(), 1);
-    QVERIFY(f.world.boxes.shown[0].text.contains(path));
-    QVERIFY(f.transcript(*window).contains(QStringLiteral(": one\n")) &&
-            f.transcript(*window).contains(QStringLiteral(": two\n")));
+    void filesAreTheOwnersAlone()
+    {
+        MessagingFixture f;
+        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
+        constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        const QFileInfo file(f.hub->log().path(juliet));
+        QVERIFY(file.exists());
+        QVERIFY(!(file.permissions() & others));
+        QVERIFY(!(QFileInfo(file.path()).permissions() & others));
+    }
 
-    QVERIFY(QFile::remove(path));
-    say(QStringLiteral("three"));
-    QVERIFY(f.logOf(juliet).contains(QStringLiteral("three")));
-    QCOMPARE(f.world.boxes.shown.size(), 1);
-    // It has worked since, so that the next failure is news.
-    QVERIFY(QFile::remove(path));
-    QVERIFY(QDir().mkdir(path));
-    say(QStringLiteral("four"));
-    QCOMPARE(f.world.boxes.shown.size(), 2);
-}
+    void accountsHaveLogsOfTheirOwn()
+    {
+        MessagingFixture f;
+        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for romeo</body>"));
+        f.engine.gateway().userName = QStringLiteral("tybalt");
+        QCOMPARE(f.logOf(juliet), QString());
+        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for tybalt</body>"));
+        QVERIFY(!f.logOf(juliet).contains(QStringLiteral("romeo")));
+    }
 
-void ConversationLogTest::erasedLogIsEmpty()
-{
-    MessagingFixture f;
-    auto* window = f.open(juliet);
-    f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
-    f.control<QAction>(*window, "mnustrDelHistory").trigger();
-    QCOMPARE(f.logOf(juliet), QStringLiteral("\r\n"));
-    QVERIFY(f.world.boxes.shown.isEmpty());
-    f.control<QAction>(*window, "mnustroldconv").trigger();
-    QVERIFY(reader(f)->isVisible());
-    QCOMPARE(f.transcript(*reader(f)).trimmed(), QString());
-    // Where there is no folder yet, none is made, and every try is answered.
-    f.engine.gateway().userName = QStringLiteral("tybalt");
-    f.control<QAction>(*window, "mnustrDelHistory").trigger();
-    f.control<QAction>(*window, "mnustrDelHistory").trigger();
-    QCOMPARE(f.world.boxes.shown.size(), 2);
-    QVERIFY(!QFileInfo::exists(paths::logFolder() + QStringLiteral("/montague.example/tybalt")));
-}
+    void fullDiskIsToldOnce()
+    {
+        MessagingFixture f;
+        const auto* window = f.open(juliet);
+        const QString path = f.hub->log().path(juliet);
+        const auto say = [&](const QString& text) {
+            f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(text));
+        };
+        QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
+        QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
+        say(QStringLiteral("one"));
+        say(QStringLiteral("two"));
+        QCOMPARE(f.world.boxes.shown.size(), 1);
+        QVERIFY(f.world.boxes.shown[0].text.contains(path));
+        QVERIFY(f.transcript(*window).contains(QStringLiteral(": one\n")) &&
+                f.transcript(*window).contains(QStringLiteral(": two\n")));
 
-void ConversationLogTest::readerShowsTheLog()
-{
-    MessagingFixture f;
-    f.hub->ShowMessageLog(juliet);
-    QCOMPARE(f.transcript(*reader(f)), QStringLiteral("< no previous message >"));
-    reader(f)->close();
+        QVERIFY(QFile::remove(path));
+        say(QStringLiteral("three"));
+        QVERIFY(f.logOf(juliet).contains(QStringLiteral("three")));
+        QCOMPARE(f.world.boxes.shown.size(), 1);
+        // It has worked since, so that the next failure is news.
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QDir().mkdir(path));
+        say(QStringLiteral("four"));
+        QCOMPARE(f.world.boxes.shown.size(), 2);
+    }
 
-    f.hub->log().WriteLogHeader(juliet);
-    f.hub->log().WriteLogLine(QStringLiteral("one\ntwo http://x.example"), juliet, {}, false);
-    f.hub->ShowMessageLog(juliet + QStringLiteral("/balcony"));
-    const auto* window = reader(f);
-    QCOMPARE(window->windowTitle(), juliet + QStringLiteral(" -- Message Log"));
-    QCOMPARE(f.transcript(*window),
-             QStringLiteral("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
-                            "%1 (07:08:09): one\ntwo http://x.example\n")
-                 .arg(juliet));
-    // Kept: not even a header is bold.
-    QCOMPARE(f.formatOf(*window, QStringLiteral("*** New")).fontWeight(), int(QFont::Normal));
-    QVERIFY(f.formatOf(*window, QStringLiteral("x.example")).isAnchor());
-}
+    void erasedLogIsEmpty()
+    {
+        MessagingFixture f;
+        auto* window = f.open(juliet);
+        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
+        f.control<QAction>(*window, "mnustrDelHistory").trigger();
+        QCOMPARE(f.logOf(juliet), QStringLiteral("\r\n"));
+        QVERIFY(f.world.boxes.shown.isEmpty());
+        f.control<QAction>(*window, "mnustroldconv").trigger();
+        QVERIFY(reader(f)->isVisible());
+        QCOMPARE(f.transcript(*reader(f)).trimmed(), QString());
+        // Where there is no folder yet, none is made, and every try is answered.
+        f.engine.gateway().userName = QStringLiteral("tybalt");
+        f.control<QAction>(*window, "mnustrDelHistory").trigger();
+        f.control<QAction>(*window, "mnustrDelHistory").trigger();
+        QCOMPARE(f.world.boxes.shown.size(), 2);
+        QVERIFY(!QFileInfo::exists(paths::logFolder() + QStringLiteral("/montague.example/tybalt")));
+    }
 
-void ConversationLogTest::readerSavesRichText()
-{
-    MessagingFixture f;
-    f.hub->log().WriteLogLine(QString::fromUtf8("{a\\b} \xC3\xA9"), juliet, {}, false);
-    f.hub->ShowMessageLog(juliet);
-    auto& save = f.control<QAction>(*reader(f), "mnuEditSave");
-    save.trigger();
-    const QString file = f.profile.path() + QStringLiteral("/log.rtf");
-    f.world.boxes.inputs = {file, f.profile.path() + QStringLiteral("/missing/log.rtf")};
-    save.trigger();
-    QFile saved(file);
-    QVERIFY(saved.open(QIODevice::ReadOnly));
-    const QByteArray text = saved.readAll();
-    QVERIFY2(text.startsWith("{\\rtf1") && text.contains("\\{a\\\\b\\} \\u233?\\par") &&
-                 text.endsWith("}\r\n"),
-             text.constData());
-    const auto before = f.world.boxes.shown.size();
-    save.trigger();
-    QCOMPARE(f.world.boxes.shown.size(), before + 2);
-    QCOMPARE(f.world.boxes.shown.last().icon, MessageBoxes::Icon::Exclamation);
-}
+    void readerShowsTheLog()
+    {
+        MessagingFixture f;
+        f.hub->ShowMessageLog(juliet);
+        QCOMPARE(f.transcript(*reader(f)), QStringLiteral("< no previous message >"));
+        reader(f)->close();
+
+        f.hub->log().WriteLogHeader(juliet);
+        f.hub->log().WriteLogLine(QStringLiteral("one\ntwo http://x.example"), juliet, {}, false);
+        f.hub->ShowMessageLog(juliet + QStringLiteral("/balcony"));
+        const auto* window = reader(f);
+        QCOMPARE(window->windowTitle(), juliet + QStringLiteral(" -- Message Log"));
+        QCOMPARE(f.transcript(*window),
+                 QStringLiteral("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
+                                "%1 (07:08:09): one\ntwo http://x.example\n")
+                     .arg(juliet));
+        // Kept: not even a header is bold.
+        QCOMPARE(f.formatOf(*window, QStringLiteral("*** New")).fontWeight(), int(QFont::Normal));
+        QVERIFY(f.formatOf(*window, QStringLiteral("x.example")).isAnchor());
+    }
+
+    void readerSavesRichText()
+    {
+        MessagingFixture f;
+        f.hub->log().WriteLogLine(QString::fromUtf8("{a\\b} \xC3\xA9"), juliet, {}, false);
+        f.hub->ShowMessageLog(juliet);
+        auto& save = f.control<QAction>(*reader(f), "mnuEditSave");
+        save.trigger();
+        const QString file = f.profile.path() + QStringLiteral("/log.rtf");
+        f.world.boxes.inputs = {file, f.profile.path() + QStringLiteral("/missing/log.rtf")};
+        save.trigger();
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        const QByteArray text = saved.readAll();
+        QVERIFY2(text.startsWith("{\\rtf1") && text.contains("\\{a\\\\b\\} \\u233?\\par") &&
+                     text.endsWith("}\r\n"),
+                 text.constData());
+        const auto before = f.world.boxes.shown.size();
+        save.trigger();
+        QCOMPARE(f.world.boxes.shown.size(), before + 2);
+        QCOMPARE(f.world.boxes.shown.last().icon, MessageBoxes::Icon::Exclamation);
+    }
+};
 
 BRELO_TEST(ConversationLogTest)
 #include "ConversationLogTest.moc"

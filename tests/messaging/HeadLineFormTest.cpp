@@ -1,4 +1,5 @@
 #include "messaging/MessagingFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QPushButton>
@@ -11,104 +12,84 @@ class HeadLineFormTest : public QObject
     Q_OBJECT
 
 private slots:
-    void messagesBecomeLines_data();
-    void messagesBecomeLines();
-    void noticeHasItsColours();
-    void errorPresenceOpensTheWindow();
-    void presenceWithoutSenderEndsTheSession();
-    void placeAndTranscriptSurviveAClose();
+    void messagesBecomeLines_data()
+    {
+        columns<QString, QString>("xml", "lines");
+        row("headline",
+            "<message from='news.x/a' type='headline'><subject>S</subject><body>B &amp; C</body></message>",
+            " <07:08>  news.x/a: S - B & C\n");
+        row("no subject", "<message from='x'><body>B</body></message>", " <07:08>  x:  - B\n");
+        row("error",
+            "<message from='x' type='error'><body>B</body><error code='404'>Not "
+            "<i>found</i></error></message>",
+            " <07:08>  x: error - Not found\n");
+        row("two errors", "<message from='x' type='error'><error>one</error><error>two</error></message>",
+            " <07:08>  x: error - one\n <07:08>  x: error - two\n");
+        row("error without element", "<message from='x' type='error'><body>B</body></message>", "");
+    }
+
+    void messagesBecomeLines()
+    {
+        QFETCH(QString, xml);
+        QFETCH(QString, lines);
+        MessagingFixture f;
+        auto context = f.engine.contextFor(xml);
+        f.notices().Myapplicationplugin()->OnMessage(context);
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), lines);
+        QTest::mouseClick(&f.control<QWidget>(f.notices(), "Command1"), Qt::LeftButton);
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), QString());
+    }
+
+    void noticeHasItsColours()
+    {
+        MessagingFixture f;
+        auto& window = f.notices();
+        window.WriteMessage(QStringLiteral("sender"), QStringLiteral("body"), QStringLiteral("subject"));
+        const auto* document = f.control<QPlainTextEdit>(window, "txtMsg").document();
+        const auto format = [&](const char* text) {
+            return document->find(QString::fromLatin1(text)).charFormat();
+        };
+        QCOMPARE(format("sender").foreground().color(), QColor(85, 126, 186));
+        QCOMPARE(format("subject").foreground().color(), QColor(Qt::black));
+        QCOMPARE(format("subject").fontWeight(), int(QFont::Normal));
+        QCOMPARE(format("body").fontWeight(), int(QFont::Bold));
+    }
+
+    void errorPresenceOpensTheWindow()
+    {
+        MessagingFixture f;
+        auto context = f.engine.contextFor(
+            QStringLiteral("<presence from='r@x' type='error'><error>gone</error></presence>"));
+        QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
+        f.notices().OnPresence(context);
+        QVERIFY(f.notices().isVisible());
+        QCOMPARE(f.notices().pos(), QPoint(0, 0));
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  r@x: error - gone\n"));
+        QCOMPARE(lost.size(), 0);
+    }
+
+    void placeAndTranscriptSurviveAClose()
+    {
+        MessagingFixture f;
+        auto& window = f.notices();
+        window.WriteMessage(QStringLiteral("a"), QStringLiteral("b"), {});
+        window.showAtPlace();
+        window.move(20, 30);
+        window.showAtPlace();
+        QCOMPARE(window.pos(), QPoint(20, 30));
+        QTest::mouseClick(&f.control<QWidget>(window, "cmdClose"), Qt::LeftButton);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(window.Tag, QStringLiteral("300|450"));
+        window.move(1, 1);
+        window.showAtPlace();
+        QCOMPARE(window.pos(), QPoint(20, 30));
+        QVERIFY(f.transcript(window, "txtMsg").endsWith(QStringLiteral(" - b\n")));
+
+        f.client.SessionClosing = true;
+        QVERIFY(window.requestUnload(CloseMode::Code));
+        QVERIFY(!f.registry.find(QStringLiteral("HeadLineForm")));
+    }
 };
-
-void HeadLineFormTest::messagesBecomeLines_data()
-{
-    QTest::addColumn<QString>("xml");
-    QTest::addColumn<QString>("lines");
-    QTest::newRow("headline")
-        << "<message from='news.x/a' type='headline'><subject>S</subject><body>B &amp; C</body></message>"
-        << " <07:08>  news.x/a: S - B & C\n";
-    QTest::newRow("no subject") << "<message from='x'><body>B</body></message>"
-                                << " <07:08>  x:  - B\n";
-    QTest::newRow("error")
-        << "<message from='x' type='error'><body>B</body><error code='404'>Not <i>found</i></error></message>"
-        << " <07:08>  x: error - Not found\n";
-    QTest::newRow("two errors")
-        << "<message from='x' type='error'><error>one</error><error>two</error></message>"
-        << " <07:08>  x: error - one\n <07:08>  x: error - two\n";
-    QTest::newRow("error without element") << "<message from='x' type='error'><body>B</body></message>"
-                                           << "";
-}
-
-void HeadLineFormTest::messagesBecomeLines()
-{
-    QFETCH(QString, xml);
-    QFETCH(QString, lines);
-    MessagingFixture f;
-    auto context = f.engine.contextFor(xml);
-    f.notices().Myapplicationplugin()->OnMessage(context);
-    QCOMPARE(f.transcript(f.notices(), "txtMsg"), lines);
-    QTest::mouseClick(&f.control<QWidget>(f.notices(), "Command1"), Qt::LeftButton);
-    QCOMPARE(f.transcript(f.notices(), "txtMsg"), QString());
-}
-
-void HeadLineFormTest::noticeHasItsColours()
-{
-    MessagingFixture f;
-    auto& window = f.notices();
-    window.WriteMessage(QStringLiteral("sender"), QStringLiteral("body"), QStringLiteral("subject"));
-    const auto* document = f.control<QPlainTextEdit>(window, "txtMsg").document();
-    const auto format = [&](const char* text) {
-        return document->find(QString::fromLatin1(text)).charFormat();
-    };
-    QCOMPARE(format("sender").foreground().color(), QColor(85, 126, 186));
-    QCOMPARE(format("subject").foreground().color(), QColor(Qt::black));
-    QCOMPARE(format("subject").fontWeight(), int(QFont::Normal));
-    QCOMPARE(format("body").fontWeight(), int(QFont::Bold));
-}
-
-void HeadLineFormTest::errorPresenceOpensTheWindow()
-{
-    MessagingFixture f;
-    auto context = f.engine.contextFor(
-        QStringLiteral("<presence from='r@x' type='error'><error>gone</error></presence>"));
-    QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
-    f.notices().OnPresence(context);
-    QVERIFY(f.notices().isVisible());
-    QCOMPARE(f.notices().pos(), QPoint(0, 0));
-    QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  r@x: error - gone\n"));
-    QCOMPARE(lost.size(), 0);
-}
-
-void HeadLineFormTest::presenceWithoutSenderEndsTheSession()
-{
-    MessagingFixture f;
-    auto context = f.engine.contextFor(QStringLiteral("<presence type='close'/>"));
-    QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
-    f.notices().OnPresence(context);
-    QCOMPARE(lost.size(), 1);
-    QVERIFY(!f.notices().isVisible());
-}
-
-void HeadLineFormTest::placeAndTranscriptSurviveAClose()
-{
-    MessagingFixture f;
-    auto& window = f.notices();
-    window.WriteMessage(QStringLiteral("a"), QStringLiteral("b"), {});
-    window.showAtPlace();
-    window.move(20, 30);
-    window.showAtPlace();
-    QCOMPARE(window.pos(), QPoint(20, 30));
-    QTest::mouseClick(&f.control<QWidget>(window, "cmdClose"), Qt::LeftButton);
-    QVERIFY(!window.isVisible());
-    QCOMPARE(window.Tag, QStringLiteral("300|450"));
-    window.move(1, 1);
-    window.showAtPlace();
-    QCOMPARE(window.pos(), QPoint(20, 30));
-    QVERIFY(f.transcript(window, "txtMsg").endsWith(QStringLiteral(" - b\n")));
-
-    f.client.SessionClosing = true;
-    QVERIFY(window.requestUnload(CloseMode::Code));
-    QVERIFY(!f.registry.find(QStringLiteral("HeadLineForm")));
-}
 
 BRELO_TEST(HeadLineFormTest)
 #include "HeadLineFormTest.moc"

@@ -1,5 +1,6 @@
 #include "messaging/InboundRules.h"
 #include "messaging/MessagingFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QSignalSpy>
@@ -30,324 +31,304 @@ class InboundTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aMessageTakesItsRoad_data();
-    void aMessageTakesItsRoad();
-    void noticesOfTheServerGoToTheirWindow_data();
-    void noticesOfTheServerGoToTheirWindow();
-    void balloonsAreShortened_data();
-    void balloonsAreShortened();
-    void windowDescribesItsPeer();
-    void strangersCanBeAdded();
-    void unregisteredWindowsOpenAnew();
-    void messageTakesNoScreenFromTheWindowInUse();
-    void occupantsHaveAWindowEach();
-    void roomDropsStrangersWhenTold();
-    void invitationNamesRoomAndServers();
-    void hostileTextsAreShownAsTheyCame_data();
-    void hostileTextsAreShownAsTheyCame();
-    void messageWithoutSenderBreaksNothing();
+    void aMessageTakesItsRoad_data()
+    {
+        columns<QString, QString, QString, bool, int, QString>("from", "type", "inner", "hasWindow",
+                                                               "settings", "outcome");
+
+        const QString body = QStringLiteral("<body>hello</body>");
+        const QString full = juliet + QStringLiteral("/balcony");
+        const QString everything = QStringLiteral("window line log sound balloon");
+        const QString silent = QStringLiteral("window line log balloon");
+        const auto row = [](const char* name, const QString& from, const char* type, const QString& inner,
+                            bool has, int settings, const QString& outcome) {
+            QTest::newRow(name) << from << QString::fromLatin1(type) << inner << has << settings << outcome;
+        };
+        row("chat opens a window", full, "chat", body, false, Default, everything);
+        row("chat into a window", full, "chat", body, true, Default, everything);
+        row("chat without balloon", full, "chat", body, false, NoBalloon, "window line log sound");
+        row("chat without sound", full, "chat", body, false, Silent, silent);
+        row("chat, typing, no window", full, "chat", typing, false, Default, "");
+        row("chat, typing, window", full, "chat", typing, true, Default, "window typing");
+        row("chat, event and body, no window", full, "chat", body + typing, false, Default, everything);
+        row("chat, event and body, window", full, "chat", body + typing, true, Default, everything);
+        row("normal opens a window", full, "normal", body, false, Default, everything);
+        row("normal, event and body, no window", full, "normal", body + typing, false, Default, "");
+        row("normal, event and body, window", full, "normal", body + typing, true, Default, "window typing");
+        row("plain opens a window", full, "", body, false, Default, silent);
+        row("plain, event and body, no window", full, "", body + typing, false, Default, "");
+        row("plain, event and body, window", full, "", body + typing, true, Default, "window typing");
+        row("unknown type", full, "Normal", body, true, Default, "window nameless");
+        row("unknown type, no window", full, "Chat", body, false, Default, "nameless");
+        row("contact passes the locks", full, "chat", body, false, NoUnAuth | NoStrangers, everything);
+        row("stranger", stranger, "chat", body, false, Default, everything);
+        row("stranger locked out", stranger, "chat", body, false, NoUnAuth, "");
+        row("stranger locked out gets no reply", stranger, "chat", body, false, NoUnAuth | Reply, "");
+        row("stranger in an open window", stranger, "chat", body, true, NoUnAuth, everything);
+        row("stranger not kept", stranger, "chat", body, false, NoStrangers, "log sound balloon");
+        row("delayed message", full, "chat", body + "<x xmlns=\"jabber:x:delay\"/>", false, Default,
+            everything);
+    }
+
+    void aMessageTakesItsRoad()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, type);
+        QFETCH(QString, inner);
+        QFETCH(bool, hasWindow);
+        QFETCH(int, settings);
+        QFETCH(QString, outcome);
+
+        MessagingFixture f;
+        const QString bare = from.section(u'/', 0, 0);
+        if (hasWindow)
+            QVERIFY(f.open(bare));
+        apply(f.client.settings, settings);
+        f.message(from, type, inner);
+
+        const auto* window = f.window(bare);
+        QStringList happened;
+        if (window)
+            happened += QStringLiteral("window");
+        if (window && f.transcript(*window) == QStringLiteral(" <07:08>  %1: hello\n").arg(from))
+            happened += QStringLiteral("line");
+        if (f.logOf(bare).endsWith(QStringLiteral("%1 (07:08:09): hello\r\n").arg(bare)))
+            happened += QStringLiteral("log");
+        if (f.logOf({}).contains(QStringLiteral(" (07:08:09): hello\r\n")))
+            happened += QStringLiteral("nameless");
+        if (f.world.sounds.played == QStringList(f.client.settings.SoundOnNewMessageFile))
+            happened += QStringLiteral("sound");
+        if (f.world.tray.balloons == QStringList(inbound::balloonTitle(from) + QStringLiteral("|hello")))
+            happened += QStringLiteral("balloon");
+        if (window && f.panel(*window) == from + QStringLiteral(" is typing a message ..."))
+            happened += QStringLiteral("typing");
+        QCOMPARE(happened.join(u' '), outcome);
+        if (window)
+            QCOMPARE(f.control<QStatusBar>(*window, "StatusBar1").accessibleDescription(), f.panel(*window));
+        if (window && happened.contains(QStringLiteral("line")))
+            QCOMPARE(f.panel(*window),
+                     QStringLiteral("Latest Message Received: Thursday, 6 May 2004 07:08:09"));
+        QCOMPARE(f.engine.takeSent(), QStringList());
+    }
+
+    void noticesOfTheServerGoToTheirWindow_data()
+    {
+        columns<QString, QString, QString, bool>("server", "from", "type", "notice");
+        row("server", "montague.example", "Montague.example", "", true);
+        row("server, chat", "montague.example", "montague.example", "chat", false);
+        row("service", "montague.example", "icq.montague.example/x", "", true);
+        row("sister from elsewhere", "montague.example", "im.breloim.example", "", false);
+        row("sister", "jabber.breloim.example", "IM.breloim.example", "", true);
+        row("default from the sister", "im.breloim.example", "jabber.breloim.example", "", true);
+        row("person", "montague.example", "nurse@montague.example", "", false);
+    }
+
+    void noticesOfTheServerGoToTheirWindow()
+    {
+        QFETCH(QString, server);
+        QFETCH(QString, from);
+        QFETCH(QString, type);
+        QFETCH(bool, notice);
+        MessagingFixture f;
+        f.engine.gateway().server = server;
+        f.client.settings.SoundOnNewMessage = true;
+        f.client.MyAgents.AddItem(QStringLiteral("icq.montague.example"), QStringLiteral("ICQ"), true, true);
+        f.message(from, type, QStringLiteral("<subject>s</subject><body>b</body>"));
+        QCOMPARE(f.notices().isVisible(), notice);
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"),
+                 notice ? QStringLiteral(" <07:08>  %1: s - b\n").arg(from) : QString());
+        QCOMPARE(f.window(from.section(u'/', 0, 0)) == nullptr, notice);
+        QCOMPARE(f.world.sounds.played.isEmpty(), type.isEmpty());
+    }
+
+    void balloonsAreShortened_data()
+    {
+        columns<QString, QString, bool>("given", "shown", "isTitle");
+        const QString prefix = QStringLiteral("Message from ");
+        const auto title = [&](const char* name, int length, const QString& shown) {
+            row(name, QString(length - prefix.size(), u'a'), shown, true);
+        };
+        title("title of 43", 43, prefix + QString(30, u'a'));
+        title("title of 44", 44, prefix + QString(27, u'a') + QStringLiteral(" ..."));
+        row("body of 200", QString(200, u'b'), QString(200, u'b'), false);
+        row("body of 201", QString(201, u'b'), QString(200, u'b') + QStringLiteral("..."), false);
+        const QString smile = QString::fromUtf8("\xF0\x9F\x98\x80");
+        row("emoji at the cut", QString(199, u'b') + smile + u'c', QString(199, u'b') + QStringLiteral("..."),
+            false);
+    }
+
+    void balloonsAreShortened()
+    {
+        QFETCH(QString, given);
+        QFETCH(QString, shown);
+        QFETCH(bool, isTitle);
+        QCOMPARE(isTitle ? inbound::balloonTitle(given) : inbound::balloonText(given), shown);
+    }
+
+    void windowDescribesItsPeer()
+    {
+        MessagingFixture f;
+        f.message(juliet + QStringLiteral("/garden"), QStringLiteral("chat"),
+                  QStringLiteral("<body>hi</body>"));
+        const auto* window = f.window(juliet);
+        QVERIFY(window);
+        const auto text = [&](const char* name) { return f.control<QLineEdit>(*window, name).text(); };
+        QCOMPARE(window->windowTitle(), QStringLiteral("Jule - ") + juliet);
+        QCOMPARE(text("txtTO"), juliet);
+        QCOMPARE(text("txtNick"), QStringLiteral("Jule"));
+        QCOMPARE(text("txtTOS"), QStringLiteral("away"));
+        QCOMPARE(text("txtTOR"), QStringLiteral("garden"));
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Away"));
+        QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
+        // The peer's colour, and the fixed ones of stamp and body.
+        QCOMPARE(f.formatOf(*window, juliet).foreground().color(), QColor(255, 50, 50));
+        QCOMPARE(f.formatOf(*window, QStringLiteral("07:08")).background().color(), QColor(62, 128, 194));
+        QCOMPARE(f.formatOf(*window, QStringLiteral("hi")).fontWeight(), int(QFont::Bold));
+    }
+
+    void strangersCanBeAdded()
+    {
+        MessagingFixture f;
+        f.message(stranger + QStringLiteral("/tomb"), QStringLiteral("chat"),
+                  QStringLiteral("<body>hi</body>"));
+        const auto* window = f.window(stranger);
+        QVERIFY(window);
+        QCOMPARE(window->windowTitle(), stranger + QStringLiteral("/tomb - ") + stranger);
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(),
+                 QStringLiteral("Pendingauth"));
+        QVERIFY(f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
+        QVERIFY(f.control<QAction>(*window, "Toolbar1Add").isEnabled());
+    }
+
+    void unregisteredWindowsOpenAnew()
+    {
+        MessagingFixture f;
+        f.client.settings.AcceptMessageFromAll = false;
+        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>one</body>"));
+        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>two</body>"));
+        const auto forms = f.registry.loaded();
+        QCOMPARE(forms.size(), 2);
+        QCOMPARE(f.transcript(*forms.at(1)), QStringLiteral(" <07:08>  %1: two\n").arg(stranger));
+        // There is nobody to tell of typing.
+        QTest::keyClicks(&f.control<QWidget>(*forms.at(0), "txtMsg"), QStringLiteral("hm"));
+        QCOMPARE(f.engine.takeSent(), QStringList());
+        forms.at(0)->close();
+        QCOMPARE(f.registry.loaded().size(), 1);
+    }
+
+    void messageTakesNoScreenFromTheWindowInUse()
+    {
+        MessagingFixture f;
+        const QString hi = QStringLiteral("<body>hi</body>");
+        f.message(juliet, QStringLiteral("chat"), hi);
+        QVERIFY(f.window(juliet)->isMinimized());
+        // Opening it by hand brings it to the front.
+        f.open(juliet);
+        QVERIFY(!f.window(juliet)->isMinimized());
+
+        f.client.settings.CurrentWindowOnTop = false;
+        f.message(stranger, QStringLiteral("chat"), hi);
+        QVERIFY(f.window(stranger)->isVisible() && !f.window(stranger)->isMinimized());
+    }
+
+    void occupantsHaveAWindowEach()
+    {
+        MessagingFixture f;
+        f.client.settings.BalloonEnable = false;
+        f.client.settings.SoundOnNewMessage = true;
+        Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
+        room.Tag = QStringLiteral("verse@rooms.example");
+        const QString will = room.Tag + QStringLiteral("/will");
+        f.message(will, QStringLiteral("chat"), QStringLiteral("<body>pst</body>"));
+        f.message(room.Tag + QStringLiteral("/kit"), QString(), QStringLiteral("<body>hey</body>") + typing);
+
+        const auto* window = f.window(room.Tag, QStringLiteral("ChatWndwill"));
+        QVERIFY(window);
+        QCOMPARE(window->windowTitle(), will);
+        QCOMPARE(window->peerJid(), will);
+        QCOMPARE(f.transcript(*window), QStringLiteral(" <07:08>  %1: pst\n").arg(will));
+        QVERIFY(!f.window(room.Tag));
+        // A balloon always, three dots always; no typing notices here; the plain road plays no sound.
+        QCOMPARE(f.world.tray.balloons.value(0), QStringLiteral("Message from %1|pst...").arg(will));
+        QVERIFY(
+            f.transcript(*f.window(room.Tag, QStringLiteral("ChatWndkit"))).contains(QStringLiteral("hey")));
+        QCOMPARE(f.world.sounds.played.size(), 1);
+        QVERIFY(f.logOf(room.Tag).contains(will + QStringLiteral(" (07:08:09): pst\r\n")));
+    }
+
+    void roomDropsStrangersWhenTold()
+    {
+        MessagingFixture f;
+        Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
+        room.Tag = QStringLiteral("verse@rooms.example");
+        f.client.settings.AcceptMessageFromAll = false;
+        f.message(room.Tag + QStringLiteral("/will"), QStringLiteral("chat"),
+                  QStringLiteral("<body>pst</body>"));
+        QCOMPARE(f.registry.loaded().size(), 1);
+        QVERIFY(f.world.tray.balloons.isEmpty());
+    }
+
+    void invitationNamesRoomAndServers()
+    {
+        MessagingFixture f;
+        QSignalSpy spy(f.hub.get(), &ChatWindow::conferenceInvited);
+        QList<RoomInvitation> got;
+        connect(f.hub.get(), &ChatWindow::conferenceInvited, this,
+                [&](const RoomInvitation& i) { got += i; });
+        f.message(juliet + QStringLiteral("/b"), QStringLiteral("normal"),
+                  QStringLiteral("<body>Come &amp; see</body><x xmlns=\"jabber:x:delay\"/>"
+                                 "<x xmlns=\"jabber:x:conference\" jid=\"one@a.example\"/>"
+                                 "<x xmlns=\"jabber:x:conference\" jid=\"two@b.example\"/>"));
+        QCOMPARE(got.size(), 1);
+        QCOMPARE(got[0].room, QStringLiteral("two"));
+        QCOMPARE(got[0].servers, QStringList({QStringLiteral("a.example"), QStringLiteral("b.example")}));
+        QCOMPARE(got[0].from + u':' + got[0].text, juliet + QStringLiteral("/b:Come & see"));
+        QVERIFY(!f.window(juliet));
+        QCOMPARE(f.logOf(juliet), QString());
+    }
+
+    void hostileTextsAreShownAsTheyCame_data()
+    {
+        columns<QString>("text");
+        row("markup", "<b>&amp;\"'</b> [*]");
+        row("right to left", QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D\xE2\x80\xAE abc"));
+        row("emoji",
+            QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7"));
+        row("object character", QString(QChar(0xFFFC)) + u'x');
+        row("long line", QString(100000, u'w'));
+        row("unbroken mebibyte", QString(1048576, u'w'));
+        row("emoji without end",
+            QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5000) + QStringLiteral("\nx"));
+        row("a mebibyte", QStringLiteral("word ").repeated(1048576 / 5));
+    }
+
+    void hostileTextsAreShownAsTheyCame()
+    {
+        QFETCH(QString, text);
+        MessagingFixture f;
+        QString escaped = text;
+        escaped.replace(u'&', QStringLiteral("&amp;")).replace(u'<', QStringLiteral("&lt;"));
+        f.client.MyRoster.record(juliet)->nick = text.left(1000);
+        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(escaped));
+        auto* window = f.window(juliet);
+        QVERIFY(window);
+        QVERIFY(f.transcript(*window).endsWith(QStringLiteral(": ") + text + u'\n'));
+        QVERIFY(f.logOf(juliet).endsWith(QStringLiteral("): ") + text + QStringLiteral("\r\n")));
+        window->showNormal();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY(window->width() < 1000);
+    }
+
+    void messageWithoutSenderBreaksNothing()
+    {
+        MessagingFixture f;
+        for (const char* type : {"", "chat", "normal", "odd"})
+            f.engine.inject(
+                QStringLiteral("<message type=\"%1\"><body>x</body></message>").arg(QLatin1String(type)));
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  :  - x\n"));
+        QVERIFY(f.logOf({}).contains(QStringLiteral(" (07:08:09): x\r\n")));
+    }
 };
-
-void InboundTest::aMessageTakesItsRoad_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("inner");
-    QTest::addColumn<bool>("hasWindow");
-    QTest::addColumn<int>("settings");
-    QTest::addColumn<QString>("outcome");
-
-    const QString body = QStringLiteral("<body>hello</body>");
-    const QString full = juliet + QStringLiteral("/balcony");
-    const QString everything = QStringLiteral("window line log sound balloon");
-    const QString silent = QStringLiteral("window line log balloon");
-    const auto row = [](const char* name, const QString& from, const char* type, const QString& inner,
-                        bool has, int settings, const QString& outcome) {
-        QTest::newRow(name) << from << QString::fromLatin1(type) << inner << has << settings << outcome;
-    };
-    row("chat opens a window", full, "chat", body, false, Default, everything);
-    row("chat into a window", full, "chat", body, true, Default, everything);
-    row("chat without balloon", full, "chat", body, false, NoBalloon, "window line log sound");
-    row("chat without sound", full, "chat", body, false, Silent, silent);
-    row("chat, typing, no window", full, "chat", typing, false, Default, "");
-    row("chat, typing, window", full, "chat", typing, true, Default, "window typing");
-    row("chat, event and body, no window", full, "chat", body + typing, false, Default, everything);
-    row("chat, event and body, window", full, "chat", body + typing, true, Default, everything);
-    row("normal opens a window", full, "normal", body, false, Default, everything);
-    row("normal, event and body, no window", full, "normal", body + typing, false, Default, "");
-    row("normal, event and body, window", full, "normal", body + typing, true, Default, "window typing");
-    row("plain opens a window", full, "", body, false, Default, silent);
-    row("plain, event and body, no window", full, "", body + typing, false, Default, "");
-    row("plain, event and body, window", full, "", body + typing, true, Default, "window typing");
-    row("unknown type", full, "Normal", body, true, Default, "window nameless");
-    row("unknown type, no window", full, "Chat", body, false, Default, "nameless");
-    row("contact passes the locks", full, "chat", body, false, NoUnAuth | NoStrangers, everything);
-    row("stranger", stranger, "chat", body, false, Default, everything);
-    row("stranger locked out", stranger, "chat", body, false, NoUnAuth, "");
-    row("stranger locked out gets no reply", stranger, "chat", body, false, NoUnAuth | Reply, "");
-    row("stranger in an open window", stranger, "chat", body, true, NoUnAuth, everything);
-    row("stranger not kept", stranger, "chat", body, false, NoStrangers, "log sound balloon");
-    row("delayed message", full, "chat", body + "<x xmlns=\"jabber:x:delay\"/>", false, Default, everything);
-}
-
-void InboundTest::aMessageTakesItsRoad()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, type);
-    QFETCH(QString, inner);
-    QFETCH(bool, hasWindow);
-    QFETCH(int, settings);
-    QFETCH(QString, outcome);
-
-    MessagingFixture f;
-    const QString bare = from.section(u'/', 0, 0);
-    if (hasWindow)
-        QVERIFY(f.open(bare));
-    apply(f.client.settings, settings);
-    f.message(from, type, inner);
-
-    const auto* window = f.window(bare);
-    QStringList happened;
-    if (window)
-        happened += QStringLiteral("window");
-    if (window && f.transcript(*window) == QStringLiteral(" <07:08>  %1: hello\n").arg(from))
-        happened += QStringLiteral("line");
-    if (f.logOf(bare).endsWith(QStringLiteral("%1 (07:08:09): hello\r\n").arg(bare)))
-        happened += QStringLiteral("log");
-    if (f.logOf({}).contains(QStringLiteral(" (07:08:09): hello\r\n")))
-        happened += QStringLiteral("nameless");
-    if (f.world.sounds.played == QStringList(f.client.settings.SoundOnNewMessageFile))
-        happened += QStringLiteral("sound");
-    if (f.world.tray.balloons == QStringList(inbound::balloonTitle(from) + QStringLiteral("|hello")))
-        happened += QStringLiteral("balloon");
-    if (window && f.panel(*window) == from + QStringLiteral(" is typing a message ..."))
-        happened += QStringLiteral("typing");
-    QCOMPARE(happened.join(u' '), outcome);
-    if (window)
-        QCOMPARE(f.control<QStatusBar>(*window, "StatusBar1").accessibleDescription(), f.panel(*window));
-    if (window && happened.contains(QStringLiteral("line")))
-        QCOMPARE(f.panel(*window), QStringLiteral("Latest Message Received: Thursday, 6 May 2004 07:08:09"));
-    QCOMPARE(f.engine.takeSent(), QStringList());
-}
-
-void InboundTest::noticesOfTheServerGoToTheirWindow_data()
-{
-    QTest::addColumn<QString>("server");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<bool>("notice");
-    const auto row = [](const char* name, const QString& server, const QString& from, const QString& type,
-                        bool notice) { QTest::newRow(name) << server << from << type << notice; };
-    row("server", "montague.example", "Montague.example", "", true);
-    row("server, chat", "montague.example", "montague.example", "chat", false);
-    row("service", "montague.example", "icq.montague.example/x", "", true);
-    row("sister from elsewhere", "montague.example", "im.breloim.example", "", false);
-    row("sister", "jabber.breloim.example", "IM.breloim.example", "", true);
-    row("default from the sister", "im.breloim.example", "jabber.breloim.example", "", true);
-    row("person", "montague.example", "nurse@montague.example", "", false);
-}
-
-void InboundTest::noticesOfTheServerGoToTheirWindow()
-{
-    QFETCH(QString, server);
-    QFETCH(QString, from);
-    QFETCH(QString, type);
-    QFETCH(bool, notice);
-    MessagingFixture f;
-    f.engine.gateway().server = server;
-    f.client.settings.SoundOnNewMessage = true;
-    f.client.MyAgents.AddItem(QStringLiteral("icq.montague.example"), QStringLiteral("ICQ"), true, true);
-    f.message(from, type, QStringLiteral("<subject>s</subject><body>b</body>"));
-    QCOMPARE(f.notices().isVisible(), notice);
-    QCOMPARE(f.transcript(f.notices(), "txtMsg"),
-             notice ? QStringLiteral(" <07:08>  %1: s - b\n").arg(from) : QString());
-    QCOMPARE(f.window(from.section(u'/', 0, 0)) == nullptr, notice);
-    QCOMPARE(f.world.sounds.played.isEmpty(), type.isEmpty());
-}
-
-void InboundTest::balloonsAreShortened_data()
-{
-    QTest::addColumn<QString>("given");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<bool>("isTitle");
-    const QString prefix = QStringLiteral("Message from ");
-    const auto title = [&](const char* name, int length, const QString& shown) {
-        QTest::newRow(name) << QString(length - prefix.size(), u'a') << shown << true;
-    };
-    title("title of 43", 43, prefix + QString(30, u'a'));
-    title("title of 44", 44, prefix + QString(27, u'a') + QStringLiteral(" ..."));
-    QTest::newRow("body of 200") << QString(200, u'b') << QString(200, u'b') << false;
-    QTest::newRow("body of 201") << QString(201, u'b') << QString(200, u'b') + QStringLiteral("...") << false;
-    const QString smile = QString::fromUtf8("\xF0\x9F\x98\x80");
-    QTest::newRow("emoji at the cut")
-        << QString(199, u'b') + smile + u'c' << QString(199, u'b') + QStringLiteral("...") << false;
-}
-
-void InboundTest::balloonsAreShortened()
-{
-    QFETCH(QString, given);
-    QFETCH(QString, shown);
-    QFETCH(bool, isTitle);
-    QCOMPARE(isTitle ? inbound::balloonTitle(given) : inbound::balloonText(given), shown);
-}
-
-void InboundTest::windowDescribesItsPeer()
-{
-    MessagingFixture f;
-    f.message(juliet + QStringLiteral("/garden"), QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
-    const auto* window = f.window(juliet);
-    QVERIFY(window);
-    const auto text = [&](const char* name) { return f.control<QLineEdit>(*window, name).text(); };
-    QCOMPARE(window->windowTitle(), QStringLiteral("Jule - ") + juliet);
-    QCOMPARE(text("txtTO"), juliet);
-    QCOMPARE(text("txtNick"), QStringLiteral("Jule"));
-    QCOMPARE(text("txtTOS"), QStringLiteral("away"));
-    QCOMPARE(text("txtTOR"), QStringLiteral("garden"));
-    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Away"));
-    QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
-    // The peer's colour, and the fixed ones of stamp and body.
-    QCOMPARE(f.formatOf(*window, juliet).foreground().color(), QColor(255, 50, 50));
-    QCOMPARE(f.formatOf(*window, QStringLiteral("07:08")).background().color(), QColor(62, 128, 194));
-    QCOMPARE(f.formatOf(*window, QStringLiteral("hi")).fontWeight(), int(QFont::Bold));
-}
-
-void InboundTest::strangersCanBeAdded()
-{
-    MessagingFixture f;
-    f.message(stranger + QStringLiteral("/tomb"), QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
-    const auto* window = f.window(stranger);
-    QVERIFY(window);
-    QCOMPARE(window->windowTitle(), stranger + QStringLiteral("/tomb - ") + stranger);
-    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Pendingauth"));
-    QVERIFY(f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
-    QVERIFY(f.control<QAction>(*window, "Toolbar1Add").isEnabled());
-}
-
-void InboundTest::unregisteredWindowsOpenAnew()
-{
-    MessagingFixture f;
-    f.client.settings.AcceptMessageFromAll = false;
-    f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>one</body>"));
-    f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>two</body>"));
-    const auto forms = f.registry.loaded();
-    QCOMPARE(forms.size(), 2);
-    QCOMPARE(f.transcript(*forms.at(1)), QStringLiteral(" <07:08>  %1: two\n").arg(stranger));
-    // There is nobody to tell of typing.
-    QTest::keyClicks(&f.control<QWidget>(*forms.at(0), "txtMsg"), QStringLiteral("hm"));
-    QCOMPARE(f.engine.takeSent(), QStringList());
-    forms.at(0)->close();
-    QCOMPARE(f.registry.loaded().size(), 1);
-}
-
-void InboundTest::messageTakesNoScreenFromTheWindowInUse()
-{
-    MessagingFixture f;
-    const QString hi = QStringLiteral("<body>hi</body>");
-    f.message(juliet, QStringLiteral("chat"), hi);
-    QVERIFY(f.window(juliet)->isMinimized());
-    // Opening it by hand brings it to the front.
-    f.open(juliet);
-    QVERIFY(!f.window(juliet)->isMinimized());
-
-    f.client.settings.CurrentWindowOnTop = false;
-    f.message(stranger, QStringLiteral("chat"), hi);
-    QVERIFY(f.window(stranger)->isVisible() && !f.window(stranger)->isMinimized());
-}
-
-void InboundTest::occupantsHaveAWindowEach()
-{
-    MessagingFixture f;
-    f.client.settings.BalloonEnable = false;
-    f.client.settings.SoundOnNewMessage = true;
-    Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
-    room.Tag = QStringLiteral("verse@rooms.example");
-    const QString will = room.Tag + QStringLiteral("/will");
-    f.message(will, QStringLiteral("chat"), QStringLiteral("<body>pst</body>"));
-    f.message(room.Tag + QStringLiteral("/kit"), QString(), QStringLiteral("<body>hey</body>") + typing);
-
-    const auto* window = f.window(room.Tag, QStringLiteral("ChatWndwill"));
-    QVERIFY(window);
-    QCOMPARE(window->windowTitle(), will);
-    QCOMPARE(window->peerJid(), will);
-    QCOMPARE(f.transcript(*window), QStringLiteral(" <07:08>  %1: pst\n").arg(will));
-    QVERIFY(!f.window(room.Tag));
-    // A balloon always, three dots always; no typing notices here; the plain road plays no sound.
-    QCOMPARE(f.world.tray.balloons.value(0), QStringLiteral("Message from %1|pst...").arg(will));
-    QVERIFY(f.transcript(*f.window(room.Tag, QStringLiteral("ChatWndkit"))).contains(QStringLiteral("hey")));
-    QCOMPARE(f.world.sounds.played.size(), 1);
-    QVERIFY(f.logOf(room.Tag).contains(will + QStringLiteral(" (07:08:09): pst\r\n")));
-}
-
-void InboundTest::roomDropsStrangersWhenTold()
-{
-    MessagingFixture f;
-    Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
-    room.Tag = QStringLiteral("verse@rooms.example");
-    f.client.settings.AcceptMessageFromAll = false;
-    f.message(room.Tag + QStringLiteral("/will"), QStringLiteral("chat"), QStringLiteral("<body>pst</body>"));
-    QCOMPARE(f.registry.loaded().size(), 1);
-    QVERIFY(f.world.tray.balloons.isEmpty());
-}
-
-void InboundTest::invitationNamesRoomAndServers()
-{
-    MessagingFixture f;
-    QSignalSpy spy(f.hub.get(), &ChatWindow::conferenceInvited);
-    QList<RoomInvitation> got;
-    connect(f.hub.get(), &ChatWindow::conferenceInvited, this, [&](const RoomInvitation& i) { got += i; });
-    f.message(juliet + QStringLiteral("/b"), QStringLiteral("normal"),
-              QStringLiteral("<body>Come &amp; see</body><x xmlns=\"jabber:x:delay\"/>"
-                             "<x xmlns=\"jabber:x:conference\" jid=\"one@a.example\"/>"
-                             "<x xmlns=\"jabber:x:conference\" jid=\"two@b.example\"/>"));
-    QCOMPARE(got.size(), 1);
-    QCOMPARE(got[0].room, QStringLiteral("two"));
-    QCOMPARE(got[0].servers, QStringList({QStringLiteral("a.example"), QStringLiteral("b.example")}));
-    QCOMPARE(got[0].from + u':' + got[0].text, juliet + QStringLiteral("/b:Come & see"));
-    QVERIFY(!f.window(juliet));
-    QCOMPARE(f.logOf(juliet), QString());
-}
-
-void InboundTest::hostileTextsAreShownAsTheyCame_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("markup") << "<b>&amp;\"'</b> [*]";
-    QTest::newRow("right to left") << QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D\xE2\x80\xAE abc");
-    QTest::newRow("emoji") << QString::fromUtf8(
-        "\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7");
-    QTest::newRow("object character") << QString(QChar(0xFFFC)) + u'x';
-    QTest::newRow("long line") << QString(100000, u'w');
-    QTest::newRow("unbroken mebibyte") << QString(1048576, u'w');
-    QTest::newRow("emoji without end")
-        << QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5000) + QStringLiteral("\nx");
-    QTest::newRow("a mebibyte") << QStringLiteral("word ").repeated(1048576 / 5);
-}
-
-void InboundTest::hostileTextsAreShownAsTheyCame()
-{
-    QFETCH(QString, text);
-    MessagingFixture f;
-    QString escaped = text;
-    escaped.replace(u'&', QStringLiteral("&amp;")).replace(u'<', QStringLiteral("&lt;"));
-    f.client.MyRoster.record(juliet)->nick = text.left(1000);
-    f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(escaped));
-    auto* window = f.window(juliet);
-    QVERIFY(window);
-    QVERIFY(f.transcript(*window).endsWith(QStringLiteral(": ") + text + u'\n'));
-    QVERIFY(f.logOf(juliet).endsWith(QStringLiteral("): ") + text + QStringLiteral("\r\n")));
-    window->showNormal();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    QVERIFY(window->width() < 1000);
-}
-
-void InboundTest::messageWithoutSenderBreaksNothing()
-{
-    MessagingFixture f;
-    for (const char* type : {"", "chat", "normal", "odd"})
-        f.engine.inject(
-            QStringLiteral("<message type=\"%1\"><body>x</body></message>").arg(QLatin1String(type)));
-    QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  :  - x\n"));
-    QVERIFY(f.logOf({}).contains(QStringLiteral(" (07:08:09): x\r\n")));
-}
 
 BRELO_TEST(InboundTest)
 #include "InboundTest.moc"

@@ -27,7 +27,7 @@ MessagingFixture::~MessagingFixture()
     client.UserClosing = client.SessionClosing = true;
     registry.unloadAllExcept({});
     client.Core->PluginManager->sessions().clear();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    registry.deleteAllExcept(nullptr);
 }
 
 MessageForm* MessagingFixture::window(const QString& bare, const QString& key)

@@ -1,5 +1,6 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QFile>
@@ -29,93 +30,87 @@ class PeerCommandsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void addingAsksServerAndPeer();
-    void addingAContactIsRefused();
-    void blockingAsksFirst_data();
-    void blockingAsksFirst();
+    void addingAsksServerAndPeer()
+    {
+        MessagingFixture f;
+        f.message(stranger + QStringLiteral("/x"), QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
+        auto* window = f.window(stranger);
+        f.control<QAction>(*window, "Toolbar1Add").trigger();
+        QCOMPARE(f.engine.takeSent(),
+                 QStringList({QStringLiteral(
+                                  "<iq id=\"VRX_Add\" type=\"set\"><query xmlns=\"jabber:iq:roster\"><item "
+                                  "jid=\"%1\" name=\"%1\"/></query></iq>")
+                                  .arg(stranger),
+                              QStringLiteral("<presence type=\"subscribe\" to=\"%1\"/>").arg(stranger)}));
+        QCOMPARE(f.world.boxes.shown,
+                 QList<Box>({{QStringLiteral("Notification"),
+                              QStringLiteral("Your request has been submitted; waiting for a reply from your "
+                                             "friend, the contact will be "
+                                             "placed in a group called \"Waiting authorization\""),
+                              Icon::Information, Buttons::Ok}}));
+        QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
+        QVERIFY(!f.control<QAction>(*window, "Toolbar1Add").isEnabled());
+    }
+
+    void addingAContactIsRefused()
+    {
+        MessagingFixture f;
+        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
+        f.client.MyRoster.AddItem(stranger.toLower(), {}, false, {}, {}, false, {}, {}, {}, {});
+        f.window(stranger)->mnuToolsAdd_Click();
+        QCOMPARE(f.world.boxes.shown,
+                 QList<Box>({{QStringLiteral("Error"),
+                              QStringLiteral("This Contact is already in your Contact List"),
+                              Icon::Exclamation, Buttons::Ok}}));
+        QCOMPARE(f.engine.takeSent(), QStringList());
+        QVERIFY(f.control<QAction>(*f.window(stranger), "mnuToolsAdd").isEnabled());
+    }
+
+    void blockingAsksFirst_data()
+    {
+        columns<bool, bool, bool, int>("byToolbar", "blockedBefore", "yes", "refreshes");
+        row("menu, yes", false, false, true, 1);
+        row("menu, no", false, false, false, 0);
+        row("menu, blocked already", false, true, false, 0);
+        row("tool bar, yes", true, false, true, 2);
+        row("tool bar, no", true, false, false, 1);
+    }
+
+    void blockingAsksFirst()
+    {
+        QFETCH(bool, byToolbar);
+        QFETCH(bool, blockedBefore);
+        QFETCH(bool, yes);
+        QFETCH(int, refreshes);
+        MessagingFixture f;
+        auto* window = f.open(juliet);
+        window->setPeer(juliet + QStringLiteral("/balcony"));
+        if (blockedBefore)
+            f.client.MyBanList.Add(juliet);
+        if (yes)
+            f.world.boxes.answers = {MessageBoxes::Answer::Yes};
+        QDir().mkpath(paths::configFolder());
+        QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<banned></banned>\n");
+        file.close();
+
+        QSignalSpy refresh(f.hub.get(), &ChatWindow::rosterRefreshRequested);
+        f.control<QAction>(*window, byToolbar ? "Toolbar1Block" : "mnustrblock").trigger();
+        QCOMPARE(f.world.boxes.shown.size(), 1);
+        QCOMPARE(f.world.boxes.shown[0],
+                 blockedBefore
+                     ? Box({QStringLiteral("Note !"), QStringLiteral("The Contact is already Blocked!"),
+                            Icon::Information, Buttons::Ok})
+                     : Box({QStringLiteral("Confirm"),
+                            QStringLiteral("Are you sure that you want to Block this Contact"),
+                            Icon::Question, Buttons::YesNoCancel}));
+        QCOMPARE(refresh.size(), refreshes);
+        QCOMPARE(f.client.MyBanList.Count(), int(yes || blockedBefore));
+        QCOMPARE(banFile().contains(QStringLiteral("<item>%1</item>").arg(juliet)), yes);
+        QVERIFY(window->isVisible());
+    }
 };
-
-void PeerCommandsTest::addingAsksServerAndPeer()
-{
-    MessagingFixture f;
-    f.message(stranger + QStringLiteral("/x"), QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
-    auto* window = f.window(stranger);
-    f.control<QAction>(*window, "Toolbar1Add").trigger();
-    QCOMPARE(
-        f.engine.takeSent(),
-        QStringList({QStringLiteral("<iq id=\"VRX_Add\" type=\"set\"><query xmlns=\"jabber:iq:roster\"><item "
-                                    "jid=\"%1\" name=\"%1\"/></query></iq>")
-                         .arg(stranger),
-                     QStringLiteral("<presence type=\"subscribe\" to=\"%1\"/>").arg(stranger)}));
-    QCOMPARE(f.world.boxes.shown,
-             QList<Box>({{QStringLiteral("Notification"),
-                          QStringLiteral("Your request has been submitted; waiting for a reply from your "
-                                         "friend, the contact will be "
-                                         "placed in a group called \"Waiting authorization\""),
-                          Icon::Information, Buttons::Ok}}));
-    QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
-    QVERIFY(!f.control<QAction>(*window, "Toolbar1Add").isEnabled());
-}
-
-void PeerCommandsTest::addingAContactIsRefused()
-{
-    MessagingFixture f;
-    f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
-    f.client.MyRoster.AddItem(stranger.toLower(), {}, false, {}, {}, false, {}, {}, {}, {});
-    f.window(stranger)->mnuToolsAdd_Click();
-    QCOMPARE(f.world.boxes.shown, QList<Box>({{QStringLiteral("Error"),
-                                               QStringLiteral("This Contact is already in your Contact List"),
-                                               Icon::Exclamation, Buttons::Ok}}));
-    QCOMPARE(f.engine.takeSent(), QStringList());
-    QVERIFY(f.control<QAction>(*f.window(stranger), "mnuToolsAdd").isEnabled());
-}
-
-void PeerCommandsTest::blockingAsksFirst_data()
-{
-    QTest::addColumn<bool>("byToolbar");
-    QTest::addColumn<bool>("blockedBefore");
-    QTest::addColumn<bool>("yes");
-    QTest::addColumn<int>("refreshes");
-    QTest::newRow("menu, yes") << false << false << true << 1;
-    QTest::newRow("menu, no") << false << false << false << 0;
-    QTest::newRow("menu, blocked already") << false << true << false << 0;
-    QTest::newRow("tool bar, yes") << true << false << true << 2;
-    QTest::newRow("tool bar, no") << true << false << false << 1;
-}
-
-void PeerCommandsTest::blockingAsksFirst()
-{
-    QFETCH(bool, byToolbar);
-    QFETCH(bool, blockedBefore);
-    QFETCH(bool, yes);
-    QFETCH(int, refreshes);
-    MessagingFixture f;
-    auto* window = f.open(juliet);
-    window->setPeer(juliet + QStringLiteral("/balcony"));
-    if (blockedBefore)
-        f.client.MyBanList.Add(juliet);
-    if (yes)
-        f.world.boxes.answers = {MessageBoxes::Answer::Yes};
-    QDir().mkpath(paths::configFolder());
-    QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<banned></banned>\n");
-    file.close();
-
-    QSignalSpy refresh(f.hub.get(), &ChatWindow::rosterRefreshRequested);
-    f.control<QAction>(*window, byToolbar ? "Toolbar1Block" : "mnustrblock").trigger();
-    QCOMPARE(f.world.boxes.shown.size(), 1);
-    QCOMPARE(f.world.boxes.shown[0],
-             blockedBefore ? Box({QStringLiteral("Note !"), QStringLiteral("The Contact is already Blocked!"),
-                                  Icon::Information, Buttons::Ok})
-                           : Box({QStringLiteral("Confirm"),
-                                  QStringLiteral("Are you sure that you want to Block this Contact"),
-                                  Icon::Question, Buttons::YesNoCancel}));
-    QCOMPARE(refresh.size(), refreshes);
-    QCOMPARE(f.client.MyBanList.Count(), int(yes || blockedBefore));
-    QCOMPARE(banFile().contains(QStringLiteral("<item>%1</item>").arg(juliet)), yes);
-    QVERIFY(window->isVisible());
-}
 
 BRELO_TEST(PeerCommandsTest)
 #include "PeerCommandsTest.moc"

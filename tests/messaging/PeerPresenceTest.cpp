@@ -1,4 +1,5 @@
 #include "messaging/MessagingFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QComboBox>
@@ -10,94 +11,86 @@ class PeerPresenceTest : public QObject
     Q_OBJECT
 
 private slots:
-    void windowFollowsPresence_data();
-    void windowFollowsPresence();
-    void messageWithoutResourceTakesTheFirst();
-    void presenceOfStrangersChangesNothing();
+    void windowFollowsPresence_data()
+    {
+        // resources: as the contact list holds them when the presence comes
+        // textBox: shown in txtTOR; empty when the combo box shows
+        columns<QStringList, QString, bool, QString, QString, QString, QString>(
+            "resources", "inner", "available", "picture", "status", "textBox", "combo");
+        const QStringList one{"tomb"};
+        const QStringList two{"balcony", "tomb"};
+        const QString s = QStringLiteral("<status>st</status>");
+        row("online", one, s, true, "Online", "st", "tomb", "");
+        row("away", one, s + "<show>away</show>", true, "Away", "st", "tomb", "");
+        row("xa", one, s + "<show>xa</show>", true, "xAway", "st", "tomb", "");
+        row("dnd", one, s + "<show>dnd</show>", true, "dnd", "st", "tomb", "");
+        row("chat", one, s + "<show>chat</show>", true, "free4chat", "st", "tomb", "");
+        row("unknown show", one, s + "<show>busy</show>", true, "LightOn", "old", "tomb", "");
+        row("second resource", two, s, true, "Online", "st", "", "tomb");
+        row("gone, others stay", two, s, false, "LightOn", "old", "", "balcony");
+        row("gone, one stays", QStringList{"balcony"}, s, false, "LightOn", "old", "balcony", "");
+        row("gone for good", QStringList(), s, false, "Offline", "st", "before", "");
+    }
+
+    void windowFollowsPresence()
+    {
+        QFETCH(QStringList, resources);
+        QFETCH(QString, inner);
+        QFETCH(bool, available);
+        QFETCH(QString, picture);
+        QFETCH(QString, status);
+        QFETCH(QString, textBox);
+        QFETCH(QString, combo);
+        MessagingFixture f;
+        auto* window = f.open(juliet);
+        window->setPicture(QStringLiteral("LightOn"));
+        window->setStatusText(QStringLiteral("old"));
+        auto& single = f.control<QLineEdit>(*window, "txtTOR");
+        single.setText(QStringLiteral("before"));
+        f.client.MyRoster.record(juliet)->Resources = resources;
+
+        const QString type = available ? QString() : QStringLiteral(" type=\"unavailable\"");
+        f.engine.inject(
+            QStringLiteral("<presence from=\"%1/tomb\"%2>%3</presence>").arg(juliet, type, inner));
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), picture);
+        QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), status);
+        auto& several = f.control<QComboBox>(*window, "ComboResource");
+        QCOMPARE(several.isVisible(), !combo.isEmpty());
+        QCOMPARE(single.isVisible(), combo.isEmpty());
+        QCOMPARE(several.currentText(), combo);
+        if (combo.isEmpty())
+            QCOMPARE(single.text(), textBox);
+        else
+            QCOMPARE(several.count(), resources.size());
+        QCOMPARE(f.control<QLabel>(*window, "lblResource").buddy(),
+                 combo.isEmpty() ? static_cast<QWidget*>(&single) : &several);
+    }
+
+    void messageWithoutResourceTakesTheFirst()
+    {
+        MessagingFixture f;
+        f.client.MyRoster.record(juliet)->Resources =
+            QStringList({QStringLiteral("balcony"), QStringLiteral("tomb")});
+        const auto* window = f.open(juliet);
+        const auto& combo = f.control<QComboBox>(*window, "ComboResource");
+        QCOMPARE(combo.currentText(), QStringLiteral("balcony"));
+        f.message(juliet + QStringLiteral("/nowhere"), QStringLiteral("chat"),
+                  QStringLiteral("<body>x</body>"));
+        QCOMPARE(combo.currentText(), QStringLiteral("nowhere"));
+    }
+
+    void presenceOfStrangersChangesNothing()
+    {
+        MessagingFixture f;
+        const QString stranger = QStringLiteral("paris@verona.example");
+        auto* window = f.open(stranger);
+        f.engine.inject(
+            QStringLiteral("<presence from=\"%1/x\"><status>s</status></presence>").arg(stranger));
+        QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), QString());
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(),
+                 QStringLiteral("Pendingauth"));
+    }
 };
-
-void PeerPresenceTest::windowFollowsPresence_data()
-{
-    QTest::addColumn<QStringList>("resources"); // as the contact list holds them when the presence comes
-    QTest::addColumn<QString>("inner");
-    QTest::addColumn<bool>("available");
-    QTest::addColumn<QString>("picture");
-    QTest::addColumn<QString>("status");
-    QTest::addColumn<QString>("textBox"); // shown in txtTOR; empty when the combo box shows
-    QTest::addColumn<QString>("combo");
-    const QStringList one{"tomb"};
-    const QStringList two{"balcony", "tomb"};
-    const QString s = QStringLiteral("<status>st</status>");
-    const auto row = [](const char* name, const QStringList& resources, const QString& inner, bool available,
-                        const char* picture, const char* status, const char* textBox, const char* combo) {
-        QTest::newRow(name) << resources << inner << available << picture << status << textBox << combo;
-    };
-    row("online", one, s, true, "Online", "st", "tomb", "");
-    row("away", one, s + "<show>away</show>", true, "Away", "st", "tomb", "");
-    row("xa", one, s + "<show>xa</show>", true, "xAway", "st", "tomb", "");
-    row("dnd", one, s + "<show>dnd</show>", true, "dnd", "st", "tomb", "");
-    row("chat", one, s + "<show>chat</show>", true, "free4chat", "st", "tomb", "");
-    row("unknown show", one, s + "<show>busy</show>", true, "LightOn", "old", "tomb", "");
-    row("second resource", two, s, true, "Online", "st", "", "tomb");
-    row("gone, others stay", two, s, false, "LightOn", "old", "", "balcony");
-    row("gone, one stays", {"balcony"}, s, false, "LightOn", "old", "balcony", "");
-    row("gone for good", {}, s, false, "Offline", "st", "before", "");
-}
-
-void PeerPresenceTest::windowFollowsPresence()
-{
-    QFETCH(QStringList, resources);
-    QFETCH(QString, inner);
-    QFETCH(bool, available);
-    QFETCH(QString, picture);
-    QFETCH(QString, status);
-    QFETCH(QString, textBox);
-    QFETCH(QString, combo);
-    MessagingFixture f;
-    auto* window = f.open(juliet);
-    window->setPicture(QStringLiteral("LightOn"));
-    window->setStatusText(QStringLiteral("old"));
-    auto& single = f.control<QLineEdit>(*window, "txtTOR");
-    single.setText(QStringLiteral("before"));
-    f.client.MyRoster.record(juliet)->Resources = resources;
-
-    const QString type = available ? QString() : QStringLiteral(" type=\"unavailable\"");
-    f.engine.inject(QStringLiteral("<presence from=\"%1/tomb\"%2>%3</presence>").arg(juliet, type, inner));
-    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), picture);
-    QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), status);
-    auto& several = f.control<QComboBox>(*window, "ComboResource");
-    QCOMPARE(several.isVisible(), !combo.isEmpty());
-    QCOMPARE(single.isVisible(), combo.isEmpty());
-    QCOMPARE(several.currentText(), combo);
-    if (combo.isEmpty())
-        QCOMPARE(single.text(), textBox);
-    else
-        QCOMPARE(several.count(), resources.size());
-    QCOMPARE(f.control<QLabel>(*window, "lblResource").buddy(),
-             combo.isEmpty() ? static_cast<QWidget*>(&single) : &several);
-}
-
-void PeerPresenceTest::messageWithoutResourceTakesTheFirst()
-{
-    MessagingFixture f;
-    f.client.MyRoster.record(juliet)->Resources =
-        QStringList({QStringLiteral("balcony"), QStringLiteral("tomb")});
-    const auto* window = f.open(juliet);
-    const auto& combo = f.control<QComboBox>(*window, "ComboResource");
-    QCOMPARE(combo.currentText(), QStringLiteral("balcony"));
-    f.message(juliet + QStringLiteral("/nowhere"), QStringLiteral("chat"), QStringLiteral("<body>x</body>"));
-    QCOMPARE(combo.currentText(), QStringLiteral("nowhere"));
-}
-
-void PeerPresenceTest::presenceOfStrangersChangesNothing()
-{
-    MessagingFixture f;
-    const QString stranger = QStringLiteral("paris@verona.example");
-    auto* window = f.open(stranger);
-    f.engine.inject(QStringLiteral("<presence from=\"%1/x\"><status>s</status></presence>").arg(stranger));
-    QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), QString());
-    QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Pendingauth"));
-}
 
 BRELO_TEST(PeerPresenceTest)
 #include "PeerPresenceTest.moc"

@@ -1,6 +1,7 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "prosody/ProsodyFixture.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QPlainTextEdit>
@@ -68,10 +69,10 @@ private slots:
 
     void messagesBothWays_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("plain") << QStringLiteral("What light through yonder window breaks?");
-        QTest::newRow("markup") << QStringLiteral("<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;");
-        QTest::newRow("emoji") << QStringLiteral("🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית");
+        columns<QString>("text");
+        row("plain", QStringLiteral("What light through yonder window breaks?"));
+        row("markup", QStringLiteral("<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;"));
+        row("emoji", QStringLiteral("🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית"));
     }
 
     void messagesBothWays()

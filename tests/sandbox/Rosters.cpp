@@ -1,4 +1,5 @@
 #include "Peer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -78,11 +79,10 @@ private slots:
 
     void badChangeIsRefused_data()
     {
-        QTest::addColumn<QByteArray>("item");
-        QTest::addColumn<QByteArray>("code");
-        QTest::newRow("no address") << QByteArray("<item name='x'/>") << QByteArray("400");
-        QTest::newRow("unknown to remove")
-            << QByteArray("<item jid='x@y.example' subscription='remove'/>") << QByteArray("404");
+        columns<QByteArray, QByteArray>("item", "code");
+        row("no address", QByteArray("<item name='x'/>"), QByteArray("400"));
+        row("unknown to remove", QByteArray("<item jid='x@y.example' subscription='remove'/>"),
+            QByteArray("404"));
     }
     void badChangeIsRefused()
     {

@@ -1,5 +1,6 @@
 #include "Peer.h"
 #include "sandbox/Address.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -35,8 +36,7 @@ private slots:
 
     void answersAsAsked_data()
     {
-        QTest::addColumn<QByteArray>("request");
-        QTest::addColumn<QByteArray>("part");
+        columns<QByteArray, QByteArray>("request", "part");
         const auto row = [](const char* name, const QByteArray& request, const char* part) {
             QTest::newRow(name) << request << QByteArray(part);
         };

@@ -1,4 +1,5 @@
 #include "Peer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QCryptographicHash>
@@ -30,21 +31,19 @@ private slots:
 
     void passwordDecides_data()
     {
-        QTest::addColumn<QByteArray>("fields");
-        QTest::addColumn<QByteArray>("answer");
+        columns<QByteArray, QByteArray>("fields", "answer");
         const QByteArray good = "<username>romeo</username><resource>Desk</resource>";
-        QTest::newRow("plain") << good + "<password>secret</password>"
-                               << QByteArray("<iq type=\"result\" id=\"a\"/>");
-        QTest::newRow("digest") << good + "<digest>DIGEST</digest>"
-                                << QByteArray("<iq type=\"result\" id=\"a\"/>");
-        QTest::newRow("wrong digest") << good + "<digest>00</digest>" << QByteArray("code=\"401\"");
-        QTest::newRow("wrong password") << good + "<password>Secret</password>" << QByteArray("code=\"401\"");
-        QTest::newRow("none") << good << QByteArray("code=\"401\"");
-        QTest::newRow("stranger") << QByteArray("<username>tybalt</username><resource>x</resource>"
-                                                "<password>secret</password>")
-                                  << QByteArray("code=\"401\"");
-        QTest::newRow("no resource") << QByteArray("<username>romeo</username><password>secret</password>")
-                                     << QByteArray("code=\"406\"");
+        row("plain", good + "<password>secret</password>", QByteArray("<iq type=\"result\" id=\"a\"/>"));
+        row("digest", good + "<digest>DIGEST</digest>", QByteArray("<iq type=\"result\" id=\"a\"/>"));
+        row("wrong digest", good + "<digest>00</digest>", QByteArray("code=\"401\""));
+        row("wrong password", good + "<password>Secret</password>", QByteArray("code=\"401\""));
+        row("none", good, QByteArray("code=\"401\""));
+        row("stranger",
+            QByteArray("<username>tybalt</username><resource>x</resource>"
+                       "<password>secret</password>"),
+            QByteArray("code=\"401\""));
+        row("no resource", QByteArray("<username>romeo</username><password>secret</password>"),
+            QByteArray("code=\"406\""));
     }
     void passwordDecides()
     {
@@ -91,13 +90,11 @@ private slots:
 
     void registers_data()
     {
-        QTest::addColumn<QByteArray>("user");
-        QTest::addColumn<QByteArray>("password");
-        QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("new") << QByteArray("a&amp;b") << QByteArray("x&lt;")
-                             << QByteArray("<iq type=\"result\" id=\"VRX_new\"/>");
-        QTest::newRow("taken") << QByteArray("romeo") << QByteArray("x") << QByteArray("code=\"409\"");
-        QTest::newRow("no password") << QByteArray("paris") << QByteArray() << QByteArray("code=\"406\"");
+        columns<QByteArray, QByteArray, QByteArray>("user", "password", "answer");
+        row("new", QByteArray("a&amp;b"), QByteArray("x&lt;"),
+            QByteArray("<iq type=\"result\" id=\"VRX_new\"/>"));
+        row("taken", QByteArray("romeo"), QByteArray("x"), QByteArray("code=\"409\""));
+        row("no password", QByteArray("paris"), QByteArray(), QByteArray("code=\"406\""));
     }
     void registers()
     {
@@ -115,14 +112,11 @@ private slots:
 
     void changesPasswords_data()
     {
-        QTest::addColumn<bool>("admin");
-        QTest::addColumn<QByteArray>("user");
-        QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("own") << false << QByteArray("romeo") << QByteArray("result");
-        QTest::newRow("another's") << false << QByteArray("paris@im.test") << QByteArray("code=\"403\"");
-        QTest::newRow("another's, as administrator")
-            << true << QByteArray("paris@im.test") << QByteArray("result");
-        QTest::newRow("nobody's") << true << QByteArray("ghost") << QByteArray("code=\"404\"");
+        columns<bool, QByteArray, QByteArray>("admin", "user", "answer");
+        row("own", false, QByteArray("romeo"), QByteArray("result"));
+        row("another's", false, QByteArray("paris@im.test"), QByteArray("code=\"403\""));
+        row("another's, as administrator", true, QByteArray("paris@im.test"), QByteArray("result"));
+        row("nobody's", true, QByteArray("ghost"), QByteArray("code=\"404\""));
     }
     void changesPasswords()
     {

@@ -1,5 +1,6 @@
 #include "Peer.h"
 #include "sandbox/Subscription.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -38,11 +39,7 @@ private slots:
 
     void stateFollowsTheTable_data()
     {
-        QTest::addColumn<bool>("out");
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<bool>("passedOn");
+        columns<bool, QString, QString, QString, bool>("out", "before", "type", "after", "passedOn");
         const auto row = [](bool out, const char* before, const char* type, const char* after,
                             bool passedOn) {
             QTest::addRow("%s %s %s", out ? "out" : "in", before, type)
@@ -139,14 +136,10 @@ private slots:
 
     void personaAnswersAsTold_data()
     {
-        QTest::addColumn<int>("asked");
-        QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("accepts") << int(sandbox::Persona::Asked::Accepts)
-                                 << QByteArray("subscription=\"to\"");
-        QTest::newRow("refuses") << int(sandbox::Persona::Asked::Refuses)
-                                 << QByteArray("type=\"unsubscribed\"");
-        QTest::newRow("is silent") << int(sandbox::Persona::Asked::StaysSilent)
-                                   << QByteArray("ask=\"subscribe\"");
+        columns<int, QByteArray>("asked", "answer");
+        row("accepts", int(sandbox::Persona::Asked::Accepts), QByteArray("subscription=\"to\""));
+        row("refuses", int(sandbox::Persona::Asked::Refuses), QByteArray("type=\"unsubscribed\""));
+        row("is silent", int(sandbox::Persona::Asked::StaysSilent), QByteArray("ask=\"subscribe\""));
     }
     void personaAnswersAsTold()
     {

@@ -1,6 +1,7 @@
 #include "desktop/AnimatedGif.h"
 
 #include "services/GifFile.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QImage>
@@ -30,144 +31,130 @@ class AnimatedGifTest : public QObject
     Q_OBJECT
 
 private slots:
-    void ownAnimationRunsWhole();
-    void cutsAtTheControlBlocks_data();
-    void cutsAtTheControlBlocks();
-    void placesFrames();
-    void tellsMissingFiles_data();
-    void tellsMissingFiles();
-    void survivesTruncationAtEveryByte();
-    void boundsHostileFiles();
+    void ownAnimationRunsWhole()
+    {
+        AnimatedGif gif;
+        QCOMPARE(gif.LoadGif(ownFile()), 12);
+        QCOMPARE(gif.TotalFrames(), 11);
+        QCOMPARE(gif.screenSize(), QSize(96, 48));
+        QCOMPARE(gif.errorText(), QString());
+        QImage last;
+        for (int i = 0; i < gif.count(); ++i) {
+            const QImage picture = QImage::fromData(gif.gif(i), "gif");
+            QCOMPARE(picture.size(), QSize(96, 48));
+            QVERIFY(picture != last);
+            QVERIFY(gif.delay(i) >= 50);
+            last = picture;
+        }
+        // It loops without a jump: what the cut leaves over is the first picture again.
+        const QByteArray data = contents(ownFile());
+        const QByteArray left = data.mid(data.lastIndexOf(QByteArray("\0\x21\xf9", 3)) + 2);
+        QVERIFY(left.startsWith(gif.gif(0).mid(data.indexOf(QByteArray("\0\x21\xf9", 3)) + 2).chopped(2)));
+    }
+
+    void cutsAtTheControlBlocks_data()
+    {
+        columns<QByteArray, QString, QList<int>>("data", "error", "delays");
+
+        const QSize screen(4, 4);
+        row("the last frame is left out",
+            GifFile(screen).loop(0).frame(10, 1).frame(25, 2).frame(7, 3).bytes(), "", QList<int>{100, 250});
+        row("no delay", GifFile(screen).loop(0).frame(0, 1).frame(5, 2).bytes(), "", QList<int>{0});
+        row("the longest delay", GifFile(screen).loop(0).frame(65535, 1).frame(5, 2).bytes(), "",
+            QList<int>{655350});
+        row("one picture only", GifFile(screen).loop(0).frame(10, 1).bytes(), "", QList<int>{});
+        row("no separator", GifFile(screen, 3).bytes(), notGif, QList<int>{});
+        row("separators behind each other",
+            GifFile(screen).bareSeparator().bareSeparator().bareSeparator().bytes(), "", QList<int>{0, 0});
+        row("another format", QByteArray("\x89PNG\0\x21\xf9\0\x21\xf9", 10), notGif, QList<int>{});
+        row("nothing but a separator", QByteArray("\0\x21\xf9", 3), notGif, QList<int>{});
+        row("empty", QByteArray(), notGif, QList<int>{});
+        row("the word alone", QByteArray("GIF"), notGif, QList<int>{});
+    }
+
+    void cutsAtTheControlBlocks()
+    {
+        QFETCH(QByteArray, data);
+        QFETCH(QString, error);
+        QFETCH(QList<int>, delays);
+
+        AnimatedGif gif;
+        QCOMPARE(gif.LoadGif(write(data)), int(delays.size()));
+        QCOMPARE(gif.errorText(), error);
+        for (int i = 0; i < gif.count(); ++i)
+            QCOMPARE(gif.delay(i), delays[i]);
+    }
+
+    void placesFrames()
+    {
+        GifFile file({300, 8});
+        file.loop(0).frame(1, 1, {3, 3}).frame(1, 2, {258, 4}, {3, 2}).frame(1, 3);
+        AnimatedGif gif;
+        QCOMPARE(gif.LoadGif(write(file.bytes())), 2);
+        QCOMPARE(gif.offset(0), QPoint(0, 0));
+        QCOMPARE(gif.place(0), QPoint(3, 3));
+        QCOMPARE(gif.offset(1), QPoint(258, 4));
+
+        // Each frame is a picture of its own, without the one before it.
+        const QImage second = QImage::fromData(gif.gif(1), "gif");
+        QCOMPARE(second.pixelColor(260, 5), QColor(Qt::green));
+        QVERIFY(second.pixelColor(4, 4) != QColor(Qt::red));
+    }
+
+    void tellsMissingFiles_data()
+    {
+        columns<QString>("path");
+        row("no name", QString());
+        row("no such file", folder_.filePath(QStringLiteral("none.gif")));
+        row("a folder", folder_.path());
+        row("a name with a place marker", QStringLiteral("/nowhere/%1.gif"));
+    }
+
+    void tellsMissingFiles()
+    {
+        QFETCH(QString, path);
+        AnimatedGif gif;
+        QCOMPARE(gif.LoadGif(path), 0);
+        QCOMPARE(gif.errorText(), QStringLiteral("File ") + path + QStringLiteral(" not found"));
+    }
+
+    void survivesTruncationAtEveryByte()
+    {
+        const QByteArray whole =
+            GifFile({8, 8}, 5).loop(0).frame(4, 1).frame(5, 2, {2, 2}).frame(6, 3).bytes();
+        int before = 0;
+        for (qsizetype length = 0; length <= whole.size(); ++length) {
+            AnimatedGif gif;
+            const int count = gif.LoadGif(write(whole.first(length)));
+            QVERIFY2(count >= before, "a longer file holds fewer frames");
+            for (int i = 0; i < count; ++i)
+                QCOMPARE(QImage::fromData(gif.gif(i), "gif").size(), QSize(8, 8));
+            before = count;
+        }
+        QCOMPARE(before, 2);
+    }
+
+    void boundsHostileFiles()
+    {
+        const QByteArray flood =
+            GifFile({4, 4}).loop(0).bytes() + QByteArray("\0\x21\xf9", 3).repeated(2'000'000);
+        AnimatedGif gif;
+        const int count = gif.LoadGif(write(flood));
+        QVERIFY(count > 0 && count <= 4096);
+        QVERIFY(gif.gif(count - 1).size() < 100);
+    }
 
 private:
-    QString write(const QByteArray& data);
+    QString write(const QByteArray& data)
+    {
+        QFile file(folder_.filePath(QStringLiteral("a.gif")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size())
+            qFatal("no temporary file");
+        return file.fileName();
+    }
+
     QTemporaryDir folder_;
 };
-
-QString AnimatedGifTest::write(const QByteArray& data)
-{
-    QFile file(folder_.filePath(QStringLiteral("a.gif")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size())
-        qFatal("no temporary file");
-    return file.fileName();
-}
-
-void AnimatedGifTest::ownAnimationRunsWhole()
-{
-    AnimatedGif gif;
-    QCOMPARE(gif.LoadGif(ownFile()), 12);
-    QCOMPARE(gif.TotalFrames(), 11);
-    QCOMPARE(gif.screenSize(), QSize(96, 48));
-    QCOMPARE(gif.errorText(), QString());
-    QImage last;
-    for (int i = 0; i < gif.count(); ++i) {
-        const QImage picture = QImage::fromData(gif.gif(i), "gif");
-        QCOMPARE(picture.size(), QSize(96, 48));
-        QVERIFY(picture != last);
-        QVERIFY(gif.delay(i) >= 50);
-        last = picture;
-    }
-    // It loops without a jump: what the cut leaves over is the first picture again.
-    const QByteArray data = contents(ownFile());
-    const QByteArray left = data.mid(data.lastIndexOf(QByteArray("\0\x21\xf9", 3)) + 2);
-    QVERIFY(left.startsWith(gif.gif(0).mid(data.indexOf(QByteArray("\0\x21\xf9", 3)) + 2).chopped(2)));
-}
-
-void AnimatedGifTest::cutsAtTheControlBlocks_data()
-{
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QString>("error");
-    QTest::addColumn<QList<int>>("delays");
-
-    const QSize screen(4, 4);
-    QTest::newRow("the last frame is left out")
-        << GifFile(screen).loop(0).frame(10, 1).frame(25, 2).frame(7, 3).bytes() << ""
-        << QList<int>{100, 250};
-    QTest::newRow("no delay") << GifFile(screen).loop(0).frame(0, 1).frame(5, 2).bytes() << ""
-                              << QList<int>{0};
-    QTest::newRow("the longest delay")
-        << GifFile(screen).loop(0).frame(65535, 1).frame(5, 2).bytes() << "" << QList<int>{655350};
-    QTest::newRow("one picture only") << GifFile(screen).loop(0).frame(10, 1).bytes() << "" << QList<int>{};
-    QTest::newRow("no separator") << GifFile(screen, 3).bytes() << notGif << QList<int>{};
-    QTest::newRow("separators behind each other")
-        << GifFile(screen).bareSeparator().bareSeparator().bareSeparator().bytes() << "" << QList<int>{0, 0};
-    QTest::newRow("another format") << QByteArray("\x89PNG\0\x21\xf9\0\x21\xf9", 10) << notGif
-                                    << QList<int>{};
-    QTest::newRow("nothing but a separator") << QByteArray("\0\x21\xf9", 3) << notGif << QList<int>{};
-    QTest::newRow("empty") << QByteArray() << notGif << QList<int>{};
-    QTest::newRow("the word alone") << QByteArray("GIF") << notGif << QList<int>{};
-}
-
-void AnimatedGifTest::cutsAtTheControlBlocks()
-{
-    QFETCH(QByteArray, data);
-    QFETCH(QString, error);
-    QFETCH(QList<int>, delays);
-
-    AnimatedGif gif;
-    QCOMPARE(gif.LoadGif(write(data)), int(delays.size()));
-    QCOMPARE(gif.errorText(), error);
-    for (int i = 0; i < gif.count(); ++i)
-        QCOMPARE(gif.delay(i), delays[i]);
-}
-
-void AnimatedGifTest::placesFrames()
-{
-    GifFile file({300, 8});
-    file.loop(0).frame(1, 1, {3, 3}).frame(1, 2, {258, 4}, {3, 2}).frame(1, 3);
-    AnimatedGif gif;
-    QCOMPARE(gif.LoadGif(write(file.bytes())), 2);
-    QCOMPARE(gif.offset(0), QPoint(0, 0));
-    QCOMPARE(gif.place(0), QPoint(3, 3));
-    QCOMPARE(gif.offset(1), QPoint(258, 4));
-
-    // Each frame is a picture of its own, without the one before it.
-    const QImage second = QImage::fromData(gif.gif(1), "gif");
-    QCOMPARE(second.pixelColor(260, 5), QColor(Qt::green));
-    QVERIFY(second.pixelColor(4, 4) != QColor(Qt::red));
-}
-
-void AnimatedGifTest::tellsMissingFiles_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("no name") << QString();
-    QTest::newRow("no such file") << folder_.filePath(QStringLiteral("none.gif"));
-    QTest::newRow("a folder") << folder_.path();
-    QTest::newRow("a name with a place marker") << QStringLiteral("/nowhere/%1.gif");
-}
-
-void AnimatedGifTest::tellsMissingFiles()
-{
-    QFETCH(QString, path);
-    AnimatedGif gif;
-    QCOMPARE(gif.LoadGif(path), 0);
-    QCOMPARE(gif.errorText(), QStringLiteral("File ") + path + QStringLiteral(" not found"));
-}
-
-void AnimatedGifTest::survivesTruncationAtEveryByte()
-{
-    const QByteArray whole = GifFile({8, 8}, 5).loop(0).frame(4, 1).frame(5, 2, {2, 2}).frame(6, 3).bytes();
-    int before = 0;
-    for (qsizetype length = 0; length <= whole.size(); ++length) {
-        AnimatedGif gif;
-        const int count = gif.LoadGif(write(whole.first(length)));
-        QVERIFY2(count >= before, "a longer file holds fewer frames");
-        for (int i = 0; i < count; ++i)
-            QCOMPARE(QImage::fromData(gif.gif(i), "gif").size(), QSize(8, 8));
-        before = count;
-    }
-    QCOMPARE(before, 2);
-}
-
-void AnimatedGifTest::boundsHostileFiles()
-{
-    const QByteArray flood =
-        GifFile({4, 4}).loop(0).bytes() + QByteArray("\0\x21\xf9", 3).repeated(2'000'000);
-    AnimatedGif gif;
-    const int count = gif.LoadGif(write(flood));
-    QVERIFY(count > 0 && count <= 4096);
-    QVERIFY(gif.gif(count - 1).size() < 100);
-}
 
 BRELO_TEST(AnimatedGifTest)
 #include "AnimatedGifTest.moc"

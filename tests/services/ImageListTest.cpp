@@ -41,64 +41,59 @@ class ImageListTest : public QObject
     Q_OBJECT
 
 private slots:
-    void positionsAreAContract();
-    void everyKeyHasAPictureOfItsOwn();
-    void statesDifferByShapeToo();
-    void picturesAreSeenOnAnyBackground();
-};
-
-void ImageListTest::positionsAreAContract()
-{
-    const QStringList order{"LightOn",       "Away",        "dnd",        "Offline",     "LightOff",
-                            "Online",        "Add",         "Del",        "Pendingauth", "xAway",
-                            "ClosedFolder3", "OpenFolder3", "OpenFolder", "CloseFolder", "Mail",
-                            "ClosedFolder2", "OpenFolder2", "online",     "groupchat",   "Refresh",
-                            "Pending",       "server",      "free4chat",  "notauth",     "invite",
-                            "chatroom",      "Service",     "ServerOFF",  "ServerON"};
-    for (int i = 0; i < order.size(); ++i)
-        QCOMPARE(ImageList::keyAt(i + 1), order[i]);
-    QCOMPARE(ImageList::at(23).pixmap(16).toImage(), ImageList::icon("free4chat").pixmap(16).toImage());
-}
-
-void ImageListTest::everyKeyHasAPictureOfItsOwn()
-{
-    QHash<QByteArray, QString> seen;
-    for (int i = 1; i <= ImageList::count(); ++i) {
-        const QString key = ImageList::keyAt(i);
-        const QImage image = at16(key);
-        QCOMPARE(image.size(), QSize(16, 16));
-        QVERIFY2(shape(key).count('#') >= 30, qPrintable(key + " is nearly empty"));
-        const QByteArray bits(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
-        QVERIFY2(!seen.contains(bits), qPrintable(key + " looks like " + seen.value(bits)));
-        seen.insert(bits, key);
+    void positionsAreAContract()
+    {
+        const QStringList order{"LightOn",       "Away",        "dnd",        "Offline",     "LightOff",
+                                "Online",        "Add",         "Del",        "Pendingauth", "xAway",
+                                "ClosedFolder3", "OpenFolder3", "OpenFolder", "CloseFolder", "Mail",
+                                "ClosedFolder2", "OpenFolder2", "online",     "groupchat",   "Refresh",
+                                "Pending",       "server",      "free4chat",  "notauth",     "invite",
+                                "chatroom",      "Service",     "ServerOFF",  "ServerON"};
+        for (int i = 0; i < order.size(); ++i)
+            QCOMPARE(ImageList::keyAt(i + 1), order[i]);
+        QCOMPARE(ImageList::at(23).pixmap(16).toImage(), ImageList::icon("free4chat").pixmap(16).toImage());
     }
-}
 
-void ImageListTest::statesDifferByShapeToo()
-{
-    const QStringList states{"Online",  "Away",    "xAway",       "dnd",      "free4chat", "Offline",
-                             "notauth", "Pending", "Pendingauth", "ServerON", "ServerOFF"};
-    for (const QString& a : states)
-        for (const QString& b : states)
-            QVERIFY2(a == b || differences(shape(a), shape(b)) >= 10,
-                     qPrintable(a + " has the shape of " + b));
-}
-
-void ImageListTest::picturesAreSeenOnAnyBackground()
-{
-    for (int i = 1; i <= ImageList::count(); ++i) {
-        const QImage image = at16(ImageList::keyAt(i));
-        for (const int background : {0x20, 0xfc}) {
-            int seen = 0;
-            for (int p = 0; p < 256; ++p) {
-                const QColor colour = image.pixelColor(p % 16, p / 16);
-                const int contrast = qAbs(qGray(colour.rgb()) - background) * colour.alpha() / 255;
-                seen += contrast > 40;
-            }
-            QVERIFY2(seen >= 30, qPrintable(ImageList::keyAt(i) + " drowns in its background"));
+    void everyKeyHasAPictureOfItsOwn()
+    {
+        QHash<QByteArray, QString> seen;
+        for (int i = 1; i <= ImageList::count(); ++i) {
+            const QString key = ImageList::keyAt(i);
+            const QImage image = at16(key);
+            QCOMPARE(image.size(), QSize(16, 16));
+            QVERIFY2(shape(key).count('#') >= 30, qPrintable(key + " is nearly empty"));
+            const QByteArray bits(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+            QVERIFY2(!seen.contains(bits), qPrintable(key + " looks like " + seen.value(bits)));
+            seen.insert(bits, key);
         }
     }
-}
+
+    void statesDifferByShapeToo()
+    {
+        const QStringList states{"Online",  "Away",    "xAway",       "dnd",      "free4chat", "Offline",
+                                 "notauth", "Pending", "Pendingauth", "ServerON", "ServerOFF"};
+        for (const QString& a : states)
+            for (const QString& b : states)
+                QVERIFY2(a == b || differences(shape(a), shape(b)) >= 10,
+                         qPrintable(a + " has the shape of " + b));
+    }
+
+    void picturesAreSeenOnAnyBackground()
+    {
+        for (int i = 1; i <= ImageList::count(); ++i) {
+            const QImage image = at16(ImageList::keyAt(i));
+            for (const int background : {0x20, 0xfc}) {
+                int seen = 0;
+                for (int p = 0; p < 256; ++p) {
+                    const QColor colour = image.pixelColor(p % 16, p / 16);
+                    const int contrast = qAbs(qGray(colour.rgb()) - background) * colour.alpha() / 255;
+                    seen += contrast > 40;
+                }
+                QVERIFY2(seen >= 30, qPrintable(ImageList::keyAt(i) + " drowns in its background"));
+            }
+        }
+    }
+};
 
 BRELO_TEST(ImageListTest)
 #include "ImageListTest.moc"

@@ -1,6 +1,7 @@
 #include "services/VCard.h"
 #include "engine/Stanza.h"
 
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -55,106 +56,93 @@ class VCardTest : public QObject
     Q_OBJECT
 
 private slots:
-    void readsAnswers_data();
-    void readsAnswers();
-    void readsWhatIsWorthReadingBesideAPhoto();
-    void writesInTheOrderOfTheDialect_data();
-    void writesInTheOrderOfTheDialect();
-    void readsBackWhatItWrote();
+    void readsAnswers_data()
+    {
+        columns<QString, QStringList>("stanza", "fields");
+        const auto result = [](const char* name, const char* card, const QStringList& fields) {
+            row(name, answer(card), fields);
+        };
+        result(
+            "old spelling",
+            "<VCARD xmlns='vcard-temp'><N><GIVEN>Juliet</GIVEN><FAMILY>Capulet</FAMILY><MIDDLE>M</MIDDLE></N>"
+            "<TEL><fax/><WORK/>12</TEL><TEL><VOICE/><HOME/>34</TEL><ADR><WORK/><COUNTRY>IT</COUNTRY></ADR>"
+            "<EMAIL><INTERNET/><PREF/>j@capulet.example</EMAIL><EMAIL><INTERNET/>k@capulet.example</EMAIL></"
+            "VCARD>",
+            {"name1=Juliet", "middle=M", "surname=Capulet", "email=j@capulet.example",
+             "emails=k@capulet.example", "tel=34", "countrywork=IT", "faxwork=12"});
+        result("spelling of today",
+               "<vCard xmlns='vcard-temp'>\n <TEL>\n  <FAX/><HOME/><NUMBER>12</NUMBER>\n </TEL>\n"
+               " <TEL><WORK/><VOICE/><NUMBER>34</NUMBER></TEL>\n <ADR><HOME/><STREET>Via "
+               "1</STREET><CTRY>IT</CTRY></ADR>\n"
+               " <EMAIL><HOME/><USERID>k@capulet.example</USERID></EMAIL>\n"
+               " <EMAIL><INTERNET/><PREF/><USERID>j@capulet.example</USERID></EMAIL>\n</vCard>",
+               {"email=j@capulet.example", "emails=k@capulet.example", "ind1=Via 1", "country=IT", "fax=12",
+                "telwork=34"});
+        result("the first that says something",
+               "<VCARD xmlns='vcard-temp'><EMAIL><PREF/></EMAIL><EMAIL><PREF/>a@x.example</EMAIL>"
+               "<EMAIL><PREF/>b@x.example</EMAIL></VCARD>",
+               {"email=a@x.example"});
+        result("entries without kind or place",
+               "<VCARD xmlns='vcard-temp'><TEL><HOME/>1</TEL><TEL><VOICE/>2</TEL><TEL><MSG/><HOME/>3</TEL>"
+               "<ADR><STREET>Via</STREET></ADR></VCARD>",
+               {});
+        result(
+            "unknown elements and other case",
+            "<VCARD xmlns='vcard-temp'>text<DESC>d</DESC><nickname>n</nickname><X><NICKNAME>n</NICKNAME></X>"
+            "<ROLE>r<!-- c --><b>o</b></ROLE></VCARD>",
+            {"occupation=ro"});
+        result("empty card", "<VCARD xmlns='vcard-temp'/>", {});
+        result("no card", "", {});
+        row("an error gives its card back",
+            answer("<VCARD xmlns='vcard-temp'><NICKNAME>n</NICKNAME></VCARD><error code='404'/>",
+                   "type=\"error\""),
+            QStringList());
+    }
+
+    void readsAnswers()
+    {
+        QFETCH(QString, stanza);
+        const auto parsed = Stanza::fromXml(stanza);
+        QVERIFY(parsed);
+        QTEST(filled(VCard::of(*parsed)), "fields");
+    }
+
+    void readsWhatIsWorthReadingBesideAPhoto()
+    {
+        const QString photo = QStringLiteral("<PHOTO><TYPE>image/png</TYPE><BINVAL>%1</BINVAL></PHOTO>")
+                                  .arg(QString(1024 * 1024, u'A'));
+        const auto stanza = Stanza::fromXml(answer(QStringLiteral("<VCARD xmlns='vcard-temp'>") + photo +
+                                                   QStringLiteral("<NICKNAME>n</NICKNAME></VCARD>")));
+        QCOMPARE(filled(VCard::of(*stanza)), QStringList("nick=n"));
+    }
+
+    void writesInTheOrderOfTheDialect_data()
+    {
+        columns<QString, QString, QString, QString>("before", "after", "writtenBefore", "writtenAfter");
+        row("plain", "", "", "", "");
+        row("markup", "<&", "\">'", "&lt;&amp;", "&quot;&gt;'");
+        row("place marks", "%1", "%2", "%1", "%2");
+    }
+
+    void writesInTheOrderOfTheDialect()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QFETCH(QString, writtenBefore);
+        QFETCH(QString, writtenAfter);
+        const QString expected = QString(whole).replace(u'[', writtenBefore).replace(u']', writtenAfter);
+        QCOMPARE(named(before, after).stanza(), expected);
+    }
+
+    void readsBackWhatItWrote()
+    {
+        VCard card = named("<b>&amp; ", "\"'");
+        const auto stanza = Stanza::fromXml(card.stanza());
+        QVERIFY(stanza);
+        card.middle.clear(); // it is written into FN only
+        QCOMPARE(filled(VCard::of(*stanza)), filled(card));
+    }
 };
-
-void VCardTest::readsAnswers_data()
-{
-    QTest::addColumn<QString>("stanza");
-    QTest::addColumn<QStringList>("fields");
-    const auto row = [](const char* name, const char* card, const QStringList& fields) {
-        QTest::newRow(name) << answer(QString::fromLatin1(card)) << fields;
-    };
-    row("old spelling",
-        "<VCARD xmlns='vcard-temp'><N><GIVEN>Juliet</GIVEN><FAMILY>Capulet</FAMILY><MIDDLE>M</MIDDLE></N>"
-        "<TEL><fax/><WORK/>12</TEL><TEL><VOICE/><HOME/>34</TEL><ADR><WORK/><COUNTRY>IT</COUNTRY></ADR>"
-        "<EMAIL><INTERNET/><PREF/>j@capulet.example</EMAIL><EMAIL><INTERNET/>k@capulet.example</EMAIL></"
-        "VCARD>",
-        {"name1=Juliet", "middle=M", "surname=Capulet", "email=j@capulet.example", "emails=k@capulet.example",
-         "tel=34", "countrywork=IT", "faxwork=12"});
-    row("spelling of today",
-        "<vCard xmlns='vcard-temp'>\n <TEL>\n  <FAX/><HOME/><NUMBER>12</NUMBER>\n </TEL>\n"
-        " <TEL><WORK/><VOICE/><NUMBER>34</NUMBER></TEL>\n <ADR><HOME/><STREET>Via "
-        "1</STREET><CTRY>IT</CTRY></ADR>\n"
-        " <EMAIL><HOME/><USERID>k@capulet.example</USERID></EMAIL>\n"
-        " <EMAIL><INTERNET/><PREF/><USERID>j@capulet.example</USERID></EMAIL>\n</vCard>",
-        {"email=j@capulet.example", "emails=k@capulet.example", "ind1=Via 1", "country=IT", "fax=12",
-         "telwork=34"});
-    row("the first that says something",
-        "<VCARD xmlns='vcard-temp'><EMAIL><PREF/></EMAIL><EMAIL><PREF/>a@x.example</EMAIL>"
-        "<EMAIL><PREF/>b@x.example</EMAIL></VCARD>",
-        {"email=a@x.example"});
-    row("entries without kind or place",
-        "<VCARD xmlns='vcard-temp'><TEL><HOME/>1</TEL><TEL><VOICE/>2</TEL><TEL><MSG/><HOME/>3</TEL>"
-        "<ADR><STREET>Via</STREET></ADR></VCARD>",
-        {});
-    row("unknown elements and other case",
-        "<VCARD xmlns='vcard-temp'>text<DESC>d</DESC><nickname>n</nickname><X><NICKNAME>n</NICKNAME></X>"
-        "<ROLE>r<!-- c --><b>o</b></ROLE></VCARD>",
-        {"occupation=ro"});
-    row("empty card", "<VCARD xmlns='vcard-temp'/>", {});
-    row("no card", "", {});
-    QTest::newRow("an error gives its card back")
-        << answer("<VCARD xmlns='vcard-temp'><NICKNAME>n</NICKNAME></VCARD><error code='404'/>",
-                  "type=\"error\"")
-        << QStringList();
-}
-
-void VCardTest::readsAnswers()
-{
-    QFETCH(QString, stanza);
-    const auto parsed = Stanza::fromXml(stanza);
-    QVERIFY(parsed);
-    QTEST(filled(VCard::of(*parsed)), "fields");
-}
-
-void VCardTest::readsWhatIsWorthReadingBesideAPhoto()
-{
-    const QString photo = QStringLiteral("<PHOTO><TYPE>image/png</TYPE><BINVAL>%1</BINVAL></PHOTO>")
-                              .arg(QString(1024 * 1024, u'A'));
-    const auto stanza = Stanza::fromXml(answer(QStringLiteral("<VCARD xmlns='vcard-temp'>") + photo +
-                                               QStringLiteral("<NICKNAME>n</NICKNAME></VCARD>")));
-    QCOMPARE(filled(VCard::of(*stanza)), QStringList("nick=n"));
-}
-
-void VCardTest::writesInTheOrderOfTheDialect_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("writtenBefore");
-    QTest::addColumn<QString>("writtenAfter");
-    const auto row = [](const char* name, const char* before, const char* after, const char* writtenBefore,
-                        const char* writtenAfter) {
-        QTest::newRow(name) << before << after << writtenBefore << writtenAfter;
-    };
-    row("plain", "", "", "", "");
-    row("markup", "<&", "\">'", "&lt;&amp;", "&quot;&gt;'");
-    row("place marks", "%1", "%2", "%1", "%2");
-}
-
-void VCardTest::writesInTheOrderOfTheDialect()
-{
-    QFETCH(QString, before);
-    QFETCH(QString, after);
-    QFETCH(QString, writtenBefore);
-    QFETCH(QString, writtenAfter);
-    const QString expected = QString(whole).replace(u'[', writtenBefore).replace(u']', writtenAfter);
-    QCOMPARE(named(before, after).stanza(), expected);
-}
-
-void VCardTest::readsBackWhatItWrote()
-{
-    VCard card = named("<b>&amp; ", "\"'");
-    const auto stanza = Stanza::fromXml(card.stanza());
-    QVERIFY(stanza);
-    card.middle.clear(); // it is written into FN only
-    QCOMPARE(filled(VCard::of(*stanza)), filled(card));
-}
 
 BRELO_TEST(VCardTest)
 #include "VCardTest.moc"

@@ -5,6 +5,7 @@
 
 #include "support/FakeEngine.h"
 #include "support/RecordingDesktop.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -42,31 +43,252 @@ class VCardWindowsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        world_ = std::make_unique<World>();
+        world_->client.desktop = world_->desktop.desktop();
+        world_->client.desktop.links = &world_->links;
+        world_->engine.plugIn(&world_->windows);
+    }
 
-    void showsOneWindowAPeer();
-    void openButtonsAndFieldsByOwner_data();
-    void openButtonsAndFieldsByOwner();
-    void makesAClosedWindowAnew();
-    void goesWithItsSession();
-    void tellsWhatTheAnswerBrought_data();
-    void tellsWhatTheAnswerBrought();
-    void opensNoWindowForOtherStanzas_data();
-    void opensNoWindowForOtherStanzas();
-    void marksMissingFields_data();
-    void marksMissingFields();
-    void sendsTheCard_data();
-    void sendsTheCard();
-    void keepsTheCardWhenItCantBeSent();
-    void opensLinksThroughTheDesktop_data();
-    void opensLinksThroughTheDesktop();
+    void cleanup()
+    {
+        world_->client.Core->PluginManager->sessions().clear();
+        QVERIFY(!window());
+        world_->registry.deleteAllExcept(nullptr);
+        world_.reset();
+    }
+
+    void showsOneWindowAPeer()
+    {
+        receive(juliet + "/balcony", "<NICKNAME>ju</NICKNAME><URL>http://capulet.example</URL>");
+        const auto* first = window();
+        QVERIFY(first->isVisible());
+        receive(juliet, "<NICKNAME>juli</NICKNAME>");
+        QCOMPARE(world_->registry.loaded().size(), 1);
+        QCOMPARE(window(), first);
+        QCOMPARE(first->Tag, juliet);
+        QCOMPARE(text("nick"), "juli");
+        QCOMPARE(text("persurl"), "");
+        receive("nurse@capulet.example", "");
+        QCOMPARE(world_->registry.loaded().size(), 2);
+        QVERIFY(window() != first);
+    }
+
+    void openButtonsAndFieldsByOwner_data()
+    {
+        columns<QString, bool>("from", "isOwn");
+        row("a contact", juliet, false);
+        row("own account", own + "/orchard", true);
+        row("no sender", "", true);
+        row("own name on another server", "romeo@verona.example", false);
+    }
+
+    void openButtonsAndFieldsByOwner()
+    {
+        QFETCH(QString, from);
+        QFETCH(bool, isOwn);
+        receive(from, ownCard);
+        QPointer<VCardForm> form = window();
+        for (const char* name : {"Command1", "Command3", "cmdOK"})
+            QCOMPARE(ui::find<QPushButton>(form, name)->isVisible(), isOwn);
+        QCOMPARE(ui::find<QPushButton>(form, "Command2")->isVisible(), !isOwn);
+        ui::type(form, "nick", "changed");
+        QCOMPARE(text("nick"), isOwn ? "changed" : "rm");
+        QTest::keyClick(form, Qt::Key_Escape);
+        QVERIFY(!window());
+        QCOMPARE(world_->engine.takeSent(), QStringList());
+        QTRY_VERIFY(!form);
+    }
+
+    void makesAClosedWindowAnew()
+    {
+        receive(juliet, "<NICKNAME>ju</NICKNAME>");
+        const QPointer<VCardForm> first = window();
+        ui::click(first, "Command2");
+        QVERIFY(!window());
+        receive(juliet, "<NICKNAME>juli</NICKNAME>");
+        QVERIFY(window() && window() != first);
+        QVERIFY(window()->isVisible());
+        QTRY_VERIFY(!first);
+        QCOMPARE(text("nick"), "juli");
+    }
+
+    void goesWithItsSession()
+    {
+        receive("", ownCard);
+        const QPointer<VCardForm> form = window();
+        world_->client.Core->PluginManager->sessions().session(own)->Close();
+        QVERIFY(!window());
+        QVERIFY(!form->isVisible());
+        QTRY_VERIFY(!form);
+        receive(own, ownCard);
+        QCOMPARE(text("name1"), "Romeo");
+    }
+
+    void tellsWhatTheAnswerBrought_data()
+    {
+        columns<QString, QString, QString>("stanza", "state", "nick");
+        const QString head = QStringLiteral("<iq id=\"vcard_wj_3\" from=\"%1\" type=").arg(juliet);
+        const auto row = [&head](const char* name, const char* rest, const char* state, const char* nick) {
+            QTest::newRow(name) << head + rest << state << nick;
+        };
+        row("empty", "\"result\"><VCARD xmlns=\"vcard-temp\"/></iq>", "This card is empty.", "");
+        row("full", "\"result\"><VCARD xmlns=\"vcard-temp\"><URL>u</URL></VCARD></iq>", "", "");
+        row("error", "\"error\"><VCARD xmlns=\"vcard-temp\"/><error code=\"404\">No &lt;b></error></iq>",
+            "The card could not be read: No <b>", "before");
+    }
+
+    void tellsWhatTheAnswerBrought()
+    {
+        QFETCH(QString, stanza);
+        receive(juliet, "<NICKNAME>before</NICKNAME>");
+        world_->engine.inject(stanza);
+        QTEST(text("nick"), "nick");
+        const auto* state = ui::find<QLabel>(window(), "lblState");
+        QTEST(state->text(), "state");
+        QCOMPARE(state->textFormat(), Qt::PlainText);
+        QCOMPARE(state->isVisible(), !state->text().isEmpty());
+    }
+
+    void opensNoWindowForOtherStanzas_data()
+    {
+        columns<QString, QString, QStringList>("type", "id", "boxes");
+        const auto row = [](const char* name, const char* type, const char* id,
+                            const QStringList& boxes = {}) { QTest::newRow(name) << type << id << boxes; };
+        row("a question of another's", "get", "x");
+        row("an order of another's", "set", "x");
+        row("saved", "result", "JCOM_51");
+        row("not saved", "error", "JCOM_51",
+            {"The card could not be saved: The server answered with error 500."});
+    }
+
+    void opensNoWindowForOtherStanzas()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, id);
+        receive(own, ownCard, type, id);
+        QVERIFY(!window());
+        QStringList boxes;
+        for (const auto& box : world_->desktop.boxes.shown)
+            boxes += box.text;
+        QTEST(boxes, "boxes");
+    }
+
+    void marksMissingFields_data()
+    {
+        columns<QString, QString>("button", "text");
+        row("Apply", "Command3", "Fields in Bold are required !!");
+        row("OK", "cmdOK", "The required fields have not been completed !");
+    }
+
+    void marksMissingFields()
+    {
+        QFETCH(QString, button);
+        receive(own, "<N><GIVEN>Romeo</GIVEN></N><NICKNAME>rm</NICKNAME>");
+        const auto* form = window();
+        ui::find<QTabWidget>(form, "SSTab1")->setCurrentIndex(2);
+        const auto base = [form](const char* name) {
+            return ui::find<QLineEdit>(form, name)->palette().color(QPalette::Base);
+        };
+        const QColor plain = base("name1");
+        ui::click(form, button.toLatin1());
+        QCOMPARE(world_->desktop.boxes.shown.size(), 1);
+        QCOMPARE(world_->desktop.boxes.shown.first().title, "Attention!");
+        QTEST(world_->desktop.boxes.shown.first().text, "text");
+        QCOMPARE(window(), form);
+        QCOMPARE(world_->engine.takeSent(), QStringList());
+        QCOMPARE(form->focusWidget(), ui::find<QLineEdit>(form, "surname"));
+        QVERIFY(form->focusWidget()->isVisible());
+        QVERIFY(base("surname") != plain && base("email") != plain);
+        QVERIFY(base("name1") == plain && base("nick") == plain && base("middle") == plain);
+        ui::type(form, "surname", "M");
+        QVERIFY(base("surname") == plain && base("email") != plain);
+    }
+
+    void sendsTheCard_data()
+    {
+        columns<QString, bool>("button", "closes");
+        row("Apply", "Command3", false);
+        row("OK", "cmdOK", true);
+    }
+
+    void sendsTheCard()
+    {
+        QFETCH(QString, button);
+        receive("", ownCard);
+        ui::type(window(), "nick", "a&b <c>");
+        ui::type(window(), "middle", "di");
+        ui::click(window(), button.toLatin1());
+        VCard card;
+        card.name1 = "Romeo";
+        card.middle = "di";
+        card.surname = "Montague";
+        card.nick = "a&b <c>";
+        card.email = own;
+        QCOMPARE(world_->engine.takeSent(), QStringList(card.stanza()));
+        QVERIFY(world_->desktop.boxes.shown.isEmpty());
+        QTEST(!window(), "closes");
+    }
+
+    void keepsTheCardWhenItCantBeSent()
+    {
+        receive(own, ownCard);
+        world_->engine.gateway().connected = false;
+        ui::click(window(), "cmdOK");
+        QCOMPARE(world_->desktop.boxes.shown.size(), 1);
+        QCOMPARE(world_->engine.takeSent(), QStringList());
+        QCOMPARE(text("name1"), "Romeo");
+    }
+
+    void opensLinksThroughTheDesktop_data()
+    {
+        columns<QString, QString, QStringList, bool>("card", "link", "opened", "refused");
+        const auto row = [](const char* name, const QString& card, const char* link,
+                            const QStringList& opened, bool refused = false) {
+            QTest::newRow(name) << card << link << opened << refused;
+        };
+        row("mail", ownCard, "Label5", {"mailto:" + own});
+        row("page", "<URL>https://m.example/a</URL>", "Label7", {"https://m.example/a"});
+        row("no scheme", "<URL>m.example</URL>", "Label7", {"http://m.example"});
+        row("no mail", "<URL>u</URL>", "Label5", {});
+        row("no page", ownCard, "Label7", {});
+        row("a program", "<URL>file:///bin/sh</URL>", "Label7", {}, true);
+        row("a script", "<URL>javascript:alert(1)</URL>", "Label7", {}, true);
+        row("an attachment", "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>", "Label5", {}, true);
+    }
+
+    void opensLinksThroughTheDesktop()
+    {
+        QFETCH(QString, card);
+        QFETCH(QString, link);
+        QFETCH(bool, refused);
+        receive(juliet, card);
+        const auto* state = ui::find<QLabel>(window(), "lblState");
+        QVERIFY(state->text().isEmpty());
+        auto* label = ui::find<QLabel>(window(), link.toLatin1());
+        QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
+        QTEST(world_->links.opened, "opened");
+        QCOMPARE(!state->text().isEmpty(), refused);
+    }
 
 private:
     void receive(const QString& from, const QString& children, const QString& type = QStringLiteral("result"),
-                 const QString& id = QStringLiteral("vcard_wj_3"));
+                 const QString& id = QStringLiteral("vcard_wj_3"))
+    {
+        const QString sender = from.isEmpty() ? QString() : QStringLiteral(" from=\"%1\"").arg(from);
+        world_->engine.inject(
+            QStringLiteral("<iq type=\"%1\" id=\"%2\"%3><VCARD xmlns=\"vcard-temp\">%4</VCARD></iq>")
+                .arg(type, id, sender, children));
+    }
+
     // The window of the last card, or null.
-    VCardForm* window() const;
+    VCardForm* window() const
+    {
+        const auto forms = world_->registry.loaded();
+        return forms.isEmpty() ? nullptr : qobject_cast<VCardForm*>(forms.last());
+    }
+
     QString text(const char* control) const { return ui::find<QLineEdit>(window(), control)->text(); }
 
     struct World {
@@ -79,261 +301,6 @@ private:
     };
     std::unique_ptr<World> world_;
 };
-
-void VCardWindowsTest::init()
-{
-    world_ = std::make_unique<World>();
-    world_->client.desktop = world_->desktop.desktop();
-    world_->client.desktop.links = &world_->links;
-    world_->engine.plugIn(&world_->windows);
-}
-
-void VCardWindowsTest::cleanup()
-{
-    world_->client.Core->PluginManager->sessions().clear();
-    QVERIFY(!window());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    world_.reset();
-}
-
-void VCardWindowsTest::receive(const QString& from, const QString& children, const QString& type,
-                               const QString& id)
-{
-    const QString sender = from.isEmpty() ? QString() : QStringLiteral(" from=\"%1\"").arg(from);
-    world_->engine.inject(
-        QStringLiteral("<iq type=\"%1\" id=\"%2\"%3><VCARD xmlns=\"vcard-temp\">%4</VCARD></iq>")
-            .arg(type, id, sender, children));
-}
-
-VCardForm* VCardWindowsTest::window() const
-{
-    const auto forms = world_->registry.loaded();
-    return forms.isEmpty() ? nullptr : qobject_cast<VCardForm*>(forms.last());
-}
-
-void VCardWindowsTest::showsOneWindowAPeer()
-{
-    receive(juliet + "/balcony", "<NICKNAME>ju</NICKNAME><URL>http://capulet.example</URL>");
-    const auto* first = window();
-    QVERIFY(first->isVisible());
-    receive(juliet, "<NICKNAME>juli</NICKNAME>");
-    QCOMPARE(world_->registry.loaded().size(), 1);
-    QCOMPARE(window(), first);
-    QCOMPARE(first->Tag, juliet);
-    QCOMPARE(text("nick"), "juli");
-    QCOMPARE(text("persurl"), "");
-    receive("nurse@capulet.example", "");
-    QCOMPARE(world_->registry.loaded().size(), 2);
-    QVERIFY(window() != first);
-}
-
-void VCardWindowsTest::openButtonsAndFieldsByOwner_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<bool>("isOwn");
-    QTest::newRow("a contact") << juliet << false;
-    QTest::newRow("own account") << own + "/orchard" << true;
-    QTest::newRow("no sender") << "" << true;
-    QTest::newRow("own name on another server") << "romeo@verona.example" << false;
-}
-
-void VCardWindowsTest::openButtonsAndFieldsByOwner()
-{
-    QFETCH(QString, from);
-    QFETCH(bool, isOwn);
-    receive(from, ownCard);
-    QPointer<VCardForm> form = window();
-    for (const char* name : {"Command1", "Command3", "cmdOK"})
-        QCOMPARE(ui::find<QPushButton>(form, name)->isVisible(), isOwn);
-    QCOMPARE(ui::find<QPushButton>(form, "Command2")->isVisible(), !isOwn);
-    ui::type(form, "nick", "changed");
-    QCOMPARE(text("nick"), isOwn ? "changed" : "rm");
-    QTest::keyClick(form, Qt::Key_Escape);
-    QVERIFY(!window());
-    QCOMPARE(world_->engine.takeSent(), QStringList());
-    QTRY_VERIFY(!form);
-}
-
-void VCardWindowsTest::makesAClosedWindowAnew()
-{
-    receive(juliet, "<NICKNAME>ju</NICKNAME>");
-    const QPointer<VCardForm> first = window();
-    ui::click(first, "Command2");
-    QVERIFY(!window());
-    receive(juliet, "<NICKNAME>juli</NICKNAME>");
-    QVERIFY(window() && window() != first);
-    QVERIFY(window()->isVisible());
-    QTRY_VERIFY(!first);
-    QCOMPARE(text("nick"), "juli");
-}
-
-void VCardWindowsTest::goesWithItsSession()
-{
-    receive("", ownCard);
-    const QPointer<VCardForm> form = window();
-    world_->client.Core->PluginManager->sessions().session(own)->Close();
-    QVERIFY(!window());
-    QVERIFY(!form->isVisible());
-    QTRY_VERIFY(!form);
-    receive(own, ownCard);
-    QCOMPARE(text("name1"), "Romeo");
-}
-
-void VCardWindowsTest::tellsWhatTheAnswerBrought_data()
-{
-    QTest::addColumn<QString>("stanza");
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QString>("nick");
-    const QString head = QStringLiteral("<iq id=\"vcard_wj_3\" from=\"%1\" type=").arg(juliet);
-    const auto row = [&head](const char* name, const char* rest, const char* state, const char* nick) {
-        QTest::newRow(name) << head + rest << state << nick;
-    };
-    row("empty", "\"result\"><VCARD xmlns=\"vcard-temp\"/></iq>", "This card is empty.", "");
-    row("full", "\"result\"><VCARD xmlns=\"vcard-temp\"><URL>u</URL></VCARD></iq>", "", "");
-    row("error", "\"error\"><VCARD xmlns=\"vcard-temp\"/><error code=\"404\">No &lt;b></error></iq>",
-        "The card could not be read: No <b>", "before");
-}
-
-void VCardWindowsTest::tellsWhatTheAnswerBrought()
-{
-    QFETCH(QString, stanza);
-    receive(juliet, "<NICKNAME>before</NICKNAME>");
-    world_->engine.inject(stanza);
-    QTEST(text("nick"), "nick");
-    const auto* state = ui::find<QLabel>(window(), "lblState");
-    QTEST(state->text(), "state");
-    QCOMPARE(state->textFormat(), Qt::PlainText);
-    QCOMPARE(state->isVisible(), !state->text().isEmpty());
-}
-
-void VCardWindowsTest::opensNoWindowForOtherStanzas_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QStringList>("boxes");
-    const auto row = [](const char* name, const char* type, const char* id, const QStringList& boxes = {}) {
-        QTest::newRow(name) << type << id << boxes;
-    };
-    row("a question of another's", "get", "x");
-    row("an order of another's", "set", "x");
-    row("saved", "result", "JCOM_51");
-    row("not saved", "error", "JCOM_51",
-        {"The card could not be saved: The server answered with error 500."});
-}
-
-void VCardWindowsTest::opensNoWindowForOtherStanzas()
-{
-    QFETCH(QString, type);
-    QFETCH(QString, id);
-    receive(own, ownCard, type, id);
-    QVERIFY(!window());
-    QStringList boxes;
-    for (const auto& box : world_->desktop.boxes.shown)
-        boxes += box.text;
-    QTEST(boxes, "boxes");
-}
-
-void VCardWindowsTest::marksMissingFields_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Apply") << "Command3"
-                           << "Fields in Bold are required !!";
-    QTest::newRow("OK") << "cmdOK"
-                        << "The required fields have not been completed !";
-}
-
-void VCardWindowsTest::marksMissingFields()
-{
-    QFETCH(QString, button);
-    receive(own, "<N><GIVEN>Romeo</GIVEN></N><NICKNAME>rm</NICKNAME>");
-    const auto* form = window();
-    ui::find<QTabWidget>(form, "SSTab1")->setCurrentIndex(2);
-    const auto base = [form](const char* name) {
-        return ui::find<QLineEdit>(form, name)->palette().color(QPalette::Base);
-    };
-    const QColor plain = base("name1");
-    ui::click(form, button.toLatin1());
-    QCOMPARE(world_->desktop.boxes.shown.size(), 1);
-    QCOMPARE(world_->desktop.boxes.shown.first().title, "Attention!");
-    QTEST(world_->desktop.boxes.shown.first().text, "text");
-    QCOMPARE(window(), form);
-    QCOMPARE(world_->engine.takeSent(), QStringList());
-    QCOMPARE(form->focusWidget(), ui::find<QLineEdit>(form, "surname"));
-    QVERIFY(form->focusWidget()->isVisible());
-    QVERIFY(base("surname") != plain && base("email") != plain);
-    QVERIFY(base("name1") == plain && base("nick") == plain && base("middle") == plain);
-    ui::type(form, "surname", "M");
-    QVERIFY(base("surname") == plain && base("email") != plain);
-}
-
-void VCardWindowsTest::sendsTheCard_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<bool>("closes");
-    QTest::newRow("Apply") << "Command3" << false;
-    QTest::newRow("OK") << "cmdOK" << true;
-}
-
-void VCardWindowsTest::sendsTheCard()
-{
-    QFETCH(QString, button);
-    receive("", ownCard);
-    ui::type(window(), "nick", "a&b <c>");
-    ui::type(window(), "middle", "di");
-    ui::click(window(), button.toLatin1());
-    VCard card;
-    card.name1 = "Romeo";
-    card.middle = "di";
-    card.surname = "Montague";
-    card.nick = "a&b <c>";
-    card.email = own;
-    QCOMPARE(world_->engine.takeSent(), QStringList(card.stanza()));
-    QVERIFY(world_->desktop.boxes.shown.isEmpty());
-    QTEST(!window(), "closes");
-}
-
-void VCardWindowsTest::keepsTheCardWhenItCantBeSent()
-{
-    receive(own, ownCard);
-    world_->engine.gateway().connected = false;
-    ui::click(window(), "cmdOK");
-    QCOMPARE(world_->desktop.boxes.shown.size(), 1);
-    QCOMPARE(world_->engine.takeSent(), QStringList());
-    QCOMPARE(text("name1"), "Romeo");
-}
-
-void VCardWindowsTest::opensLinksThroughTheDesktop_data()
-{
-    QTest::addColumn<QString>("card");
-    QTest::addColumn<QString>("link");
-    QTest::addColumn<QStringList>("opened");
-    QTest::addColumn<bool>("refused");
-    const auto row = [](const char* name, const QString& card, const char* link, const QStringList& opened,
-                        bool refused = false) { QTest::newRow(name) << card << link << opened << refused; };
-    row("mail", ownCard, "Label5", {"mailto:" + own});
-    row("page", "<URL>https://m.example/a</URL>", "Label7", {"https://m.example/a"});
-    row("no scheme", "<URL>m.example</URL>", "Label7", {"http://m.example"});
-    row("no mail", "<URL>u</URL>", "Label5", {});
-    row("no page", ownCard, "Label7", {});
-    row("a program", "<URL>file:///bin/sh</URL>", "Label7", {}, true);
-    row("a script", "<URL>javascript:alert(1)</URL>", "Label7", {}, true);
-    row("an attachment", "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>", "Label5", {}, true);
-}
-
-void VCardWindowsTest::opensLinksThroughTheDesktop()
-{
-    QFETCH(QString, card);
-    QFETCH(QString, link);
-    QFETCH(bool, refused);
-    receive(juliet, card);
-    const auto* state = ui::find<QLabel>(window(), "lblState");
-    QVERIFY(state->text().isEmpty());
-    auto* label = ui::find<QLabel>(window(), link.toLatin1());
-    QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
-    QTEST(world_->links.opened, "opened");
-    QCOMPARE(!state->text().isEmpty(), refused);
-}
 
 BRELO_TEST(VCardWindowsTest)
 #include "VCardWindowsTest.moc"

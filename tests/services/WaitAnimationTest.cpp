@@ -2,6 +2,7 @@
 
 #include "services/GifFile.h"
 #include "support/RecordingDesktop.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTemporaryDir>
@@ -12,126 +13,108 @@ class WaitAnimationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void showsTheFramesInTurnAndWraps();
-    void aFrameWithoutDelayStandsForGood();
-    void anExtraDelayKeepsEvenThatFrameGoing();
-    void tellsFilesThatCannotBeUsed_data();
-    void tellsFilesThatCannotBeUsed();
-    void hostilePicturesShowNothing_data();
-    void hostilePicturesShowNothing();
+    void init()
+    {
+        boxes_ = RecordingBoxes();
+        animation_ = std::make_unique<WaitAnimation>();
+        animation_->setBoxes(&boxes_);
+        animation_->resize(8, 8);
+    }
+
+    void showsTheFramesInTurnAndWraps()
+    {
+        const QSize size(8, 8);
+        animation_->Start(
+            write(GifFile(size).loop(0).frame(5, 1, {}, size).frame(5, 2, {}, size).frame(5, 3, {}, size)));
+        QCOMPARE(animation_->frameOnShow(), 0);
+        QCOMPARE(pixel(4, 4), QColor(Qt::red));
+        QTRY_COMPARE(animation_->frameOnShow(), 1);
+        QCOMPARE(pixel(4, 4), QColor(Qt::green));
+        QTRY_COMPARE(animation_->frameOnShow(), 0);
+        QCOMPARE(pixel(4, 4), QColor(Qt::red));
+        QVERIFY(animation_->isRunning());
+        QVERIFY(boxes_.shown.isEmpty());
+    }
+
+    void aFrameWithoutDelayStandsForGood()
+    {
+        animation_->Start(write(GifFile({8, 8}).loop(0).frame(1, 1).frame(0, 2).frame(1, 3)));
+        QVERIFY(animation_->isRunning());
+        QTRY_VERIFY(!animation_->isRunning());
+        QCOMPARE(animation_->frameOnShow(), 1);
+        QCOMPARE(pixel(1, 1), QColor(Qt::green));
+    }
+
+    void anExtraDelayKeepsEvenThatFrameGoing()
+    {
+        animation_->setExtraDelay(5);
+        animation_->Start(write(GifFile({8, 8}).loop(0).frame(0, 1).frame(0, 2).frame(0, 3)));
+        QTRY_COMPARE(animation_->frameOnShow(), 1);
+        QTRY_COMPARE(animation_->frameOnShow(), 0);
+    }
+
+    void tellsFilesThatCannotBeUsed_data()
+    {
+        columns<QString, QString>("path", "text");
+        row("missing", "/nowhere/connect.gif", "File /nowhere/connect.gif not found");
+        row("no animation", write(GifFile({8, 8}, 3)), "This file is not a *.gif file");
+    }
+
+    void tellsFilesThatCannotBeUsed()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, text);
+        animation_->Start(path);
+        QCOMPARE(boxes_.shown.size(), 1);
+        QCOMPARE(boxes_.shown[0],
+                 (RecordingBoxes::Box{QStringLiteral("BreloIM"), text, MessageBoxes::Icon::Critical,
+                                      MessageBoxes::Buttons::Ok}));
+        QVERIFY(!animation_->isRunning());
+        QCOMPARE(animation_->frameOnShow(), -1);
+    }
+
+    void hostilePicturesShowNothing_data()
+    {
+        columns<int, int, bool>("width", "height", "decodable");
+        row("a screen beyond measure", 65535, 65535, true);
+        row("a screen one pixel too wide", 1025, 1, true);
+        row("a screen without an area", 0, 0, false);
+        row("no picture behind the head", 8, 8, false);
+    }
+
+    void hostilePicturesShowNothing()
+    {
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFETCH(bool, decodable);
+        GifFile file({width, height});
+        if (decodable)
+            file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);
+        else
+            file.bareSeparator().bareSeparator().bareSeparator();
+        const QImage empty = animation_->grab().toImage();
+        animation_->Start(write(file));
+        QCOMPARE(animation_->frameOnShow(), 0);
+        QCOMPARE(animation_->grab().toImage(), empty);
+        QVERIFY(animation_->sizeHint().width() <= 1024);
+    }
 
 private:
-    QString write(const GifFile& gif);
+    QString write(const GifFile& gif)
+    {
+        QFile file(folder_.filePath(QStringLiteral("a.gif")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(gif.bytes()) < 0)
+            qFatal("no temporary file");
+        return file.fileName();
+    }
+
     // The colour at a point of the 8 x 8 pixels on show.
-    QColor pixel(int x, int y);
+    QColor pixel(int x, int y) { return animation_->grab().toImage().pixelColor(x, y); }
 
     QTemporaryDir folder_;
     RecordingBoxes boxes_;
     std::unique_ptr<WaitAnimation> animation_;
 };
-
-void WaitAnimationTest::init()
-{
-    boxes_ = RecordingBoxes();
-    animation_ = std::make_unique<WaitAnimation>();
-    animation_->setBoxes(&boxes_);
-    animation_->resize(8, 8);
-}
-
-QString WaitAnimationTest::write(const GifFile& gif)
-{
-    QFile file(folder_.filePath(QStringLiteral("a.gif")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(gif.bytes()) < 0)
-        qFatal("no temporary file");
-    return file.fileName();
-}
-
-QColor WaitAnimationTest::pixel(int x, int y)
-{
-    return animation_->grab().toImage().pixelColor(x, y);
-}
-
-void WaitAnimationTest::showsTheFramesInTurnAndWraps()
-{
-    const QSize size(8, 8);
-    animation_->Start(
-        write(GifFile(size).loop(0).frame(5, 1, {}, size).frame(5, 2, {}, size).frame(5, 3, {}, size)));
-    QCOMPARE(animation_->frameOnShow(), 0);
-    QCOMPARE(pixel(4, 4), QColor(Qt::red));
-    QTRY_COMPARE(animation_->frameOnShow(), 1);
-    QCOMPARE(pixel(4, 4), QColor(Qt::green));
-    QTRY_COMPARE(animation_->frameOnShow(), 0);
-    QCOMPARE(pixel(4, 4), QColor(Qt::red));
-    QVERIFY(animation_->isRunning());
-    QVERIFY(boxes_.shown.isEmpty());
-}
-
-void WaitAnimationTest::aFrameWithoutDelayStandsForGood()
-{
-    animation_->Start(write(GifFile({8, 8}).loop(0).frame(1, 1).frame(0, 2).frame(1, 3)));
-    QVERIFY(animation_->isRunning());
-    QTRY_VERIFY(!animation_->isRunning());
-    QCOMPARE(animation_->frameOnShow(), 1);
-    QCOMPARE(pixel(1, 1), QColor(Qt::green));
-}
-
-void WaitAnimationTest::anExtraDelayKeepsEvenThatFrameGoing()
-{
-    animation_->setExtraDelay(5);
-    animation_->Start(write(GifFile({8, 8}).loop(0).frame(0, 1).frame(0, 2).frame(0, 3)));
-    QTRY_COMPARE(animation_->frameOnShow(), 1);
-    QTRY_COMPARE(animation_->frameOnShow(), 0);
-}
-
-void WaitAnimationTest::tellsFilesThatCannotBeUsed_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("missing") << "/nowhere/connect.gif"
-                             << "File /nowhere/connect.gif not found";
-    QTest::newRow("no animation") << write(GifFile({8, 8}, 3)) << "This file is not a *.gif file";
-}
-
-void WaitAnimationTest::tellsFilesThatCannotBeUsed()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, text);
-    animation_->Start(path);
-    QCOMPARE(boxes_.shown.size(), 1);
-    QCOMPARE(boxes_.shown[0], (RecordingBoxes::Box{QStringLiteral("BreloIM"), text,
-                                                   MessageBoxes::Icon::Critical, MessageBoxes::Buttons::Ok}));
-    QVERIFY(!animation_->isRunning());
-    QCOMPARE(animation_->frameOnShow(), -1);
-}
-
-void WaitAnimationTest::hostilePicturesShowNothing_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<bool>("decodable");
-    QTest::newRow("a screen beyond measure") << 65535 << 65535 << true;
-    QTest::newRow("a screen one pixel too wide") << 1025 << 1 << true;
-    QTest::newRow("a screen without an area") << 0 << 0 << false;
-    QTest::newRow("no picture behind the head") << 8 << 8 << false;
-}
-
-void WaitAnimationTest::hostilePicturesShowNothing()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(bool, decodable);
-    GifFile file({width, height});
-    if (decodable)
-        file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);
-    else
-        file.bareSeparator().bareSeparator().bareSeparator();
-    const QImage empty = animation_->grab().toImage();
-    animation_->Start(write(file));
-    QCOMPARE(animation_->frameOnShow(), 0);
-    QCOMPARE(animation_->grab().toImage(), empty);
-    QVERIFY(animation_->sizeHint().width() <= 1024);
-}
 
 BRELO_TEST(WaitAnimationTest)
 #include "WaitAnimationTest.moc"

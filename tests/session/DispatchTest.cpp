@@ -2,6 +2,7 @@
 #include "session/SessionDispatch.h"
 #include "support/FakeEngine.h"
 #include "support/RecordingDesktop.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -40,19 +41,15 @@ class DispatchTest : public QObject
 private slots:
     void listsComeInEitherOrder_data()
     {
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("second");
-        QTest::addColumn<QStringList>("log");
+        columns<QString, QString, QStringList>("first", "second", "log");
         const QString roster = query(QStringLiteral("jabber:iq:roster"));
         const QString agents = query(QStringLiteral("jabber:iq:agents"));
-        QTest::newRow("roster first")
-            << roster << agents
-            << QStringList{QStringLiteral("first:Receiving Gateways..."), QStringLiteral("roster.OnIQ"),
-                           QStringLiteral("finish"), QStringLiteral("agents.OnIQ")};
-        QTest::newRow("agents first")
-            << agents << roster
-            << QStringList{QStringLiteral("first:Receiving Contacts"), QStringLiteral("agents.OnIQ"),
-                           QStringLiteral("finish"), QStringLiteral("roster.OnIQ")};
+        row("roster first", roster, agents,
+            QStringList{QStringLiteral("first:Receiving Gateways..."), QStringLiteral("roster.OnIQ"),
+                        QStringLiteral("finish"), QStringLiteral("agents.OnIQ")});
+        row("agents first", agents, roster,
+            QStringList{QStringLiteral("first:Receiving Contacts"), QStringLiteral("agents.OnIQ"),
+                        QStringLiteral("finish"), QStringLiteral("roster.OnIQ")});
     }
 
     void listsComeInEitherOrder()
@@ -104,17 +101,13 @@ private slots:
 
     void firstTimeQuestion_data()
     {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QStringList>("sent");
-        QTest::addColumn<QStringList>("log");
-        QTest::newRow("yes") << int(MessageBoxes::Answer::Yes)
-                             << QStringList{QStringLiteral(
-                                    "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\">"
-                                    "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
-                                    "<resource></resource></query></iq>")}
-                             << QStringList();
-        QTest::newRow("no") << int(MessageBoxes::Answer::No) << QStringList()
-                            << QStringList{QStringLiteral("back")};
+        columns<int, QStringList, QStringList>("answer", "sent", "log");
+        row("yes", int(MessageBoxes::Answer::Yes),
+            QStringList{QStringLiteral("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\">"
+                                       "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
+                                       "<resource></resource></query></iq>")},
+            QStringList());
+        row("no", int(MessageBoxes::Answer::No), QStringList(), QStringList{QStringLiteral("back")});
     }
 
     void firstTimeQuestion()
@@ -153,11 +146,10 @@ private slots:
 
     void namespacesDecideTheAdminMenu_data()
     {
-        QTest::addColumn<QString>("ns");
-        QTest::addColumn<bool>("admin");
-        QTest::newRow("last") << QStringLiteral("<ns>jabber:iq:time</ns><ns>JABBER:IQ:ADMIN</ns>") << true;
-        QTest::newRow("none") << QStringLiteral("<ns>jabber:iq:time</ns>") << false;
-        QTest::newRow("empty answer keeps the old mark") << QString() << true;
+        columns<QString, bool>("ns", "admin");
+        row("last", QStringLiteral("<ns>jabber:iq:time</ns><ns>JABBER:IQ:ADMIN</ns>"), true);
+        row("none", QStringLiteral("<ns>jabber:iq:time</ns>"), false);
+        row("empty answer keeps the old mark", QString(), true);
     }
 
     void namespacesDecideTheAdminMenu()
@@ -174,21 +166,16 @@ private slots:
 
     void browseAnswersFindTheirPlace_data()
     {
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<bool>("room");
-        QTest::addColumn<QString>("place");
+        columns<QString, bool, QString>("id", "room", "place");
         const QString room = QLatin1String(Routes::groupChat);
-        QTest::newRow("server check")
-            << "Check_Server" << false << QString(QLatin1String(Routes::checkServer));
-        QTest::newRow("services") << "VRX_GET_SERVICE" << false
-                                  << QString(QLatin1String(Routes::searchServices));
-        QTest::newRow("browser") << "VRX_browser" << false << QString(QLatin1String(Routes::searchServices));
-        QTest::newRow("rooms") << "VRX_GET_CHATROOM" << true << QString(QLatin1String(Routes::chatRooms));
-        QTest::newRow("components") << "VRX_CHATROOM?" << false << QString(QLatin1String(Routes::chatRooms));
-        QTest::newRow("a room's push") << "other" << true << room;
-        QTest::newRow("users") << "VRX_GET_ONLINEUSERS" << false
-                               << QString(QLatin1String(Routes::onlineUsers));
-        QTest::newRow("nobody's") << "other" << false << QString();
+        row("server check", "Check_Server", false, QString(QLatin1String(Routes::checkServer)));
+        row("services", "VRX_GET_SERVICE", false, QString(QLatin1String(Routes::searchServices)));
+        row("browser", "VRX_browser", false, QString(QLatin1String(Routes::searchServices)));
+        row("rooms", "VRX_GET_CHATROOM", true, QString(QLatin1String(Routes::chatRooms)));
+        row("components", "VRX_CHATROOM?", false, QString(QLatin1String(Routes::chatRooms)));
+        row("a room's push", "other", true, room);
+        row("users", "VRX_GET_ONLINEUSERS", false, QString(QLatin1String(Routes::onlineUsers)));
+        row("nobody's", "other", false, QString());
     }
 
     void browseAnswersFindTheirPlace()
@@ -212,29 +199,28 @@ private slots:
 
     void messagesFindTheirPlace_data()
     {
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("log");
+        columns<QString, QString>("message", "log");
         const auto from = [](const char* text) {
             return QStringLiteral("<message ") + QLatin1String(text) + u'>';
         };
         const QString end = QStringLiteral("<body>b</body></message>");
-        QTest::newRow("headline") << from("type=\"headline\" from=\"news.example\"") + end << "notice";
-        QTest::newRow("mail notice off") << from("type=\"headline\" from=\"MSN.montague.example\"") +
-                                                QStringLiteral("<subject>Hotmail</subject>") + end
-                                         << "";
-        QTest::newRow("mail notice of another subject")
-            << from("type=\"headline\" from=\"msn.montague.example\"") +
-                   QStringLiteral("<subject>hotmail</subject>") + end
-            << "notice";
-        QTest::newRow("error while errors are off") << from("type=\"error\" from=\"a@b\"") + end << "";
-        QTest::newRow("room") << from("type=\"groupchat\" from=\"r@c/n\"") + end << "";
-        QTest::newRow("chat") << from("type=\"chat\" from=\"a@b/r\"") + end << "chat.OnMessage";
-        QTest::newRow("no type") << from("from=\"a@b\"") + end << "chat.OnMessage";
-        QTest::newRow("no sender") << from("type=\"chat\"") + end << "chat.OnMessage";
-        QTest::newRow("capital letter") << from("type=\"Normal\" from=\"a@b\"") + end << "chat.OnMessage";
-        QTest::newRow("blocked, with a resource") << from("type=\"chat\" from=\"tybalt@b/r\"") + end << "";
-        QTest::newRow("blocked in another case")
-            << from("type=\"chat\" from=\"Tybalt@b\"") + end << "chat.OnMessage";
+        row("headline", from("type=\"headline\" from=\"news.example\"") + end, "notice");
+        row("mail notice off",
+            from("type=\"headline\" from=\"MSN.montague.example\"") +
+                QStringLiteral("<subject>Hotmail</subject>") + end,
+            "");
+        row("mail notice of another subject",
+            from("type=\"headline\" from=\"msn.montague.example\"") +
+                QStringLiteral("<subject>hotmail</subject>") + end,
+            "notice");
+        row("error while errors are off", from("type=\"error\" from=\"a@b\"") + end, "");
+        row("room", from("type=\"groupchat\" from=\"r@c/n\"") + end, "");
+        row("chat", from("type=\"chat\" from=\"a@b/r\"") + end, "chat.OnMessage");
+        row("no type", from("from=\"a@b\"") + end, "chat.OnMessage");
+        row("no sender", from("type=\"chat\"") + end, "chat.OnMessage");
+        row("capital letter", from("type=\"Normal\" from=\"a@b\"") + end, "chat.OnMessage");
+        row("blocked, with a resource", from("type=\"chat\" from=\"tybalt@b/r\"") + end, "");
+        row("blocked in another case", from("type=\"chat\" from=\"Tybalt@b\"") + end, "chat.OnMessage");
     }
 
     void messagesFindTheirPlace()
@@ -248,27 +234,22 @@ private slots:
 
     void presencesFindTheirPlace_data()
     {
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<bool>("initiated");
-        QTest::addColumn<QString>("log");
-        QTest::newRow("before the list") << "from=\"a@b\"" << false << "";
-        QTest::newRow("plain") << "from=\"a@b/r\"" << true << "roster.OnPresence";
-        QTest::newRow("asks") << "from=\"a@b\" type=\"subscribe\"" << true << "ask";
-        QTest::newRow("accepted")
-            << "from=\"a@b\" type=\"subscribed\"" << true
-            << "write|a@b|Authorization notification|The Contact accepted the Authorisation "
-               "Request,roster.OnPresence";
-        QTest::newRow("removed")
-            << "from=\"a@b/x\" type=\"unsubscribe\"" << true
-            << "write|a@b/x|Authorization notification|The Contact removed you from his Contact "
-               "List,roster.OnPresence,remove:a@b";
-        QTest::newRow("refused") << "from=\"a@b\" type=\"unsubscribed\"" << true
-                                 << "write|a@b|Authorization notification|The Contact refused your "
-                                    "Request,roster.OnPresence";
-        QTest::newRow("error of somebody, errors off") << "from=\"a@b\" type=\"error\"" << true << "";
-        QTest::newRow("error of nobody") << "type=\"error\"" << true << "noticePresence";
-        QTest::newRow("gateway unsubscribed")
-            << "from=\"icq.example\" type=\"unsubscribed\"" << true << "roster.OnPresence";
+        columns<QString, bool, QString>("attributes", "initiated", "log");
+        row("before the list", "from=\"a@b\"", false, "");
+        row("plain", "from=\"a@b/r\"", true, "roster.OnPresence");
+        row("asks", "from=\"a@b\" type=\"subscribe\"", true, "ask");
+        row("accepted", "from=\"a@b\" type=\"subscribed\"", true,
+            "write|a@b|Authorization notification|The Contact accepted the Authorisation "
+            "Request,roster.OnPresence");
+        row("removed", "from=\"a@b/x\" type=\"unsubscribe\"", true,
+            "write|a@b/x|Authorization notification|The Contact removed you from his Contact "
+            "List,roster.OnPresence,remove:a@b");
+        row("refused", "from=\"a@b\" type=\"unsubscribed\"", true,
+            "write|a@b|Authorization notification|The Contact refused your "
+            "Request,roster.OnPresence");
+        row("error of somebody, errors off", "from=\"a@b\" type=\"error\"", true, "");
+        row("error of nobody", "type=\"error\"", true, "noticePresence");
+        row("gateway unsubscribed", "from=\"icq.example\" type=\"unsubscribed\"", true, "roster.OnPresence");
     }
 
     void presencesFindTheirPlace()

@@ -50,6 +50,7 @@ void FakeClient::inject(const QString& xml)
 void FakeClient::streamUp()
 {
     gateway->connected = true;
+    client.Core->PluginManager->Queue()->setOwnJid(client.ownFullJid(), client.ownFullJid());
     deliver(Stanza::notice("connect"));
 }
 

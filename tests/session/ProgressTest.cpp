@@ -2,6 +2,7 @@
 #include "session/forms/SignInForm.h"
 #include "support/LiveClient.h"
 #include "support/ScriptedServer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -15,19 +16,17 @@ class ProgressTest : public QObject
 private slots:
     void tellsWhatWentWrong_data()
     {
-        QTest::addColumn<QString>("server");
-        QTest::addColumn<QString>("says");
+        columns<QString, QString>("server", "says");
         const QString address = QStringLiteral("$server");
-        QTest::newRow("empty") << QString() << "No server is given.";
-        QTest::newRow("blanks only") << QStringLiteral("   ") << "No server is given.";
-        QTest::newRow("blanks within") << QStringLiteral("my server") << "has blanks in it";
-        QTest::newRow("word for a port") << QStringLiteral("localhost:many") << "is not a port";
-        QTest::newRow("port out of range") << QStringLiteral("localhost:70000") << "is not a port";
-        QTest::newRow("no host before the port")
-            << QStringLiteral(":5222") << "No server is given before the port.";
+        row("empty", QString(), "No server is given.");
+        row("blanks only", QStringLiteral("   "), "No server is given.");
+        row("blanks within", QStringLiteral("my server"), "has blanks in it");
+        row("word for a port", QStringLiteral("localhost:many"), "is not a port");
+        row("port out of range", QStringLiteral("localhost:70000"), "is not a port");
+        row("no host before the port", QStringLiteral(":5222"), "No server is given before the port.");
         // No name has a part that long, so nobody is asked for it.
-        QTest::newRow("host that doesn't exist") << QString(70, u'x') << "There is no server named";
-        QTest::newRow("port that refuses") << address << "the connection was refused";
+        row("host that doesn't exist", QString(70, u'x'), "There is no server named");
+        row("port that refuses", address, "the connection was refused");
     }
 
     void tellsWhatWentWrong()

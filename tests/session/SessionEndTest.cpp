@@ -2,8 +2,10 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/WaitAnimation.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -41,10 +43,10 @@ class SessionEndTest : public QObject
 private slots:
     void cancelComesBackFromEveryStep_data()
     {
-        QTest::addColumn<int>("steps");
-        QTest::newRow("connecting") << 0;
-        QTest::newRow("stream up") << 1;
-        QTest::newRow("first list there") << 2;
+        columns<int>("steps");
+        row("connecting", 0);
+        row("stream up", 1);
+        row("first list there", 2);
     }
 
     void cancelComesBackFromEveryStep()
@@ -83,24 +85,28 @@ private slots:
         QCOMPARE(panel(*live.rosterForm(), 2), QStringLiteral("Diconnected"));
         QCOMPARE(panel(*live.rosterForm(), 3), QString());
         QVERIFY(!live.rosterForm()->Roster1->isVisible());
+        QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
         QCOMPARE(live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
         QCOMPARE(live.trayEntry("mnuTrayConnect"), QStringLiteral("Connect..."));
         // The connect button starts again through the sign-in window.
-        ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->trigger();
+        const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
+        QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
+        ui::choose(live.rosterForm(), "Toolbar1Button1");
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
+        live.client.settings.SSL = true;
         live.signIn();
         QVERIFY(live.rosterForm()->Roster1->isVisible());
-        QCOMPARE(panel(*live.rosterForm(), 3), QStringLiteral("OPEN"));
+        QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());
+        QVERIFY(ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->isChecked());
+        QCOMPARE(panel(*live.rosterForm(), 2) + panel(*live.rosterForm(), 3), "AvailableSSL");
     }
 
     void windowPositionComesBack_data()
     {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("startInTray");
-        QTest::addColumn<bool>("returns");
-        QTest::newRow("normal") << 0 << false << true;
-        QTest::newRow("start in the tray ignores the place") << 0 << true << false;
-        QTest::newRow("minimised loses the place") << 1 << false << false;
+        columns<int, bool, bool>("state", "startInTray", "returns");
+        row("normal", 0, false, true);
+        row("start in the tray ignores the place", 0, true, false);
+        row("minimised loses the place", 1, false, false);
     }
 
     void windowPositionComesBack()
@@ -126,9 +132,9 @@ private slots:
 
     void exitClosesAndWritesEverything_data()
     {
-        QTest::addColumn<bool>("byTray");
-        QTest::newRow("tray") << true;
-        QTest::newRow("menu") << false;
+        columns<bool>("byTray");
+        row("tray", true);
+        row("menu", false);
     }
 
     void exitClosesAndWritesEverything()

@@ -1,6 +1,7 @@
 #include "session/forms/SignInForm.h"
 #include "FakeClient.h"
 #include "contacts/forms/RosterForm.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -44,10 +45,9 @@ class SignInFormTest : public QObject
 private slots:
     void fieldsComeFromTheSettings_data()
     {
-        QTest::addColumn<bool>("savePassword");
-        QTest::addColumn<QString>("password");
-        QTest::newRow("password kept") << true << QStringLiteral("secret");
-        QTest::newRow("password not kept") << false << QString();
+        columns<bool, QString>("savePassword", "password");
+        row("password kept", true, QStringLiteral("secret"));
+        row("password not kept", false, QString());
     }
 
     void fieldsComeFromTheSettings()
@@ -70,17 +70,13 @@ private slots:
 
     void checkBoxes_data()
     {
-        QTest::addColumn<QByteArray>("box");
-        QTest::addColumn<int>("clicks");
-        QTest::addColumn<bool>("savePassword");
-        QTest::addColumn<bool>("autoLogon");
-        QTest::addColumn<QString>("password");
-        QTest::newRow("save") << QByteArray("Check1") << 1 << true << false << "typed";
-        QTest::newRow("save and not") << QByteArray("Check1") << 2 << false << false << "typed";
-        QTest::newRow("auto-login saves the password")
-            << QByteArray("Check2") << 1 << true << true << "typed";
-        QTest::newRow("and leaves it saved") << QByteArray("Check2") << 2 << true << false << "typed";
-        QTest::newRow("SSL") << QByteArray("Check3") << 1 << false << false << "";
+        columns<QByteArray, int, bool, bool, QString>("box", "clicks", "savePassword", "autoLogon",
+                                                      "password");
+        row("save", QByteArray("Check1"), 1, true, false, "typed");
+        row("save and not", QByteArray("Check1"), 2, false, false, "typed");
+        row("auto-login saves the password", QByteArray("Check2"), 1, true, true, "typed");
+        row("and leaves it saved", QByteArray("Check2"), 2, true, false, "typed");
+        row("SSL", QByteArray("Check3"), 1, false, false, "");
     }
 
     void checkBoxes()
@@ -140,10 +136,10 @@ private slots:
 
     void enterConnects_data()
     {
-        QTest::addColumn<QByteArray>("control");
+        columns<QByteArray>("control");
         for (const char* name :
              {"txtUserName", "txtPassword", "txtServer", "txtResource", "Check1", "Connect"})
-            QTest::newRow(name) << QByteArray(name);
+            row(name, QByteArray(name));
     }
 
     void enterConnects()
@@ -168,12 +164,10 @@ private slots:
 
     void closeBox_data()
     {
-        QTest::addColumn<bool>("reachable");
-        QTest::addColumn<bool>("ending");
-        QTest::addColumn<QString>("restore");
-        QTest::newRow("goes to the tray") << true << false << QStringLiteral("Restore");
-        QTest::newRow("stays in reach where there is no tray") << false << false << QString();
-        QTest::newRow("really ends after Disconnect") << true << true << QString();
+        columns<bool, bool, QString>("reachable", "ending", "restore");
+        row("goes to the tray", true, false, QStringLiteral("Restore"));
+        row("stays in reach where there is no tray", false, false, QString());
+        row("really ends after Disconnect", true, true, QString());
     }
 
     void closeBox()
@@ -196,10 +190,9 @@ private slots:
 
     void unloadWritesTheSettings_data()
     {
-        QTest::addColumn<bool>("savePassword");
-        QTest::addColumn<QString>("password");
-        QTest::newRow("with the password") << true << QStringLiteral("new");
-        QTest::newRow("without") << false << QString();
+        columns<bool, QString>("savePassword", "password");
+        row("with the password", true, QStringLiteral("new"));
+        row("without", false, QString());
     }
 
     void unloadWritesTheSettings()

@@ -1,6 +1,7 @@
 #include "FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -58,13 +59,12 @@ private slots:
 
     void statusEntries_data()
     {
-        QTest::addColumn<QByteArray>("entry");
-        QTest::addColumn<QString>("show");
-        QTest::newRow("available") << QByteArray("mnuTrayStatusAv") << "<show></show>";
-        QTest::newRow("away") << QByteArray("mnuTrayStatusAway") << "<show>away</show>";
-        QTest::newRow("extended away") << QByteArray("mnuTrayStatusXA") << "<show>xa</show>";
-        QTest::newRow("do not disturb") << QByteArray("mnuTrayStatusDND") << "<show>dnd</show>";
-        QTest::newRow("free for chat") << QByteArray("mnuTrayStatusFFC") << "<show>chat</show>";
+        columns<QByteArray, QString>("entry", "show");
+        row("available", QByteArray("mnuTrayStatusAv"), "<show></show>");
+        row("away", QByteArray("mnuTrayStatusAway"), "<show>away</show>");
+        row("extended away", QByteArray("mnuTrayStatusXA"), "<show>xa</show>");
+        row("do not disturb", QByteArray("mnuTrayStatusDND"), "<show>dnd</show>");
+        row("free for chat", QByteArray("mnuTrayStatusFFC"), "<show>chat</show>");
     }
 
     void statusEntries()
@@ -87,9 +87,9 @@ private slots:
 
     void doubleClick_data()
     {
-        QTest::addColumn<bool>("minimized");
-        QTest::newRow("brings a minimised main window back") << true;
-        QTest::newRow("leaves an open one alone") << false;
+        columns<bool>("minimized");
+        row("brings a minimised main window back", true);
+        row("leaves an open one alone", false);
     }
 
     void doubleClick()
@@ -107,9 +107,9 @@ private slots:
 
     void closingTheMainWindow_data()
     {
-        QTest::addColumn<bool>("reachable");
-        QTest::newRow("hides it and says where it went") << true;
-        QTest::newRow("leaves it in reach where there is no tray") << false;
+        columns<bool>("reachable");
+        row("hides it and says where it went", true);
+        row("leaves it in reach where there is no tray", false);
     }
 
     void closingTheMainWindow()

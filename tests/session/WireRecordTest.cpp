@@ -73,38 +73,6 @@ private slots:
         QCOMPARE(presencesOf(record).size(), 1);
     }
 
-    void statusCommands_data()
-    {
-        QTest::addColumn<QByteArray>("entry");
-        QTest::addColumn<QByteArray>("wire");
-        QTest::newRow("available") << QByteArray("mRosterSAvailable")
-                                   << QByteArray("<presence><show></show><status></status></presence>");
-        QTest::newRow("away") << QByteArray("mRosterSAway")
-                              << QByteArray(
-                                     "<presence><show>away</show><status>Al momento non al computer</status>"
-                                     "</presence>");
-        QTest::newRow("xa") << QByteArray("mRosterSXAway")
-                            << QByteArray(
-                                   "<presence><show>xa</show><status>Non al computer per un po'</status>"
-                                   "</presence>");
-        QTest::newRow("dnd")
-            << QByteArray("mRosterSDND")
-            << QByteArray("<presence><show>dnd</show><status>I'm busy, go away.</status></presence>");
-        QTest::newRow("chat") << QByteArray("mRosterSFFC")
-                              << QByteArray("<presence><show>chat</show><status></status></presence>");
-    }
-
-    void statusCommands()
-    {
-        QFETCH(QByteArray, entry);
-        QFETCH(QByteArray, wire);
-        Fixture f;
-        QVERIFY(f.signIn());
-        f.server.takeReceived();
-        ui::choose(f.live->rosterForm(), entry.constData());
-        QTRY_COMPARE(f.server.received(), QList<QByteArray>{wire});
-    }
-
     void chatBothWays()
     {
         Fixture f;

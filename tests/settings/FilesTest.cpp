@@ -1,5 +1,6 @@
 #include "settings/CRegistry.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -36,18 +37,12 @@ private slots:
 
     void execIsQuoted_data()
     {
-        QTest::addColumn<QString>("program");
-        QTest::addColumn<QString>("exec");
-        QTest::newRow("quote") << "/a\"b"
-                               << "\"/a\\\\\"b\"";
-        QTest::newRow("dollar and backtick") << "/a$b`c"
-                                             << "\"/a\\\\$b\\\\`c\"";
-        QTest::newRow("backslash") << "/a\\b"
-                                   << "\"/a\\\\\\\\b\"";
-        QTest::newRow("field code") << "/100%u"
-                                    << "\"/100%%u\"";
-        QTest::newRow("letters") << "/è'x"
-                                 << "\"/è'x\"";
+        columns<QString, QString>("program", "exec");
+        row("quote", "/a\"b", "\"/a\\\\\"b\"");
+        row("dollar and backtick", "/a$b`c", "\"/a\\\\$b\\\\`c\"");
+        row("backslash", "/a\\b", "\"/a\\\\\\\\b\"");
+        row("field code", "/100%u", "\"/100%%u\"");
+        row("letters", "/è'x", "\"/è'x\"");
     }
     void execIsQuoted()
     {
@@ -58,16 +53,11 @@ private slots:
 
     void badEntriesAreRefused_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("program");
-        QTest::newRow("other folder") << "../BreloIM"
-                                      << "/opt/b";
-        QTest::newRow("no name") << ""
-                                 << "/opt/b";
-        QTest::newRow("no program") << "BreloIM"
-                                    << "";
-        QTest::newRow("line end") << "BreloIM"
-                                  << "/opt/b\nHidden=true";
+        columns<QString, QString>("name", "program");
+        row("other folder", "../BreloIM", "/opt/b");
+        row("no name", "", "/opt/b");
+        row("no program", "BreloIM", "");
+        row("line end", "BreloIM", "/opt/b\nHidden=true");
     }
     void badEntriesAreRefused()
     {
@@ -81,18 +71,13 @@ private slots:
 
     void filesOfSettingsAreFound_data()
     {
-        QTest::addColumn<QString>("named");
-        QTest::addColumn<QString>("file");
+        columns<QString, QString>("named", "file");
         const QString app = paths::applicationFolder();
-        QTest::newRow("backslashes") << "\\Sounds\\x.wav" << app + "/Sounds/x.wav";
-        QTest::newRow("missing absolute") << "/no/such.wav"
-                                          << "/no/such.wav";
-        QTest::newRow("absolute") << "/etc/passwd"
-                                  << "/etc/passwd";
-        QTest::newRow("relative") << "x.wav"
-                                  << "x.wav";
-        QTest::newRow("empty") << ""
-                               << "";
+        row("backslashes", "\\Sounds\\x.wav", app + "/Sounds/x.wav");
+        row("missing absolute", "/no/such.wav", "/no/such.wav");
+        row("absolute", "/etc/passwd", "/etc/passwd");
+        row("relative", "x.wav", "x.wav");
+        row("empty", "", "");
     }
     void filesOfSettingsAreFound()
     {

@@ -3,6 +3,7 @@
 #include "settings/Paths.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingSecrets.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -55,12 +56,11 @@ private slots:
 
     void isKeptOnlyWhenWanted_data()
     {
-        QTest::addColumn<bool>("autoLogon");
-        QTest::addColumn<bool>("savePassword");
-        QTest::newRow("neither") << false << false;
-        QTest::newRow("auto logon") << true << false;
-        QTest::newRow("save password") << false << true;
-        QTest::newRow("both") << true << true;
+        columns<bool, bool>("autoLogon", "savePassword");
+        row("neither", false, false);
+        row("auto logon", true, false);
+        row("save password", false, true);
+        row("both", true, true);
     }
     void isKeptOnlyWhenWanted()
     {

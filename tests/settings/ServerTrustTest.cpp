@@ -1,5 +1,6 @@
 #include "settings/Paths.h"
 #include "settings/SettingsStore.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -18,14 +19,13 @@ private slots:
 
     void aPinBelongsToOneServer_data()
     {
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<bool>("pinned");
-        QTest::newRow("same") << "Chat.Example:5223" << true;
-        QTest::newRow("other case") << "chat.example:5223" << true;
-        QTest::newRow("other port") << "chat.example" << false;
-        QTest::newRow("part") << "example" << false;
-        QTest::newRow("separator") << "chat.example:5223/" << false;
-        QTest::newRow("empty") << "" << false;
+        columns<QString, bool>("asked", "pinned");
+        row("same", "Chat.Example:5223", true);
+        row("other case", "chat.example:5223", true);
+        row("other port", "chat.example", false);
+        row("part", "example", false);
+        row("separator", "chat.example:5223/", false);
+        row("empty", "", false);
     }
     void aPinBelongsToOneServer()
     {

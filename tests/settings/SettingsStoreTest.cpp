@@ -1,6 +1,7 @@
 #include "settings/SettingsStore.h"
 #include "settings/Paths.h"
 #include "settings/SettingKeys.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -100,18 +101,18 @@ private slots:
 
     void valuesStandAsTextUnderTheirKeys_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("Program Settings/Check Yahoo! Mail") << "False";
-        QTest::newRow("Program Settings/New Window on Top") << "True";
-        QTest::newRow("Program Settings/Color Online") << "12222037";
-        QTest::newRow("Program Settings/Char OnLine Size") << "8.25";
-        QTest::newRow("Program Settings/Sponsor added") << "False";
-        QTest::newRow("Program Settings/Version") << BRELO_VERSION;
-        QTest::newRow("Program Settings/Session") << "home";
-        QTest::newRow("Status Messages/DND") << "I'm busy, go away.";
-        QTest::newRow("Program Settings/Char OnffLine Bold") << QString();
-        QTest::newRow("Program Settings/Char OffLine Size") << QString();
-        QTest::newRow("Program Settings/Char OffLine Name") << QString();
+        columns<QString>("text");
+        row("Program Settings/Check Yahoo! Mail", "False");
+        row("Program Settings/New Window on Top", "True");
+        row("Program Settings/Color Online", "12222037");
+        row("Program Settings/Char OnLine Size", "8.25");
+        row("Program Settings/Sponsor added", "False");
+        row("Program Settings/Version", BRELO_VERSION);
+        row("Program Settings/Session", "home");
+        row("Status Messages/DND", "I'm busy, go away.");
+        row("Program Settings/Char OnffLine Bold", QString());
+        row("Program Settings/Char OffLine Size", QString());
+        row("Program Settings/Char OffLine Name", QString());
     }
     void valuesStandAsTextUnderTheirKeys()
     {
@@ -159,24 +160,15 @@ private slots:
 
     void anUnreadableValueResets_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("word for a Boolean") << "Check Hotmail"
-                                            << "perhaps";
-        QTest::newRow("cut Boolean") << "Current Window on Top"
-                                     << "Tr";
-        QTest::newRow("empty Boolean") << "Auto Logon"
-                                       << "";
-        QTest::newRow("word for a number") << "Balloon Time"
-                                           << "long";
-        QTest::newRow("number too big") << "Auto Away Timer Mins"
-                                        << "99999999999";
-        QTest::newRow("fraction") << "Auto xAway Timer Mins"
-                                  << "1.5";
-        QTest::newRow("no number") << "Char OnLine Size"
-                                   << "nan";
-        QTest::newRow("endless") << "Char OffLine Size"
-                                 << "inf";
+        columns<QString, QString>("key", "text");
+        row("word for a Boolean", "Check Hotmail", "perhaps");
+        row("cut Boolean", "Current Window on Top", "Tr");
+        row("empty Boolean", "Auto Logon", "");
+        row("word for a number", "Balloon Time", "long");
+        row("number too big", "Auto Away Timer Mins", "99999999999");
+        row("fraction", "Auto xAway Timer Mins", "1.5");
+        row("no number", "Char OnLine Size", "nan");
+        row("endless", "Char OffLine Size", "inf");
     }
     void anUnreadableValueResets()
     {

@@ -1,5 +1,6 @@
 #include "settings/Paths.h"
 #include "settings/SettingsStore.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
@@ -31,12 +32,11 @@ private slots:
 
     void comesBack_data()
     {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<QRect>("expected");
+        columns<int, QRect>("state", "expected");
         const QRect geometry(-1200, 40, 260, 520);
-        QTest::newRow("normal") << 0 << geometry;
-        QTest::newRow("minimised is stored as zeros") << 1 << QRect(0, 0, 0, 0);
-        QTest::newRow("maximised") << 2 << geometry;
+        row("normal", 0, geometry);
+        row("minimised is stored as zeros", 1, QRect(0, 0, 0, 0));
+        row("maximised", 2, geometry);
     }
     void comesBack()
     {
@@ -50,21 +50,13 @@ private slots:
 
     void badNumbersAreReplaced_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QRect>("expected");
-        QTest::addColumn<int>("state");
+        columns<QString, QString, QRect, int>("key", "text", "expected", "state");
         const QRect stored(1, 2, 30, 40);
-        QTest::newRow("word") << "Top"
-                              << "high" << QRect(1, 20, 30, 40) << 2;
-        QTest::newRow("beyond a number") << "Width"
-                                         << "99999999999" << QRect(1, 2, 300, 40) << 2;
-        QTest::newRow("huge") << "Left"
-                              << "2147483647" << QRect(1000000, 2, 30, 40) << 2;
-        QTest::newRow("unknown state") << "Window State"
-                                       << "7" << stored << 0;
-        QTest::newRow("state as word") << "Window State"
-                                       << "up" << stored << 0;
+        row("word", "Top", "high", QRect(1, 20, 30, 40), 2);
+        row("beyond a number", "Width", "99999999999", QRect(1, 2, 300, 40), 2);
+        row("huge", "Left", "2147483647", QRect(1000000, 2, 30, 40), 2);
+        row("unknown state", "Window State", "7", stored, 0);
+        row("state as word", "Window State", "up", stored, 0);
     }
     void badNumbersAreReplaced()
     {

@@ -46,7 +46,8 @@ void CertificateForm::addFact(const QString& label, const QString& value, const 
     auto* text = new QLabel(value, this);
     text->setObjectName(name);
     text->setTextFormat(Qt::PlainText);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    text->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
+    text->setFocusPolicy(Qt::StrongFocus);
     text->setWordWrap(true);
     if (value.contains(u'\n'))
         text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -1,0 +1,205 @@
+#include "FakeClient.h"
+#include "contacts/forms/Roster.h"
+#include "contacts/forms/RosterForm.h"
+#include "contacts/forms/RosterView.h"
+#include "session/forms/CertificateForm.h"
+#include "session/forms/SignInForm.h"
+#include "support/Table.h"
+#include "support/TestRunner.h"
+#include "support/UiDriver.h"
+
+#include <QAccessible>
+#include <QDirIterator>
+#include <QLabel>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTest>
+
+#include <algorithm>
+
+namespace
+{
+
+using Open = void (*)(FakeClient&);
+
+const QString juliet = "juliet@montague.example";
+
+void openConversation(FakeClient& c)
+{
+    c.ui->windows.openConversation(juliet, true);
+    c.client.Core->tick();
+}
+
+void openCard(FakeClient& c, const QString& jid)
+{
+    c.inject(QStringLiteral("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
+}
+
+// Every window of the program and how a client that is signed in gets it: the form's name, and a word behind
+// it where the form has several looks.
+const std::pair<const char*, Open> windows[] = {
+    {"SignInForm", [](FakeClient&) {}},
+    {"LoggingInForm", [](FakeClient& c) { c.ui->windows.progress(); }},
+    {"CertificateForm", [](FakeClient& c) { new CertificateForm(CertificateInfo(), &c.signInForm()); }},
+    {"AboutForm", [](FakeClient& c) { c.ui->windows.showAbout(); }},
+    {"RosterForm", [](FakeClient&) {}},
+    {"AddGroupForm", [](FakeClient& c) { ui::choose(c.rosterForm(), "mRosterFCreate"); }},
+    {"MoveFriendForm",
+     [](FakeClient& c) {
+         c.rosterForm()->Roster1->view().keyboardSearch("Juliet");
+         emit c.rosterForm()->Roster1->moveContactRequested();
+     }},
+    {"ShowInTrayForm", [](FakeClient& c) { c.ui->windows.showInTray(); }},
+    {"MessageForm", openConversation},
+    {"LogMessageForm",
+     [](FakeClient& c) {
+         openConversation(c);
+         ui::choose(c.form("MessageForm"), "mnustroldconv");
+     }},
+    {"HeadLineForm", [](FakeClient& c) { c.ui->windows.notices(); }},
+    {"authorizeForm",
+     [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"paris@verona.example\"/>"); }},
+    {"VCardForm own", [](FakeClient& c) { openCard(c, "romeo@montague.example"); }},
+    {"VCardForm another's", [](FakeClient& c) { openCard(c, juliet); }},
+};
+
+QString formOf(const char* row)
+{
+    return QString(row).section(' ', 0, 0);
+}
+
+// A form by its name, or a dialog of the sign-in window's.
+QWidget* window(const FakeClient& c, const QString& name)
+{
+    auto* form = c.registry.find(name);
+    return form ? form : c.signInForm().findChild<QWidget*>(name);
+}
+
+QList<QWidget*> visibleControls(const QWidget* window)
+{
+    auto controls = window->findChildren<QWidget*>();
+    controls.removeIf([window](QWidget* control) { return !control->isVisibleTo(window); });
+    return controls;
+}
+
+// What the keys have to reach; inner parts of a control pass the focus to it.
+bool takesFocus(QWidget* control)
+{
+    const auto* radio = qobject_cast<QRadioButton*>(control); // the arrows move within its group
+    return control->isEnabled() && control->focusPolicy() != Qt::NoFocus && !control->focusProxy() &&
+           (!radio || radio->isChecked());
+}
+
+QString described(QWidget* control)
+{
+    return control->metaObject()->className() + (' ' + control->objectName());
+}
+
+QStringList nameless(QWidget* window)
+{
+    QStringList found;
+    for (auto* control : visibleControls(window)) {
+        const bool speaks = takesFocus(control) || qobject_cast<QAbstractButton*>(control);
+        if (speaks && QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).isEmpty())
+            found += described(control);
+    }
+    return found;
+}
+
+QStringList captions(QWidget* control)
+{
+    QStringList found;
+    if (auto* button = qobject_cast<QAbstractButton*>(control))
+        found += button->text();
+    else if (auto* label = qobject_cast<QLabel*>(control); label && label->buddy())
+        found += label->text();
+    else if (auto* tabs = qobject_cast<QTabBar*>(control)) {
+        for (int index = 0; index < tabs->count(); ++index)
+            found += tabs->tabText(index);
+    } else if (qobject_cast<QMenuBar*>(control)) {
+        for (const auto* action : control->actions())
+            found += action->text();
+    }
+    return found;
+}
+
+// Mnemonics that stand twice.
+QStringList clashing(QWidget* window)
+{
+    QHash<QKeySequence, QStringList> users;
+    for (auto* control : visibleControls(window)) {
+        for (const auto& caption : captions(control))
+            users[QKeySequence::mnemonic(caption)] += caption;
+    }
+    users.remove(QKeySequence());
+    QStringList found;
+    for (const auto& sharing : std::as_const(users)) {
+        if (sharing.size() > 1)
+            found += sharing.join('/');
+    }
+    return found;
+}
+
+// Controls that Tab doesn't come to on its way round the window.
+QStringList unreached(QWidget* window)
+{
+    auto missing = visibleControls(window);
+    missing.removeIf([](QWidget* control) { return !takesFocus(control); });
+    for (auto steps = missing.size(); steps >= 0; --steps) {
+        auto* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : window, Qt::Key_Tab);
+        missing.removeOne(QApplication::focusWidget());
+    }
+    QStringList found;
+    for (auto* control : std::as_const(missing))
+        found += described(control);
+    return found;
+}
+
+} // namespace
+
+// What someone needs who uses the keys or a screen reader, of every window.
+class AccessibilityTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyWindowHasItsRow()
+    {
+        QDirIterator files(qEnvironmentVariable("BRELO_SOURCE_DIR") + "/src", {"*Form.ui"}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        QVERIFY(files.hasNext());
+        while (files.hasNext()) {
+            const QString form = QFileInfo(files.next()).baseName();
+            const auto isOfForm = [&](const auto& row) { return formOf(row.first) == form; };
+            QVERIFY2(std::ranges::any_of(windows, isOfForm), qPrintable(form));
+        }
+    }
+
+    void theKeysAndTheReaderFindEverything_data()
+    {
+        columns<Open>("open");
+        for (const auto& [name, open] : windows)
+            row(name, open);
+    }
+
+    void theKeysAndTheReaderFindEverything()
+    {
+        QFETCH(Open, open);
+        FakeClient client;
+        client.signIn();
+        open(client);
+        auto* shown = window(client, formOf(QTest::currentDataTag()));
+        QVERIFY(shown);
+        shown->show();
+        shown->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(shown));
+        QCOMPARE(nameless(shown).join(", "), QString());
+        QCOMPARE(clashing(shown).join(", "), QString());
+        QCOMPARE(unreached(shown).join(", "), QString());
+    }
+};
+
+BRELO_TEST(AccessibilityTest)
+#include "AccessibilityTest.moc"
