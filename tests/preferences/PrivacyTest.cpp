@@ -1,5 +1,6 @@
 #include "PreferencesFixture.h"
 #include "settings/Paths.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QDir>
@@ -17,14 +18,94 @@ class PrivacyTest : public QObject
     Q_OBJECT
 
 private slots:
-    void anAddressIsBlocked_data();
-    void anAddressIsBlocked();
-    void theSelectedContactIsUnblocked();
-    void removingNeedsASelection();
-    void whatCannotBeWrittenStaysBlocked();
+    void anAddressIsBlocked_data()
+    {
+        columns<QString, QString, QString>("typed", "blocked", "box"); // the box is a second one's title
+        row("plain", "paris@verona.example", "paris@verona.example", "");
+        row("as a person types", " Paris@Verona.example/phone ", "paris@verona.example", "");
+        row("a gateway", "icq.verona.example", "icq.verona.example", "");
+        row("of an XML kind", "o'neil&co@x", "o'neil&co@x", "");
+        row("empty", "  ", "", "");
+        row("no address", "my neighbour", "", "New blocked User");
+        row("half an address", "paris@", "", "New blocked User");
+        row("a resource alone", "/phone", "", "New blocked User");
+        row("blocked already", "TYBALT@x", "", "Note !");
+    }
+
+    void anAddressIsBlocked()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, blocked);
+        QFETCH(QString, box);
+        PreferencesFixture f;
+        store("<banned><item>tybalt@x</item></banned>");
+        auto* page = f.page("Privacy");
+        QCOMPARE(shown(f), QStringList("tybalt@x")); // before any sign-in
+        QSignalSpy changed(f.form, &PreferencesForm::blockedListChanged);
+        f.outside.boxes.inputs = {typed};
+        ui::click(page, "cmdAdd");
+        QCOMPARE(f.outside.boxes.shown.first(),
+                 (Box{"New blocked User", "Please, add the identifier of the contact to block...", Icon::None,
+                      Buttons::Ok}));
+        QCOMPARE(f.outside.boxes.shown.size(), box.isEmpty() ? 1 : 2);
+        QCOMPARE(f.outside.boxes.shown.last().title, box.isEmpty() ? "New blocked User" : box);
+        const QStringList expected =
+            blocked.isEmpty() ? QStringList("tybalt@x") : QStringList({"tybalt@x", blocked});
+        QCOMPARE(shown(f), expected);
+        QCOMPARE(changed.count(), blocked.isEmpty() ? 0 : 1);
+        QCOMPARE(f.client.MyBanList.BannedJID(blocked), !blocked.isEmpty());
+        QCOMPARE(stored().count("<item>"), expected.size());
+    }
+
+    void theSelectedContactIsUnblocked()
+    {
+        PreferencesFixture f;
+        store("<banned><item>a@x</item><item>b@x</item><item>c@x</item></banned>");
+        auto* page = f.page("Privacy");
+        QSignalSpy changed(f.form, &PreferencesForm::blockedListChanged);
+        list(f).setCurrentRow(1);
+        ui::click(page, "cmdRemove");
+        QCOMPARE(shown(f), QStringList({"a@x", "c@x"}));
+        QCOMPARE(stored(), "<banned><item>a@x</item><item>c@x</item></banned>");
+        QVERIFY(!f.client.MyBanList.BannedJID("b@x"));
+        QVERIFY(QTest::qWaitForWindowActive(f.form));
+        auto* contacts = &list(f);
+        contacts->setCurrentRow(0);
+        contacts->setFocus();
+        QTest::keyClick(contacts, Qt::Key_Delete);
+        QCOMPARE(shown(f), QStringList("c@x"));
+        QCOMPARE(changed.count(), 2);
+        // A contact that is blocked elsewhere is there when the page comes back.
+        f.page("Sounds");
+        f.client.MyBanList.Add("d@x");
+        QCOMPARE(shown(f), QStringList({"c@x", "d@x"}));
+        QVERIFY(f.outside.boxes.shown.isEmpty());
+    }
+
+    void removingNeedsASelection()
+    {
+        PreferencesFixture f;
+        ui::click(f.page("Privacy"), "cmdRemove");
+        QCOMPARE(f.outside.boxes.shown, QList<Box>({{"Attention!", "Please select a contac first!",
+                                                     Icon::Exclamation, Buttons::Ok}}));
+    }
+
+    void whatCannotBeWrittenStaysBlocked()
+    {
+        PreferencesFixture f;
+        store("<banned><item>a@x</item></banned>");
+        auto* page = f.page("Privacy");
+        QFile::setPermissions(file(), QFile::ReadOwner);
+        list(f).setCurrentRow(0);
+        ui::click(page, "cmdRemove");
+        QCOMPARE(f.outside.boxes.shown.size(), 1);
+        QVERIFY(f.outside.boxes.shown.first().text.contains(file()));
+        QCOMPARE(shown(f), QStringList("a@x"));
+        QVERIFY(f.client.MyBanList.BannedJID("a@x"));
+    }
 
 private:
-    static QString file() { return paths::configFolder() + QStringLiteral("/BannedList.xml"); }
+    static QString file() { return paths::configFolder() + "/BannedList.xml"; }
     static QString stored()
     {
         QFile in(file());
@@ -39,7 +120,7 @@ private:
     }
     static QListWidget& list(PreferencesFixture& f)
     {
-        return *ui::find<QListWidget>(f.page(QStringLiteral("Privacy")), "List1");
+        return *ui::find<QListWidget>(f.page("Privacy"), "List1");
     }
     static QStringList shown(PreferencesFixture& f)
     {
@@ -49,101 +130,6 @@ private:
         return texts;
     }
 };
-
-void PrivacyTest::anAddressIsBlocked_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("blocked"); // empty when nothing is
-    QTest::addColumn<QString>("box");     // the title of a second box
-    const QString refused = QStringLiteral("New blocked User");
-    QTest::newRow("plain") << "paris@verona.example"
-                           << "paris@verona.example" << QString();
-    QTest::newRow("as a person types") << " Paris@Verona.example/phone "
-                                       << "paris@verona.example" << QString();
-    QTest::newRow("a gateway") << "icq.verona.example"
-                               << "icq.verona.example" << QString();
-    QTest::newRow("of an XML kind") << "o'neil&co@x"
-                                    << "o'neil&co@x" << QString();
-    QTest::newRow("empty") << "  " << QString() << QString();
-    QTest::newRow("no address") << "my neighbour" << QString() << refused;
-    QTest::newRow("half an address") << "paris@" << QString() << refused;
-    QTest::newRow("a resource alone") << "/phone" << QString() << refused;
-    QTest::newRow("blocked already") << "TYBALT@x" << QString() << "Note !";
-}
-
-void PrivacyTest::anAddressIsBlocked()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, blocked);
-    QFETCH(QString, box);
-    PreferencesFixture f;
-    store("<banned><item>tybalt@x</item></banned>");
-    auto* page = f.page(QStringLiteral("Privacy"));
-    QCOMPARE(shown(f), QStringList("tybalt@x")); // before any sign-in
-    QSignalSpy changed(f.form, &PreferencesForm::blockedListChanged);
-    f.outside.boxes.inputs = {typed};
-    ui::click(page, "cmdAdd");
-    QCOMPARE(f.outside.boxes.shown.first(),
-             (Box{QStringLiteral("New blocked User"),
-                  QStringLiteral("Please, add the identifier of the contact to block..."), Icon::None,
-                  Buttons::Ok}));
-    QCOMPARE(f.outside.boxes.shown.size(), box.isEmpty() ? 1 : 2);
-    QCOMPARE(f.outside.boxes.shown.last().title, box.isEmpty() ? QStringLiteral("New blocked User") : box);
-    const QStringList expected =
-        blocked.isEmpty() ? QStringList("tybalt@x") : QStringList({"tybalt@x", blocked});
-    QCOMPARE(shown(f), expected);
-    QCOMPARE(changed.count(), blocked.isEmpty() ? 0 : 1);
-    QCOMPARE(f.client.MyBanList.BannedJID(blocked), !blocked.isEmpty());
-    QCOMPARE(stored().count(QStringLiteral("<item>")), expected.size());
-}
-
-void PrivacyTest::theSelectedContactIsUnblocked()
-{
-    PreferencesFixture f;
-    store("<banned><item>a@x</item><item>b@x</item><item>c@x</item></banned>");
-    auto* page = f.page(QStringLiteral("Privacy"));
-    QSignalSpy changed(f.form, &PreferencesForm::blockedListChanged);
-    list(f).setCurrentRow(1);
-    ui::click(page, "cmdRemove");
-    QCOMPARE(shown(f), QStringList({"a@x", "c@x"}));
-    QCOMPARE(stored(), QStringLiteral("<banned><item>a@x</item><item>c@x</item></banned>"));
-    QVERIFY(!f.client.MyBanList.BannedJID(QStringLiteral("b@x")));
-    QVERIFY(QTest::qWaitForWindowActive(f.form));
-    auto* contacts = &list(f);
-    contacts->setCurrentRow(0);
-    contacts->setFocus();
-    QTest::keyClick(contacts, Qt::Key_Delete);
-    QCOMPARE(shown(f), QStringList("c@x"));
-    QCOMPARE(changed.count(), 2);
-    // A contact that is blocked elsewhere is there when the page comes back.
-    f.page(QStringLiteral("Sounds"));
-    f.client.MyBanList.Add(QStringLiteral("d@x"));
-    QCOMPARE(shown(f), QStringList({"c@x", "d@x"}));
-    QVERIFY(f.outside.boxes.shown.isEmpty());
-}
-
-void PrivacyTest::removingNeedsASelection()
-{
-    PreferencesFixture f;
-    ui::click(f.page(QStringLiteral("Privacy")), "cmdRemove");
-    QCOMPARE(f.outside.boxes.shown,
-             QList<Box>({{QStringLiteral("Attention!"), QStringLiteral("Please select a contac first!"),
-                          Icon::Exclamation, Buttons::Ok}}));
-}
-
-void PrivacyTest::whatCannotBeWrittenStaysBlocked()
-{
-    PreferencesFixture f;
-    store("<banned><item>a@x</item></banned>");
-    auto* page = f.page(QStringLiteral("Privacy"));
-    QFile::setPermissions(file(), QFile::ReadOwner);
-    list(f).setCurrentRow(0);
-    ui::click(page, "cmdRemove");
-    QCOMPARE(f.outside.boxes.shown.size(), 1);
-    QVERIFY(f.outside.boxes.shown.first().text.contains(file()));
-    QCOMPARE(shown(f), QStringList("a@x"));
-    QVERIFY(f.client.MyBanList.BannedJID(QStringLiteral("a@x")));
-}
 
 BRELO_TEST(PrivacyTest)
 #include "PrivacyTest.moc"

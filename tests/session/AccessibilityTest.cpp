@@ -36,6 +36,12 @@ void openCard(FakeClient& c, const QString& jid)
     c.inject(QStringLiteral("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
 }
 
+// The page is the word behind the form's name.
+void openPreferences(FakeClient& c)
+{
+    c.ui->windows.showPreferences(QString(QTest::currentDataTag()).section(' ', 1));
+}
+
 // Every window of the program and how a client that is signed in gets it: the form's name, and a word behind
 // it where the form has several looks.
 const std::pair<const char*, Open> windows[] = {
@@ -61,6 +67,21 @@ const std::pair<const char*, Open> windows[] = {
     {"authorizeForm",
      [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"paris@verona.example\"/>"); }},
     {"VCardForm own", [](FakeClient& c) { openCard(c, "romeo@montague.example"); }},
+    {"PreferencesForm Personal", openPreferences},
+    {"PreferencesForm Connection", openPreferences},
+    {"PreferencesForm Messages", openPreferences},
+    {"PreferencesForm Privacy", openPreferences},
+    {"PreferencesForm List", openPreferences},
+    {"PreferencesForm Sounds", openPreferences},
+    {"PreferencesForm Status", openPreferences},
+    {"PreferencesForm Resource", openPreferences},
+    {"PreferencesForm Authorizations", openPreferences},
+    {"PreferencesForm Gateways", openPreferences},
+    {"RestoreRegForm",
+     [](FakeClient& c) {
+         c.ui->windows.showPreferences("Personal");
+         ui::click(c.form("PreferencesForm"), "cmdRestoreRegistry");
+     }},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, juliet); }},
 };
 
@@ -144,9 +165,10 @@ QStringList clashing(QWidget* window)
 // Controls that Tab doesn't come to on its way round the window.
 QStringList unreached(QWidget* window)
 {
-    auto missing = visibleControls(window);
+    const auto controls = visibleControls(window);
+    auto missing = controls;
     missing.removeIf([](QWidget* control) { return !takesFocus(control); });
-    for (auto steps = missing.size(); steps >= 0; --steps) {
+    for (auto steps = controls.size(); steps >= 0 && !missing.isEmpty(); --steps) {
         auto* focus = QApplication::focusWidget();
         QTest::keyClick(focus ? focus : window, Qt::Key_Tab);
         missing.removeOne(QApplication::focusWidget());
