@@ -34,6 +34,8 @@ void HeadLineFormTest::messagesBecomeLines_data()
     QTest::newRow("two errors")
         << "<message from='x' type='error'><error>one</error><error>two</error></message>"
         << " <07:08>  x: error - one\n <07:08>  x: error - two\n";
+    QTest::newRow("error without words") << "<message from='x' type='error'><error code='404'/></message>"
+                                         << " <07:08>  x: error - There is no such address.\n";
     QTest::newRow("error without element") << "<message from='x' type='error'><body>B</body></message>"
                                            << "";
 }
@@ -73,6 +75,7 @@ void HeadLineFormTest::errorPresenceOpensTheWindow()
     QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
     f.notices().OnPresence(context);
     QVERIFY(f.notices().isVisible());
+    QVERIFY(f.notices().testAttribute(Qt::WA_ShowWithoutActivating)); // keys typed elsewhere stay there
     QCOMPARE(f.notices().pos(), QPoint(0, 0));
     QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  r@x: error - gone\n"));
     QCOMPARE(lost.size(), 0);

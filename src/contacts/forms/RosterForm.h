@@ -100,6 +100,7 @@ private:
     void showSwitch();
 
     void toggleConnection();
+    void bringNoticesUp();
     void switchShowAll();
     void startChat();
     void removeContact();

@@ -11,7 +11,9 @@ authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     // A key that was meant for another window answers nothing.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     ui_->lblUserName->setFocus();
+    resize(width(), sizeHint().height());
     connect(ui_->cmdAccept, &QPushButton::clicked, this, &authorizeForm::cmdAccept_Click);
     connect(ui_->cmdDeny, &QPushButton::clicked, this, &authorizeForm::cmdDeny_Click);
     connect(ui_->cmdShowVCard, &QPushButton::clicked, this, &authorizeForm::cmdShowVCard_Click);
