@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QWindow>
 
 // The main window and the small windows of its commands.
 class RosterFormTest : public QObject
@@ -30,6 +31,7 @@ private slots:
     void aRealCloseEmptiesTheLists();
     void theLostConnectionShowsTheWaitPicture();
     void removeContactIsOpenForContactsOnly();
+    void theServerRowBringsTheNoticesToTheFront();
     void aGroupIsMade();
     void aContactIsMoved_data();
     void aContactIsMoved();
@@ -327,12 +329,25 @@ void RosterFormTest::removeContactIsOpenForContactsOnly()
     }
 }
 
+void RosterFormTest::theServerRowBringsTheNoticesToTheFront()
+{
+    WindowFixture window;
+    Form notices(window.registry, "HeadLineForm");
+    notices.show();
+    window.form->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.form));
+    window.select("MONTAGUE.EXAMPLE");
+    QTest::keyClick(window.view, Qt::Key_Return);
+    QVERIFY(QTest::qWaitForWindowActive(&notices));
+}
+
 void RosterFormTest::aGroupIsMade()
 {
     WindowFixture window;
     window.choose("mRosterFCreate");
     Form* form = window.window("AddGroupForm");
     QVERIFY(form && form->isVisible());
+    QCOMPARE(form->windowHandle()->transientParent(), window.form->windowHandle());
     form->findChild<QLineEdit*>("txtGroup")->setText("Mine");
     QTest::keyClick(form->findChild<QLineEdit*>("txtGroup"), Qt::Key_Return);
     auto& tree = window.roster->tree();
@@ -364,6 +379,10 @@ void RosterFormTest::aContactIsMoved_data()
                                 << "Club"
                                 << "Ann Pals "
                                 << "Pals Club Amici";
+    QTest::newRow("begins like another") << "a@x"
+                                         << "Clu"
+                                         << "Ann Pals "
+                                         << "Pals Club Amici";
     QTest::newRow("the last one") << "c@x"
                                   << "R&D"
                                   << "Cid Club LASTITEMINGROUP"
@@ -393,7 +412,7 @@ void RosterFormTest::aContactIsMoved()
               form->findChild<QLineEdit*>("OldGroup")->text() + " " + form->Tag,
           "shown");
     QCOMPARE(combo->itemText(0) + " " + combo->itemText(1), QString("Pals Club"));
-    combo->setEditText(group);
+    QTest::keyClicks(combo->lineEdit(), group);
     form->findChild<QPushButton*>("cmdMoveGroup")->click();
     QCOMPARE(
         window.engine.takeSent(),

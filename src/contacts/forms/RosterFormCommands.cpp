@@ -10,6 +10,24 @@
 
 #include "ui_RosterForm.h"
 
+#include <QWindow>
+
+namespace
+{
+
+// A command's window opens beside the list that it works on, and stays above it.
+void showAbove(const QWidget& list, QWidget& window)
+{
+    if (!window.isVisible())
+        window.setWindowFlag(Qt::Dialog);
+    window.winId(); // makes the native window
+    window.windowHandle()->setTransientParent(list.windowHandle());
+    window.show();
+    window.activateWindow();
+}
+
+} // namespace
+
 // The menus and the tool bar of the main window.
 
 void RosterForm::connectBreloMenu()
@@ -82,10 +100,20 @@ void RosterForm::connectRoster()
     connect(Roster1, &Roster::openConversation, this,
             [this](const QString& jid) { emit openConversation(jid, true); });
     connect(Roster1, &Roster::showPreferences, this, &RosterForm::showPreferences);
-    connect(Roster1, &Roster::showNotices, this, &RosterForm::showNotices);
+    connect(Roster1, &Roster::showNotices, this, &RosterForm::bringNoticesUp);
     connect(Roster1, &Roster::showHistory, this, &RosterForm::showHistory);
     connect(Roster1, &Roster::addGroupRequested, this, &RosterForm::showAddGroup);
     connect(Roster1, &Roster::moveContactRequested, this, &RosterForm::showMoveFriend);
+}
+
+// Notices that come by themselves don't take the focus; those that the person asks for do.
+void RosterForm::bringNoticesUp()
+{
+    emit showNotices();
+    if (auto* notices = registry().find(QStringLiteral("HeadLineForm"))) {
+        notices->raise();
+        notices->activateWindow();
+    }
 }
 
 void RosterForm::toggleConnection()
@@ -165,8 +193,7 @@ void RosterForm::showAddGroup()
 {
     auto& form = registry().single<AddGroupForm>(
         QStringLiteral("AddGroupForm"), [this] { return new AddGroupForm(registry(), client_, *Roster1); });
-    form.show();
-    form.activateWindow();
+    showAbove(*this, form);
 }
 
 void RosterForm::showMoveFriend()
@@ -177,6 +204,5 @@ void RosterForm::showMoveFriend()
     auto& form = registry().single<MoveFriendForm>(
         QStringLiteral("MoveFriendForm"), [this] { return new MoveFriendForm(registry(), client_); });
     form.setContact(*node);
-    form.show();
-    form.activateWindow();
+    showAbove(*this, form);
 }
