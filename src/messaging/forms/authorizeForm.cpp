@@ -25,6 +25,12 @@ void authorizeForm::setUserName(const QString& jid)
 {
     ui_->lblUserName->setText(jid);
     ui_->lblUserName->setToolTip(jid.toHtmlEscaped());
+    // Whoever asks must not push the server's name out of sight with a long one of their own.
+    constexpr int widest = 760;
+    const QMargins margins = ui_->rows->contentsMargins();
+    const int needed =
+        ui_->lblUserName->fontMetrics().horizontalAdvance(jid + u' ') + margins.left() + margins.right();
+    resize(qBound(width(), needed, widest), height());
 }
 
 void authorizeForm::OnPresence(PlugInContext& context)
