@@ -199,7 +199,7 @@ void RosterView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     if (index != dropHighlight_)
         return;
     painter->save();
-    painter->setPen(palette().color(QPalette::Highlight));
+    painter->setPen(palette().color(QPalette::Text));
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
 }
