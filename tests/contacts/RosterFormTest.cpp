@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QWindow>
 
 // The main window and the small windows of its commands.
 class RosterFormTest : public QObject
@@ -227,6 +228,7 @@ private slots:
         window.choose("mRosterFCreate");
         Form* form = window.window("AddGroupForm");
         QVERIFY(form && form->isVisible());
+        QCOMPARE(form->windowHandle()->transientParent(), window.form->windowHandle());
         form->findChild<QLineEdit*>("txtGroup")->setText("Mine");
         QTest::keyClick(form->findChild<QLineEdit*>("txtGroup"), Qt::Key_Return);
         auto& tree = window.roster->tree();
@@ -253,6 +255,7 @@ private slots:
         // shown: name, old group, whether it was the last there
         columns<QString, QString, QString, QString>("key", "group", "shown", "groups");
         row("one of two", "a@x", "Club", "Ann Pals ", "Pals Club Amici");
+        row("begins like another", "a@x", "Clu", "Ann Pals ", "Pals Club Amici");
         row("the last one", "c@x", "R&D", "Cid Club LASTITEMINGROUP", "Pals Amici");
         row("the last one of the old default", "e@x", "Pals", "Eve Amici LASTITEMINGROUP", "Pals Club Amici");
         row("the last one without a group", "d@x", "", "d@x Contacts LASTITEMINGROUP", "Pals Club Amici");
@@ -273,7 +276,7 @@ private slots:
                   form->findChild<QLineEdit*>("OldGroup")->text() + " " + form->Tag,
               "shown");
         QCOMPARE(combo->itemText(0) + " " + combo->itemText(1), QString("Pals Club"));
-        combo->setEditText(group);
+        QTest::keyClicks(combo->lineEdit(), group);
         form->findChild<QPushButton*>("cmdMoveGroup")->click();
         QCOMPARE(
             window.engine.takeSent(),

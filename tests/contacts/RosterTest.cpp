@@ -72,8 +72,12 @@ private slots:
         window.select("icq.x");
         QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
         QCoreApplication::sendEvent(window.view->viewport(), &key);
-        QVERIFY(window.roster->findChild<QMenu*>("mnuContext")->isVisible());
+        auto* menu = window.roster->findChild<QMenu*>("mnuContext");
+        QVERIFY(menu->isVisible());
         QCOMPARE(window.enabledEntries(), QString("GateLogin"));
+        menu->close();
+        QTest::keyClick(window.view, Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(menu->isVisible());
     }
 
     void entriesSendTheirStanzas_data()

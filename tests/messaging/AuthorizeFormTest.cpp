@@ -114,6 +114,12 @@ private slots:
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         QVERIFY2(form.width() < 800, qPrintable(QString::number(form.width())));
+        authorizeForm shorter(f.registry, f.client);
+        shorter.setUserName(QString(40, u'w') + QStringLiteral("@x.example"));
+        shorter.show();
+        auto& shown = f.control<QLabel>(shorter, "lblUserName");
+        QVERIFY(QTest::qWaitForWindowExposed(&shorter));
+        QVERIFY(shown.width() >= shown.fontMetrics().horizontalAdvance(shown.text()));
         const auto* label = QAccessible::queryAccessibleInterface(&f.control<QWidget>(form, "lblUserName"));
         QCOMPARE(label->text(QAccessible::Name), name);
     }

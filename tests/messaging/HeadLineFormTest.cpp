@@ -25,6 +25,8 @@ private slots:
             " <07:08>  x: error - Not found\n");
         row("two errors", "<message from='x' type='error'><error>one</error><error>two</error></message>",
             " <07:08>  x: error - one\n <07:08>  x: error - two\n");
+        row("error without words", "<message from='x' type='error'><error code='404'/></message>",
+            " <07:08>  x: error - There is no such address.\n");
         row("error without element", "<message from='x' type='error'><body>B</body></message>", "");
     }
 
@@ -63,6 +65,7 @@ private slots:
         QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
         f.notices().OnPresence(context);
         QVERIFY(f.notices().isVisible());
+        QVERIFY(f.notices().testAttribute(Qt::WA_ShowWithoutActivating)); // keys typed elsewhere stay there
         QCOMPARE(f.notices().pos(), QPoint(0, 0));
         QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  r@x: error - gone\n"));
         QCOMPARE(lost.size(), 0);

@@ -6,6 +6,8 @@
 
 #include "ui_MoveFriendForm.h"
 
+#include <QCompleter>
+
 namespace
 {
 
@@ -26,6 +28,8 @@ MoveFriendForm::MoveFriendForm(FormRegistry& registry, Client& client)
     for (int group = 1; group <= client_.MyGroups.Count(); ++group)
         ui_->combogroup->addItem(client_.MyGroups.Item(group)->ExtName);
     ui_->combogroup->setCurrentIndex(-1);
+    // A group that begins like another is taken as it was typed.
+    ui_->combogroup->completer()->setCompletionMode(QCompleter::PopupCompletion);
     ui_->combogroup->setFocus();
 }
 

@@ -10,6 +10,24 @@
 
 #include "ui_RosterForm.h"
 
+#include <QWindow>
+
+namespace
+{
+
+// A command's window opens beside the list that it works on, and stays above it.
+void showAbove(const QWidget& list, QWidget& window)
+{
+    if (!window.isVisible())
+        window.setWindowFlag(Qt::Dialog);
+    window.winId(); // makes the native window
+    window.windowHandle()->setTransientParent(list.windowHandle());
+    window.show();
+    window.activateWindow();
+}
+
+} // namespace
+
 // The menus and the tool bar of the main window.
 
 void RosterForm::connectBreloMenu()
@@ -129,8 +147,8 @@ void RosterForm::checkVCard()
     const auto jid = client_.desktop.boxes->input(
         tr("Check a vCard"),
         tr("Please, enter a valid address, for example user@%1").arg(client_.site.DefaultServer), QString());
-    if (jid && !jid->isEmpty())
-        Roster1->RetriveVCard(*jid);
+    if (jid && !jid->trimmed().isEmpty())
+        Roster1->RetriveVCard(jid->trimmed());
 }
 
 void RosterForm::mRosterFFind_Click()
@@ -165,8 +183,7 @@ void RosterForm::showAddGroup()
 {
     auto& form = registry().single<AddGroupForm>(
         QStringLiteral("AddGroupForm"), [this] { return new AddGroupForm(registry(), client_, *Roster1); });
-    form.show();
-    form.activateWindow();
+    showAbove(*this, form);
 }
 
 void RosterForm::showMoveFriend()
@@ -177,6 +194,5 @@ void RosterForm::showMoveFriend()
     auto& form = registry().single<MoveFriendForm>(
         QStringLiteral("MoveFriendForm"), [this] { return new MoveFriendForm(registry(), client_); });
     form.setContact(*node);
-    form.show();
-    form.activateWindow();
+    showAbove(*this, form);
 }

@@ -110,6 +110,11 @@ void RosterView::contextMenuEvent(QContextMenuEvent* event)
     event->accept();
     if (event->reason() == QContextMenuEvent::Mouse)
         return; // the press has shown the menu already
+    showMenuOfSelection();
+}
+
+void RosterView::showMenuOfSelection()
+{
     const TreeNode* node = selectedNode();
     const QRect row = node ? visualRect(tree_.indexOf(node)) : QRect(0, 0, 1, 1);
     emit nodePressed(node);
@@ -124,6 +129,8 @@ void RosterView::keyPressEvent(QKeyEvent* event)
         emit nodeOpened();
     else if (plain && event->key() == Qt::Key_Delete)
         emit deletePressed();
+    else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        showMenuOfSelection(); // for keyboards without a menu key
     else
         QTreeView::keyPressEvent(event);
 }
@@ -192,7 +199,7 @@ void RosterView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     if (index != dropHighlight_)
         return;
     painter->save();
-    painter->setPen(palette().color(QPalette::Highlight));
+    painter->setPen(palette().color(QPalette::Text));
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
 }

@@ -50,6 +50,7 @@ protected:
                  const QModelIndex& index) const override;
 
 private:
+    void showMenuOfSelection();
     void rememberPlace();
     void restorePlace();
     void setDropHighlight(const QModelIndex& index);

@@ -66,6 +66,9 @@ MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& t
     if (text.size() > longestText)
         box.setDetailedText(text);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Enter must not say yes to a warning.
+    if (icon == Icon::Exclamation && buttons != Buttons::Ok)
+        box.setDefaultButton(QMessageBox::No);
     return answerOf(box.exec());
 }
 

@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "desktop/forms/FormRegistry.h"
+#include "engine/StanzaError.h"
 #include "engine/Xml.h"
 #include "messaging/WindowTag.h"
 #include "ui_HeadLineForm.h"
@@ -9,11 +10,14 @@
 namespace
 {
 
+// Of an error without words the number is told in words.
 QStringList errorTexts(const Stanza& stanza)
 {
     QStringList texts;
-    for (const auto found : stanza.root().select_nodes(".//*[local-name()='error']"))
-        texts += xml::text(found.node());
+    for (const auto found : stanza.root().select_nodes(".//*[local-name()='error']")) {
+        const QString text = xml::text(found.node());
+        texts += text.trimmed().isEmpty() ? StanzaError::of(stanza.root()).sentence() : text;
+    }
     return texts;
 }
 
@@ -24,6 +28,8 @@ HeadLineForm::HeadLineForm(FormRegistry& registry, Client& client)
       client_(client), stamps_(*client.desktop.clock)
 {
     ui_->setupUi(this);
+    // A notice must not take the keys that the person types elsewhere.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     setCancelButton(ui_->cmdClose);
     connect(ui_->cmdClose, &QPushButton::clicked, this, &QWidget::close);
     connect(ui_->Command1, &QPushButton::clicked, this, &HeadLineForm::Command1_Click);

@@ -11,7 +11,9 @@ authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     // A key that was meant for another window answers nothing.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     ui_->lblUserName->setFocus();
+    resize(width(), sizeHint().height());
     connect(ui_->cmdAccept, &QPushButton::clicked, this, &authorizeForm::cmdAccept_Click);
     connect(ui_->cmdDeny, &QPushButton::clicked, this, &authorizeForm::cmdDeny_Click);
     connect(ui_->cmdShowVCard, &QPushButton::clicked, this, &authorizeForm::cmdShowVCard_Click);
@@ -23,6 +25,12 @@ void authorizeForm::setUserName(const QString& jid)
 {
     ui_->lblUserName->setText(jid);
     ui_->lblUserName->setToolTip(jid.toHtmlEscaped());
+    // Whoever asks must not push the server's name out of sight with a long one of their own.
+    constexpr int widest = 760;
+    const QMargins margins = ui_->rows->contentsMargins();
+    const int needed =
+        ui_->lblUserName->fontMetrics().horizontalAdvance(jid + u' ') + margins.left() + margins.right();
+    resize(qBound(width(), needed, widest), height());
 }
 
 void authorizeForm::OnPresence(PlugInContext& context)

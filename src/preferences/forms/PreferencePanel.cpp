@@ -4,7 +4,15 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QSpinBox>
+
+void PreferencePanel::showEvent(QShowEvent* event)
+{
+    for (auto* choice : findChildren<QRadioButton*>())
+        choice->setFocusPolicy(choice->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    QWidget::showEvent(event);
+}
 
 bool PreferencePanel::SaveSettings()
 {

@@ -34,6 +34,9 @@ signals:
     void blockedListChanged();
 
 protected:
+    // Tab comes to the chosen one of a group of choices.
+    void showEvent(QShowEvent* event) override;
+
     // Shows the setting now, stores it at SaveSettings.
     void bind(QAbstractButton* button, bool Settings::*setting);
     void bind(QLineEdit* edit, QString Settings::*setting);

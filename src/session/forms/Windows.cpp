@@ -83,7 +83,11 @@ void Windows::wireRosterForm(RosterForm& form)
 {
     connect(&form, &RosterForm::openConversation, this, &Windows::openConversation);
     connect(&form, &RosterForm::showHistory, hub_.get(), &ChatWindow::ShowMessageLog);
-    connect(&form, &RosterForm::showNotices, this, [this] { notices().showAtPlace(); });
+    // Notices that come by themselves don't take the focus; those that the person asks for do.
+    connect(&form, &RosterForm::showNotices, this, [this] {
+        notices().showAtPlace();
+        bringUp(notices());
+    });
     connect(&form, &RosterForm::aboutRequested, this, &Windows::showAbout);
     connect(&form, &RosterForm::showInTrayRequested, this, &Windows::showInTray);
     connect(&form, &RosterForm::showPreferences, this, &Windows::showPreferences);

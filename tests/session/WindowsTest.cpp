@@ -14,8 +14,8 @@
 #include <QListWidget>
 #include <QTreeWidget>
 
-// What the preferences change in the other windows, and the ways to them.
-class PreferencesWiringTest : public QObject
+// What one window does to another, and the ways to them.
+class WindowsTest : public QObject
 {
     Q_OBJECT
 
@@ -106,6 +106,19 @@ private slots:
         QCOMPARE(ui::find<QLineEdit>(&live.signInForm(), "txtResource")->text(), "BreloIM");
     }
 
+    void theServerRowBringsTheNoticesToTheFront()
+    {
+        FakeClient live;
+        live.signIn();
+        live.inject("<message from=\"montague.example\" type=\"headline\"><body>hark</body></message>");
+        auto& list = *live.rosterForm();
+        list.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&list));
+        list.Roster1->view().keyboardSearch("MONTAGUE");
+        QTest::keyClick(&list.Roster1->view(), Qt::Key_Return);
+        QVERIFY(QTest::qWaitForWindowActive(live.form("HeadLineForm")));
+    }
+
     void theProxyIsUsedByTheNextConnection()
     {
         FakeClient live;
@@ -126,5 +139,5 @@ private:
     }
 };
 
-BRELO_TEST(PreferencesWiringTest)
-#include "PreferencesWiringTest.moc"
+BRELO_TEST(WindowsTest)
+#include "WindowsTest.moc"
