@@ -30,6 +30,16 @@ void readName(VCard& card, pugi::xml_node node)
     take(card.middle, node.child("MIDDLE"));
 }
 
+// Our own cards carry the middle name in the full name only, between the other two.
+void readFullName(VCard& card, const QString& full)
+{
+    const QString before = card.name1 + u' ';
+    const QString behind = u' ' + card.surname;
+    const bool spans = full.size() > before.size() + behind.size() - 1;
+    if (card.middle.isEmpty() && spans && full.startsWith(before) && full.endsWith(behind))
+        card.middle = full.mid(before.size(), full.size() - before.size() - behind.size()).trimmed();
+}
+
 void readOrganisation(VCard& card, pugi::xml_node node)
 {
     take(card.company, node.child("ORGNAME"));
@@ -125,6 +135,7 @@ VCard VCard::fromXml(pugi::xml_node card)
                 reader.read(result, child);
         }
     }
+    readFullName(result, xml::text(card.child("FN")).trimmed());
     return result;
 }
 

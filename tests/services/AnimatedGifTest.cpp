@@ -105,9 +105,9 @@ private slots:
     {
         columns<QString>("path");
         row("no name", QString());
-        row("no such file", folder_.filePath(QStringLiteral("none.gif")));
+        row("no such file", folder_.filePath("none.gif"));
         row("a folder", folder_.path());
-        row("a name with a place marker", QStringLiteral("/nowhere/%1.gif"));
+        row("a name with a place marker", "/nowhere/%1.gif");
     }
 
     void tellsMissingFiles()
@@ -147,7 +147,7 @@ private slots:
 private:
     QString write(const QByteArray& data)
     {
-        QFile file(folder_.filePath(QStringLiteral("a.gif")));
+        QFile file(folder_.filePath("a.gif"));
         if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size())
             qFatal("no temporary file");
         return file.fileName();

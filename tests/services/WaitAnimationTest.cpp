@@ -66,9 +66,8 @@ private slots:
         QFETCH(QString, text);
         animation_->Start(path);
         QCOMPARE(boxes_.shown.size(), 1);
-        QCOMPARE(boxes_.shown[0],
-                 (RecordingBoxes::Box{QStringLiteral("BreloIM"), text, MessageBoxes::Icon::Critical,
-                                      MessageBoxes::Buttons::Ok}));
+        QCOMPARE(boxes_.shown[0], (RecordingBoxes::Box{"BreloIM", text, MessageBoxes::Icon::Critical,
+                                                       MessageBoxes::Buttons::Ok}));
         QVERIFY(!animation_->isRunning());
         QCOMPARE(animation_->frameOnShow(), -1);
     }
@@ -102,7 +101,7 @@ private slots:
 private:
     QString write(const GifFile& gif)
     {
-        QFile file(folder_.filePath(QStringLiteral("a.gif")));
+        QFile file(folder_.filePath("a.gif"));
         if (!file.open(QIODevice::WriteOnly) || file.write(gif.bytes()) < 0)
             qFatal("no temporary file");
         return file.fileName();
