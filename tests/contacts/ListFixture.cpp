@@ -53,7 +53,7 @@ void ListFixture::addContact(const QString& JID, const QString& nick, const QStr
 void ListFixture::addTransport(const QString& JID, const QString& name)
 {
     client.MyAgents.AddItem(JID, name, false, false)->IsTransport = true;
-    client.MyRoster.AddItem(JID, name, false, QStringLiteral("4"), {}, true, {}, {}, {}, {});
+    client.MyRoster.AddItem(JID, name, false, "4", {}, true, {}, {}, {}, {});
     sync.AddItem(JID, name, groups::gateways(), true, false, {}, {});
 }
 

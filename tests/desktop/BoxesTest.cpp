@@ -70,13 +70,13 @@ private slots:
     {
         const QString text = QStringLiteral("<img src='http://a.example'>&amp;");
         whenShown<QMessageBox>([text](QMessageBox* box) {
-            QCOMPARE(box->windowTitle(), QStringLiteral("Title"));
+            QCOMPARE(box->windowTitle(), "Title");
             QCOMPARE(box->text(), text);
             QCOMPARE(box->textFormat(), Qt::PlainText);
             QCOMPARE(box->icon(), QMessageBox::Critical);
             box->accept();
         });
-        QtMessageBoxes().critical(QStringLiteral("Title"), text);
+        QtMessageBoxes().critical("Title", text);
         whenShown<QInputDialog>([text](QInputDialog* box) {
             const auto* label = box->findChild<QLabel*>();
             QCOMPARE(label->text(), text);
@@ -84,7 +84,7 @@ private slots:
             QCOMPARE(label->buddy(), box->findChild<QLineEdit*>());
             box->reject();
         });
-        QVERIFY(!QtMessageBoxes().input(QStringLiteral("Title"), text, {}));
+        QVERIFY(!QtMessageBoxes().input("Title", text, {}));
     }
 
     void aLongTextStaysOnTheScreen()
@@ -95,31 +95,30 @@ private slots:
             QCOMPARE(box->detailedText(), text);
             box->accept();
         });
-        QtMessageBoxes().information(QStringLiteral("Title"), text);
+        QtMessageBoxes().information("Title", text);
     }
 
     void inputGivesWhatWasTyped()
     {
         whenShown<QInputDialog>([](QInputDialog* box) {
             auto* edit = box->findChild<QLineEdit*>();
-            QCOMPARE(edit->text(), QStringLiteral("pre"));
-            QTest::keyClicks(edit, QStringLiteral("<typed>"));
+            QCOMPARE(edit->text(), "pre");
+            QTest::keyClicks(edit, "<typed>");
             QTest::keyClick(edit, Qt::Key_Return);
         });
-        const auto typed =
-            QtMessageBoxes().input(QStringLiteral("T"), QStringLiteral("P"), QStringLiteral("pre"));
+        const auto typed = QtMessageBoxes().input("T", "P", "pre");
         QVERIFY(typed);
-        QVERIFY(typed->contains(QStringLiteral("<typed>")));
+        QVERIFY(typed->contains("<typed>"));
     }
 
     void waveFilesAreAskedForByName()
     {
         RecordingFiles files;
-        files.answers = {QStringLiteral("/tmp/a.wav")};
-        QCOMPARE(files.ChooseWaveFile(), QStringLiteral("/tmp/a.wav"));
+        files.answers = {"/tmp/a.wav"};
+        QCOMPARE(files.ChooseWaveFile(), "/tmp/a.wav");
         QCOMPARE(files.ChooseWaveFile(), QString());
-        QCOMPARE(files.asked.first(), (RecordingFiles::Question{QStringLiteral("Please Choose a WAV File"),
-                                                                QStringLiteral("Wave Files (*.wav)")}));
+        QCOMPARE(files.asked.first(),
+                 (RecordingFiles::Question{"Please Choose a WAV File", "Wave Files (*.wav)"}));
     }
 };
 

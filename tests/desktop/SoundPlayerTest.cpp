@@ -33,8 +33,8 @@ private slots:
     void theLastOfSeveralCuesPlays()
     {
         QtSoundPlayer player(maker());
-        const QString one = folder_.filePath(QStringLiteral("one.wav"));
-        const QString two = folder_.filePath(QStringLiteral("two.wav"));
+        const QString one = folder_.filePath("one.wav");
+        const QString two = folder_.filePath("two.wav");
         player.PlaySoundFile(one, false);
         player.PlaySoundFile(two, true);
         QCOMPARE(made_, 0);
@@ -47,13 +47,13 @@ private slots:
     void aFileThatIsMissingPlaysNothing()
     {
         QtSoundPlayer player(maker());
-        for (const QString& name : {QString(), folder_.path(), folder_.filePath(QStringLiteral("no.wav")),
-                                    QStringLiteral("\\Sounds\\no.wav")}) {
+        for (const QString& name :
+             {QString(), folder_.path(), folder_.filePath("no.wav"), QString("\\Sounds\\no.wav")}) {
             player.PlaySoundFile(name, false);
             QCoreApplication::processEvents();
         }
         QCOMPARE(made_, 0);
-        player.PlaySoundFile(folder_.filePath(QStringLiteral("one.wav")), false);
+        player.PlaySoundFile(folder_.filePath("one.wav"), false);
         QTRY_COMPARE(played_.size(), 1);
     }
 
@@ -65,7 +65,7 @@ private slots:
             return std::unique_ptr<SoundPlayer>();
         });
         for (int i = 0; i < 3; ++i) {
-            player.PlaySoundFile(folder_.filePath(QStringLiteral("one.wav")), false);
+            player.PlaySoundFile(folder_.filePath("one.wav"), false);
             QCoreApplication::processEvents();
         }
         QTRY_COMPARE(asked, 1);

@@ -31,15 +31,15 @@ private slots:
         BalloonQueue queue([&shown](const Balloon& balloon) { shown += balloon; }, 30);
         const auto post = [&queue](int from, int to) {
             for (int i = from; i <= to; ++i)
-                queue.post({QStringLiteral("title"), QString::number(i), i});
+                queue.post({"title", QString::number(i), i});
         };
         post(1, 1000);
         QCOMPARE(shown.size(), 0);
         QTRY_COMPARE(shown.size(), 1);
-        QCOMPARE(shown.last(), (Balloon{QStringLiteral("title"), QStringLiteral("1000"), 1000}));
+        QCOMPARE(shown.last(), (Balloon{"title", "1000", 1000}));
         post(1001, 1003);
         QTRY_COMPARE(shown.size(), 2);
-        QCOMPARE(shown.last().text, QStringLiteral("1003"));
+        QCOMPARE(shown.last().text, "1003");
     }
 
     void noticesReadAsTyped_data()
@@ -66,20 +66,20 @@ private slots:
             drawn += key;
             return anyPicture();
         });
-        tray.setIcon(QStringLiteral("offline"));
-        tray.setToolTip(QStringLiteral("before"));
+        tray.setIcon("offline");
+        tray.setToolTip("before");
         QVERIFY(!tray.findChild<QSystemTrayIcon*>());
         QVERIFY(drawn.isEmpty());
         tray.appear();
         tray.appear();
         const auto icons = tray.findChildren<QSystemTrayIcon*>();
         QCOMPARE(icons.size(), 1);
-        QCOMPARE(icons.first()->toolTip(), QStringLiteral("before"));
-        tray.setToolTip(QStringLiteral("after"));
-        tray.setIcon(QStringLiteral("online"));
-        tray.setIcon(QStringLiteral("online"));
-        QCOMPARE(icons.first()->toolTip(), QStringLiteral("after"));
-        QCOMPARE(drawn, QStringList({QStringLiteral("offline"), QStringLiteral("online")}));
+        QCOMPARE(icons.first()->toolTip(), "before");
+        tray.setToolTip("after");
+        tray.setIcon("online");
+        tray.setIcon("online");
+        QCOMPARE(icons.first()->toolTip(), "after");
+        QCOMPARE(drawn, QStringList({"offline", "online"}));
     }
 
     void clicksBecomeRequests_data()
@@ -115,7 +115,7 @@ private slots:
     void aBalloonWithoutATrayDoesNoHarm()
     {
         QtTrayIcon tray([](const QString&) { return anyPicture(); });
-        tray.setBalloonTitle(QStringLiteral("title"));
+        tray.setBalloonTitle("title");
         tray.showBalloon();
         QTRY_VERIFY(tray.findChild<QSystemTrayIcon*>());
         QCOMPARE(tray.isReachable(), QSystemTrayIcon::isSystemTrayAvailable());

@@ -16,14 +16,14 @@ private slots:
         rig.server.onLegacySignIn();
         rig.connectToServer();
         QVERIFY(!rig.gateway->isconnected());
-        QCOMPARE(rig.gateway->Server(), QStringLiteral("127.0.0.1"));
+        QCOMPARE(rig.gateway->Server(), "127.0.0.1");
         TICK_UNTIL(rig, rig.isUp());
         QVERIFY(rig.gateway->isconnected());
-        QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/garden"));
+        QCOMPARE(rig.queue->ownFullJid(), "romeo@127.0.0.1/garden");
         TICK_UNTIL(rig, rig.server.received().contains("jabber:iq:roster") &&
                             rig.server.received().contains("jabber:iq:agents"));
         QVERIFY(!rig.server.received().contains("s3cret"));
-        QCOMPARE(rig.up.first(), QStringLiteral("<presence type=\"connect\"/>"));
+        QCOMPARE(rig.up.first(), "<presence type=\"connect\"/>");
         QVERIFY(rig.host.progress.isEmpty());
     }
 
@@ -34,7 +34,7 @@ private slots:
         rig.server.onSaslSignIn();
         rig.connectToServer();
         TICK_UNTIL(rig, rig.isUp());
-        QCOMPARE(rig.queue->ownFullJid(), QStringLiteral("romeo@127.0.0.1/orchard"));
+        QCOMPARE(rig.queue->ownFullJid(), "romeo@127.0.0.1/orchard");
     }
 
     void failuresAreToldInWords_data()
@@ -115,10 +115,9 @@ private slots:
                  qPrintable(rig.up.first()));
         QVERIFY(!rig.gateway->isconnected());
 
-        rig.send(QStringLiteral("<message to=\"x\"/>"));
-        rig.send(QStringLiteral(
-            "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
-            "</username><password>s3cret</password><resource></resource></query></iq>"));
+        rig.send("<message to=\"x\"/>");
+        rig.send("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
+                 "</username><password>s3cret</password><resource></resource></query></iq>");
         rig.server.on("<stream:stream", ScriptedServer::header(false));
         rig.server.on("</iq>",
                       "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
@@ -209,7 +208,7 @@ private slots:
             if (what == 0)
                 rig.gateway->DoDisconnect();
             else if (what == 1)
-                rig.connectTo(QStringLiteral("bad server"));
+                rig.connectTo("bad server");
             else if (what == 2)
                 rig.gateway.reset();
             else

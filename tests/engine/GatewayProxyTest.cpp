@@ -33,8 +33,7 @@ QByteArray bytes(const char* hex)
 
 ProxyServer GatewayProxyTest::proxyAt(const GatewayRig& rig, Kind kind)
 {
-    return {kind, QStringLiteral("127.0.0.1"), rig.server.serverPort(), QStringLiteral("us"),
-            QStringLiteral("pw")};
+    return {kind, "127.0.0.1", rig.server.serverPort(), "us", "pw"};
 }
 
 void GatewayProxyTest::greetSocks5(GatewayRig& rig, const QByteArray& answer)
@@ -104,7 +103,7 @@ void GatewayProxyTest::aProxyThatDoesNotHelpIsTold()
         greetSocks5(rig, answer);
     else
         rig.server.on(bytes("04"), answer);
-    rig.connectTo(QStringLiteral("im.example.org"));
+    rig.connectTo("im.example.org");
     TICK_UNTIL(rig, rig.isClosed());
     QCOMPARE(rig.host.progress.size(), 1);
     QVERIFY2(rig.host.progress.first().contains(says), qPrintable(rig.host.progress.first()));

@@ -42,15 +42,15 @@ private slots:
     {
         GatewayRig rig;
         signIn(rig);
-        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>"));
-        rig.send(QStringLiteral("<presence><status>online</status></presence>"));
+        rig.send("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>");
+        rig.send("<presence><status>online</status></presence>");
         TICK_UNTIL(rig, rig.server.received().contains("<presence><status>online</status></presence>"));
         QVERIFY(rig.server.received().contains("<body>é &amp; ü</body>"));
         rig.server.say(
             "<presence from='juliet@a.example/x'/><message from='juliet@a.example/x'><body>&lt;3</body>"
             "</message>");
         TICK_UNTIL(rig, rig.up.size() == 2);
-        QCOMPARE(rig.up.first(), QStringLiteral("<presence from=\"juliet@a.example/x\"/>"));
+        QCOMPARE(rig.up.first(), "<presence from=\"juliet@a.example/x\"/>");
         QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
     }
 
@@ -138,7 +138,7 @@ private slots:
     {
         GatewayRig rig;
         signIn(rig);
-        rig.send(QStringLiteral("<presence type=\"unavailable\"/>"));
+        rig.send("<presence type=\"unavailable\"/>");
         rig.gateway->DoDisconnect();
         QVERIFY(!rig.gateway->isconnected());
         TICK_UNTIL(rig, rig.server.received().endsWith("<presence type=\"unavailable\"/></stream:stream>"));
@@ -183,10 +183,10 @@ private slots:
         signInManaged(rig);
         rig.server.on("<message", {}, ScriptedServer::Then::Abort);
         rig.server.onSasl(management);
-        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>unheard</body></message>"));
+        rig.send("<message to=\"juliet@a.example\"><body>unheard</body></message>");
         TICK_UNTIL(rig, rig.server.connections() == 2);
         QVERIFY(rig.gateway->isconnected());
-        rig.send(QStringLiteral("<message to=\"juliet@a.example\"><body>meanwhile</body></message>"));
+        rig.send("<message to=\"juliet@a.example\"><body>meanwhile</body></message>");
         TICK_UNTIL(rig, rig.server.received().contains("<resume"));
         QVERIFY(rig.server.received().contains("previd=\"session-1\""));
         QVERIFY(rig.server.received().contains(" h=\"1\""));

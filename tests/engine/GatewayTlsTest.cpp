@@ -53,7 +53,7 @@ private slots:
         TICK_UNTIL(rig, accepted ? rig.isUp() : rig.isClosed());
         QCOMPARE(rig.host.certificates.size(), 1);
         const auto info = rig.host.certificates.first();
-        QCOMPARE(info.subject, QStringLiteral("server.test"));
+        QCOMPARE(info.subject, "server.test");
         QCOMPARE(info.sha256, fingerprint());
         QVERIFY(info.problems.size() >= 2);
         QVERIFY(info.notAfter > info.notBefore);
@@ -103,9 +103,8 @@ private slots:
                       "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
                       "</query></iq>");
         rig.server.on("</iq>", "<iq type='result' id='$id'/>");
-        rig.send(QStringLiteral(
-            "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
-            "</username><password>secret</password></query></iq>"));
+        rig.send("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
+                 "</username><password>secret</password></query></iq>");
         TICK_UNTIL(rig, rig.up.last().contains(u"VRX_new"));
 
         for (const int questions :

@@ -17,7 +17,7 @@ StreamManagement enabled()
 {
     StreamManagement management;
     management.enable();
-    handle(management, QStringLiteral("<enabled xmlns=\"urn:xmpp:sm:3\" id=\"a&amp;b\" resume=\"true\"/>"));
+    handle(management, "<enabled xmlns=\"urn:xmpp:sm:3\" id=\"a&amp;b\" resume=\"true\"/>");
     return management;
 }
 
@@ -65,7 +65,7 @@ private slots:
         management.enable();
         management.sent("<message/>");
         QCOMPARE(management.unacknowledged(), 1u);
-        handle(management, QStringLiteral("<failed xmlns=\"urn:xmpp:sm:3\"/>"));
+        handle(management, "<failed xmlns=\"urn:xmpp:sm:3\"/>");
         QCOMPARE(management.unacknowledged(), 0u);
         QVERIFY(!management.isOn());
     }
@@ -75,7 +75,7 @@ private slots:
         auto management = enabled();
         management.received();
         management.received();
-        QVERIFY(handle(management, QStringLiteral("<r xmlns=\"urn:xmpp:sm:3\"/>")));
+        QVERIFY(handle(management, "<r xmlns=\"urn:xmpp:sm:3\"/>"));
         QCOMPARE(management.takeOutput(), QList<QByteArray>{"<a xmlns=\"urn:xmpp:sm:3\" h=\"2\"/>"});
         QCOMPARE(management.resumeRequest(),
                  QByteArray("<resume xmlns=\"urn:xmpp:sm:3\" h=\"2\" previd=\"a&amp;b\"/>"));
@@ -86,7 +86,7 @@ private slots:
         auto management = enabled();
         for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
             management.sent(stanza);
-        management.resumed(*Stanza::fromXml(QStringLiteral("<resumed xmlns=\"urn:xmpp:sm:3\" h=\"1\"/>")));
+        management.resumed(*Stanza::fromXml("<resumed xmlns=\"urn:xmpp:sm:3\" h=\"1\"/>"));
         const auto output = management.takeOutput();
         QCOMPARE(output.mid(0, 2), (QList<QByteArray>{"<message id='2'/>", "<message id='3'/>"}));
         QCOMPARE(management.unacknowledged(), 2u);
@@ -95,9 +95,8 @@ private slots:
     void leavesOtherElementsAlone()
     {
         auto management = enabled();
-        QVERIFY(
-            !handle(management, QStringLiteral("<message><a xmlns=\"urn:xmpp:sm:3\" h=\"1\"/></message>")));
-        QVERIFY(!handle(management, QStringLiteral("<r/>")));
+        QVERIFY(!handle(management, "<message><a xmlns=\"urn:xmpp:sm:3\" h=\"1\"/></message>"));
+        QVERIFY(!handle(management, "<r/>"));
         QVERIFY(management.takeOutput().isEmpty());
     }
 

@@ -238,7 +238,7 @@ private slots:
             drain(parser, seen);
         }
         QCOMPARE(seen.elements.size(), 2);
-        QCOMPARE(seen.elements.last().count(QStringLiteral("<group>")), 10'000);
+        QCOMPARE(seen.elements.last().count("<group>"), 10'000);
     }
 
     void aRestartForgetsEverything()
@@ -250,8 +250,8 @@ private slots:
         parser.reset();
         parser.feed(QByteArray(head).replace("id='7'", "id='8'").replace("version='1.0'>", "version='0.9'>"));
         QCOMPARE(parser.next(), Event::Opened);
-        QCOMPARE(parser.header().id, QStringLiteral("8"));
-        QCOMPARE(parser.header().from, QStringLiteral("a.example"));
+        QCOMPARE(parser.header().id, "8");
+        QCOMPARE(parser.header().from, "a.example");
         QVERIFY(!parser.header().hasFeatures);
         QCOMPARE(parser.next(), Event::None);
     }

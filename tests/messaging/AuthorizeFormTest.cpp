@@ -58,15 +58,14 @@ private slots:
     {
         MessagingFixture f;
         QList<authorizeForm*> forms;
-        for (const auto& from : {QStringLiteral("paris@verona.example/x"), juliet}) {
+        for (const auto& from : {QString("paris@verona.example/x"), juliet}) {
             forms += new authorizeForm(f.registry, f.client);
             forms.last()->setUserName(from);
             forms.last()->show();
             auto context = f.engine.contextFor(request.arg(from));
             forms.last()->OnPresence(context);
         }
-        QCOMPARE(f.control<QLabel>(*forms[0], "lblUserName").text(),
-                 QStringLiteral("paris@verona.example/x"));
+        QCOMPARE(f.control<QLabel>(*forms[0], "lblUserName").text(), "paris@verona.example/x");
         QTest::mouseClick(&f.control<QWidget>(*forms[1], "cmdDeny"), Qt::LeftButton);
         QTest::mouseClick(&f.control<QWidget>(*forms[0], "cmdAccept"), Qt::LeftButton);
         const QString paris = QStringLiteral("paris@verona.example/x");
@@ -80,12 +79,12 @@ private slots:
     {
         MessagingFixture f;
         authorizeForm form(f.registry, f.client);
-        form.setUserName(QStringLiteral("o'\"hara@x.example/<home>"));
+        form.setUserName("o'\"hara@x.example/<home>");
         form.show();
         QTest::mouseClick(&f.control<QWidget>(form, "cmdShowVCard"), Qt::LeftButton);
-        QCOMPARE(f.engine.takeSent(), QStringList(QStringLiteral(
-                                          "<iq type=\"get\" id=\"vcard_wj_3\" to=\"o'&quot;hara@x.example\">"
-                                          "<VCARD xmlns=\"vcard-temp\"/></iq>")));
+        QCOMPARE(f.engine.takeSent(),
+                 QStringList("<iq type=\"get\" id=\"vcard_wj_3\" to=\"o'&quot;hara@x.example\">"
+                             "<VCARD xmlns=\"vcard-temp\"/></iq>"));
         QVERIFY(form.isVisible());
     }
 

@@ -11,7 +11,7 @@ namespace
 
 QWidget* reader(const MessagingFixture& f)
 {
-    return f.registry.find(QStringLiteral("LogMessageForm"));
+    return f.registry.find("LogMessageForm");
 }
 
 } // namespace
@@ -43,7 +43,7 @@ private slots:
         QFETCH(QString, peer);
         QFETCH(QString, file);
         MessagingFixture f;
-        QCOMPARE(f.hub->log().WriteLogLine(QStringLiteral("b"), peer, {}, false), QString());
+        QCOMPARE(f.hub->log().WriteLogLine("b", peer, {}, false), QString());
         const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(file));
         QCOMPARE(f.logOf(peer), peer + QStringLiteral(" (07:08:09): b\r\n"));
@@ -58,10 +58,10 @@ private slots:
         const QStringList peers{QString(300, u'a') + u'1',
                                 QString(300, u'a') + u'2',
                                 QString(250, QChar(0x6731)),
-                                QStringLiteral("%~"),
+                                "%~",
                                 QString(),
-                                QStringLiteral("a%41"),
-                                QStringLiteral("aA")};
+                                "a%41",
+                                "aA"};
         for (const auto& peer : peers) {
             QCOMPARE(f.hub->log().WriteLogLine(peer, peer, {}, false), QString());
             const QString path = QFileInfo(f.hub->log().path(peer)).canonicalFilePath();
@@ -75,7 +75,7 @@ private slots:
     void filesAreTheOwnersAlone()
     {
         MessagingFixture f;
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
+        f.message(juliet, "chat", "<body>secret</body>");
         constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
         const QFileInfo file(f.hub->log().path(juliet));
         QVERIFY(file.exists());
@@ -86,11 +86,11 @@ private slots:
     void accountsHaveLogsOfTheirOwn()
     {
         MessagingFixture f;
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for romeo</body>"));
+        f.message(juliet, "chat", "<body>for romeo</body>");
         f.engine.gateway().userName = QStringLiteral("tybalt");
         QCOMPARE(f.logOf(juliet), QString());
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>for tybalt</body>"));
-        QVERIFY(!f.logOf(juliet).contains(QStringLiteral("romeo")));
+        f.message(juliet, "chat", "<body>for tybalt</body>");
+        QVERIFY(!f.logOf(juliet).contains("romeo"));
     }
 
     void fullDiskIsToldOnce()
@@ -99,25 +99,24 @@ private slots:
         const auto* window = f.open(juliet);
         const QString path = f.hub->log().path(juliet);
         const auto say = [&](const QString& text) {
-            f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(text));
+            f.message(juliet, "chat", QStringLiteral("<body>%1</body>").arg(text));
         };
         QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
-        QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
-        say(QStringLiteral("one"));
-        say(QStringLiteral("two"));
+        QVERIFY(QFile::link("/dev/full", path));
+        say("one");
+        say("two");
         QCOMPARE(f.world.boxes.shown.size(), 1);
         QVERIFY(f.world.boxes.shown[0].text.contains(path));
-        QVERIFY(f.transcript(*window).contains(QStringLiteral(": one\n")) &&
-                f.transcript(*window).contains(QStringLiteral(": two\n")));
+        QVERIFY(f.transcript(*window).contains(": one\n") && f.transcript(*window).contains(": two\n"));
 
         QVERIFY(QFile::remove(path));
-        say(QStringLiteral("three"));
-        QVERIFY(f.logOf(juliet).contains(QStringLiteral("three")));
+        say("three");
+        QVERIFY(f.logOf(juliet).contains("three"));
         QCOMPARE(f.world.boxes.shown.size(), 1);
         // It has worked since, so that the next failure is news.
         QVERIFY(QFile::remove(path));
         QVERIFY(QDir().mkdir(path));
-        say(QStringLiteral("four"));
+        say("four");
         QCOMPARE(f.world.boxes.shown.size(), 2);
     }
 
@@ -125,9 +124,9 @@ private slots:
     {
         MessagingFixture f;
         auto* window = f.open(juliet);
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>secret</body>"));
+        f.message(juliet, "chat", "<body>secret</body>");
         f.control<QAction>(*window, "mnustrDelHistory").trigger();
-        QCOMPARE(f.logOf(juliet), QStringLiteral("\r\n"));
+        QCOMPARE(f.logOf(juliet), "\r\n");
         QVERIFY(f.world.boxes.shown.isEmpty());
         f.control<QAction>(*window, "mnustroldconv").trigger();
         QVERIFY(reader(f)->isVisible());
@@ -144,11 +143,11 @@ private slots:
     {
         MessagingFixture f;
         f.hub->ShowMessageLog(juliet);
-        QCOMPARE(f.transcript(*reader(f)), QStringLiteral("< no previous message >"));
+        QCOMPARE(f.transcript(*reader(f)), "< no previous message >");
         reader(f)->close();
 
         f.hub->log().WriteLogHeader(juliet);
-        f.hub->log().WriteLogLine(QStringLiteral("one\ntwo http://x.example"), juliet, {}, false);
+        f.hub->log().WriteLogLine("one\ntwo http://x.example", juliet, {}, false);
         f.hub->ShowMessageLog(juliet + QStringLiteral("/balcony"));
         const auto* window = reader(f);
         QCOMPARE(window->windowTitle(), juliet + QStringLiteral(" -- Message Log"));
@@ -157,8 +156,8 @@ private slots:
                                 "%1 (07:08:09): one\ntwo http://x.example\n")
                      .arg(juliet));
         // Kept: not even a header is bold.
-        QCOMPARE(f.formatOf(*window, QStringLiteral("*** New")).fontWeight(), int(QFont::Normal));
-        QVERIFY(f.formatOf(*window, QStringLiteral("x.example")).isAnchor());
+        QCOMPARE(f.formatOf(*window, "*** New").fontWeight(), int(QFont::Normal));
+        QVERIFY(f.formatOf(*window, "x.example").isAnchor());
     }
 
     void readerSavesRichText()

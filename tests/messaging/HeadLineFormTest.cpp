@@ -46,7 +46,7 @@ private slots:
     {
         MessagingFixture f;
         auto& window = f.notices();
-        window.WriteMessage(QStringLiteral("sender"), QStringLiteral("body"), QStringLiteral("subject"));
+        window.WriteMessage("sender", "body", "subject");
         const auto* document = f.control<QPlainTextEdit>(window, "txtMsg").document();
         const auto format = [&](const char* text) {
             return document->find(QString::fromLatin1(text)).charFormat();
@@ -60,14 +60,14 @@ private slots:
     void errorPresenceOpensTheWindow()
     {
         MessagingFixture f;
-        auto context = f.engine.contextFor(
-            QStringLiteral("<presence from='r@x' type='error'><error>gone</error></presence>"));
+        auto context =
+            f.engine.contextFor("<presence from='r@x' type='error'><error>gone</error></presence>");
         QSignalSpy lost(&f.notices(), &HeadLineForm::connectionLost);
         f.notices().OnPresence(context);
         QVERIFY(f.notices().isVisible());
         QVERIFY(f.notices().testAttribute(Qt::WA_ShowWithoutActivating)); // keys typed elsewhere stay there
         QCOMPARE(f.notices().pos(), QPoint(0, 0));
-        QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  r@x: error - gone\n"));
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), " <07:08>  r@x: error - gone\n");
         QCOMPARE(lost.size(), 0);
     }
 
@@ -75,22 +75,22 @@ private slots:
     {
         MessagingFixture f;
         auto& window = f.notices();
-        window.WriteMessage(QStringLiteral("a"), QStringLiteral("b"), {});
+        window.WriteMessage("a", "b", {});
         window.showAtPlace();
         window.move(20, 30);
         window.showAtPlace();
         QCOMPARE(window.pos(), QPoint(20, 30));
         QTest::mouseClick(&f.control<QWidget>(window, "cmdClose"), Qt::LeftButton);
         QVERIFY(!window.isVisible());
-        QCOMPARE(window.Tag, QStringLiteral("300|450"));
+        QCOMPARE(window.Tag, "300|450");
         window.move(1, 1);
         window.showAtPlace();
         QCOMPARE(window.pos(), QPoint(20, 30));
-        QVERIFY(f.transcript(window, "txtMsg").endsWith(QStringLiteral(" - b\n")));
+        QVERIFY(f.transcript(window, "txtMsg").endsWith(" - b\n"));
 
         f.client.SessionClosing = true;
         QVERIFY(window.requestUnload(CloseMode::Code));
-        QVERIFY(!f.registry.find(QStringLiteral("HeadLineForm")));
+        QVERIFY(!f.registry.find("HeadLineForm"));
     }
 };
 

@@ -94,7 +94,7 @@ private slots:
             happened += QStringLiteral("line");
         if (f.logOf(bare).endsWith(QStringLiteral("%1 (07:08:09): hello\r\n").arg(bare)))
             happened += QStringLiteral("log");
-        if (f.logOf({}).contains(QStringLiteral(" (07:08:09): hello\r\n")))
+        if (f.logOf({}).contains(" (07:08:09): hello\r\n"))
             happened += QStringLiteral("nameless");
         if (f.world.sounds.played == QStringList(f.client.settings.SoundOnNewMessageFile))
             happened += QStringLiteral("sound");
@@ -105,9 +105,8 @@ private slots:
         QCOMPARE(happened.join(u' '), outcome);
         if (window)
             QCOMPARE(f.control<QStatusBar>(*window, "StatusBar1").accessibleDescription(), f.panel(*window));
-        if (window && happened.contains(QStringLiteral("line")))
-            QCOMPARE(f.panel(*window),
-                     QStringLiteral("Latest Message Received: Thursday, 6 May 2004 07:08:09"));
+        if (window && happened.contains("line"))
+            QCOMPARE(f.panel(*window), "Latest Message Received: Thursday, 6 May 2004 07:08:09");
         QCOMPARE(f.engine.takeSent(), QStringList());
     }
 
@@ -132,8 +131,8 @@ private slots:
         MessagingFixture f;
         f.engine.gateway().server = server;
         f.client.settings.SoundOnNewMessage = true;
-        f.client.MyAgents.AddItem(QStringLiteral("icq.montague.example"), QStringLiteral("ICQ"), true, true);
-        f.message(from, type, QStringLiteral("<subject>s</subject><body>b</body>"));
+        f.client.MyAgents.AddItem("icq.montague.example", "ICQ", true, true);
+        f.message(from, type, "<subject>s</subject><body>b</body>");
         QCOMPARE(f.notices().isVisible(), notice);
         QCOMPARE(f.transcript(f.notices(), "txtMsg"),
                  notice ? QStringLiteral(" <07:08>  %1: s - b\n").arg(from) : QString());
@@ -168,34 +167,31 @@ private slots:
     void windowDescribesItsPeer()
     {
         MessagingFixture f;
-        f.message(juliet + QStringLiteral("/garden"), QStringLiteral("chat"),
-                  QStringLiteral("<body>hi</body>"));
+        f.message(juliet + QStringLiteral("/garden"), "chat", "<body>hi</body>");
         const auto* window = f.window(juliet);
         QVERIFY(window);
         const auto text = [&](const char* name) { return f.control<QLineEdit>(*window, name).text(); };
         QCOMPARE(window->windowTitle(), QStringLiteral("Jule - ") + juliet);
         QCOMPARE(text("txtTO"), juliet);
-        QCOMPARE(text("txtNick"), QStringLiteral("Jule"));
-        QCOMPARE(text("txtTOS"), QStringLiteral("away"));
-        QCOMPARE(text("txtTOR"), QStringLiteral("garden"));
-        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), QStringLiteral("Away"));
+        QCOMPARE(text("txtNick"), "Jule");
+        QCOMPARE(text("txtTOS"), "away");
+        QCOMPARE(text("txtTOR"), "garden");
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), "Away");
         QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
         // The peer's colour, and the fixed ones of stamp and body.
         QCOMPARE(f.formatOf(*window, juliet).foreground().color(), QColor(255, 50, 50));
-        QCOMPARE(f.formatOf(*window, QStringLiteral("07:08")).background().color(), QColor(62, 128, 194));
-        QCOMPARE(f.formatOf(*window, QStringLiteral("hi")).fontWeight(), int(QFont::Bold));
+        QCOMPARE(f.formatOf(*window, "07:08").background().color(), QColor(62, 128, 194));
+        QCOMPARE(f.formatOf(*window, "hi").fontWeight(), int(QFont::Bold));
     }
 
     void strangersCanBeAdded()
     {
         MessagingFixture f;
-        f.message(stranger + QStringLiteral("/tomb"), QStringLiteral("chat"),
-                  QStringLiteral("<body>hi</body>"));
+        f.message(stranger + QStringLiteral("/tomb"), "chat", "<body>hi</body>");
         const auto* window = f.window(stranger);
         QVERIFY(window);
         QCOMPARE(window->windowTitle(), stranger + QStringLiteral("/tomb - ") + stranger);
-        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(),
-                 QStringLiteral("Pendingauth"));
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), "Pendingauth");
         QVERIFY(f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
         QVERIFY(f.control<QAction>(*window, "Toolbar1Add").isEnabled());
     }
@@ -204,13 +200,13 @@ private slots:
     {
         MessagingFixture f;
         f.client.settings.AcceptMessageFromAll = false;
-        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>one</body>"));
-        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>two</body>"));
+        f.message(stranger, "chat", "<body>one</body>");
+        f.message(stranger, "chat", "<body>two</body>");
         const auto forms = f.registry.loaded();
         QCOMPARE(forms.size(), 2);
         QCOMPARE(f.transcript(*forms.at(1)), QStringLiteral(" <07:08>  %1: two\n").arg(stranger));
         // There is nobody to tell of typing.
-        QTest::keyClicks(&f.control<QWidget>(*forms.at(0), "txtMsg"), QStringLiteral("hm"));
+        QTest::keyClicks(&f.control<QWidget>(*forms.at(0), "txtMsg"), "hm");
         QCOMPARE(f.engine.takeSent(), QStringList());
         forms.at(0)->close();
         QCOMPARE(f.registry.loaded().size(), 1);
@@ -220,14 +216,14 @@ private slots:
     {
         MessagingFixture f;
         const QString hi = QStringLiteral("<body>hi</body>");
-        f.message(juliet, QStringLiteral("chat"), hi);
+        f.message(juliet, "chat", hi);
         QVERIFY(f.window(juliet)->isMinimized());
         // Opening it by hand brings it to the front.
         f.open(juliet);
         QVERIFY(!f.window(juliet)->isMinimized());
 
         f.client.settings.CurrentWindowOnTop = false;
-        f.message(stranger, QStringLiteral("chat"), hi);
+        f.message(stranger, "chat", hi);
         QVERIFY(f.window(stranger)->isVisible() && !f.window(stranger)->isMinimized());
     }
 
@@ -236,13 +232,13 @@ private slots:
         MessagingFixture f;
         f.client.settings.BalloonEnable = false;
         f.client.settings.SoundOnNewMessage = true;
-        Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
+        Form room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         const QString will = room.Tag + QStringLiteral("/will");
-        f.message(will, QStringLiteral("chat"), QStringLiteral("<body>pst</body>"));
+        f.message(will, "chat", "<body>pst</body>");
         f.message(room.Tag + QStringLiteral("/kit"), QString(), QStringLiteral("<body>hey</body>") + typing);
 
-        const auto* window = f.window(room.Tag, QStringLiteral("ChatWndwill"));
+        const auto* window = f.window(room.Tag, "ChatWndwill");
         QVERIFY(window);
         QCOMPARE(window->windowTitle(), will);
         QCOMPARE(window->peerJid(), will);
@@ -250,8 +246,7 @@ private slots:
         QVERIFY(!f.window(room.Tag));
         // A balloon always, three dots always; no typing notices here; the plain road plays no sound.
         QCOMPARE(f.world.tray.balloons.value(0), QStringLiteral("Message from %1|pst...").arg(will));
-        QVERIFY(
-            f.transcript(*f.window(room.Tag, QStringLiteral("ChatWndkit"))).contains(QStringLiteral("hey")));
+        QVERIFY(f.transcript(*f.window(room.Tag, "ChatWndkit")).contains("hey"));
         QCOMPARE(f.world.sounds.played.size(), 1);
         QVERIFY(f.logOf(room.Tag).contains(will + QStringLiteral(" (07:08:09): pst\r\n")));
     }
@@ -259,11 +254,10 @@ private slots:
     void roomDropsStrangersWhenTold()
     {
         MessagingFixture f;
-        Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
+        Form room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         f.client.settings.AcceptMessageFromAll = false;
-        f.message(room.Tag + QStringLiteral("/will"), QStringLiteral("chat"),
-                  QStringLiteral("<body>pst</body>"));
+        f.message(room.Tag + QStringLiteral("/will"), "chat", "<body>pst</body>");
         QCOMPARE(f.registry.loaded().size(), 1);
         QVERIFY(f.world.tray.balloons.isEmpty());
     }
@@ -275,13 +269,13 @@ private slots:
         QList<RoomInvitation> got;
         connect(f.hub.get(), &ChatWindow::conferenceInvited, this,
                 [&](const RoomInvitation& i) { got += i; });
-        f.message(juliet + QStringLiteral("/b"), QStringLiteral("normal"),
-                  QStringLiteral("<body>Come &amp; see</body><x xmlns=\"jabber:x:delay\"/>"
-                                 "<x xmlns=\"jabber:x:conference\" jid=\"one@a.example\"/>"
-                                 "<x xmlns=\"jabber:x:conference\" jid=\"two@b.example\"/>"));
+        f.message(juliet + QStringLiteral("/b"), "normal",
+                  "<body>Come &amp; see</body><x xmlns=\"jabber:x:delay\"/>"
+                  "<x xmlns=\"jabber:x:conference\" jid=\"one@a.example\"/>"
+                  "<x xmlns=\"jabber:x:conference\" jid=\"two@b.example\"/>");
         QCOMPARE(got.size(), 1);
-        QCOMPARE(got[0].room, QStringLiteral("two"));
-        QCOMPARE(got[0].servers, QStringList({QStringLiteral("a.example"), QStringLiteral("b.example")}));
+        QCOMPARE(got[0].room, "two");
+        QCOMPARE(got[0].servers, QStringList({"a.example", "b.example"}));
         QCOMPARE(got[0].from + u':' + got[0].text, juliet + QStringLiteral("/b:Come & see"));
         QVERIFY(!f.window(juliet));
         QCOMPARE(f.logOf(juliet), QString());
@@ -307,9 +301,9 @@ private slots:
         QFETCH(QString, text);
         MessagingFixture f;
         QString escaped = text;
-        escaped.replace(u'&', QStringLiteral("&amp;")).replace(u'<', QStringLiteral("&lt;"));
+        escaped.replace(u'&', "&amp;").replace(u'<', "&lt;");
         f.client.MyRoster.record(juliet)->nick = text.left(1000);
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>%1</body>").arg(escaped));
+        f.message(juliet, "chat", QStringLiteral("<body>%1</body>").arg(escaped));
         auto* window = f.window(juliet);
         QVERIFY(window);
         QVERIFY(f.transcript(*window).endsWith(QStringLiteral(": ") + text + u'\n'));
@@ -325,8 +319,8 @@ private slots:
         for (const char* type : {"", "chat", "normal", "odd"})
             f.engine.inject(
                 QStringLiteral("<message type=\"%1\"><body>x</body></message>").arg(QLatin1String(type)));
-        QCOMPARE(f.transcript(f.notices(), "txtMsg"), QStringLiteral(" <07:08>  :  - x\n"));
-        QVERIFY(f.logOf({}).contains(QStringLiteral(" (07:08:09): x\r\n")));
+        QCOMPARE(f.transcript(f.notices(), "txtMsg"), " <07:08>  :  - x\n");
+        QVERIFY(f.logOf({}).contains(" (07:08:09): x\r\n"));
     }
 };
 

@@ -32,7 +32,7 @@ private slots:
     {
         MessagingFixture f;
         auto* window = f.open(juliet);
-        type(*window, QStringLiteral("1 < 2"));
+        type(*window, "1 < 2");
         f.engine.takeSent();
         QTest::mouseClick(&f.control<QWidget>(*window, "cmdSend"), Qt::LeftButton);
         QCOMPARE(
@@ -47,7 +47,7 @@ private slots:
         QTest::mouseClick(&f.control<QWidget>(*window, "cmdSend"), Qt::LeftButton);
         QCOMPARE(f.engine.takeSent(), QStringList());
         // The peer's next line has the peer's colour again.
-        f.message(juliet + QStringLiteral("/b"), QStringLiteral("chat"), QStringLiteral("<body>no</body>"));
+        f.message(juliet + QStringLiteral("/b"), "chat", "<body>no</body>");
         QCOMPARE(f.formatOf(*window, juliet).foreground().color(), QColor(255, 50, 50));
     }
 
@@ -72,7 +72,7 @@ private slots:
         auto& combo = f.control<QComboBox>(*window, "ComboResource");
         QCOMPARE(combo.isVisible(), resources.size() > 1);
         combo.setEditText(chosen);
-        f.control<QPlainTextEdit>(*window, "txtMsg").setPlainText(QStringLiteral("x"));
+        f.control<QPlainTextEdit>(*window, "txtMsg").setPlainText("x");
         f.engine.takeSent();
         window->cmdSend_Click();
         const auto sent = f.engine.takeSent();
@@ -84,20 +84,19 @@ private slots:
     {
         MessagingFixture f;
         auto* window = f.open(juliet);
-        type(*window, QStringLiteral("abc"));
+        type(*window, "abc");
         QCOMPARE(f.engine.takeSent(), QStringList(composing.arg(juliet)));
         f.control<QPlainTextEdit>(*window, "txtMsg").clear();
-        type(*window, QStringLiteral("d"));
+        type(*window, "d");
         QCOMPARE(f.engine.takeSent(), QStringList());
         window->cmdSend_Click();
         QCOMPARE(f.engine.takeSent().size(), 1);
-        type(*window, QStringLiteral("e"));
+        type(*window, "e");
         QCOMPARE(f.engine.takeSent(), QStringList(composing.arg(juliet)));
 
         const QString odd = QStringLiteral("o\"<&@x.example");
-        type(*f.open(odd), QStringLiteral("f"));
-        QCOMPARE(f.engine.takeSent(),
-                 QStringList(composing.arg(QStringLiteral("o&quot;&lt;&amp;@x.example"))));
+        type(*f.open(odd), "f");
+        QCOMPARE(f.engine.takeSent(), QStringList(composing.arg("o&quot;&lt;&amp;@x.example")));
     }
 
     void enterSendsByTheToggle()
@@ -105,23 +104,23 @@ private slots:
         MessagingFixture f;
         auto* window = f.open(juliet);
         auto* entry = &f.control<QPlainTextEdit>(*window, "txtMsg");
-        type(*window, QStringLiteral("a"));
+        type(*window, "a");
         QTest::keyClick(entry, Qt::Key_Return, Qt::ShiftModifier);
-        type(*window, QStringLiteral("b"));
+        type(*window, "b");
         f.engine.takeSent();
         QTest::keyClick(entry, Qt::Key_Return);
-        QVERIFY(f.engine.takeSent().value(0).contains(QStringLiteral("<body>a\nb</body>")));
+        QVERIFY(f.engine.takeSent().value(0).contains("<body>a\nb</body>"));
 
         f.control<QAction>(*window, "Toolbar1Return").trigger();
         QVERIFY(f.control<QAction>(*window, "mnuToolsNoChar13").isChecked());
         QVERIFY(f.control<QAction>(*window, "Toolbar1Return").isChecked());
         QVERIFY(!window->defaultButton());
-        type(*window, QStringLiteral("c"));
+        type(*window, "c");
         f.engine.takeSent();
         QTest::keyClick(entry, Qt::Key_Return);
         QCOMPARE(f.engine.takeSent(), QStringList());
         QTest::keyClick(entry, Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(f.engine.takeSent().value(0).contains(QStringLiteral("<body>c\n</body>")));
+        QVERIFY(f.engine.takeSent().value(0).contains("<body>c\n</body>"));
 
         f.control<QAction>(*window, "mnuToolsNoChar13").trigger();
         QCOMPARE(window->defaultButton(), &f.control<QPushButton>(*window, "cmdSend"));
@@ -149,9 +148,9 @@ private slots:
         window->move(40, 60);
         QTest::mouseClick(&f.control<QWidget>(*window, "cmdCancel"), Qt::LeftButton);
         QVERIFY(!window->isVisible());
-        QCOMPARE(window->Tag, QStringLiteral("600|900"));
+        QCOMPARE(window->Tag, "600|900");
         window->move(0, 0);
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>again</body>"));
+        f.message(juliet, "chat", "<body>again</body>");
         QCOMPARE(f.window(juliet), window);
         QVERIFY(window->isVisible());
         QCOMPARE(window->pos(), QPoint(40, 60));
@@ -173,7 +172,7 @@ private slots:
     {
         MessagingFixture f;
         const QPointer<MessageForm> window = f.open(juliet);
-        f.client.Core->PluginManager->beginAccount(QStringLiteral("tybalt@capulet.example"));
+        f.client.Core->PluginManager->beginAccount("tybalt@capulet.example");
         QVERIFY(!f.registry.isLoaded(window));
         QTRY_VERIFY(!window);
     }
@@ -186,7 +185,7 @@ private slots:
         auto& log = f.control<QWidget>(*window, "txtLog");
         log.setFocus();
         QTest::keyClick(&log, Qt::Key_Q);
-        QCOMPARE(f.transcript(*window, "txtMsg"), QStringLiteral("q"));
+        QCOMPARE(f.transcript(*window, "txtMsg"), "q");
         QCOMPARE(window->focusWidget(), &f.control<QWidget>(*window, "txtMsg"));
     }
 
@@ -194,8 +193,7 @@ private slots:
     {
         MessagingFixture f;
         auto* window = f.open(juliet);
-        f.message(juliet, QStringLiteral("chat"),
-                  QStringLiteral("<body>www.verona.example/a.\njavascript:alert(1)</body>"));
+        f.message(juliet, "chat", "<body>www.verona.example/a.\njavascript:alert(1)</body>");
         auto& log = f.control<TranscriptView>(*window, "txtLog");
         window->resize(900, 600);
         QVERIFY(QTest::qWaitForWindowExposed(window));
@@ -206,9 +204,9 @@ private slots:
             QTest::mouseClick(log.viewport(), Qt::LeftButton, {},
                               log.cursorRect(found).center() - QPoint(4, 0));
         };
-        press(QStringLiteral("verona.example/a"));
-        press(QStringLiteral("script"));
-        QCOMPARE(f.world.links.opened, QStringList(QStringLiteral("http://www.verona.example/a")));
+        press("verona.example/a");
+        press("script");
+        QCOMPARE(f.world.links.opened, QStringList("http://www.verona.example/a"));
     }
 
     void editMenuFollowsTheSelection()
@@ -225,13 +223,13 @@ private slots:
         };
         entry.setFocus();
         QCOMPARE(states(), QList<bool>({false, false, true, false}));
-        entry.setPlainText(QStringLiteral("rose"));
+        entry.setPlainText("rose");
         QCOMPARE(states(), QList<bool>({false, false, true, true}));
         f.control<QAction>(*window, "mnuEditSelAll").trigger();
         QCOMPARE(states(), QList<bool>({true, true, true, true}));
         f.control<QAction>(*window, "mnuEditCut").trigger();
         QCOMPARE(entry.toPlainText(), QString());
-        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("rose"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), "rose");
         f.control<QLineEdit>(*window, "txtTO").setFocus();
         f.control<QAction>(*window, "mnuEditSelAll").trigger();
         f.control<QAction>(*window, "mnuEditDel").trigger();
@@ -275,7 +273,7 @@ private slots:
         MessagingFixture f;
         auto* window = f.open(juliet);
         window->sendByEmail();
-        f.world.boxes.inputs = {QStringLiteral("laurence@cell.example")};
+        f.world.boxes.inputs = {"laurence@cell.example"};
         window->sendByEmail();
         QCOMPARE(f.world.links.opened,
                  QStringList(

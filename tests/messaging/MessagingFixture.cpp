@@ -14,8 +14,7 @@ MessagingFixture::MessagingFixture()
 {
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
     client.desktop = world.desktop();
-    client.MyRoster.AddItem(juliet, QStringLiteral("Jule"), true, QStringLiteral("away"), {}, false, {},
-                            QStringLiteral("both"), {}, QStringLiteral("balcony"));
+    client.MyRoster.AddItem(juliet, "Jule", true, "away", {}, false, {}, "both", {}, "balcony");
     hub = std::make_unique<ChatWindow>(registry, client);
     hub->statusImage = [](const QString&) { return QStringLiteral("Away"); };
     hub->notices = [this]() -> HeadLineForm& { return notices(); };
@@ -59,7 +58,7 @@ QString MessagingFixture::logOf(const QString& peer) const
 
 HeadLineForm& MessagingFixture::notices()
 {
-    return registry.single<HeadLineForm>(QStringLiteral("HeadLineForm"),
+    return registry.single<HeadLineForm>("HeadLineForm",
                                          [this] { return new HeadLineForm(registry, client); });
 }
 
@@ -72,7 +71,7 @@ QString MessagingFixture::transcript(const QWidget& form, const char* name)
 
 QTextCharFormat MessagingFixture::formatOf(const QWidget& form, const QString& text)
 {
-    auto* document = form.findChild<QPlainTextEdit*>(QStringLiteral("txtLog"))->document();
+    auto* document = form.findChild<QPlainTextEdit*>("txtLog")->document();
     const auto found = document->find(text);
     return found.charFormat();
 }

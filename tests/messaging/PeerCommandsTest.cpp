@@ -33,7 +33,7 @@ private slots:
     void addingAsksServerAndPeer()
     {
         MessagingFixture f;
-        f.message(stranger + QStringLiteral("/x"), QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
+        f.message(stranger + QStringLiteral("/x"), "chat", "<body>hi</body>");
         auto* window = f.window(stranger);
         f.control<QAction>(*window, "Toolbar1Add").trigger();
         QCOMPARE(f.engine.takeSent(),
@@ -43,10 +43,10 @@ private slots:
                                   .arg(stranger),
                               QStringLiteral("<presence type=\"subscribe\" to=\"%1\"/>").arg(stranger)}));
         QCOMPARE(f.world.boxes.shown,
-                 QList<Box>({{QStringLiteral("Notification"),
-                              QStringLiteral("Your request has been submitted; waiting for a reply from your "
-                                             "friend, the contact will be "
-                                             "placed in a group called \"Waiting authorization\""),
+                 QList<Box>({{"Notification",
+                              "Your request has been submitted; waiting for a reply from your "
+                              "friend, the contact will be "
+                              "placed in a group called \"Waiting authorization\"",
                               Icon::Information, Buttons::Ok}}));
         QVERIFY(!f.control<QAction>(*window, "mnuToolsAdd").isEnabled());
         QVERIFY(!f.control<QAction>(*window, "Toolbar1Add").isEnabled());
@@ -55,13 +55,11 @@ private slots:
     void addingAContactIsRefused()
     {
         MessagingFixture f;
-        f.message(stranger, QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
+        f.message(stranger, "chat", "<body>hi</body>");
         f.client.MyRoster.AddItem(stranger.toLower(), {}, false, {}, {}, false, {}, {}, {}, {});
         f.window(stranger)->mnuToolsAdd_Click();
-        QCOMPARE(f.world.boxes.shown,
-                 QList<Box>({{QStringLiteral("Error"),
-                              QStringLiteral("This Contact is already in your Contact List"),
-                              Icon::Exclamation, Buttons::Ok}}));
+        QCOMPARE(f.world.boxes.shown, QList<Box>({{"Error", "This Contact is already in your Contact List",
+                                                   Icon::Exclamation, Buttons::Ok}}));
         QCOMPARE(f.engine.takeSent(), QStringList());
         QVERIFY(f.control<QAction>(*f.window(stranger), "mnuToolsAdd").isEnabled());
     }
@@ -100,11 +98,9 @@ private slots:
         QCOMPARE(f.world.boxes.shown.size(), 1);
         QCOMPARE(f.world.boxes.shown[0],
                  blockedBefore
-                     ? Box({QStringLiteral("Note !"), QStringLiteral("The Contact is already Blocked!"),
-                            Icon::Information, Buttons::Ok})
-                     : Box({QStringLiteral("Confirm"),
-                            QStringLiteral("Are you sure that you want to Block this Contact"),
-                            Icon::Question, Buttons::YesNoCancel}));
+                     ? Box({"Note !", "The Contact is already Blocked!", Icon::Information, Buttons::Ok})
+                     : Box({"Confirm", "Are you sure that you want to Block this Contact", Icon::Question,
+                            Buttons::YesNoCancel}));
         QCOMPARE(refresh.size(), refreshes);
         QCOMPARE(f.client.MyBanList.Count(), int(yes || blockedBefore));
         QCOMPARE(banFile().contains(QStringLiteral("<item>%1</item>").arg(juliet)), yes);

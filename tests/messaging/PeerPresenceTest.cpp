@@ -43,10 +43,10 @@ private slots:
         QFETCH(QString, combo);
         MessagingFixture f;
         auto* window = f.open(juliet);
-        window->setPicture(QStringLiteral("LightOn"));
-        window->setStatusText(QStringLiteral("old"));
+        window->setPicture("LightOn");
+        window->setStatusText("old");
         auto& single = f.control<QLineEdit>(*window, "txtTOR");
-        single.setText(QStringLiteral("before"));
+        single.setText("before");
         f.client.MyRoster.record(juliet)->Resources = resources;
 
         const QString type = available ? QString() : QStringLiteral(" type=\"unavailable\"");
@@ -69,14 +69,12 @@ private slots:
     void messageWithoutResourceTakesTheFirst()
     {
         MessagingFixture f;
-        f.client.MyRoster.record(juliet)->Resources =
-            QStringList({QStringLiteral("balcony"), QStringLiteral("tomb")});
+        f.client.MyRoster.record(juliet)->Resources = QStringList({"balcony", "tomb"});
         const auto* window = f.open(juliet);
         const auto& combo = f.control<QComboBox>(*window, "ComboResource");
-        QCOMPARE(combo.currentText(), QStringLiteral("balcony"));
-        f.message(juliet + QStringLiteral("/nowhere"), QStringLiteral("chat"),
-                  QStringLiteral("<body>x</body>"));
-        QCOMPARE(combo.currentText(), QStringLiteral("nowhere"));
+        QCOMPARE(combo.currentText(), "balcony");
+        f.message(juliet + QStringLiteral("/nowhere"), "chat", "<body>x</body>");
+        QCOMPARE(combo.currentText(), "nowhere");
     }
 
     void presenceOfStrangersChangesNothing()
@@ -87,8 +85,7 @@ private slots:
         f.engine.inject(
             QStringLiteral("<presence from=\"%1/x\"><status>s</status></presence>").arg(stranger));
         QCOMPARE(f.control<QLineEdit>(*window, "txtTOS").text(), QString());
-        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(),
-                 QStringLiteral("Pendingauth"));
+        QCOMPARE(f.control<QLabel>(*window, "imgStatus").accessibleDescription(), "Pendingauth");
     }
 };
 

@@ -28,8 +28,8 @@ private slots:
         QCOMPARE(f.engine.takeSent(), QStringList());
 
         // The next message is a real one.
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
-        QVERIFY(f.transcript(*window).contains(QStringLiteral("hi")));
+        f.message(juliet, "chat", "<body>hi</body>");
+        QVERIFY(f.transcript(*window).contains("hi"));
         QVERIFY(f.logOf(juliet).endsWith(QStringLiteral("2004\r\n%1 (07:08:09): hi\r\n").arg(juliet)));
     }
 
@@ -50,7 +50,7 @@ private slots:
     void trickMeetsAnOpenWindow()
     {
         MessagingFixture f;
-        f.message(juliet, QStringLiteral("chat"), QStringLiteral("<body>hi</body>"));
+        f.message(juliet, "chat", "<body>hi</body>");
         auto* window = f.window(juliet);
         const QString before = f.transcript(*window);
         window->close();
@@ -66,13 +66,13 @@ private slots:
         f.client.settings.DoNotReceiveMessFromUnAuth = true;
         f.client.settings.AutoReplayToUnAuth = true;
         f.client.settings.AutoReplayMess = QStringLiteral("go away");
-        auto context = f.engine.contextFor(
-            QStringLiteral("<message from=\"x@y.example/z\" type=\"chat\"><body>b</body></message>"));
+        auto context =
+            f.engine.contextFor("<message from=\"x@y.example/z\" type=\"chat\"><body>b</body></message>");
         f.hub->OnMessage(context);
         // The reply is prepared in the packet, and never sent.
         const auto fields = context.OutPacket().MessageFields();
         QCOMPARE(fields.To() + u'|' + fields.Type() + u'|' + fields.Subject() + u'|' + fields.Body(),
-                 QStringLiteral("x@y.example/z|Normal|Auto Response|go away"));
+                 "x@y.example/z|Normal|Auto Response|go away");
         QCOMPARE(f.engine.takeSent(), QStringList());
         QVERIFY(f.registry.loaded().isEmpty());
     }
@@ -80,13 +80,13 @@ private slots:
     void occupantOpensByTheTrick()
     {
         MessagingFixture f;
-        Form room(f.registry, QStringLiteral("GroupchatWindowForm"));
+        Form room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         const QString will = room.Tag + QStringLiteral("/will");
         f.hub->IsTrick = true;
         f.hub->SendMessageFromConference(will, f.client.ownFullJid());
         f.engine.trigger();
-        const auto* window = f.window(room.Tag, QStringLiteral("ChatWndwill"));
+        const auto* window = f.window(room.Tag, "ChatWndwill");
         QVERIFY(window && window->isVisible());
         QCOMPARE(f.transcript(*window), QString());
         QVERIFY(f.world.tray.balloons.isEmpty());
@@ -100,16 +100,16 @@ private slots:
         auto* window = f.open(juliet);
         auto& entry = f.control<QPlainTextEdit>(*window, "txtMsg");
         f.engine.gateway().connected = false;
-        entry.setPlainText(QStringLiteral("half a sen"));
+        entry.setPlainText("half a sen");
         window->cmdSend_Click();
-        QVERIFY(f.panel(*window).contains(QStringLiteral("not connected")));
-        f.registry.unloadAllExcept({QStringLiteral("RosterForm")});
+        QVERIFY(f.panel(*window).contains("not connected"));
+        f.registry.unloadAllExcept({"RosterForm"});
         QVERIFY(!window->isVisible());
         f.engine.takeSent();
 
         f.engine.gateway().connected = true;
         QCOMPARE(f.open(juliet), window);
-        QCOMPARE(entry.toPlainText(), QStringLiteral("half a sen"));
+        QCOMPARE(entry.toPlainText(), "half a sen");
         window->cmdSend_Click();
         QCOMPARE(f.engine.takeSent().size(), 1); // no typing event for the text that goes
     }

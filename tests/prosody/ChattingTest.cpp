@@ -32,10 +32,9 @@ private slots:
     void initTestCase()
     {
         QVERIFY2(server_.start(), qPrintable(server_.problem()));
-        QVERIFY(server_.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
-        QVERIFY(server_.addAccount(QStringLiteral("juliet"), QStringLiteral("rose")));
-        QVERIFY(server_.befriend(QStringLiteral("romeo"), QStringLiteral("juliet"),
-                                 QStringLiteral("Verona & <co>")));
+        QVERIFY(server_.addAccount("romeo", "secret"));
+        QVERIFY(server_.addAccount("juliet", "rose"));
+        QVERIFY(server_.befriend("romeo", "juliet", "Verona & <co>"));
     }
 
     void presenceBothWays()
@@ -43,19 +42,17 @@ private slots:
         ProsodyFixture f(server_);
         QVERIFY(f.signIn());
         QTRY_VERIFY(f.row(f.peer));
-        QCOMPARE(f.row(f.peer)->text, QStringLiteral("Juliet"));
-        QCOMPARE(f.row(f.peer)->parent->text, QStringLiteral("Verona & <co>"));
-        QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, QStringLiteral("Offline"));
+        QCOMPARE(f.row(f.peer)->text, "Juliet");
+        QCOMPARE(f.row(f.peer)->parent->text, "Verona & <co>");
+        QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, "Offline");
         {
-            SlixmppPeer juliet(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
+            SlixmppPeer juliet(server_, "juliet", "rose");
             QVERIFY(f.isOnline(juliet));
             QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
             QTRY_VERIFY(f.seesPeer());
-            juliet.tell("presence", {{QStringLiteral("show"), QStringLiteral("dnd")},
-                                     {QStringLiteral("status"), QStringLiteral("at <church> & \"home\" 💒")}});
-            QTRY_COMPARE(f.live.client.MyRoster.record(f.peer)->StatusMsg,
-                         QStringLiteral("at <church> & \"home\" 💒"));
-            QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, QStringLiteral("dnd"));
+            juliet.tell("presence", {{"show", "dnd"}, {"status", "at <church> & \"home\" 💒"}});
+            QTRY_COMPARE(f.live.client.MyRoster.record(f.peer)->StatusMsg, "at <church> & \"home\" 💒");
+            QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, "dnd");
 
             ui::choose(f.live.rosterForm(), "mRosterSAway");
             QTRY_VERIFY(juliet.heard([](const Stanza& stanza) {
@@ -70,15 +67,15 @@ private slots:
     void messagesBothWays_data()
     {
         columns<QString>("text");
-        row("plain", QStringLiteral("What light through yonder window breaks?"));
-        row("markup", QStringLiteral("<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;"));
-        row("emoji", QStringLiteral("🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית"));
+        row("plain", "What light through yonder window breaks?");
+        row("markup", "<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;");
+        row("emoji", "🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית");
     }
 
     void messagesBothWays()
     {
         QFETCH(QString, text);
-        SlixmppPeer juliet(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
+        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
         QVERIFY(f.signIn());
         QVERIFY(f.isOnline(juliet));
@@ -98,7 +95,7 @@ private slots:
 
     void typingIsShown()
     {
-        SlixmppPeer juliet(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
+        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
         QVERIFY(f.signIn());
         QVERIFY(f.isOnline(juliet));
@@ -108,29 +105,29 @@ private slots:
         QTRY_VERIFY(f.seesPeer());
         const QString before = f.transcript(*window);
         auto* panel = ui::find<QStatusBar>(window, "StatusBar1");
-        juliet.tell("typing", {{QStringLiteral("to"), f.own}});
-        QTRY_VERIFY(panel->currentMessage().contains(QStringLiteral("typing")));
+        juliet.tell("typing", {{"to", f.own}});
+        QTRY_VERIFY(panel->currentMessage().contains("typing"));
         QCOMPARE(f.transcript(*window), before);
-        juliet.say(f.own, QStringLiteral("Ay me!"));
-        QTRY_VERIFY(f.transcript(*window).contains(QStringLiteral("Ay me!")));
-        QVERIFY(!panel->currentMessage().contains(QStringLiteral("typing")));
+        juliet.say(f.own, "Ay me!");
+        QTRY_VERIFY(f.transcript(*window).contains("Ay me!"));
+        QVERIFY(!panel->currentMessage().contains("typing"));
     }
 
     void messagesSentMeanwhileComeAtTheNextSignIn()
     {
-        SlixmppPeer juliet(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
+        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
         QVERIFY(f.signIn());
         QVERIFY(f.isOnline(juliet));
         QVERIFY(f.signOut());
-        QTRY_VERIFY(juliet.heardPresence(f.own, QStringLiteral("unavailable")));
+        QTRY_VERIFY(juliet.heardPresence(f.own, "unavailable"));
         juliet.forget();
-        juliet.say(f.own, QStringLiteral("Good morrow"));
+        juliet.say(f.own, "Good morrow");
         QVERIFY(f.signIn());
         QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
         QTRY_VERIFY(f.seesPeer());
         QTRY_VERIFY(f.visible("MessageForm"));
-        QVERIFY(f.transcript(*f.visible("MessageForm")).contains(QStringLiteral("Good morrow")));
+        QVERIFY(f.transcript(*f.visible("MessageForm")).contains("Good morrow"));
     }
 };
 

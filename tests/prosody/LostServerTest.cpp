@@ -16,10 +16,9 @@ private slots:
     {
         ProsodyServer server;
         QVERIFY2(server.start(), qPrintable(server.problem()));
-        QVERIFY(server.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
-        QVERIFY(server.addAccount(QStringLiteral("juliet"), QStringLiteral("rose")));
-        QVERIFY(
-            server.befriend(QStringLiteral("romeo"), QStringLiteral("juliet"), QStringLiteral("Friends")));
+        QVERIFY(server.addAccount("romeo", "secret"));
+        QVERIFY(server.addAccount("juliet", "rose"));
+        QVERIFY(server.befriend("romeo", "juliet", "Friends"));
         ProsodyFixture f(server);
         QVERIFY(f.signIn());
         auto* window = f.open(f.peer);
@@ -29,17 +28,17 @@ private slots:
 
         server.kill();
         auto* main = f.live.rosterForm();
-        QTRY_COMPARE(f.live.world.tray.icon, QStringLiteral("LightOff"));
-        QCOMPARE(f.live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
+        QTRY_COMPARE(f.live.world.tray.icon, "LightOff");
+        QCOMPARE(f.live.world.tray.toolTip, "BreloIM - Disconnected");
         QVERIFY(main->isVisible());
         QVERIFY(!main->Roster1->isVisible());
         QVERIFY(ui::find<QWidget>(main, "Image1")->isVisible());
-        QCOMPARE(ui::find<QAction>(main, "Toolbar1Button1")->text(), QStringLiteral("Connect"));
+        QCOMPARE(ui::find<QAction>(main, "Toolbar1Button1")->text(), "Connect");
         QCOMPARE(f.live.client.MyRoster.Count(), 0);
         QVERIFY(!f.visible("MessageForm"));
 
         QVERIFY2(server.start(), qPrintable(server.problem()));
-        SlixmppPeer juliet(server, QStringLiteral("juliet"), QStringLiteral("rose"));
+        SlixmppPeer juliet(server, "juliet", "rose");
         QVERIFY(f.isOnline(juliet));
         ui::choose(main, "Toolbar1Button1");
         QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
@@ -50,8 +49,8 @@ private slots:
         QCOMPARE(ui::find<QPlainTextEdit>(window, "txtMsg")->toPlainText(), unsent);
         ui::click(window, "cmdSend");
         QTRY_VERIFY(juliet.heardBody(unsent));
-        juliet.say(f.own, QStringLiteral("He speaks"));
-        QTRY_VERIFY(f.transcript(*window).contains(QStringLiteral("He speaks")));
+        juliet.say(f.own, "He speaks");
+        QTRY_VERIFY(f.transcript(*window).contains("He speaks"));
     }
 
     void aServerThatIsNotThereIsSaid()
@@ -61,7 +60,7 @@ private slots:
         server.kill();
         ProsodyFixture f(server);
         f.live.signIn(server.address());
-        QTRY_VERIFY(f.live.progressText().contains(QStringLiteral("refused"), Qt::CaseInsensitive));
+        QTRY_VERIFY(f.live.progressText().contains("refused", Qt::CaseInsensitive));
         QVERIFY(!f.live.client.isConnected());
     }
 };

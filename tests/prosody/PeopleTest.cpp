@@ -37,22 +37,22 @@ class PeopleTest : public QObject
     // The stranger's window, after a word from her, with its entry that asks her.
     void askJuliet()
     {
-        juliet_->say(f_->own, QStringLiteral("Good pilgrim"));
+        juliet_->say(f_->own, "Good pilgrim");
         QTRY_VERIFY(f_->visible("MessageForm"));
         f_->live.world.boxes.answers = {MessageBoxes::Answer::Ok};
         ui::choose(f_->visible("MessageForm"), "mnuToolsAdd");
-        QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("subscribe")));
+        QTRY_VERIFY(juliet_->heardPresence(f_->own, "subscribe"));
         QTRY_VERIFY(f_->live.client.MyRoster.DoesJIDExist(f_->peer));
     }
     // Juliet asks, is accepted, and accepts in turn.
     void becomeFriends()
     {
-        juliet_->presence(f_->own, QStringLiteral("subscribe"));
+        juliet_->presence(f_->own, "subscribe");
         QTRY_VERIFY(f_->visible("authorizeForm"));
         ui::click(f_->visible("authorizeForm"), "cmdAccept");
-        QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("subscribed")));
-        QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("subscribe"))); // a stranger is asked back
-        juliet_->presence(f_->own, QStringLiteral("subscribed"));
+        QTRY_VERIFY(juliet_->heardPresence(f_->own, "subscribed"));
+        QTRY_VERIFY(juliet_->heardPresence(f_->own, "subscribe")); // a stranger is asked back
+        juliet_->presence(f_->own, "subscribed");
         QTRY_VERIFY(f_->seesPeer());
     }
     QString notices()
@@ -66,11 +66,11 @@ private slots:
 
     void init()
     {
-        QVERIFY(server_.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
-        QVERIFY(server_.addAccount(QStringLiteral("juliet"), QStringLiteral("rose")));
+        QVERIFY(server_.addAccount("romeo", "secret"));
+        QVERIFY(server_.addAccount("juliet", "rose"));
         QVERIFY(server_.forgetContacts());
         f_ = std::make_unique<ProsodyFixture>(server_);
-        juliet_ = std::make_unique<SlixmppPeer>(server_, QStringLiteral("juliet"), QStringLiteral("rose"));
+        juliet_ = std::make_unique<SlixmppPeer>(server_, "juliet", "rose");
         QVERIFY(f_->signIn());
         QVERIFY(f_->isOnline(*juliet_));
     }
@@ -86,20 +86,20 @@ private slots:
         becomeFriends();
         QVERIFY(!f_->visible("authorizeForm"));
         QTRY_VERIFY(f_->row(f_->peer));
-        QTRY_VERIFY(notices().contains(QStringLiteral("The Contact accepted the Authorisation Request")));
+        QTRY_VERIFY(notices().contains("The Contact accepted the Authorisation Request"));
         QTRY_VERIFY(juliet_->heardPresence(f_->own, QString()));
         QVERIFY(f_->signOut());
         QVERIFY(f_->signIn());
-        QTRY_COMPARE(subscription(), QStringLiteral("both"));
+        QTRY_COMPARE(subscription(), "both");
     }
 
     void askedAndDenied()
     {
-        juliet_->presence(f_->own, QStringLiteral("subscribe"));
+        juliet_->presence(f_->own, "subscribe");
         QTRY_VERIFY(f_->visible("authorizeForm"));
         ui::click(f_->visible("authorizeForm"), "cmdDeny");
-        QTRY_VERIFY(juliet_->heardPresence(f_->own, QStringLiteral("unsubscribed")));
-        QVERIFY(!juliet_->heardPresence(f_->own, QStringLiteral("subscribe")));
+        QTRY_VERIFY(juliet_->heardPresence(f_->own, "unsubscribed"));
+        QVERIFY(!juliet_->heardPresence(f_->own, "subscribe"));
         QVERIFY(!juliet_->heardPresence(f_->own, QString()));
         QTRY_VERIFY(!f_->visible("authorizeForm"));
         QVERIFY(!f_->live.client.MyRoster.DoesJIDExist(f_->peer));
@@ -108,10 +108,10 @@ private slots:
     void askingAndAccepted()
     {
         askJuliet();
-        QCOMPARE(f_->row(f_->peer)->parent->text, QStringLiteral("Waiting authorization"));
-        juliet_->presence(f_->own, QStringLiteral("subscribed"));
-        QTRY_COMPARE(subscription(), QStringLiteral("to"));
-        QTRY_VERIFY(notices().contains(QStringLiteral("The Contact accepted the Authorisation Request")));
+        QCOMPARE(f_->row(f_->peer)->parent->text, "Waiting authorization");
+        juliet_->presence(f_->own, "subscribed");
+        QTRY_COMPARE(subscription(), "to");
+        QTRY_VERIFY(notices().contains("The Contact accepted the Authorisation Request"));
         QTRY_VERIFY(f_->seesPeer());
         QTRY_VERIFY(f_->row(f_->peer)->parent->text != QStringLiteral("Waiting authorization"));
     }
@@ -119,8 +119,8 @@ private slots:
     void askingAndDenied()
     {
         askJuliet();
-        juliet_->presence(f_->own, QStringLiteral("unsubscribed"));
-        QTRY_VERIFY(notices().contains(QStringLiteral("The Contact refused your Request")));
+        juliet_->presence(f_->own, "unsubscribed");
+        QTRY_VERIFY(notices().contains("The Contact refused your Request"));
         QVERIFY(subscription() != QStringLiteral("to"));
         QVERIFY(!f_->seesPeer());
     }
@@ -128,8 +128,8 @@ private slots:
     void contactTurnsAway()
     {
         becomeFriends();
-        juliet_->presence(f_->own, QStringLiteral("unsubscribe"));
-        QTRY_VERIFY(notices().contains(QStringLiteral("The Contact removed you from his Contact List")));
+        juliet_->presence(f_->own, "unsubscribe");
+        QTRY_VERIFY(notices().contains("The Contact removed you from his Contact List"));
         QTRY_VERIFY(!f_->live.client.MyRoster.DoesJIDExist(f_->peer));
         QTRY_VERIFY(!f_->row(f_->peer));
     }
@@ -139,10 +139,10 @@ private slots:
         ui::choose(f_->live.rosterForm(), "mRosterFModVCard");
         QTRY_VERIFY(f_->visible("VCardForm"));
         const QList<std::pair<const char*, QString>> typed = {
-            {"name1", QStringLiteral("Rom & eo")}, {"surname", QStringLiteral("<Montague>")},
-            {"nick", QStringLiteral("\"Ro\"")},    {"email", QStringLiteral("romeo@verona.example")},
-            {"city", QStringLiteral("Verona 🌹")},  {"country", QStringLiteral("Italia")},
-            {"tel", QStringLiteral("+39 045 1")},
+            {"name1", "Rom & eo"}, {"surname", "<Montague>"},
+            {"nick", "\"Ro\""},    {"email", "romeo@verona.example"},
+            {"city", "Verona 🌹"},  {"country", "Italia"},
+            {"tel", "+39 045 1"},
         };
         for (const auto& [name, text] : typed)
             ui::find<QLineEdit>(f_->visible("VCardForm"), name)->setText(text);
@@ -151,7 +151,7 @@ private slots:
 
         const Stanza* answer = nullptr;
         QTRY_VERIFY([&] { // the card may still be on its way
-            juliet_->tell("read_card", {{QStringLiteral("of"), f_->own}});
+            juliet_->tell("read_card", {{"of", f_->own}});
             answer =
                 juliet_->latest([](const Stanza& stanza) { return bool(cardOf(stanza).child("NICKNAME")); });
             return answer != nullptr;
@@ -176,22 +176,22 @@ private slots:
 
     void othersCardIsReadHere()
     {
-        juliet_->tell("write_card", {{QStringLiteral("given"), QStringLiteral("Giulietta & <co>")},
-                                     {QStringLiteral("family"), QStringLiteral("Capulet")},
-                                     {QStringLiteral("nickname"), QStringLiteral("Jule 💐")},
-                                     {QStringLiteral("email"), QStringLiteral("j@capulet.example")},
-                                     {QStringLiteral("phone"), QStringLiteral("045 2")},
-                                     {QStringLiteral("country"), QStringLiteral("Italia")}});
-        QTRY_VERIFY(juliet_->happened(QStringLiteral("card written")));
+        juliet_->tell("write_card", {{"given", "Giulietta & <co>"},
+                                     {"family", "Capulet"},
+                                     {"nickname", "Jule 💐"},
+                                     {"email", "j@capulet.example"},
+                                     {"phone", "045 2"},
+                                     {"country", "Italia"}});
+        QTRY_VERIFY(juliet_->happened("card written"));
         f_->live.rosterForm()->Roster1->RetriveVCard(f_->peer);
         QTRY_VERIFY(f_->visible("VCardForm"));
         const auto& window = *f_->visible("VCardForm");
-        QCOMPARE(field(window, "name1"), QStringLiteral("Giulietta & <co>"));
-        QCOMPARE(field(window, "surname"), QStringLiteral("Capulet"));
-        QCOMPARE(field(window, "nick"), QStringLiteral("Jule 💐"));
-        QCOMPARE(field(window, "email"), QStringLiteral("j@capulet.example"));
-        QCOMPARE(field(window, "tel"), QStringLiteral("045 2"));
-        QCOMPARE(field(window, "country"), QStringLiteral("Italia"));
+        QCOMPARE(field(window, "name1"), "Giulietta & <co>");
+        QCOMPARE(field(window, "surname"), "Capulet");
+        QCOMPARE(field(window, "nick"), "Jule 💐");
+        QCOMPARE(field(window, "email"), "j@capulet.example");
+        QCOMPARE(field(window, "tel"), "045 2");
+        QCOMPARE(field(window, "country"), "Italia");
         QVERIFY(!ui::find<QPushButton>(&window, "cmdOK")->isVisible());
     }
 };

@@ -15,9 +15,7 @@ constexpr int patienceMs = 20'000;
 }
 
 ProsodyFixture::ProsodyFixture(ProsodyServer& to)
-    : server(to), live([&to](SettingsStore& store) {
-          store.pinCertificate(QStringLiteral("localhost"), to.fingerprint());
-      })
+    : server(to), live([&to](SettingsStore& store) { store.pinCertificate("localhost", to.fingerprint()); })
 {
 }
 

@@ -63,7 +63,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY2(server_.start(), qPrintable(server_.problem()));
-        QVERIFY(server_.addAccount(QStringLiteral("romeo"), QStringLiteral("secret")));
+        QVERIFY(server_.addAccount("romeo", "secret"));
     }
 
     void refusedCertificateEndsTheAttempt()
@@ -72,7 +72,7 @@ private slots:
         LiveClient live;
         live.signIn(server_.address());
         QTRY_COMPARE(reader.fingerprints, QStringList{shown(server_.fingerprint())});
-        QTRY_VERIFY(live.progressText().contains(QStringLiteral("certificate"), Qt::CaseInsensitive));
+        QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
         QVERIFY(!live.client.isConnected());
         ui::click(live.form("LoggingInForm"), "Command1");
         QTRY_VERIFY(live.ui->windows.signIn().isVisible());
@@ -94,7 +94,7 @@ private slots:
         LiveClient live;
         live.signIn(server_.address());
         QVERIFY(isOnline(live));
-        QCOMPARE(SettingsStore(paths::settingsFile()).pinnedCertificate(QStringLiteral("localhost")),
+        QCOMPARE(SettingsStore(paths::settingsFile()).pinnedCertificate("localhost"),
                  pinned ? server_.fingerprint() : QByteArray());
         ui::choose(live.rosterForm(), "mRosterTDiscon");
         QTRY_VERIFY(live.ui->windows.signIn().isVisible() && !live.client.isConnected());
@@ -106,20 +106,18 @@ private slots:
     void anotherCertificateThanThePinnedOneIsAskedFor()
     {
         CertificateReader reader({});
-        LiveClient live([](SettingsStore& store) {
-            store.pinCertificate(QStringLiteral("localhost"), QByteArray(32, 'x'));
-        });
+        LiveClient live([](SettingsStore& store) { store.pinCertificate("localhost", QByteArray(32, 'x')); });
         live.signIn(server_.address());
         QTRY_COMPARE(reader.fingerprints.size(), 1);
-        QTRY_VERIFY(live.progressText().contains(QStringLiteral("certificate"), Qt::CaseInsensitive));
+        QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
         QVERIFY(!live.client.isConnected());
     }
 
     void firstTimeYesMakesTheAccount_data()
     {
         columns<QString, QString>("name", "password");
-        row("plain", QStringLiteral("mercutio"), QStringLiteral("jest"));
-        row("special", QStringLiteral("tybalt"), QStringLiteral("<king> & \"cats\""));
+        row("plain", "mercutio", "jest");
+        row("special", "tybalt", "<king> & \"cats\"");
     }
 
     void firstTimeYesMakesTheAccount()
@@ -133,7 +131,7 @@ private slots:
         live.signIn(server_.address(), name, password);
         QVERIFY(isOnline(live));
         QCOMPARE(live.world.boxes.shown.size(), 1);
-        QCOMPARE(live.world.boxes.shown.first().title, QStringLiteral("Information"));
+        QCOMPARE(live.world.boxes.shown.first().title, "Information");
         QVERIFY(server_.hasAccount(name));
         QCOMPARE(reader.fingerprints.size(), 1);
     }
@@ -142,9 +140,9 @@ private slots:
     {
         ProsodyFixture f(server_);
         f.live.world.boxes.answers = {Answer::Yes, Answer::Ok};
-        f.live.signIn(server_.address(), QStringLiteral("romeo"), QStringLiteral("wrong"));
+        f.live.signIn(server_.address(), "romeo", "wrong");
         QTRY_COMPARE(f.live.world.boxes.shown.size(), 2);
-        QCOMPARE(f.live.world.boxes.shown.at(1).title, QStringLiteral("Server Message"));
+        QCOMPARE(f.live.world.boxes.shown.at(1).title, "Server Message");
         QVERIFY(!f.live.world.boxes.shown.at(1).text.isEmpty());
         QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
         QVERIFY(f.signIn()); // the account still has its password
@@ -154,7 +152,7 @@ private slots:
     {
         ProsodyFixture f(server_);
         f.live.world.boxes.answers = {Answer::No};
-        f.live.signIn(server_.address(), QStringLiteral("romeo"), QStringLiteral("wrong"));
+        f.live.signIn(server_.address(), "romeo", "wrong");
         QTRY_COMPARE(f.live.world.boxes.shown.size(), 1);
         QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
         QVERIFY(!f.live.form("LoggingInForm"));

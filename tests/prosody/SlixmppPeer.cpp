@@ -11,7 +11,7 @@ SlixmppPeer::SlixmppPeer(const ProsodyServer& server, const QString& name, const
     child::endsWithUs(process_);
     QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { read(); });
     // Debian's own Python: another one in the path has no slixmpp.
-    process_.start(QStringLiteral("/usr/bin/python3"),
+    process_.start("/usr/bin/python3",
                    {qEnvironmentVariable("BRELO_SOURCE_DIR") + QStringLiteral("/tests/prosody/peer.py"),
                     name + QStringLiteral("@localhost"), password, QString::number(server.port()),
                     server.certificateFile()});
@@ -34,12 +34,12 @@ void SlixmppPeer::tell(const char* command, QJsonObject arguments)
 
 void SlixmppPeer::say(const QString& to, const QString& body)
 {
-    tell("send", {{QStringLiteral("to"), to}, {QStringLiteral("body"), body}});
+    tell("send", {{"to", to}, {"body", body}});
 }
 
 void SlixmppPeer::presence(const QString& to, const QString& type)
 {
-    tell("presence", {{QStringLiteral("to"), to}, {QStringLiteral("type"), type}});
+    tell("presence", {{"to", to}, {"type", type}});
 }
 
 const Stanza* SlixmppPeer::latest(const Test& test) const
@@ -70,7 +70,7 @@ void SlixmppPeer::read()
 {
     while (process_.canReadLine()) {
         const auto line = QJsonDocument::fromJson(process_.readLine()).object();
-        if (line.contains(QStringLiteral("event")))
+        if (line.contains("event"))
             events_ += line[QStringLiteral("event")].toString();
         else if (auto stanza = Stanza::fromXml(line[QStringLiteral("stanza")].toString()))
             stanzas_.push_back(std::move(stanza));

@@ -21,7 +21,7 @@ public:
     SlixmppPeer(const ProsodyServer& server, const QString& name, const QString& password);
     ~SlixmppPeer();
 
-    bool isOnline() const { return happened(QStringLiteral("online")); }
+    bool isOnline() const { return happened("online"); }
     // What became of the connection or of a command; see peer.py.
     bool happened(const QString& event) const { return events_.contains(event); }
     // What went wrong in the process, for a failed test.

@@ -42,14 +42,12 @@ private slots:
     void listsComeInEitherOrder_data()
     {
         columns<QString, QString, QStringList>("first", "second", "log");
-        const QString roster = query(QStringLiteral("jabber:iq:roster"));
-        const QString agents = query(QStringLiteral("jabber:iq:agents"));
+        const QString roster = query("jabber:iq:roster");
+        const QString agents = query("jabber:iq:agents");
         row("roster first", roster, agents,
-            QStringList{QStringLiteral("first:Receiving Gateways..."), QStringLiteral("roster.OnIQ"),
-                        QStringLiteral("finish"), QStringLiteral("agents.OnIQ")});
+            QStringList{"first:Receiving Gateways...", "roster.OnIQ", "finish", "agents.OnIQ"});
         row("agents first", agents, roster,
-            QStringList{QStringLiteral("first:Receiving Contacts"), QStringLiteral("agents.OnIQ"),
-                        QStringLiteral("finish"), QStringLiteral("roster.OnIQ")});
+            QStringList{"first:Receiving Contacts", "agents.OnIQ", "finish", "roster.OnIQ"});
     }
 
     void listsComeInEitherOrder()
@@ -61,10 +59,9 @@ private slots:
         QCOMPARE(f.engine.takeSent(), QStringList());
         f.engine.inject(second);
         QTEST(f.takeLog(), "log");
-        const QStringList finishing = {
-            QStringLiteral("<presence><status>online</status></presence>"),
-            QStringLiteral("<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
-                           "<query xmlns=\"jabber:iq:browse\"></query></iq>")};
+        const QStringList finishing = {"<presence><status>online</status></presence>",
+                                       "<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
+                                       "<query xmlns=\"jabber:iq:browse\"></query></iq>"};
         QCOMPARE(f.engine.takeSent(), finishing);
         // A later push sends them again.
         f.engine.inject(second);
@@ -76,7 +73,7 @@ private slots:
         Fixture f;
         f.windows.initiated = true;
         f.client.site.UpdateHost = QStringLiteral("update.example");
-        f.engine.inject(query(QStringLiteral("jabber:iq:roster")));
+        f.engine.inject(query("jabber:iq:roster"));
         QCOMPARE(f.engine.takeSent().value(0),
                  QStringLiteral("<presence to=\"BreloIM@update.example/%1/ita\"/>")
                      .arg(QStringLiteral(BRELO_VERSION)));
@@ -86,16 +83,15 @@ private slots:
     {
         Fixture f;
         f.windows.initiated = true;
-        f.engine.inject(QStringLiteral(
-            "<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>"));
-        QCOMPARE(f.takeLog().count(QStringLiteral("roster.OnIQ")), 2);
+        f.engine.inject("<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>");
+        QCOMPARE(f.takeLog().count("roster.OnIQ"), 2);
     }
 
     void ignoredIqsAreUnread()
     {
         Fixture f;
         f.client.IgnoreIQ = true;
-        f.engine.inject(query(QStringLiteral("jabber:iq:roster")));
+        f.engine.inject(query("jabber:iq:roster"));
         QCOMPARE(f.takeLog(), QStringList());
     }
 
@@ -103,11 +99,11 @@ private slots:
     {
         columns<int, QStringList, QStringList>("answer", "sent", "log");
         row("yes", int(MessageBoxes::Answer::Yes),
-            QStringList{QStringLiteral("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\">"
-                                       "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
-                                       "<resource></resource></query></iq>")},
+            QStringList{"<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\">"
+                        "<username>ro&amp;meo</username><password>&lt;secret&gt;</password>"
+                        "<resource></resource></query></iq>"},
             QStringList());
-        row("no", int(MessageBoxes::Answer::No), QStringList(), QStringList{QStringLiteral("back")});
+        row("no", int(MessageBoxes::Answer::No), QStringList(), QStringList{"back"});
     }
 
     void firstTimeQuestion()
@@ -115,10 +111,10 @@ private slots:
         QFETCH(int, answer);
         Fixture f;
         f.world.boxes.answers = {MessageBoxes::Answer(answer)};
-        const QString refusal = query(QStringLiteral("jabber:iq:auth"), QStringLiteral("type=\"error\""));
+        const QString refusal = query("jabber:iq:auth", "type=\"error\"");
         f.engine.inject(refusal);
         QCOMPARE(f.world.boxes.shown.size(), 1);
-        QCOMPARE(f.world.boxes.shown[0].title, QStringLiteral("Information"));
+        QCOMPARE(f.world.boxes.shown[0].title, "Information");
         QCOMPARE(f.world.boxes.shown[0].buttons, MessageBoxes::Buttons::YesNo);
         QTEST(f.engine.takeSent(), "sent");
         QTEST(f.takeLog(), "log");
@@ -126,29 +122,28 @@ private slots:
         f.engine.inject(refusal);
         QCOMPARE(f.world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
         // An auth result asks nothing.
-        f.engine.inject(query(QStringLiteral("jabber:iq:auth"), QStringLiteral("type=\"result\"")));
+        f.engine.inject(query("jabber:iq:auth", "type=\"result\""));
         QCOMPARE(f.world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
     }
 
     void registrationAnswers()
     {
         Fixture f;
-        f.engine.inject(QStringLiteral("<iq type=\"result\" id=\"VRX_new\"/>"));
+        f.engine.inject("<iq type=\"result\" id=\"VRX_new\"/>");
         QCOMPARE(f.engine.gateway().disconnects, 1);
-        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("again")});
-        f.engine.inject(
-            QStringLiteral("<iq type=\"error\" id=\"VRX_new\"><error code=\"409\">taken</error></iq>"));
+        QCOMPARE(f.takeLog(), QStringList{"again"});
+        f.engine.inject("<iq type=\"error\" id=\"VRX_new\"><error code=\"409\">taken</error></iq>");
         QCOMPARE(f.engine.gateway().disconnects, 2);
-        QCOMPARE(f.world.boxes.shown.value(0).title, QStringLiteral("Server Message"));
-        QCOMPARE(f.world.boxes.shown.value(0).text, QStringLiteral("taken"));
-        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("back")});
+        QCOMPARE(f.world.boxes.shown.value(0).title, "Server Message");
+        QCOMPARE(f.world.boxes.shown.value(0).text, "taken");
+        QCOMPARE(f.takeLog(), QStringList{"back"});
     }
 
     void namespacesDecideTheAdminMenu_data()
     {
         columns<QString, bool>("ns", "admin");
-        row("last", QStringLiteral("<ns>jabber:iq:time</ns><ns>JABBER:IQ:ADMIN</ns>"), true);
-        row("none", QStringLiteral("<ns>jabber:iq:time</ns>"), false);
+        row("last", "<ns>jabber:iq:time</ns><ns>JABBER:IQ:ADMIN</ns>", true);
+        row("none", "<ns>jabber:iq:time</ns>", false);
         row("empty answer keeps the old mark", QString(), true);
     }
 
@@ -158,10 +153,9 @@ private slots:
         QFETCH(bool, admin);
         Fixture f;
         f.client.settings.UserMode = true;
-        f.engine.inject(
-            query(QStringLiteral("jabber:iq:browse"), QStringLiteral("id=\"VRX_GET_SUPPORTEDNS\""), ns));
+        f.engine.inject(query("jabber:iq:browse", "id=\"VRX_GET_SUPPORTEDNS\"", ns));
         QCOMPARE(f.client.settings.UserMode, admin);
-        QCOMPARE(f.takeLog().contains(QStringLiteral("admin:montague.example")), admin && !ns.isEmpty());
+        QCOMPARE(f.takeLog().contains("admin:montague.example"), admin && !ns.isEmpty());
     }
 
     void browseAnswersFindTheirPlace_data()
@@ -190,10 +184,10 @@ private slots:
         const QString from = QStringLiteral("verona@conference.example");
         if (room) {
             f.client.Core->PluginManager->sessions().session(from)->Properties().Add(
-                std::make_shared<QObject>(), QStringLiteral("IsGroupchat"));
+                std::make_shared<QObject>(), "IsGroupchat");
         }
-        f.engine.inject(query(QStringLiteral("jabber:iq:browse"),
-                              QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
+        f.engine.inject(
+            query("jabber:iq:browse", QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
         QTEST(taken.join(u','), "place");
     }
 
@@ -227,7 +221,7 @@ private slots:
     {
         QFETCH(QString, message);
         Fixture f;
-        f.client.MyBanList.Add(QStringLiteral("tybalt@b"));
+        f.client.MyBanList.Add("tybalt@b");
         f.engine.inject(message);
         QTEST(f.takeLog().join(u','), "log");
     }
@@ -258,7 +252,7 @@ private slots:
         QFETCH(bool, initiated);
         Fixture f;
         f.windows.initiated = initiated;
-        f.client.MyAgents.AddItem(QStringLiteral("icq.example"), {}, false, false);
+        f.client.MyAgents.AddItem("icq.example", {}, false, false);
         f.engine.inject(QStringLiteral("<presence %1/>").arg(attributes));
         QTEST(f.takeLog().join(u','), "log");
     }
@@ -267,12 +261,11 @@ private slots:
     {
         Fixture f;
         f.windows.initiated = true;
-        f.client.MyAgents.AddItem(QStringLiteral("icq.example"), {}, false, false);
-        f.engine.inject(QStringLiteral("<presence type=\"subscribe\" from=\"icq.example/registered\"/>"));
-        QCOMPARE(
-            f.engine.takeSent(),
-            (QStringList{QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribed\"/>"),
-                         QStringLiteral("<presence to=\"icq.example/registered\" type=\"subscribe\"/>")}));
+        f.client.MyAgents.AddItem("icq.example", {}, false, false);
+        f.engine.inject("<presence type=\"subscribe\" from=\"icq.example/registered\"/>");
+        QCOMPARE(f.engine.takeSent(),
+                 (QStringList{"<presence to=\"icq.example/registered\" type=\"subscribed\"/>",
+                              "<presence to=\"icq.example/registered\" type=\"subscribe\"/>"}));
         QCOMPARE(f.takeLog(), QStringList());
     }
 
@@ -280,12 +273,12 @@ private slots:
     {
         Fixture f;
         f.engine.connectStream();
-        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("connected")});
+        QCOMPARE(f.takeLog(), QStringList{"connected"});
         f.engine.closeStream();
         QCOMPARE(f.takeLog(), QStringList()); // no list yet: nothing to empty
         f.windows.initiated = true;
         f.engine.closeStream();
-        QCOMPARE(f.takeLog(), QStringList{QStringLiteral("noticePresence")});
+        QCOMPARE(f.takeLog(), QStringList{"noticePresence"});
     }
 };
 

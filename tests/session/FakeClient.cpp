@@ -26,14 +26,13 @@ FakeClient::~FakeClient()
 
 void FakeClient::signIn()
 {
-    ui::type(&signInForm(), "txtUserName", QStringLiteral("romeo"));
-    ui::type(&signInForm(), "txtServer", QStringLiteral("montague.example"));
+    ui::type(&signInForm(), "txtUserName", "romeo");
+    ui::type(&signInForm(), "txtServer", "montague.example");
     ui::click(&signInForm(), "Connect");
     streamUp();
-    inject(QStringLiteral(
-        "<iq type=\"result\"><query xmlns=\"jabber:iq:roster\"><item jid=\"juliet@montague.example\" "
-        "name=\"Juliet\" subscription=\"both\"><group>Friends</group></item></query></iq>"));
-    inject(QStringLiteral("<iq type=\"result\"><query xmlns=\"jabber:iq:agents\"/></iq>"));
+    inject("<iq type=\"result\"><query xmlns=\"jabber:iq:roster\"><item jid=\"juliet@montague.example\" "
+           "name=\"Juliet\" subscription=\"both\"><group>Friends</group></item></query></iq>");
+    inject("<iq type=\"result\"><query xmlns=\"jabber:iq:agents\"/></iq>");
 }
 
 void FakeClient::deliver(std::shared_ptr<Stanza> stanza)

@@ -17,7 +17,7 @@ public:
     explicit PlainGateway(QStringList& log) : log_(log) {}
     void DoConnect(const QString& user, const QString&, const QString& server, QString& resource) override
     {
-        log_ += QStringList{QStringLiteral("connect"), user, server, resource}.join(u' ');
+        log_ += QStringList{"connect", user, server, resource}.join(u' ');
     }
     void DoDisconnect() override { log_ += QStringLiteral("disconnect"); }
     bool isconnected() const override { return true; }
@@ -48,7 +48,7 @@ private slots:
         LateGateway gateway(host, [&log](ConnectionHost&) { return std::make_unique<PlainGateway>(log); });
         gateway.setQueue(std::make_shared<StanzaQueue>());
         gateway.setSecure(true);
-        gateway.setProxy({ProxyServer::Kind::Socks4, QStringLiteral("door"), 1080, {}, {}});
+        gateway.setProxy({ProxyServer::Kind::Socks4, "door", 1080, {}, {}});
         gateway.DoDisconnect();
         gateway.Trigger();
         QVERIFY(log.isEmpty());
@@ -56,9 +56,9 @@ private slots:
         QVERIFY(gateway.Secure());
 
         QString resource = QStringLiteral("desk");
-        gateway.DoConnect(QStringLiteral("romeo"), {}, QStringLiteral("home:5222"), resource);
+        gateway.DoConnect("romeo", {}, "home:5222", resource);
         gateway.Trigger();
-        gateway.DoConnect(QStringLiteral("romeo"), {}, QStringLiteral("home"), resource);
+        gateway.DoConnect("romeo", {}, "home", resource);
         QCOMPARE(log.join(u'|'),
                  "queue|secure|proxy door|connect romeo home:5222 desk|trigger|connect romeo home desk");
         QVERIFY(gateway.isconnected());
@@ -71,7 +71,7 @@ private slots:
         auto queue = std::make_shared<StanzaQueue>();
         gateway.setQueue(queue);
         QString resource;
-        gateway.DoConnect({}, {}, QStringLiteral("home"), resource);
+        gateway.DoConnect({}, {}, "home", resource);
         gateway.Trigger();
         const auto notice = queue->takeInbound();
         QVERIFY(notice);

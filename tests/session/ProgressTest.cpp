@@ -19,11 +19,11 @@ private slots:
         columns<QString, QString>("server", "says");
         const QString address = QStringLiteral("$server");
         row("empty", QString(), "No server is given.");
-        row("blanks only", QStringLiteral("   "), "No server is given.");
-        row("blanks within", QStringLiteral("my server"), "has blanks in it");
-        row("word for a port", QStringLiteral("localhost:many"), "is not a port");
-        row("port out of range", QStringLiteral("localhost:70000"), "is not a port");
-        row("no host before the port", QStringLiteral(":5222"), "No server is given before the port.");
+        row("blanks only", "   ", "No server is given.");
+        row("blanks within", "my server", "has blanks in it");
+        row("word for a port", "localhost:many", "is not a port");
+        row("port out of range", "localhost:70000", "is not a port");
+        row("no host before the port", ":5222", "No server is given before the port.");
         // No name has a part that long, so nobody is asked for it.
         row("host that doesn't exist", QString(70, u'x'), "There is no server named");
         row("port that refuses", address, "the connection was refused");
@@ -37,9 +37,9 @@ private slots:
         const QString address = peer.address();
         peer.refuse();
         LiveClient live;
-        live.signIn(server.replace(QStringLiteral("$server"), address));
+        live.signIn(server.replace("$server", address));
         QTRY_VERIFY2(live.progressText().contains(says), qPrintable(live.progressText()));
-        QVERIFY(live.progressText().startsWith(QStringLiteral("Connecting...\n")));
+        QVERIFY(live.progressText().startsWith("Connecting...\n"));
         QVERIFY(!live.client.isConnected());
         QVERIFY(live.form("LoggingInForm")->isVisible());
         ui::click(live.form("LoggingInForm"), "Command1");
@@ -58,7 +58,7 @@ private slots:
         QTRY_VERIFY(!silent.isConnected());
         silent.onLegacySignIn();
         live.signIn(silent.address());
-        QTRY_VERIFY(live.progressText().contains(QStringLiteral("Connected\n")));
+        QTRY_VERIFY(live.progressText().contains("Connected\n"));
     }
 };
 

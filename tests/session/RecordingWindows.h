@@ -47,12 +47,12 @@ public:
     void showNotice(PlugInContext&) override { log += QStringLiteral("notice"); }
     void writeNotice(const QString& from, const QString& body, const QString& subject) override
     {
-        log += QStringList{QStringLiteral("write"), from, body, subject}.join(u'|');
+        log += QStringList{"write", from, body, subject}.join(u'|');
     }
     void noticePresence(PlugInContext&) override { log += QStringLiteral("noticePresence"); }
 
 private:
-    Control roster_{log, QStringLiteral("roster")};
-    Control agents_{log, QStringLiteral("agents")};
-    Control chat_{log, QStringLiteral("chat")};
+    Control roster_{log, "roster"};
+    Control agents_{log, "agents"};
+    Control chat_{log, "chat"};
 };

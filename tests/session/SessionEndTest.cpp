@@ -57,9 +57,8 @@ private slots:
         if (steps > 0)
             live.streamUp();
         if (steps > 1)
-            live.inject(QStringLiteral(
-                "<iq><query xmlns=\"jabber:iq:roster\"><item jid=\"a@b\" subscription=\"both\"/>"
-                "</query></iq>"));
+            live.inject("<iq><query xmlns=\"jabber:iq:roster\"><item jid=\"a@b\" subscription=\"both\"/>"
+                        "</query></iq>");
         QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
         QCOMPARE(live.gateway->disconnects, 1);
         QCOMPARE(live.registry.loaded(), QList<Form*>{&live.signInForm()});
@@ -74,7 +73,7 @@ private slots:
     {
         FakeClient live;
         live.signIn();
-        QCOMPARE(panel(*live.rosterForm(), 3), QStringLiteral("OPEN"));
+        QCOMPARE(panel(*live.rosterForm(), 3), "OPEN");
         live.inject(message("chat"));
         live.inject(message("headline"));
         live.streamLost();
@@ -82,12 +81,12 @@ private slots:
         QVERIFY(!live.signInForm().isVisible());
         for (const Form* form : live.registry.loaded())
             QVERIFY2(form == live.rosterForm() || !form->isVisible(), qPrintable(form->objectName()));
-        QCOMPARE(panel(*live.rosterForm(), 2), QStringLiteral("Diconnected"));
+        QCOMPARE(panel(*live.rosterForm(), 2), "Diconnected");
         QCOMPARE(panel(*live.rosterForm(), 3), QString());
         QVERIFY(!live.rosterForm()->Roster1->isVisible());
         QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
-        QCOMPARE(live.world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
-        QCOMPARE(live.trayEntry("mnuTrayConnect"), QStringLiteral("Connect..."));
+        QCOMPARE(live.world.tray.toolTip, "BreloIM - Disconnected");
+        QCOMPARE(live.trayEntry("mnuTrayConnect"), "Connect...");
         // The connect button starts again through the sign-in window.
         const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
         QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
@@ -156,7 +155,7 @@ private slots:
         QCOMPARE(live.gateway->disconnects, 1);
         QVERIFY(!live.rosterForm() && !live.form("MessageForm"));
         QTRY_VERIFY(!chat);
-        QCOMPARE(live.storedSettings().UserName, QStringLiteral("romeo"));
+        QCOMPARE(live.storedSettings().UserName, "romeo");
         QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
     }
 
@@ -177,7 +176,7 @@ private slots:
             livedOn = progress && !progress->isVisible();
             box->close();
         });
-        live.inject(QStringLiteral("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>"));
+        live.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
         QVERIFY(livedOn);
         QCOMPARE(unloaded.size(), 1);
         QTRY_VERIFY(!progress);

@@ -46,7 +46,7 @@ private slots:
     void fieldsComeFromTheSettings_data()
     {
         columns<bool, QString>("savePassword", "password");
-        row("password kept", true, QStringLiteral("secret"));
+        row("password kept", true, "secret");
         row("password not kept", false, QString());
     }
 
@@ -57,11 +57,11 @@ private slots:
         stored.SSL = true;
         FakeClient live(stored);
         const auto& form = live.signInForm();
-        QCOMPARE(text(form, "txtUserName"), QStringLiteral("romeo"));
+        QCOMPARE(text(form, "txtUserName"), "romeo");
         QTEST(text(form, "txtPassword"), "password");
-        QCOMPARE(ui::find<QComboBox>(&form, "txtServer")->currentText(), QStringLiteral("montague.example"));
+        QCOMPARE(ui::find<QComboBox>(&form, "txtServer")->currentText(), "montague.example");
         QCOMPARE(ui::find<QComboBox>(&form, "txtServer")->count(), 3);
-        QCOMPARE(text(form, "txtResource"), QStringLiteral("garden"));
+        QCOMPARE(text(form, "txtResource"), "garden");
         QCOMPARE(isTicked(form, "Check1"), savePassword);
         QVERIFY(!isTicked(form, "Check2"));
         QVERIFY(isTicked(form, "Check3"));
@@ -85,7 +85,7 @@ private slots:
         QFETCH(int, clicks);
         FakeClient live;
         const auto& form = live.signInForm();
-        ui::type(&form, "txtPassword", QStringLiteral("typed"));
+        ui::type(&form, "txtPassword", "typed");
         for (int i = 0; i < clicks; ++i)
             ui::find<QCheckBox>(&form, box.constData())->click();
         QTEST(live.client.settings.SavePassword, "savePassword");
@@ -100,13 +100,13 @@ private slots:
     {
         FakeClient live(account(false, true));
         QCOMPARE(live.gateway->connects, 1);
-        QCOMPARE(live.gateway->userName, QStringLiteral("romeo"));
+        QCOMPARE(live.gateway->userName, "romeo");
         QCOMPARE(live.gateway->password, QString());
         QVERIFY(live.client.settings.SavePassword);
         QVERIFY(isTicked(live.signInForm(), "Check1") && isTicked(live.signInForm(), "Check2"));
         QVERIFY(live.signInForm().isVisible()); // the entry routine shows it after the load
         live.streamUp();
-        live.inject(QStringLiteral("<iq type=\"result\"><query xmlns=\"jabber:iq:agents\"/></iq>"));
+        live.inject("<iq type=\"result\"><query xmlns=\"jabber:iq:agents\"/></iq>");
         QVERIFY(!live.signInForm().isVisible());
     }
 
@@ -116,22 +116,22 @@ private slots:
         live.world.network.online = false;
         live.client.UserClosing = true;
         const auto& form = live.signInForm();
-        ui::type(&form, "txtUserName", QStringLiteral("mercutio"));
-        ui::type(&form, "txtServer", QStringLiteral("verona.example:5333"));
-        ui::type(&form, "txtResource", QStringLiteral("street"));
+        ui::type(&form, "txtUserName", "mercutio");
+        ui::type(&form, "txtServer", "verona.example:5333");
+        ui::type(&form, "txtResource", "street");
         ui::find<QCheckBox>(&form, "Check3")->click();
         ui::click(&form, "Connect");
         QCOMPARE(live.world.network.dials, QList<bool>{false});
         QVERIFY(!live.client.UserClosing);
         QCOMPARE(live.gateway->userName + u'|' + live.gateway->password + u'|' + live.gateway->server,
-                 QStringLiteral("mercutio|secret|verona.example:5333"));
-        QCOMPARE(live.gateway->resource, QStringLiteral("street"));
+                 "mercutio|secret|verona.example:5333");
+        QCOMPARE(live.gateway->resource, "street");
         QVERIFY(live.gateway->secure);
         QVERIFY(!form.isVisible());
         QVERIFY(live.rosterForm() && !live.rosterForm()->isVisible());
         QVERIFY(live.form("LoggingInForm")->isVisible());
         QCOMPARE(ui::find<QPlainTextEdit>(live.form("LoggingInForm"), "Label1")->toPlainText(),
-                 QStringLiteral("Connecting..."));
+                 "Connecting...");
     }
 
     void enterConnects_data()
@@ -159,13 +159,13 @@ private slots:
         live.signInForm().activateWindow();
         ui::find<QWidget>(&live.signInForm(), "Connect")->setFocus();
         QTest::mouseClick(user, Qt::LeftButton);
-        QTRY_COMPARE(user->selectedText(), QStringLiteral("romeo"));
+        QTRY_COMPARE(user->selectedText(), "romeo");
     }
 
     void closeBox_data()
     {
         columns<bool, bool, QString>("reachable", "ending", "restore");
-        row("goes to the tray", true, false, QStringLiteral("Restore"));
+        row("goes to the tray", true, false, "Restore");
         row("stays in reach where there is no tray", false, false, QString());
         row("really ends after Disconnect", true, true, QString());
     }
@@ -191,7 +191,7 @@ private slots:
     void unloadWritesTheSettings_data()
     {
         columns<bool, QString>("savePassword", "password");
-        row("with the password", true, QStringLiteral("new"));
+        row("with the password", true, "new");
         row("without", false, QString());
     }
 
@@ -202,12 +202,12 @@ private slots:
         const auto& form = live.signInForm();
         if (savePassword)
             ui::find<QCheckBox>(&form, "Check1")->click(); // before the password stands there
-        ui::type(&form, "txtUserName", QStringLiteral("tybalt"));
-        ui::type(&form, "txtServer", QStringLiteral("capulet.example"));
-        ui::type(&form, "txtPassword", QStringLiteral("new"));
+        ui::type(&form, "txtUserName", "tybalt");
+        ui::type(&form, "txtServer", "capulet.example");
+        ui::type(&form, "txtPassword", "new");
         ui::choose(live.menus.menu(), "mnutrayExit");
         const Settings stored = live.storedSettings();
-        QCOMPARE(stored.UserName + u'@' + stored.Server, QStringLiteral("tybalt@capulet.example"));
+        QCOMPARE(stored.UserName + u'@' + stored.Server, "tybalt@capulet.example");
         QTEST(stored.Password, "password");
     }
 
@@ -219,8 +219,7 @@ private slots:
                           Qt::LeftButton); // Help does nothing
         QVERIFY(live.world.links.opened.isEmpty() && live.world.boxes.shown.isEmpty());
         QTest::mouseClick(ui::find<QLabel>(&live.signInForm(), "Label6"), Qt::LeftButton);
-        QCOMPARE(live.world.links.opened,
-                 QStringList{QStringLiteral("https://www.breloim.example/node.php?id=526")});
+        QCOMPARE(live.world.links.opened, QStringList{"https://www.breloim.example/node.php?id=526"});
     }
 
     void linksAreReadableInTheDark()

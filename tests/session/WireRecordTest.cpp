@@ -37,10 +37,9 @@ class WireRecordTest : public QObject
         std::unique_ptr<LiveClient> live;
         Fixture()
         {
-            server.world().addAccount(QStringLiteral("romeo"), QStringLiteral("secret"));
-            server.world().addAccount(QStringLiteral("juliet"), QStringLiteral("rose"));
-            server.world().addContact(QStringLiteral("romeo"), QStringLiteral("juliet"),
-                                      QStringLiteral("Juliet"), QStringLiteral("Friends"));
+            server.world().addAccount("romeo", "secret");
+            server.world().addAccount("juliet", "rose");
+            server.world().addContact("romeo", "juliet", "Juliet", "Friends");
             server.listen();
             live = std::make_unique<LiveClient>();
         }
@@ -78,12 +77,12 @@ private slots:
         Fixture f;
         QVERIFY(f.signIn());
         f.server.takeReceived();
-        emit f.live->rosterForm()->Roster1->openConversation(QStringLiteral("juliet@localhost"));
+        emit f.live->rosterForm()->Roster1->openConversation("juliet@localhost");
         Form* window = nullptr;
         QTRY_VERIFY((window = f.live->form("MessageForm")) && window->isVisible());
         QVERIFY(f.server.received().isEmpty()); // the opening message stays at home
         auto* entry = ui::find<QPlainTextEdit>(window, "txtMsg");
-        QTest::keyClicks(entry, QStringLiteral("Ay & <me>!"));
+        QTest::keyClicks(entry, "Ay & <me>!");
         ui::click(window, "cmdSend");
         QTRY_COMPARE(f.server.received().size(), 2);
         QCOMPARE(f.server.received().at(0),
@@ -92,27 +91,25 @@ private slots:
         QCOMPARE(f.server.received().at(1),
                  QByteArray("<message to=\"juliet@localhost\" type=\"chat\"><body>Ay &amp; "
                             "&lt;me&gt;!</body></message>"));
-        f.server.sendText(
-            QStringLiteral("<message from=\"juliet@localhost/balcony\" to=\"romeo@localhost/BreloIM\" "
-                           "type=\"chat\"><body>\"Romeo\" &amp; &lt;co&gt;</body></message>"));
-        auto* log = window->findChild<QPlainTextEdit*>(QStringLiteral("txtLog"));
+        f.server.sendText("<message from=\"juliet@localhost/balcony\" to=\"romeo@localhost/BreloIM\" "
+                          "type=\"chat\"><body>\"Romeo\" &amp; &lt;co&gt;</body></message>");
+        auto* log = window->findChild<QPlainTextEdit*>("txtLog");
         QVERIFY(log);
-        QTRY_VERIFY(log->toPlainText().contains(QStringLiteral("\"Romeo\" & <co>")));
-        QVERIFY(log->toPlainText().contains(QStringLiteral("Ay & <me>!")));
+        QTRY_VERIFY(log->toPlainText().contains("\"Romeo\" & <co>"));
+        QVERIFY(log->toPlainText().contains("Ay & <me>!"));
     }
 
     void anInvitationIsNoticedWithoutABox()
     {
         Fixture f;
         QVERIFY(f.signIn());
-        f.server.sendText(QStringLiteral(
-            "<message from=\"tybalt@localhost/street\" to=\"romeo@localhost\"><body>Come</body>"
-            "<x xmlns=\"jabber:x:conference\" jid=\"verona@rooms.localhost\"/></message>"));
+        f.server.sendText("<message from=\"tybalt@localhost/street\" to=\"romeo@localhost\"><body>Come</body>"
+                          "<x xmlns=\"jabber:x:conference\" jid=\"verona@rooms.localhost\"/></message>");
         Form* notices = nullptr;
         QTRY_VERIFY((notices = f.live->form("HeadLineForm")) && notices->isVisible());
-        const auto* log = notices->findChild<QPlainTextEdit*>(QStringLiteral("txtMsg"));
-        QVERIFY(log && log->toPlainText().contains(QStringLiteral(
-                           "tybalt@localhost/street: Invitation to verona@rooms.localhost - Come")));
+        const auto* log = notices->findChild<QPlainTextEdit*>("txtMsg");
+        QVERIFY(log && log->toPlainText().contains(
+                           "tybalt@localhost/street: Invitation to verona@rooms.localhost - Come"));
         QVERIFY(f.live->world.boxes.shown.isEmpty());
     }
 
@@ -125,7 +122,7 @@ private slots:
         QTRY_VERIFY(f.live->ui->windows.signIn().isVisible());
         QCOMPARE(f.live->client.MyRoster.Count(), 0);
         QTRY_VERIFY(!f.live->rosterForm());
-        QCOMPARE(f.live->world.tray.toolTip, QStringLiteral("BreloIM - Disconnected"));
+        QCOMPARE(f.live->world.tray.toolTip, "BreloIM - Disconnected");
         QVERIFY(f.signIn()); // and in again
     }
 
@@ -134,7 +131,7 @@ private slots:
         Fixture f;
         // Registration carries the password in clear, so the person is asked about that too.
         f.live->world.boxes.answers = {MessageBoxes::Answer::Yes, MessageBoxes::Answer::Yes};
-        f.live->signIn(f.address(), QStringLiteral("mercutio"), QStringLiteral("jest"));
+        f.live->signIn(f.address(), "mercutio", "jest");
         QTRY_VERIFY(f.live->isOnline());
         QCOMPARE(f.live->world.boxes.shown.size(), 2);
         QCOMPARE(f.server.countReceived("jabber:iq:register"), 2); // the form, then the answer

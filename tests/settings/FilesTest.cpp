@@ -21,17 +21,17 @@ private slots:
     void theEntryComesAndGoes()
     {
         CRegistry registry;
-        QVERIFY2(!registry.setStringValue(QStringLiteral("BreloIM"), QStringLiteral("/opt/b")), "not open");
+        QVERIFY2(!registry.setStringValue("BreloIM", "/opt/b"), "not open");
         QVERIFY(registry.openOrCreateKey());
-        QVERIFY(registry.deleteValue(QStringLiteral("BreloIM")));
-        QVERIFY(registry.setStringValue(QStringLiteral("BreloIM"), QStringLiteral("/opt/b c/breloim")));
+        QVERIFY(registry.deleteValue("BreloIM"));
+        QVERIFY(registry.setStringValue("BreloIM", "/opt/b c/breloim"));
         QFile file(entry());
         QVERIFY(file.open(QIODevice::ReadOnly));
         const auto lines = file.readAll().split('\n');
         QCOMPARE(lines.first(), QByteArray("[Desktop Entry]"));
         QVERIFY(lines.contains("Type=Application"));
         QVERIFY(lines.contains("Exec=\"/opt/b c/breloim\""));
-        QVERIFY(registry.deleteValue(QStringLiteral("BreloIM")));
+        QVERIFY(registry.deleteValue("BreloIM"));
         QVERIFY(!QFile::exists(entry()));
     }
 

@@ -68,8 +68,8 @@ private slots:
         QFETCH(bool, savePassword);
         const bool wanted = autoLogon || savePassword;
         SettingsStore store(paths::settingsFile());
-        QVERIFY(store.SaveSettings(account(QStringLiteral("old"))));
-        Settings settings = account(QStringLiteral("new"), savePassword);
+        QVERIFY(store.SaveSettings(account("old")));
+        Settings settings = account("new", savePassword);
         settings.AutoLogon = autoLogon;
         QVERIFY(store.SaveSettings(settings));
         QCOMPARE(inFile().toString(), wanted ? QStringLiteral("new") : QStringLiteral("old"));
@@ -80,29 +80,28 @@ private slots:
 
     void liesInTheKeyringAndNotInTheFile()
     {
-        SettingsStore(paths::settingsFile()).SaveSettings(account(QStringLiteral("in clear")));
-        QCOMPARE(loaded(), QStringLiteral("in clear"));
-        QVERIFY(save(account(QStringLiteral("s3cret"))));
-        QCOMPARE(secrets_.passwords.value(QStringLiteral("romeo@montague.example")),
-                 QStringLiteral("s3cret"));
+        SettingsStore(paths::settingsFile()).SaveSettings(account("in clear"));
+        QCOMPARE(loaded(), "in clear");
+        QVERIFY(save(account("s3cret")));
+        QCOMPARE(secrets_.passwords.value("romeo@montague.example"), "s3cret");
         QVERIFY(!inFile().isValid());
-        QCOMPARE(loaded(), QStringLiteral("s3cret"));
+        QCOMPARE(loaded(), "s3cret");
         QVERIFY(save(account(QString())));
         QCOMPARE(loaded(), QString());
     }
 
     void outlivesAKeyringThatIsLocked()
     {
-        QVERIFY(save(account(QStringLiteral("first"))));
+        QVERIFY(save(account("first")));
         secrets_.locked = true;
         QCOMPARE(loaded(), QString());
         QVERIFY(save(account(QString())));
         secrets_.locked = false;
-        QCOMPARE(loaded(), QStringLiteral("first"));
+        QCOMPARE(loaded(), "first");
         secrets_.locked = true;
-        QVERIFY(save(account(QStringLiteral("second"))));
+        QVERIFY(save(account("second")));
         secrets_.locked = false;
-        QCOMPARE(loaded(), QStringLiteral("second"));
+        QCOMPARE(loaded(), "second");
     }
 
     void withoutASessionBusNoKeyringIsAsked()
@@ -112,17 +111,17 @@ private slots:
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
         qputenv("XDG_RUNTIME_DIR", profile_->path().toUtf8());
         KeychainSecretStore keyring;
-        QVERIFY(!keyring.read(QStringLiteral("romeo@montague.example")));
-        QVERIFY(!keyring.write(QStringLiteral("romeo@montague.example"), QStringLiteral("x")));
+        QVERIFY(!keyring.read("romeo@montague.example"));
+        QVERIFY(!keyring.write("romeo@montague.example", "x"));
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
         qputenv("XDG_RUNTIME_DIR", runtime);
     }
 
     void theModulesAreFound()
     {
-        QVERIFY(module::factory(QStringLiteral("breloim_keychain")));
-        QVERIFY(module::factory(QStringLiteral("breloim_sound")));
-        QVERIFY(!module::factory(QStringLiteral("breloim_missing")));
+        QVERIFY(module::factory("breloim_keychain"));
+        QVERIFY(module::factory("breloim_sound"));
+        QVERIFY(!module::factory("breloim_missing"));
     }
 
 private:

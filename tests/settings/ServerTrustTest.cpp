@@ -32,43 +32,43 @@ private slots:
         QFETCH(QString, asked);
         QFETCH(bool, pinned);
         const QByteArray sha256(32, '\xA5');
-        QVERIFY(store().pinCertificate(QStringLiteral("Chat.Example:5223"), sha256));
-        QVERIFY(store().pinCertificate(QStringLiteral("évil/../x"), QByteArray(32, '\1')));
+        QVERIFY(store().pinCertificate("Chat.Example:5223", sha256));
+        QVERIFY(store().pinCertificate("évil/../x", QByteArray(32, '\1')));
         QCOMPARE(store().pinnedCertificate(asked), pinned ? sha256 : QByteArray());
-        QCOMPARE(store().pinnedCertificate(QStringLiteral("évil/../x")), QByteArray(32, '\1'));
+        QCOMPARE(store().pinnedCertificate("évil/../x"), QByteArray(32, '\1'));
     }
 
     void aBrokenPinIsNone()
     {
         for (const char* text : {"", "zz", "a5a5"}) {
             QSettings(paths::settingsFile(), QSettings::IniFormat)
-                .setValue(QStringLiteral("Certificates/chat.example"), QLatin1String(text));
-            QCOMPARE(store().pinnedCertificate(QStringLiteral("chat.example")), QByteArray());
+                .setValue("Certificates/chat.example", QLatin1String(text));
+            QCOMPARE(store().pinnedCertificate("chat.example"), QByteArray());
         }
     }
 
     void plainPasswordsNeedAWordForEachServer()
     {
-        QVERIFY(!store().plainPasswordAllowed(QStringLiteral("a.example")));
-        QVERIFY(store().allowPlainPassword(QStringLiteral("a.example")));
-        QVERIFY(store().plainPasswordAllowed(QStringLiteral("A.example")));
-        QVERIFY(!store().plainPasswordAllowed(QStringLiteral("b.example")));
+        QVERIFY(!store().plainPasswordAllowed("a.example"));
+        QVERIFY(store().allowPlainPassword("a.example"));
+        QVERIFY(store().plainPasswordAllowed("A.example"));
+        QVERIFY(!store().plainPasswordAllowed("b.example"));
     }
 
     void theSiteCanBeOverridden()
     {
         QCOMPARE(store().loadSite().DefaultServer, SiteData().DefaultServer);
         QSettings file(paths::settingsFile(), QSettings::IniFormat);
-        file.setValue(QStringLiteral("Site/DefaultServer"), QStringLiteral("localhost:5222"));
-        file.setValue(QStringLiteral("Site/WebSite"), QStringLiteral("www.example"));
+        file.setValue("Site/DefaultServer", "localhost:5222");
+        file.setValue("Site/WebSite", "www.example");
         file.sync();
         const SiteData site = store().loadSite();
-        QCOMPARE(site.DefaultServer, QStringLiteral("localhost:5222"));
-        QCOMPARE(site.WebSite, QStringLiteral("www.example"));
+        QCOMPARE(site.DefaultServer, "localhost:5222");
+        QCOMPARE(site.WebSite, "www.example");
         QCOMPARE(site.SisterServer, SiteData().SisterServer);
         Settings settings;
         store().LoadSettings(settings);
-        QCOMPARE(settings.Server, QStringLiteral("localhost:5222"));
+        QCOMPARE(settings.Server, "localhost:5222");
     }
 
 private:

@@ -18,7 +18,7 @@ QString changed(const SettingKey& key, const Settings& settings)
         return key.text(settings) == QLatin1String("True") ? QStringLiteral("False") : QStringLiteral("True");
     if (std::holds_alternative<QString Settings::*>(key.member))
         return QStringLiteral(" @a \"b\", c;d=%41 \\ \n[é] ") + QLatin1String(key.key);
-    return QString::number(key.text(settings).toDouble() + 7, 'f', 2).remove(QStringLiteral(".00"));
+    return QString::number(key.text(settings).toDouble() + 7, 'f', 2).remove(".00");
 }
 
 // The three keys that are never written read as their defaults.
@@ -126,8 +126,8 @@ private slots:
 
     void spellingsThatDifferInCaseAreOneKey()
     {
-        store("program settings/new window ON TOP", QStringLiteral("True"));
-        store("Program Settings/Sponsor added", QStringLiteral("true"));
+        store("program settings/new window ON TOP", "True");
+        store("Program Settings/Sponsor added", "true");
         Settings settings = loaded();
         QVERIFY(settings.NewWindowOnTop);
         QVERIFY(settings.SponsorAdded);
@@ -138,10 +138,10 @@ private slots:
 
     void theKeySessionCounts()
     {
-        store("Program Settings/Resource", QStringLiteral("first"));
-        QCOMPARE(loaded().Resource, QStringLiteral("BreloIM"));
-        store("Program Settings/Session", QStringLiteral("second"));
-        QCOMPARE(loaded().Resource, QStringLiteral("second"));
+        store("Program Settings/Resource", "first");
+        QCOMPARE(loaded().Resource, "BreloIM");
+        store("Program Settings/Session", "second");
+        QCOMPARE(loaded().Resource, "second");
     }
 
     void handwrittenLinesAreRead()
@@ -152,9 +152,9 @@ private slots:
                   "[Status Messages]\nAway=Back soon, love\nAv=");
         const Settings settings = loaded();
         QVERIFY(settings.CheckYahooMail);
-        QCOMPARE(settings.UserName, QStringLiteral("romeo"));
-        QCOMPARE(settings.StatusAway, QStringLiteral("Back soon, love"));
-        QCOMPARE(settings.Priority, QStringLiteral("1"));
+        QCOMPARE(settings.UserName, "romeo");
+        QCOMPARE(settings.StatusAway, "Back soon, love");
+        QCOMPARE(settings.Priority, "1");
         QVERIFY(!settings.CheckError);
     }
 
@@ -174,22 +174,22 @@ private slots:
     {
         QFETCH(QString, key);
         QFETCH(QString, text);
-        store("Program Settings/User Mode", QStringLiteral("True"));
-        store("Program Settings/Add Sponsors", QStringLiteral("False"));
+        store("Program Settings/User Mode", "True");
+        store("Program Settings/Add Sponsors", "False");
         store(("Program Settings/" + key).toUtf8(), text);
         const Settings settings = loaded();
         QVERIFY(settings.CheckError);
         QVERIFY(!settings.AutoReconnect);
         QVERIFY(!settings.UserMode);
         QVERIFY2(settings.AddSponsors, "the reading went on");
-        QCOMPARE(settings.Priority, QStringLiteral("0"));
+        QCOMPARE(settings.Priority, "0");
         QCOMPARE(settings.CharOnLineSize, 8.0);
     }
 
     void textIsNeverUnreadable()
     {
-        store("Program Settings/Priority", QStringLiteral("high"));
-        QCOMPARE(loaded().Priority, QStringLiteral("high"));
+        store("Program Settings/Priority", "high");
+        QCOMPARE(loaded().Priority, "high");
         QVERIFY(!loaded().CheckError);
     }
 
@@ -203,14 +203,14 @@ private slots:
         SiteData site;
         site.DefaultServer = QStringLiteral("im.example");
         SettingsStore::LoadDefaults(settings, site);
-        QCOMPARE(settings.UserName + settings.Password, QStringLiteral("keptkept"));
+        QCOMPARE(settings.UserName + settings.Password, "keptkept");
         QVERIFY(settings.SavePassword && settings.OnTop && !settings.NoBanList);
         QVERIFY(settings.SoundOnOnLine);
         QCOMPARE(settings.SoundOnOnLineFile,
                  paths::applicationFolder() + QStringLiteral("/Sounds/online.wav"));
-        QCOMPARE(settings.Server, QStringLiteral("im.example"));
-        QCOMPARE(settings.Resource, QStringLiteral("BreloIM"));
-        QCOMPARE(settings.AutoXAwayTimerMsg, QStringLiteral("Al momento non al computer per un po'"));
+        QCOMPARE(settings.Server, "im.example");
+        QCOMPARE(settings.Resource, "BreloIM");
+        QCOMPARE(settings.AutoXAwayTimerMsg, "Al momento non al computer per un po'");
     }
 
     void aCutFileNeverHarms()
@@ -243,9 +243,9 @@ private slots:
         QVERIFY(save(Settings()));
         overwrite(paths::settingsFile(), QByteArray(5000, '\0'));
         QVERIFY(loaded().CheckError);
-        QVERIFY(SettingsStore(paths::settingsFile()).allowPlainPassword(QStringLiteral("a.example")));
+        QVERIFY(SettingsStore(paths::settingsFile()).allowPlainPassword("a.example"));
         QCOMPARE(contents(paths::settingsFile() + QStringLiteral(".damaged")), QByteArray(5000, '\0'));
-        QVERIFY(SettingsStore(paths::settingsFile()).plainPasswordAllowed(QStringLiteral("a.example")));
+        QVERIFY(SettingsStore(paths::settingsFile()).plainPasswordAllowed("a.example"));
     }
 
     void onlyTheOwnerCanReadTheFile()
@@ -273,7 +273,7 @@ private slots:
         QVERIFY(!save(Settings()));
         SettingsStore store(paths::settingsFile());
         QVERIFY(!store.saveWindowPosition(QRect(1, 2, 3, 4), 0));
-        QVERIFY(!store.pinCertificate(QStringLiteral("a.example"), QByteArray(32, 'x')));
+        QVERIFY(!store.pinCertificate("a.example", QByteArray(32, 'x')));
     }
 
 private:

@@ -10,7 +10,7 @@ GatewayRig::GatewayRig() : gateway(std::make_unique<GatewayClient>(host, nullptr
 void GatewayRig::connectTo(const QString& address)
 {
     QString resource = QStringLiteral("garden");
-    gateway->DoConnect(QStringLiteral("romeo"), QStringLiteral("s3cret"), address, resource);
+    gateway->DoConnect("romeo", "s3cret", address, resource);
 }
 
 bool GatewayRig::tick()

@@ -22,8 +22,8 @@ public:
     bool tick();
     void send(const QString& stanza);
     int count(const QString& stanza) const { return static_cast<int>(up.count(stanza)); }
-    bool isClosed() const { return up.contains(QStringLiteral("<presence type=\"close\"/>")); }
-    bool isUp() const { return up.contains(QStringLiteral("<presence type=\"connect\"/>")); }
+    bool isClosed() const { return up.contains("<presence type=\"close\"/>"); }
+    bool isUp() const { return up.contains("<presence type=\"connect\"/>"); }
 
     qint64 now = 1'000;
     ScriptedServer server;

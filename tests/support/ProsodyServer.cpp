@@ -82,8 +82,7 @@ bool ProsodyServer::start()
     }
     child::endsWithUs(process_);
     process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(QStringLiteral("prosody"),
-                   {QStringLiteral("-F"), QStringLiteral("--config"), path("prosody.cfg.lua")});
+    process_.start("prosody", {"-F", "--config", path("prosody.cfg.lua")});
     if (!process_.waitForStarted())
         return fail(QStringLiteral("prosody: ") + process_.errorString());
     const bool ready = QTest::qWaitFor(
@@ -142,14 +141,10 @@ bool ProsodyServer::makeCertificate()
 {
     QProcess openssl;
     openssl.setProcessChannelMode(QProcess::MergedChannels);
-    openssl.start(QStringLiteral("openssl"),
-                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
-                   QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
-                   QStringLiteral("ec_paramgen_curve:prime256v1"), QStringLiteral("-nodes"),
-                   QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
-                   QStringLiteral("/CN=localhost"), QStringLiteral("-addext"),
-                   QStringLiteral("subjectAltName=DNS:localhost"), QStringLiteral("-keyout"),
-                   path("server.key"), QStringLiteral("-out"), certificateFile()});
+    openssl.start("openssl",
+                  {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+                   "-days", "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost",
+                   "-keyout", path("server.key"), "-out", certificateFile()});
     const bool made = openssl.waitForFinished(patienceMs) && openssl.exitCode() == 0;
     return made ||
            fail(QStringLiteral("openssl: ") + openssl.errorString() + QString::fromUtf8(openssl.readAll()));
@@ -158,10 +153,9 @@ bool ProsodyServer::makeCertificate()
 bool ProsodyServer::writeConfiguration()
 {
     const QString text = QString::fromLatin1(configuration)
-                             .replace(QStringLiteral("@DIR@"), folder_.path())
-                             .replace(QStringLiteral("@PORT@"), QString::number(port_));
-    return writeFile(path("prosody.cfg.lua"), text) ||
-           fail(QStringLiteral("The server's folder can't be written."));
+                             .replace("@DIR@", folder_.path())
+                             .replace("@PORT@", QString::number(port_));
+    return writeFile(path("prosody.cfg.lua"), text) || fail("The server's folder can't be written.");
 }
 
 bool ProsodyServer::fail(const QString& problem)

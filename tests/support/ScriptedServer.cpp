@@ -81,7 +81,7 @@ void ScriptedServer::takeIn()
 
 void ScriptedServer::act(const Step& step)
 {
-    static const QRegularExpression ids(QStringLiteral(" id=\"([^\"]*)\""));
+    static const QRegularExpression ids(" id=\"([^\"]*)\"");
     QByteArray id;
     auto matches = ids.globalMatch(QString::fromUtf8(received_.first(seen_)));
     while (matches.hasNext())

@@ -42,7 +42,7 @@ bool registerTest(std::function<std::unique_ptr<QObject>()> make)
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("BreloIM"));
+    QApplication::setApplicationName("BreloIM");
     QApplication::setQuitOnLastWindowClosed(false);
     int failures = 0;
     for (const auto& make : tests()) {
