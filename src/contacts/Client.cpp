@@ -6,5 +6,5 @@ QString Client::ownBareJid() const
 }
 QString Client::ownFullJid() const
 {
-    return ownBareJid() + u'/' + settings.Resource;
+    return ownBareJid() + u'/' + (sessionResource.isEmpty() ? settings.Resource : sessionResource);
 }

@@ -4,6 +4,8 @@
 #include "engine/Xml.h"
 #include "settings/Paths.h"
 
+#include <QCoreApplication>
+
 #include <iterator>
 
 namespace
@@ -23,6 +25,14 @@ pugi::xml_node statusOf(const pugi::xml_document& document, const QString& state
     return document.document_element().find_child([&](pugi::xml_node node) {
         return std::string_view(node.name()) == "status" && xml::attribute(node, "type") == state;
     });
+}
+
+bool takesTexts(const QString& state)
+{
+    static const QStringList states = {QStringLiteral("Away"), QStringLiteral("Extended away"),
+                                       QStringLiteral("Available"), QStringLiteral("Do not disturb"),
+                                       QStringLiteral("Free for Chat")};
+    return states.contains(state);
 }
 
 } // namespace
@@ -58,7 +68,10 @@ QString StatusLibrary::add(const QString& state, const QString& text) const
     const QString error = file_.read(document);
     if (!error.isEmpty())
         return error;
-    statusOf(document, state).append_child("message").text().set(text.toUtf8().constData());
+    auto status = statusOf(document, state);
+    if (!takesTexts(state) || !status)
+        return QCoreApplication::translate("StatusLibrary", "No messages can be added to this status.");
+    status.append_child("message").text().set(text.toUtf8().constData());
     return file_.write(document);
 }
 
@@ -73,14 +86,6 @@ QString StatusLibrary::remove(const QString& state, int index) const
     if (index >= 0 && index < std::distance(messages.begin(), messages.end()))
         status.remove_child(*std::next(messages.begin(), index));
     return file_.write(document);
-}
-
-bool StatusLibrary::mayAdd(const QString& state)
-{
-    static const QStringList states = {QStringLiteral("Away"), QStringLiteral("Extended away"),
-                                       QStringLiteral("Available"), QStringLiteral("Do not disturb"),
-                                       QStringLiteral("Free for Chat")};
-    return states.contains(state);
 }
 
 QString* StatusLibrary::current(Client& client, const QString& state)

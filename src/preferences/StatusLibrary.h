@@ -18,13 +18,12 @@ public:
     // made with texts to begin with.
     QStringList states() const;
     QStringList messages(const QString& state) const;
-    // An empty text, or a sentence for the person about what went wrong.
+    // An empty text, or a sentence for the person about what went wrong. Kept: texts can be added to few
+    // states only, and their spelling differs from that of choose().
     QString add(const QString& state, const QString& text) const;
     // Removes the text at `index`, counted from 0. An empty text, or what went wrong.
     QString remove(const QString& state, int index) const;
 
-    // Whether texts can be added to this state. Kept: the spelling differs from that of choose().
-    static bool mayAdd(const QString& state);
     // Makes `text` the current status text of the state. Kept: the states are compared exactly, so that
     // "Extended Away" and "Free For Chat" change nothing.
     static void choose(Client& client, const QString& state, const QString& text);

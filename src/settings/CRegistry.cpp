@@ -22,10 +22,15 @@ QString CRegistry::entryFile(const QString& name) const
     return folder_.isEmpty() || !plain ? QString() : folder_ + u'/' + name + QStringLiteral(".desktop");
 }
 
-bool CRegistry::hasValue(const QString& name) const
+bool CRegistry::hasValue(const QString& name)
 {
-    const QString file = entryFile(name);
-    return !file.isEmpty() && QFile::exists(file);
+    CRegistry reader;
+    reader.folder_ = paths::autostartFolder();
+    QFile entry(reader.entryFile(name));
+    if (!entry.open(QIODevice::ReadOnly))
+        return false;
+    const auto lines = entry.readAll().toLower().split('\n');
+    return !lines.contains("hidden=true") && !lines.contains("x-gnome-autostart-enabled=false");
 }
 
 bool CRegistry::deleteValue(const QString& name)

@@ -9,8 +9,8 @@ class CRegistry
 public:
     // Opens or creates the folder that holds the entries. False when it can't be made.
     bool openOrCreateKey();
-    // Whether the entry stands. Needs an open key.
-    bool hasValue(const QString& name) const;
+    // Whether the entry stands and the person has not switched it off in the desktop's own settings.
+    static bool hasValue(const QString& name);
     // Removes the entry; true when there is none afterwards. Needs an open key.
     bool deleteValue(const QString& name);
     // Writes an entry that starts the program with the path `program`. False when it could not be written or

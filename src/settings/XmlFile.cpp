@@ -58,7 +58,7 @@ QString XmlFile::read(pugi::xml_document& document) const
     return {};
 }
 
-QString XmlFile::write(const pugi::xml_document& document) const
+QString XmlFile::write(pugi::xml_document& document) const
 {
     struct Writer : pugi::xml_writer {
         QByteArray bytes;
@@ -67,6 +67,9 @@ QString XmlFile::write(const pugi::xml_document& document) const
             bytes.append(static_cast<const char*>(data), static_cast<qsizetype>(size));
         }
     } writer;
+    auto declared = document.first_child().attribute("encoding");
+    if (document.first_child().type() == pugi::node_declaration && declared)
+        declared.set_value("UTF-8"); // whatever the file said before
     document.save(writer, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
     return writeText(writer.bytes.trimmed() + '\n');
 }

@@ -17,7 +17,7 @@ public:
 
     // Reads the document, with its comments and white space. A missing file is made.
     QString read(pugi::xml_document& document) const;
-    QString write(const pugi::xml_document& document) const;
+    QString write(pugi::xml_document& document) const;
 
     const QString& fileName() const { return file_; }
 

@@ -25,7 +25,11 @@ struct PreferencesFixture {
     }
     bool isOpen() const { return registry.isLoaded(form); }
     // Chooses the category and yields its panel.
-    PreferencePanel* page(const QString& key) { return form->showPage(key) ? form->panel(key) : nullptr; }
+    PreferencePanel* page(const QString& key)
+    {
+        form->showPage(key);
+        return form->currentPage() == key ? form->panel(key) : nullptr;
+    }
 
     TempProfile profile;
     RecordingDesktop outside;

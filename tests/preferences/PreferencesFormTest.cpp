@@ -1,5 +1,5 @@
 #include "PreferencesFixture.h"
-#include "preferences/PreferenceTree.h"
+#include "preferences/forms/PreferencePages.h"
 #include "settings/Paths.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
@@ -102,16 +102,15 @@ private slots:
     {
         PreferencesFixture f;
         QStringList seen;
-        for (const auto& category : preferences::categories()) {
+        for (const auto& category : preferences::pages()) {
             auto* panel = f.page(category.key);
             QVERIFY2(panel && panel->isVisible(), qPrintable(category.key));
             QCOMPARE(f.page(category.key), panel); // made once
-            QCOMPARE(preferences::isPersonal(panel->objectName()), category.personal);
+            QCOMPARE(panel->objectName().endsWith("PersonalN"), category.isPersonal());
             QVERIFY(!seen.contains(panel->objectName()));
             seen += panel->objectName();
             QCOMPARE(ui::find<QLabel>(f.form, "lblPage")->text(), category.key);
         }
-        QVERIFY(!f.form->showPage("Server management"));
     }
 
     void aWrongValueKeepsTheFormOpen_data()
@@ -124,6 +123,7 @@ private slots:
         row("no priority", "Resource", QByteArray("Combo1"), "high", "-128");
         row("too high", "Resource", QByteArray("Combo1"), "128", "127");
         row("no proxy", "Connection", QByteArray("txtName"), "", "proxy.example");
+        row("a proxy with its port", "Connection", QByteArray("txtName"), "proxy.example:1080", "::1");
     }
 
     void aWrongValueKeepsTheFormOpen()
@@ -140,7 +140,10 @@ private slots:
         ui::click(f.form, "cmdOK");
         QVERIFY(f.isOpen());
         QCOMPARE(f.outside.boxes.shown.size(), 1);
-        QCOMPARE(ui::find<QTreeWidget>(f.form, "TreeView1")->currentItem()->text(0), page);
+        QCOMPARE(f.form->currentPage(), page);
+        auto* wrong = ui::find<QWidget>(f.form->panel(page), control.constData());
+        auto* focused = f.form->focusWidget();
+        QVERIFY(focused == wrong || wrong->isAncestorOf(focused));
         QCOMPARE(f.client.settings.Resource, "BreloIM");
         QCOMPARE(f.client.settings.BalloonTime, 10000);
         f.form->close(); // asks once more
@@ -154,6 +157,51 @@ private slots:
         ui::click(f.form, "cmdApply");
         ui::click(f.form, "cmdUndo"); // gives it up
         QVERIFY(!f.isOpen());
+    }
+
+    void whatWasNotChangedIsNotStored()
+    {
+        PreferencesFixture f;
+        f.page("Resource");
+        f.page("Connection");
+        f.client.settings.Resource = "office"; // typed elsewhere in the meantime
+        f.client.settings.AutoLogon = true;
+        ui::click(f.form, "cmdOK");
+        QCOMPARE(f.client.settings.Resource, "office");
+        QVERIFY(f.client.settings.AutoLogon);
+    }
+
+    void anAutomaticLogInSavesThePassword()
+    {
+        PreferencesFixture f;
+        auto* page = f.page("Connection");
+        ui::find<QCheckBox>(page, "chkAutoLogon")->click();
+        QVERIFY(!ui::find<QCheckBox>(page, "Check2")->isEnabled());
+        ui::click(f.form, "cmdOK");
+        QVERIFY(f.client.settings.AutoLogon && f.client.settings.SavePassword);
+    }
+
+    void tabGoesFromTheTreeToThePageToTheButtons()
+    {
+        PreferencesFixture f;
+        QVERIFY(QTest::qWaitForWindowActive(f.form));
+        f.page("Privacy");
+        auto* page = f.page("Resource");
+        QStringList visited;
+        for (int steps = 0; steps < 6; ++steps) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited += QApplication::focusWidget()->objectName();
+        }
+        QCOMPARE(visited.join(' '), "txtResource Combo1 cmdRestoreRegistry cmdOK cmdApply cmdUndo");
+        QVERIFY(page->isVisible());
+    }
+
+    void typedTextIsNotCompleted()
+    {
+        PreferencesFixture f;
+        ui::type(f.page("Messages"), "comboBalloonTime", "3");
+        ui::click(f.form, "cmdOK");
+        QCOMPARE(f.client.settings.BalloonTime, 3000); // not 30
     }
 
     void aPageThatWasNotOpenedStoresNothing()
@@ -191,6 +239,16 @@ private slots:
         start->click();
         QVERIFY(!QFile::exists(entry));
         QVERIFY(!f.client.settings.BeginAtStartup);
+        // Somebody switched it off in the desktop's own settings.
+        start->click();
+        QFile file(entry);
+        QVERIFY(file.open(QIODevice::Append));
+        file.write("Hidden=true\n");
+        file.close();
+        ui::click(f.form, "cmdUndo");
+        f.open();
+        start = ui::find<QCheckBox>(f.page("Connection"), "Check1");
+        QVERIFY(!start->isChecked());
         // Where the desktop's folder can't be made, the box says so and goes back.
         QDir(paths::autostartFolder()).removeRecursively();
         QFile inTheWay(paths::autostartFolder());

@@ -42,13 +42,12 @@ private slots:
         auto* page = f.page("Privacy");
         QCOMPARE(shown(f), QStringList("tybalt@x")); // before any sign-in
         QSignalSpy changed(f.form, &PreferencesForm::blockedListChanged);
-        f.outside.boxes.inputs = {typed};
+        f.outside.boxes.inputs = {typed}; // and then the question is cancelled
         ui::click(page, "cmdAdd");
         QCOMPARE(f.outside.boxes.shown.first(),
                  (Box{"New blocked User", "Please, add the identifier of the contact to block...", Icon::None,
                       Buttons::Ok}));
-        QCOMPARE(f.outside.boxes.shown.size(), box.isEmpty() ? 1 : 2);
-        QCOMPARE(f.outside.boxes.shown.last().title, box.isEmpty() ? "New blocked User" : box);
+        QCOMPARE(f.outside.boxes.shown.value(1).title, box);
         const QStringList expected =
             blocked.isEmpty() ? QStringList("tybalt@x") : QStringList({"tybalt@x", blocked});
         QCOMPARE(shown(f), expected);
@@ -69,9 +68,9 @@ private slots:
         QCOMPARE(stored(), "<banned><item>a@x</item><item>c@x</item></banned>");
         QVERIFY(!f.client.MyBanList.BannedJID("b@x"));
         QVERIFY(QTest::qWaitForWindowActive(f.form));
-        auto* contacts = &list(f);
-        contacts->setCurrentRow(0);
+        auto* contacts = ui::find<QListWidget>(page, "List1");
         contacts->setFocus();
+        QTest::keyClick(contacts, Qt::Key_Up);
         QTest::keyClick(contacts, Qt::Key_Delete);
         QCOMPARE(shown(f), QStringList("c@x"));
         QCOMPARE(changed.count(), 2);
@@ -85,7 +84,10 @@ private slots:
     void removingNeedsASelection()
     {
         PreferencesFixture f;
-        ui::click(f.page("Privacy"), "cmdRemove");
+        store("<banned><item>a@x</item></banned>");
+        auto* page = f.page("Privacy");
+        list(f).setCurrentRow(0, QItemSelectionModel::NoUpdate); // as Tab does
+        ui::click(page, "cmdRemove");
         QCOMPARE(f.outside.boxes.shown, QList<Box>({{"Attention!", "Please select a contac first!",
                                                      Icon::Exclamation, Buttons::Ok}}));
     }

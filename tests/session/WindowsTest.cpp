@@ -81,6 +81,7 @@ private slots:
         QVERIFY(ui::find<QCheckBox>(&live.signInForm(), "Check1")->isChecked());
         QCOMPARE(ui::find<QLineEdit>(&live.signInForm(), "txtResource")->text(), "orchard");
         QCOMPARE(live.rosterForm()->Roster1->view().font().pointSizeF(), 14.0);
+        QVERIFY(live.client.ownFullJid().endsWith("/BreloIM")); // until the next sign-in
         form.showPage("Personal");
         ui::click(&form, "chkAlwaysOnTop");
         QVERIFY(live.rosterForm()->windowFlags() & Qt::WindowStaysOnTopHint);
@@ -100,7 +101,7 @@ private slots:
         ui::click(live.form("RestoreRegForm"), "cmdYes");
         QVERIFY(!live.form("RestoreRegForm"));
         QVERIFY(preferences(live)->isVisible());
-        QVERIFY(!preferences(live)->panel("Resource")); // made anew
+        QCOMPARE(ui::find<QLineEdit>(preferences(live)->panel("Resource"), "txtResource")->text(), "BreloIM");
         QCOMPARE(live.client.settings.Resource, "BreloIM");
         QVERIFY(live.client.settings.CheckError);
         QCOMPARE(ui::find<QLineEdit>(&live.signInForm(), "txtResource")->text(), "BreloIM");

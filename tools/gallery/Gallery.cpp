@@ -9,7 +9,7 @@
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"
-#include "preferences/PreferenceTree.h"
+#include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "sandbox/SandboxServer.h"
 #include "sandbox/demo/Cast.h"
@@ -131,9 +131,9 @@ void photographSession(LiveClient& live, Camera& camera)
 void photographPreferences(LiveClient& live, Camera& camera)
 {
     live.client.MyBanList.Add(QStringLiteral("nuisance@localhost"));
-    for (const auto& category : preferences::categories()) {
-        live.ui->windows.showPreferences(category.key);
-        camera.take(live.form("PreferencesForm"), ("preferences-" + category.key.toLatin1()).constData());
+    for (const auto& page : preferences::pages()) {
+        live.ui->windows.showPreferences(page.key);
+        camera.take(live.form("PreferencesForm"), ("preferences-" + page.key.toLatin1()).constData());
     }
     ui::click(live.form("PreferencesForm"), "cmdRestoreRegistry");
     camera.take(live.form("RestoreRegForm"), "restore");

@@ -93,9 +93,16 @@ void RosterForm::start()
 void RosterForm::applyOnTop()
 {
     const bool shown = isVisible();
-    setWindowFlag(Qt::WindowStaysOnTopHint, client_.settings.OnTop);
-    if (shown)
-        show(); // a window whose flags change is hidden
+    const bool onTop = client_.settings.OnTop;
+    if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == onTop)
+        return;
+    setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+    if (!shown)
+        return;
+    // A window whose flags change is hidden. It comes back without taking the keys.
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    show();
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 
 void RosterForm::Trigger()

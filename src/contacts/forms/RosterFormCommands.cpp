@@ -10,24 +10,6 @@
 
 #include "ui_RosterForm.h"
 
-#include <QWindow>
-
-namespace
-{
-
-// A command's window opens beside the list that it works on, and stays above it.
-void showAbove(const QWidget& list, QWidget& window)
-{
-    if (!window.isVisible())
-        window.setWindowFlag(Qt::Dialog);
-    window.winId(); // makes the native window
-    window.windowHandle()->setTransientParent(list.windowHandle());
-    window.show();
-    window.activateWindow();
-}
-
-} // namespace
-
 // The menus and the tool bar of the main window.
 
 void RosterForm::connectBreloMenu()
@@ -183,7 +165,7 @@ void RosterForm::showAddGroup()
 {
     auto& form = registry().single<AddGroupForm>(
         QStringLiteral("AddGroupForm"), [this] { return new AddGroupForm(registry(), client_, *Roster1); });
-    showAbove(*this, form);
+    form.showAbove(*this);
 }
 
 void RosterForm::showMoveFriend()
@@ -194,5 +176,5 @@ void RosterForm::showMoveFriend()
     auto& form = registry().single<MoveFriendForm>(
         QStringLiteral("MoveFriendForm"), [this] { return new MoveFriendForm(registry(), client_); });
     form.setContact(*node);
-    showAbove(*this, form);
+    form.showAbove(*this);
 }

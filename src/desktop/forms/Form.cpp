@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 Form::Form(FormRegistry& registry, const QString& name, QWidget* parent)
     : QMainWindow(parent), registry_(registry)
@@ -43,6 +44,16 @@ void Form::release()
         QTimer::singleShot(50, this, &Form::release);
     else
         deleteLater();
+}
+
+void Form::showAbove(const QWidget& owner)
+{
+    if (!isVisible())
+        setWindowFlag(Qt::Dialog);
+    winId(); // makes the native window
+    windowHandle()->setTransientParent(owner.windowHandle());
+    show();
+    activateWindow();
 }
 
 void Form::setDefaultButton(QPushButton* button)

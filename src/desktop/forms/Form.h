@@ -28,6 +28,9 @@ public:
     // refused.
     bool requestUnload(CloseMode mode);
 
+    // Opens beside `owner`, on which it works, stays above it and has the focus.
+    void showAbove(const QWidget& owner);
+
     void setDefaultButton(QPushButton* button);
     QPushButton* defaultButton() const { return default_; }
     void setCancelButton(QPushButton* button) { cancel_ = button; }

@@ -15,13 +15,14 @@ std::optional<int> QtLookDialogs::colour(int current)
 
 std::optional<FontChoice> QtLookDialogs::font(const FontChoice& current)
 {
-    QFont initial(current.name);
+    // A family that isn't here is shown as what stands in for it.
+    QFont initial(QFontInfo(QFont(current.name)).family());
     initial.setPointSizeF(current.size);
     initial.setBold(current.bold);
     initial.setItalic(current.italic);
     bool accepted = false;
     const QFont chosen = QFontDialog::getFont(&accepted, initial, QApplication::activeWindow());
-    if (!accepted)
+    if (!accepted || chosen == initial)
         return std::nullopt;
     return FontChoice{chosen.family(), chosen.pointSizeF(), chosen.bold(), chosen.italic()};
 }

@@ -111,7 +111,8 @@ void Transport::onError(QAbstractSocket::SocketError error)
         return;
     if (proxyStep_ != ProxyStep::None) {
         failure_ = Failure::Network;
-        failureText_ = QCoreApplication::translate("Transport", "the proxy server does not answer");
+        failureText_ = QCoreApplication::translate("Transport", "the proxy server does not answer: %1")
+                           .arg(socket_.errorString());
         state_ = State::Closed;
         return;
     }

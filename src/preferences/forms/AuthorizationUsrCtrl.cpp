@@ -16,9 +16,8 @@ AuthorizationUsrCtrl::AuthorizationUsrCtrl(Client& client)
     bind(ui_->chkAutoResponce, &Settings::AutoReplayToUnAuth);
     bind(ui_->txtAutoResponce, &Settings::AutoReplayMess);
     if (client_.settings.AutoReplayMess.isEmpty())
-        ui_->txtAutoResponce->setText(QStringLiteral("This is an automatic reply. Excuse me "));
-    connect(ui_->chkAutoResponce, &QCheckBox::toggled, ui_->txtAutoResponce, &QWidget::setEnabled);
-    ui_->txtAutoResponce->setEnabled(ui_->chkAutoResponce->isChecked());
+        ui_->txtAutoResponce->setText(tr("This is an automatic reply. Excuse me "));
+    follow(ui_->chkAutoResponce, {ui_->txtAutoResponce});
 }
 
 AuthorizationUsrCtrl::~AuthorizationUsrCtrl() = default;

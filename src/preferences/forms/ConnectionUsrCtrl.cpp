@@ -1,46 +1,22 @@
 #include "preferences/forms/ConnectionUsrCtrl.h"
 
 #include "contacts/Client.h"
-#include "settings/CRegistry.h"
+#include "preferences/PreferenceRules.h"
+#include "preferences/StartEntry.h"
 
 #include "ui_ConnectionUsrCtrl.h"
-
-#include <QCoreApplication>
-
-namespace
-{
-
-QString startEntry()
-{
-    return QStringLiteral("BreloIM");
-}
-
-bool startsWithSystem()
-{
-    CRegistry registry;
-    return registry.openOrCreateKey() && registry.hasValue(startEntry());
-}
-
-bool startWithSystem(bool on)
-{
-    CRegistry registry;
-    if (!registry.openOrCreateKey())
-        return false;
-    return on ? registry.setStringValue(startEntry(), QCoreApplication::applicationFilePath())
-              : registry.deleteValue(startEntry());
-}
-
-} // namespace
 
 ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
     : PreferencePanel(client), ui_(std::make_unique<Ui::ConnectionUsrCtrl>())
 {
     ui_->setupUi(this);
     bind(ui_->chkAutoLogon, &Settings::AutoLogon);
-    bind(ui_->Check1, &Settings::BeginAtStartup);
     bind(ui_->Check2, &Settings::SavePassword);
+    // A log-in by itself needs the password.
+    connect(ui_->chkAutoLogon, &QCheckBox::toggled, this, &ConnectionUsrCtrl::keepPassword);
+    keepPassword();
     // What the desktop will do counts, not what was once wished.
-    ui_->Check1->setChecked(startsWithSystem());
+    ui_->Check1->setChecked(startentry::isSet());
     connect(ui_->Check1, &QCheckBox::clicked, this, &ConnectionUsrCtrl::Check1_Click);
     showProxy();
     onSave([this](Settings&) { saveProxy(); });
@@ -48,15 +24,22 @@ ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
 
 ConnectionUsrCtrl::~ConnectionUsrCtrl() = default;
 
+void ConnectionUsrCtrl::keepPassword()
+{
+    const bool automatic = ui_->chkAutoLogon->isChecked();
+    if (automatic)
+        ui_->Check2->setChecked(true);
+    ui_->Check2->setEnabled(!automatic);
+}
+
 void ConnectionUsrCtrl::Check1_Click(bool on)
 {
-    if (startWithSystem(on)) {
+    if (startentry::set(on)) {
         client_.settings.BeginAtStartup = on;
         return;
     }
     ui_->Check1->setChecked(!on);
-    client_.desktop.boxes->exclamation(tr("Preferences"),
-                                       tr("The desktop's list of programs to start can't be changed."));
+    tell(tr("The desktop's list of programs to start can't be changed."));
 }
 
 void ConnectionUsrCtrl::showProxy()
@@ -78,15 +61,18 @@ void ConnectionUsrCtrl::showProxy()
 void ConnectionUsrCtrl::enableProxyFields()
 {
     const bool on = !ui_->chkTypeNone->isChecked();
-    for (QWidget* field : std::initializer_list<QWidget*>{ui_->txtName, ui_->txtPort, ui_->txtUName})
-        field->setEnabled(on);
-    ui_->txtPWD->setEnabled(ui_->chkTypeS5->isChecked()); // SOCKS 4 knows a user and no password
+    const bool password = ui_->chkTypeS5->isChecked(); // SOCKS 4 knows a user and no password
+    const std::pair<QWidget*, bool> fields[] = {
+        {ui_->lblName, on},  {ui_->txtName, on},  {ui_->lblPort, on},      {ui_->txtPort, on},
+        {ui_->lblUName, on}, {ui_->txtUName, on}, {ui_->lblPWD, password}, {ui_->txtPWD, password}};
+    for (const auto& [field, enabled] : fields)
+        field->setEnabled(enabled);
 }
 
 PreferencePanel::Fault ConnectionUsrCtrl::fault() const
 {
-    if (!ui_->chkTypeNone->isChecked() && ui_->txtName->text().trimmed().isEmpty())
-        return {tr("Please, enter the proxy server's host."), ui_->txtName};
+    if (!ui_->chkTypeNone->isChecked() && !preferences::isHost(ui_->txtName->text()))
+        return {tr("Please, enter the proxy server's host, and its port in the field below."), ui_->txtName};
     return {};
 }
 

@@ -18,10 +18,10 @@ public:
     explicit ConnectionUsrCtrl(Client& client);
     ~ConnectionUsrCtrl() override;
 
-protected:
     Fault fault() const override;
 
 private:
+    void keepPassword();
     void Check1_Click(bool on);
     void showProxy();
     void saveProxy();

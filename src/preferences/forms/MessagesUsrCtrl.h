@@ -18,7 +18,6 @@ public:
     explicit MessagesUsrCtrl(Client& client);
     ~MessagesUsrCtrl() override;
 
-protected:
     Fault fault() const override;
 
 private:

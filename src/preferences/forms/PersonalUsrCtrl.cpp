@@ -13,7 +13,7 @@ PersonalUsrCtrl::PersonalUsrCtrl(Client& client)
     ui_->ComboStatus->addItems(library_.states());
     (client_.settings.OnTop ? ui_->chkAlwaysOnTop : ui_->chkWndNotOnTop)->setChecked(true);
     connect(ui_->ComboStatus, &QComboBox::currentTextChanged, this, &PersonalUsrCtrl::fillMessages);
-    connect(ui_->MessList, &QListWidget::currentRowChanged, this, &PersonalUsrCtrl::MessList_Click);
+    connect(ui_->MessList, &QListWidget::itemSelectionChanged, this, &PersonalUsrCtrl::MessList_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &PersonalUsrCtrl::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &PersonalUsrCtrl::Command2_Click);
     connect(ui_->chkAlwaysOnTop, &QRadioButton::clicked, this, [this] { keepOnTop(true); });
@@ -37,7 +37,7 @@ void PersonalUsrCtrl::fillMessages()
 
 void PersonalUsrCtrl::MessList_Click()
 {
-    if (const auto* item = ui_->MessList->currentItem())
+    for (const auto* item : ui_->MessList->selectedItems())
         StatusLibrary::choose(client_, ui_->ComboStatus->currentText(), item->text());
 }
 
@@ -45,32 +45,23 @@ void PersonalUsrCtrl::Command1_Click()
 {
     const QString title = tr("Add Status Messages");
     const auto text = client_.desktop.boxes->input(title, tr("Enter a message ..."), QString());
-    if (!text || text->isEmpty())
+    if (!text || text->trimmed().isEmpty())
         return;
-    const QString state = ui_->ComboStatus->currentText();
-    if (!StatusLibrary::mayAdd(state))
-        return client_.desktop.boxes->exclamation(title, tr("No messages can be added to this status."));
-    tell(library_.add(state, *text));
+    tell(library_.add(ui_->ComboStatus->currentText(), text->trimmed()));
     fillMessages();
 }
 
 void PersonalUsrCtrl::Command2_Click()
 {
-    const int row = ui_->MessList->currentRow();
-    if (row < 0)
+    const auto selected = ui_->MessList->selectedItems();
+    if (selected.isEmpty())
         return;
-    tell(library_.remove(ui_->ComboStatus->currentText(), row));
+    tell(library_.remove(ui_->ComboStatus->currentText(), ui_->MessList->row(selected.first())));
     fillMessages();
 }
 
 void PersonalUsrCtrl::keepOnTop(bool on)
 {
     client_.settings.OnTop = on;
-    emit onTopChanged(on);
-}
-
-void PersonalUsrCtrl::tell(const QString& error)
-{
-    if (!error.isEmpty())
-        client_.desktop.boxes->exclamation(tr("Preferences"), error);
+    emit onTopChanged();
 }

@@ -25,7 +25,6 @@ private:
     void Command1_Click();
     void Command2_Click();
     void keepOnTop(bool on);
-    void tell(const QString& error);
 
     StatusLibrary library_;
     std::unique_ptr<Ui::PersonalUsrCtrl> ui_;

@@ -1,27 +1,26 @@
 #include "preferences/forms/PreferencesForm.h"
 
 #include "contacts/Client.h"
-#include "preferences/PreferenceTree.h"
+#include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencePanel.h"
-#include "preferences/forms/PreferencePanels.h"
 
 #include "ui_PreferencesForm.h"
 
+#include <QScreen>
 #include <QTreeWidgetItemIterator>
 
 namespace
 {
 
-constexpr int keyRole = Qt::UserRole;
-constexpr int tagRole = Qt::UserRole + 1; // the name of the node's panel; empty until it is made
+constexpr int tagRole = Qt::UserRole; // the name of the node's panel; empty until it is made
 
-const PreferenceNode* categoryOf(const QTreeWidgetItem& item)
+// Only the page on show counts for the size of the whole.
+void showAlone(QStackedWidget& pages, QWidget& shown)
 {
-    const QString key = item.data(0, keyRole).toString();
-    const auto& nodes = preferences::categories();
-    const auto found =
-        std::find_if(nodes.begin(), nodes.end(), [&](const PreferenceNode& node) { return node.key == key; });
-    return found == nodes.end() ? nullptr : &*found;
+    for (int index = 0; index < pages.count(); ++index)
+        pages.widget(index)->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    shown.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    pages.setCurrentWidget(&shown);
 }
 
 } // namespace
@@ -32,6 +31,7 @@ PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     fillTree();
+    resize(size().expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
     setDefaultButton(ui_->cmdOK);
     setCancelButton(ui_->cmdUndo);
     connect(ui_->TreeView1, &QTreeWidget::currentItemChanged, this, &PreferencesForm::TreeView1_Click);
@@ -45,34 +45,47 @@ PreferencesForm::~PreferencesForm() = default;
 
 void PreferencesForm::fillTree()
 {
-    for (const auto& category : preferences::categories()) {
-        auto* item = new QTreeWidgetItem({category.key});
-        item->setData(0, keyRole, category.key);
-        if (auto* parent = FindNode(category.parent))
+    auto* tree = ui_->TreeView1;
+    for (const auto& page : preferences::pages()) {
+        auto* item = new QTreeWidgetItem({page.key});
+        if (auto* parent = FindNode(page.parent))
             parent->addChild(item);
         else
-            ui_->TreeView1->addTopLevelItem(item);
+            tree->addTopLevelItem(item);
     }
-    ui_->TreeView1->expandAll();
+    tree->expandAll();
+    tree->resizeColumnToContents(0);
+    constexpr int air = 24;
+    tree->setFixedWidth(qMax(170, tree->columnWidth(0) + air));
+}
+
+QList<QTreeWidgetItem*> PreferencesForm::nodes() const
+{
+    QList<QTreeWidgetItem*> all;
+    for (QTreeWidgetItemIterator item(ui_->TreeView1); *item; ++item)
+        all += *item;
+    return all;
 }
 
 QTreeWidgetItem* PreferencesForm::FindNode(const QString& key) const
 {
-    for (QTreeWidgetItemIterator item(ui_->TreeView1); *item; ++item)
-        if ((*item)->data(0, keyRole).toString() == key)
-            return *item;
+    for (auto* node : nodes())
+        if (node->text(0) == key)
+            return node;
     return nullptr;
 }
 
-bool PreferencesForm::showPage(const QString& key)
+void PreferencesForm::showPage(const QString& key)
 {
-    auto* node = FindNode(key);
-    if (!node)
-        return false;
-    ui_->TreeView1->setCurrentItem(node);
-    TreeView1_Click();
-    ui_->TreeView1->setFocus();
-    return true;
+    if (auto* node = FindNode(key)) {
+        ui_->TreeView1->setCurrentItem(node);
+        ui_->TreeView1->setFocus();
+    }
+}
+
+QString PreferencesForm::currentPage() const
+{
+    return ui_->lblPage->text();
 }
 
 void PreferencesForm::TreeView1_Click()
@@ -80,52 +93,75 @@ void PreferencesForm::TreeView1_Click()
     auto* node = ui_->TreeView1->currentItem();
     if (!node)
         return;
-    auto* page = panel(node->data(0, keyRole).toString());
+    auto* page = panelOf(*node);
     if (!page)
         page = addPanel(*node);
     ui_->lblPage->setText(node->text(0));
-    ui_->PrefContainer->setCurrentWidget(page);
+    showAlone(*ui_->PrefContainer, *page);
+}
+
+PreferencePanel* PreferencesForm::panelOf(const QTreeWidgetItem& node) const
+{
+    const QString name = node.data(0, tagRole).toString();
+    return name.isEmpty() ? nullptr : ui_->PrefContainer->findChild<PreferencePanel*>(name);
 }
 
 PreferencePanel* PreferencesForm::panel(const QString& key) const
 {
     const auto* node = FindNode(key);
-    const QString name = node ? node->data(0, tagRole).toString() : QString();
-    return name.isEmpty() ? nullptr : ui_->PrefContainer->findChild<PreferencePanel*>(name);
+    return node ? panelOf(*node) : nullptr;
 }
 
+// A panel's name is a running number and its group.
 PreferencePanel* PreferencesForm::addPanel(QTreeWidgetItem& node)
 {
-    const auto* category = categoryOf(node);
-    auto* page = preferences::makePanel(category->panel, client_).release();
-    page->setObjectName(preferences::panelName(ui_->PrefContainer->count(), category->personal));
+    const auto& category = *preferences::page(node.text(0));
+    auto* page = category.make(client_).release();
+    page->setObjectName(QString::number(ui_->PrefContainer->count()) +
+                        (category.isPersonal() ? QStringLiteral("PersonalN") : QStringLiteral("GatewayN")));
     node.setData(0, tagRole, page->objectName());
     connect(page, &PreferencePanel::onTopChanged, this, &PreferencesForm::onTopChanged);
     connect(page, &PreferencePanel::blockedListChanged, this, &PreferencesForm::blockedListChanged);
     ui_->PrefContainer->addWidget(page);
+    putButtonsBehind(*page);
     return page;
 }
 
-// A page that is at fault comes to the front; the pages behind it are saved all the same.
-bool PreferencesForm::savePanels()
+// Tab goes from the tree to the page, which has come last, and then to the buttons.
+void PreferencesForm::putButtonsBehind(const PreferencePanel& page)
 {
-    bool valid = true;
-    for (QTreeWidgetItemIterator item(ui_->TreeView1); *item; ++item) {
-        const QString name = (*item)->data(0, tagRole).toString();
-        auto* page = ui_->PrefContainer->findChild<PreferencePanel*>(name);
-        if (name.isEmpty() || !page || !preferences::isPersonal(name) || page->SaveSettings())
-            continue;
-        if (valid)
-            ui_->TreeView1->setCurrentItem(*item);
-        valid = false;
+    QWidget* last = previousInFocusChain();
+    while (last != this && last->focusPolicy() == Qt::NoFocus)
+        last = last->previousInFocusChain();
+    if (!page.isAncestorOf(last))
+        return;
+    for (QWidget* button : {ui_->cmdRestoreRegistry, ui_->cmdOK, ui_->cmdApply, ui_->cmdUndo}) {
+        setTabOrder(last, button);
+        last = button;
     }
-    return valid;
 }
 
 void PreferencesForm::cmdApply_Click()
 {
-    valid_ = savePanels();
+    QTreeWidgetItem* wrong = nullptr;
+    for (auto* node : nodes()) {
+        auto* page = panelOf(*node);
+        const bool saves = page && page->objectName().endsWith(QStringLiteral("PersonalN"));
+        if (saves && !page->SaveSettings() && !wrong)
+            wrong = node;
+    }
+    valid_ = !wrong;
     emit applied();
+    if (wrong)
+        tellFault(*wrong);
+}
+
+void PreferencesForm::tellFault(QTreeWidgetItem& node)
+{
+    ui_->TreeView1->setCurrentItem(&node);
+    const auto fault = panelOf(node)->fault();
+    fault.control->setFocus();
+    client_.desktop.boxes->exclamation(windowTitle(), fault.text);
 }
 
 void PreferencesForm::cmdOK_Click()

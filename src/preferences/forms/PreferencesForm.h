@@ -25,8 +25,10 @@ public:
 
     // The tree's node of this key, or null.
     QTreeWidgetItem* FindNode(const QString& key) const;
-    // Selects the page of this key and shows its panel. False when there is none.
-    bool showPage(const QString& key);
+    // Selects the page of this key and shows its panel; an unknown key changes nothing.
+    void showPage(const QString& key);
+    // The key of the page on show.
+    QString currentPage() const;
     // Shows the panel of the selected node.
     void TreeView1_Click();
     // The panel of this category; null while it was never opened.
@@ -36,7 +38,7 @@ signals:
     // Settings were applied: whoever shows them draws anew.
     void applied();
     void blockedListChanged();
-    void onTopChanged(bool on);
+    void onTopChanged();
     void restoreRequested();
 
 protected:
@@ -47,8 +49,11 @@ private:
     void cmdApply_Click();
     void cmdOK_Click();
     void cmdUndo_Click();
+    PreferencePanel* panelOf(const QTreeWidgetItem& node) const;
     PreferencePanel* addPanel(QTreeWidgetItem& node);
-    bool savePanels();
+    void putButtonsBehind(const PreferencePanel& page);
+    QList<QTreeWidgetItem*> nodes() const;
+    void tellFault(QTreeWidgetItem& node);
 
     Client& client_;
     std::unique_ptr<Ui::PreferencesForm> ui_;

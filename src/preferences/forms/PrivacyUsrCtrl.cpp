@@ -5,6 +5,7 @@
 #include "ui_PrivacyUsrCtrl.h"
 
 #include <QShortcut>
+#include <QTimer>
 
 PrivacyUsrCtrl::PrivacyUsrCtrl(Client& client)
     : PreferencePanel(client), blocked_(client), ui_(std::make_unique<Ui::PrivacyUsrCtrl>())
@@ -14,15 +15,16 @@ PrivacyUsrCtrl::PrivacyUsrCtrl(Client& client)
     connect(ui_->cmdRemove, &QPushButton::clicked, this, &PrivacyUsrCtrl::cmdRemove_Click);
     auto* del = new QShortcut(QKeySequence::Delete, ui_->List1, nullptr, nullptr, Qt::WidgetShortcut);
     connect(del, &QShortcut::activated, this, &PrivacyUsrCtrl::cmdRemove_Click);
-    tell(blocked_.load());
 }
 
 PrivacyUsrCtrl::~PrivacyUsrCtrl() = default;
 
 void PrivacyUsrCtrl::showEvent(QShowEvent* event)
 {
+    const QString error = blocked_.load();
     fill();
     PreferencePanel::showEvent(event);
+    QTimer::singleShot(0, this, [this, error] { tell(error); }); // the page comes first
 }
 
 // Row and position in the list go together.
@@ -36,34 +38,38 @@ void PrivacyUsrCtrl::fill()
 void PrivacyUsrCtrl::cmdAdd_Click()
 {
     auto& boxes = *client_.desktop.boxes;
-    const auto answer = boxes.input(tr("New blocked User"),
-                                    tr("Please, add the identifier of the contact to block..."), QString());
-    if (!answer || answer->trimmed().isEmpty())
-        return;
-    const QString address = BlockedContacts::addressOf(*answer);
-    if (address.isEmpty())
-        return boxes.exclamation(tr("New blocked User"),
-                                 tr("This is no contact's identifier: %1").arg(answer->trimmed()));
+    const QString title = tr("New blocked User");
+    QString typed;
+    QString address;
+    while (address.isEmpty()) {
+        const auto answer =
+            boxes.input(title, tr("Please, add the identifier of the contact to block..."), typed);
+        typed = answer.value_or(QString()).trimmed();
+        if (typed.isEmpty())
+            return;
+        address = BlockedContacts::addressOf(typed);
+        if (address.isEmpty())
+            boxes.exclamation(title, tr("This is no contact's identifier: %1").arg(typed));
+    }
     if (blocked_.contains(address))
         return boxes.information(tr("Note !"), tr("The Contact is already Blocked!"));
     tell(blocked_.add(address));
-    fill();
-    ui_->List1->setCurrentRow(ui_->List1->count() - 1);
-    emit blockedListChanged();
+    changed(ui_->List1->count());
 }
 
 void PrivacyUsrCtrl::cmdRemove_Click()
 {
-    const int row = ui_->List1->currentRow();
-    if (row < 0)
+    const auto selected = ui_->List1->selectedItems();
+    if (selected.isEmpty())
         return client_.desktop.boxes->exclamation(tr("Attention!"), tr("Please select a contac first!"));
+    const int row = ui_->List1->row(selected.first());
     tell(blocked_.remove(row + 1));
-    fill();
-    emit blockedListChanged();
+    changed(row);
 }
 
-void PrivacyUsrCtrl::tell(const QString& error)
+void PrivacyUsrCtrl::changed(int row)
 {
-    if (!error.isEmpty())
-        client_.desktop.boxes->exclamation(tr("Preferences"), error);
+    fill();
+    ui_->List1->setCurrentRow(qMin(row, ui_->List1->count() - 1));
+    emit blockedListChanged();
 }

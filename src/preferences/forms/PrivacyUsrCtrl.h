@@ -27,7 +27,8 @@ private:
     void fill();
     void cmdAdd_Click();
     void cmdRemove_Click();
-    void tell(const QString& error);
+    // Shows the list again, with this row selected if there is one.
+    void changed(int row);
 
     BlockedContacts blocked_;
     std::unique_ptr<Ui::PrivacyUsrCtrl> ui_;

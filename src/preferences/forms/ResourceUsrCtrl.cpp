@@ -1,6 +1,7 @@
 #include "preferences/forms/ResourceUsrCtrl.h"
 
 #include "contacts/Client.h"
+#include "preferences/PreferenceRules.h"
 
 #include "ui_ResourceUsrCtrl.h"
 
@@ -9,11 +10,13 @@ ResourceUsrCtrl::ResourceUsrCtrl(Client& client)
 {
     ui_->setupUi(this);
     bind(ui_->txtResource, &Settings::Resource);
-    for (const int priority : {0, 1, 5, 10, 20, 50, 100})
-        ui_->Combo1->addItem(QString::number(priority));
+    onSave([](Settings& settings) { settings.Resource = settings.Resource.trimmed(); });
     // Shown as it stands in the settings, a number or not.
-    ui_->Combo1->setEditText(client_.settings.Priority);
-    onSave([this](Settings& settings) { settings.Priority = ui_->Combo1->currentText().trimmed(); });
+    bind(ui_->Combo1,
+         {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("5"), QStringLiteral("10"),
+          QStringLiteral("50"), QStringLiteral("100")},
+         client_.settings.Priority,
+         [](Settings& settings, const QString& text) { settings.Priority = text.trimmed(); });
 }
 
 ResourceUsrCtrl::~ResourceUsrCtrl() = default;
@@ -22,9 +25,8 @@ PreferencePanel::Fault ResourceUsrCtrl::fault() const
 {
     if (ui_->txtResource->text().trimmed().isEmpty())
         return {tr("Please, enter a resource, for example BreloIM."), ui_->txtResource};
-    bool number = false;
-    const int priority = ui_->Combo1->currentText().trimmed().toInt(&number);
-    if (!number || priority < -128 || priority > 127)
+    const QString priority = ui_->Combo1->currentText();
+    if (priority != client_.settings.Priority && !preferences::isPriority(priority))
         return {tr("The priority is a number from -128 to 127."), ui_->Combo1};
     return {};
 }

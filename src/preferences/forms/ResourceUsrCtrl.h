@@ -18,7 +18,6 @@ public:
     explicit ResourceUsrCtrl(Client& client);
     ~ResourceUsrCtrl() override;
 
-protected:
     Fault fault() const override;
 
 private:

@@ -13,6 +13,10 @@ void paint(QLabel* shape, int colour)
     auto palette = shape->palette();
     palette.setColor(QPalette::Window, storedcolour::toColour(colour));
     shape->setPalette(palette);
+    // Whoever doesn't see the colour is told it.
+    const QString name = palette.color(QPalette::Window).name();
+    shape->setToolTip(name);
+    shape->setAccessibleName(name);
 }
 
 void showSample(QLineEdit* sample, const FontChoice& choice)

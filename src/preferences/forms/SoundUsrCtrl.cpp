@@ -20,21 +20,15 @@ SoundUsrCtrl::~SoundUsrCtrl() = default;
 
 void SoundUsrCtrl::addRow(const Row& row)
 {
-    const auto enable = [row](bool on) {
-        row.label->setEnabled(on);
-        row.edit->setEnabled(on);
-        row.browse->setEnabled(on);
-    };
     bind(row.box, row.sounds);
-    enable(row.box->isChecked());
-    if (row.box->isChecked())
-        row.edit->setText(client_.settings.*row.file);
-    connect(row.box, &QCheckBox::toggled, this, [this, row, enable](bool on) {
-        enable(on);
-        // The file that was set before comes back with the switch.
+    follow(row.box, {row.label, row.edit, row.browse});
+    // The file that was set before comes back with the switch.
+    const auto showFile = [this, row](bool on) {
         if (on && row.edit->text().isEmpty())
             row.edit->setText(client_.settings.*row.file);
-    });
+    };
+    showFile(row.box->isChecked());
+    connect(row.box, &QCheckBox::toggled, this, showFile);
     connect(row.browse, &QPushButton::clicked, this, [this, row] {
         const QString chosen = client_.desktop.files->ChooseWaveFile();
         if (!chosen.isEmpty())

@@ -61,17 +61,13 @@ void SignInForm::load()
         {client_.site.DefaultServer, client_.site.SisterServer, client_.site.ThirdServer});
     ui_->txtServer->setEditText(settings.Server);
     ui_->version->setText(programVersion());
-    ui_->txtResource->setText(settings.Resource);
-    if (settings.SavePassword) {
+    if (settings.SavePassword)
         ui_->txtPassword->setText(settings.Password);
-        ui_->Check1->setChecked(true);
-    }
-    ui_->Check3->setChecked(settings.SSL);
+    showSettings();
     setDefaultButton(ui_->Connect);
     if (settings.AutoLogon) {
         ui_->Check1->setChecked(true);
         onCheck1();
-        ui_->Check2->setChecked(true);
         onCheck2();
         Connect_Click();
     }
@@ -84,6 +80,12 @@ void SignInForm::showSettings()
     ui_->Check2->setChecked(settings.AutoLogon);
     ui_->Check3->setChecked(settings.SSL);
     ui_->txtResource->setText(settings.Resource);
+}
+
+void SignInForm::showDefaults()
+{
+    showSettings();
+    ui_->txtServer->setEditText(client_.settings.Server);
 }
 
 void SignInForm::onCheck1()
@@ -112,6 +114,7 @@ void SignInForm::Connect_Click()
     gateway.setSecure(client_.settings.SSL);
     gateway.setProxy(client_.proxy);
     QString resource = client_.settings.Resource;
+    client_.sessionResource = resource;
     client_.Core->PluginManager->beginAccount(userName() + u'@' + ui_->txtServer->currentText());
     gateway.DoConnect(userName(), password(), ui_->txtServer->currentText(), resource);
     emit connecting();

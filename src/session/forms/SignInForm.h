@@ -27,6 +27,8 @@ public:
     void load();
     // The boxes and the resource follow the settings, which were changed elsewhere.
     void showSettings();
+    // The same after a reset, which changes the server too.
+    void showDefaults();
     void Connect_Click();
 
     // The pump's timer; runs for the whole run.

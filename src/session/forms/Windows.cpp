@@ -8,6 +8,7 @@
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"
+#include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "preferences/forms/RestoreRegForm.h"
 #include "services/forms/VCardWindows.h"
@@ -158,11 +159,10 @@ PreferencesForm& Windows::preferences()
 
 void Windows::showPreferences(const QString& page)
 {
-    auto& form = preferences();
-    if (form.showPage(page))
-        bringUp(form);
-    else
-        notThereYet(page);
+    if (!preferences::page(page))
+        return notThereYet(page);
+    preferences().showPage(page);
+    bringUp(preferences());
 }
 
 void Windows::preferencesApplied()
@@ -180,20 +180,25 @@ void Windows::refreshRoster()
 
 void Windows::askRestore()
 {
-    bringUp(registry_.single<RestoreRegForm>(QStringLiteral("RestoreRegForm"), [this] {
-        auto* form = new RestoreRegForm(registry_);
-        connect(form, &RestoreRegForm::confirmed, this, &Windows::restoreDefaults);
-        return form;
-    }));
+    auto& form = registry_.single<RestoreRegForm>(QStringLiteral("RestoreRegForm"), [this] {
+        auto* made = new RestoreRegForm(registry_);
+        connect(made, &RestoreRegForm::confirmed, this, &Windows::restoreDefaults);
+        return made;
+    });
+    form.showAbove(preferences());
 }
 
 // The preferences show the new values from the start.
 void Windows::restoreDefaults()
 {
+    const QString page = preferences().currentPage();
+    const QRect place = preferences().geometry();
     preferences().requestUnload(CloseMode::Code);
     SettingsStore::LoadDefaults(client_.settings, client_.site);
     preferencesApplied();
-    showPreferences(QStringLiteral("Personal"));
+    signIn_->showDefaults();
+    preferences().setGeometry(place);
+    showPreferences(page);
 }
 
 void Windows::notThereYet(const QString& what)
