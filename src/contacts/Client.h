@@ -27,9 +27,9 @@ struct Client {
 
     Settings settings;
     SiteData site;
-    ProxyServer proxy;      // holds for this run; it has no settings keys
+    ProxyServer proxy;       // holds for this run; it has no settings keys
     QString sessionResource; // of the connection that was begun last
-    QString FreeForChatMsg; // status text of "Free for Chat"; it has no settings key
+    QString FreeForChatMsg;  // status text of "Free for Chat"; it has no settings key
 
     bool UserClosing = false;    // a close really closes: the program ends
     bool SessionClosing = false; // a session ends: forms close instead of hiding

@@ -256,6 +256,9 @@ QVariant ContactTree::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         return shown.text;
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+        return toolTip ? toolTip(shown) : QVariant();
     case ImageRole:
         return shown.image;
     case ExpandedImageRole:

@@ -5,6 +5,7 @@
 #include <QAbstractItemModel>
 #include <QMultiHash>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -23,6 +24,9 @@ public:
 
     ContactTree();
     ~ContactTree() override;
+
+    // What is told of a node beside its text; asked when it is to be shown.
+    std::function<QString(const TreeNode&)> toolTip;
 
     // The first node without children whose key or text equals `text`.
     int NodeIndexByKey(const QString& text) const;

@@ -80,6 +80,18 @@ private slots:
         QVERIFY(menu->isVisible());
     }
 
+    void aToolTipTellsWhatTheRowHasNoRoomFor()
+    {
+        WindowFixture window;
+        window.client.MyRoster.record("a@x")->StatusMsg = "at <home>";
+        const auto& tree = window.roster->tree();
+        const auto tip = [&](const char* key) {
+            return tree.indexOf(tree.Item(tree.NodeIndexOfKey(key))).data(Qt::ToolTipRole).toString();
+        };
+        QCOMPARE(tip("a@x"), QString("Ann<br>a@x<br>at &lt;home&gt;"));
+        QCOMPARE(tip("Pals"), QString());
+    }
+
     void entriesSendTheirStanzas_data()
     {
         columns<QString, QString, QStringList>("entry", "key", "sent");
@@ -257,8 +269,11 @@ private slots:
         QCOMPARE(window.view->verticalScrollBar()->value(), place);
         auto& tree = window.roster->tree();
         QVERIFY(window.view->isExpanded(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Many")))));
+        window.view->collapse(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Many"))));
         window.push("<item jid='m90@x' subscription='remove'/>");
         QCOMPARE(window.roster->SelectedItem(), QString());
+        QVERIFY(!window.view->isExpanded(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Many")))));
+        QVERIFY(window.view->isExpanded(tree.indexOf(tree.Item(tree.NodeIndexOfKey("Pals")))));
     }
 
     void aChangeOutsideOfATickReachesTheScreen()

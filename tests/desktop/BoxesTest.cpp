@@ -51,6 +51,13 @@ private slots:
         row("cancel", Buttons::YesNoCancel, QMessageBox::Cancel, Answer::Cancel);
         row("cancel by escape", Buttons::YesNoCancel, 0, Answer::Cancel);
     }
+    void enterDoesNotSayYesToAWarning()
+    {
+        whenShown<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
+        QtMessageBoxes boxes;
+        QCOMPARE(boxes.show("t", "x", MessageBoxes::Icon::Exclamation, Buttons::YesNo), Answer::No);
+    }
+
     void theAnswerIsTheButton()
     {
         QFETCH(int, buttons);

@@ -131,6 +131,10 @@ private slots:
         f.control<QAction>(*window, "mnustroldconv").trigger();
         QVERIFY(reader(f)->isVisible());
         QCOMPARE(f.transcript(*reader(f)).trimmed(), QString());
+        reader(f)->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(reader(f)));
+        QTest::keyClick(reader(f), Qt::Key_Escape);
+        QVERIFY(!reader(f));
         // Where there is no folder yet, none is made, and every try is answered.
         f.engine.gateway().userName = QStringLiteral("tybalt");
         f.control<QAction>(*window, "mnustrDelHistory").trigger();

@@ -13,6 +13,8 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QTabBar>
 #include <QTest>
 
@@ -179,6 +181,19 @@ QStringList unreached(QWidget* window)
     return found;
 }
 
+// Labels whose text is higher than they are.
+QStringList cut(QWidget* window)
+{
+    QStringList found;
+    for (auto* label : window->findChildren<QLabel*>()) {
+        const int needed =
+            label->wordWrap() ? label->heightForWidth(label->width()) : label->minimumSizeHint().height();
+        if (label->isVisibleTo(window) && label->height() < needed)
+            found += described(label);
+    }
+    return found;
+}
+
 } // namespace
 
 // What someone needs who uses the keys or a screen reader, of every window.
@@ -204,6 +219,27 @@ private slots:
         columns<Open>("open");
         for (const auto& [name, open] : windows)
             row(name, open);
+    }
+
+    void nothingIsCutWithABigFont_data() { theKeysAndTheReaderFindEverything_data(); }
+
+    void nothingIsCutWithABigFont()
+    {
+        QFETCH(Open, open);
+        const QFont usual = QApplication::font();
+        const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+        QFont big = usual;
+        big.setPointSize(16);
+        QApplication::setFont(big);
+        FakeClient client;
+        client.signIn();
+        open(client);
+        auto* shown = window(client, formOf(QTest::currentDataTag()));
+        QVERIFY(shown);
+        shown->show();
+        QVERIFY(QTest::qWaitForWindowExposed(shown));
+        QCOMPARE(cut(shown).join(", "), QString());
+        QVERIFY(shown->screen()->availableGeometry().contains(shown->geometry()));
     }
 
     void theKeysAndTheReaderFindEverything()

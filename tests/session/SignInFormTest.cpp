@@ -65,6 +65,7 @@ private slots:
         QCOMPARE(isTicked(form, "Check1"), savePassword);
         QVERIFY(!isTicked(form, "Check2"));
         QVERIFY(isTicked(form, "Check3"));
+        QCOMPARE(form.focusWidget()->objectName(), savePassword ? "Connect" : "txtPassword");
         QCOMPARE(live.gateway->connects, 0);
     }
 

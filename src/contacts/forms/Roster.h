@@ -97,6 +97,7 @@ private:
 
     void setUpView();
     void setUpTimers();
+    QString describe(const TreeNode& node) const;
     void applyFont();
     void rememberDragNode(const TreeNode* node);
     void showMenu(const TreeNode* node, const QPoint& at);

@@ -37,7 +37,7 @@ void RosterForm::setUpPictures()
     const std::pair<QAction*, const char*> pictures[] = {
         {ui_->Toolbar1Button2, "Add"},       {ui_->Toolbar1Button3, "groupchat"},
         {ui_->Toolbar1Button4, "online"},    {ui_->Toolbar1Button5, "Refresh"},
-        {ui_->Toolbar1Button6, "Service"},   {ui_->Toolbar1Button7, "Mail"},
+        {ui_->Toolbar1Button6, "browser"},   {ui_->Toolbar1Button7, "Mail"},
         {ui_->mRosterFFind, "Add"},          {ui_->mRosterTGRChat, "groupchat"},
         {ui_->mRosterFDel, "Del"},           {ui_->mRosterFRefr, "Refresh"},
         {ui_->mRosterTGateways, "ServerON"}, {ui_->mRosterFBlocked, "notauth"},

@@ -40,8 +40,11 @@ RosterView::RosterView(ContactTree& tree, QWidget* parent) : QTreeView(parent), 
     connect(&tree, &ContactTree::modelAboutToBeReset, this, &RosterView::rememberPlace);
     // After the view and its selection have forgotten everything.
     connect(&tree, &ContactTree::modelReset, this, &RosterView::restorePlace);
-    connect(this, &QTreeView::expanded, [](const QModelIndex& index) { nodeAt(index)->expanded = true; });
-    connect(this, &QTreeView::collapsed, [](const QModelIndex& index) { nodeAt(index)->expanded = false; });
+    // A folder that the person closed stays closed when the tree is made anew.
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { closed_.remove(nodeAt(index)->key); });
+    connect(this, &QTreeView::collapsed, this,
+            [this](const QModelIndex& index) { closed_.insert(nodeAt(index)->key); });
     connect(this, &QTreeView::doubleClicked, this, &RosterView::nodeOpened);
 }
 
@@ -73,7 +76,7 @@ void RosterView::restorePlace()
     // The layout is still put off here, so that opening a folder costs nothing.
     for (int row = 0; row < tree_.rowCount(); ++row) {
         const auto index = tree_.index(row, 0);
-        if (nodeAt(index)->expanded)
+        if (nodeAt(index)->expanded && !closed_.contains(nodeAt(index)->key))
             expand(index);
     }
     const TreeNode* kept = tree_.Item(tree_.NodeIndexOfKey(std::exchange(keptKey_, {})));

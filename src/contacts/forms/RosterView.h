@@ -2,6 +2,7 @@
 
 #include "contacts/ContactTree.h"
 
+#include <QSet>
 #include <QTreeView>
 
 #include <functional>
@@ -58,6 +59,7 @@ private:
 
     ContactTree& tree_;
     QPersistentModelIndex dropHighlight_;
+    QSet<QString> closed_; // keys of the folders that the person closed
     QString keptKey_;
     int keptScroll_ = 0;
     bool dragging_ = false;

@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QThread>
 #include <QTimer>
 #include <QWindow>
@@ -63,6 +65,39 @@ void Form::setDefaultButton(QPushButton* button)
     default_ = button;
     if (button)
         button->setDefault(true);
+}
+
+void Form::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (event->spontaneous())
+        return;
+    fitContent();
+    fitScreen();
+}
+
+// A main window knows nothing of labels that grow in height as they wrap.
+void Form::fitContent()
+{
+    const auto* layout = centralWidget() ? centralWidget()->layout() : nullptr;
+    if (!layout || !layout->hasHeightForWidth())
+        return;
+    const int missing = layout->totalHeightForWidth(centralWidget()->width()) - centralWidget()->height();
+    if (missing > 0)
+        resize(width(), height() + missing);
+}
+
+// No button may lie beyond the edge of a small screen.
+void Form::fitScreen()
+{
+    constexpr QSize frame(8, 32); // what window managers put around a window, about
+    const QSize room = screen()->availableSize() - frame;
+    const QSize fitting = size().boundedTo(room);
+    if (fitting == size())
+        return;
+    setMinimumSize(minimumSize().boundedTo(room));
+    resize(fitting);
+    move(screen()->availableGeometry().topLeft());
 }
 
 void Form::closeEvent(QCloseEvent* event)

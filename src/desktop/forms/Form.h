@@ -44,12 +44,16 @@ protected:
     // menu stands open on one of its handlers.
     virtual void release();
 
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
     FormRegistry& registry() const { return registry_; }
 
 private:
+    void fitContent();
+    void fitScreen();
+
     FormRegistry& registry_;
     QPointer<QPushButton> default_;
     QPointer<QPushButton> cancel_;

@@ -82,6 +82,7 @@ std::optional<QString> QtMessageBoxes::input(const QString& title, const QString
     dialog.setTextValue(preset);
     auto* edit = dialog.findChild<QLineEdit*>();
     edit->setAccessibleName(prompt);
+    edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 40); // a whole address
     for (auto* label : dialog.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
         label->setBuddy(edit);

@@ -9,6 +9,7 @@
 
 #include <QPointer>
 #include <QSaveFile>
+#include <QShortcut>
 
 LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
     : Form(registry, QStringLiteral("LogMessageForm")), ui_(std::make_unique<Ui::LogMessageForm>()),
@@ -19,6 +20,8 @@ LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
             [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
     connect(ui_->txtLog, &TranscriptView::linkPressed, this,
             [this](const QString& target) { client_.desktop.links->open(target); });
+    auto* escape = new QShortcut(Qt::Key_Escape, this);
+    connect(escape, &QShortcut::activated, this, &QWidget::close);
     connect(ui_->mnuEditCopy, &QAction::triggered, ui_->txtLog, &QPlainTextEdit::copy);
     connect(ui_->mnuEditSave, &QAction::triggered, this, &LogMessageForm::mnuEditSave_Click);
 }

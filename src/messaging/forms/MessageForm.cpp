@@ -270,6 +270,7 @@ void MessageForm::setPeer(const QString& jid)
 void MessageForm::setNick(const QString& nick)
 {
     ui_->txtNick->setText(nick);
+    ui_->txtNick->setCursorPosition(0);
 }
 
 void MessageForm::setStatusText(const QString& text)

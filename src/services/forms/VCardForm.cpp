@@ -94,6 +94,13 @@ void VCardForm::setOwn(bool own)
         field(control)->setReadOnly(!own);
         field(control)->setFrame(own);
     });
+    // Nothing is required of a card that can only be read.
+    ui_->lblFormat->setVisible(own);
+    for (auto* label : {ui_->lblname1, ui_->lblsurname, ui_->lblnick, ui_->lblemail}) {
+        auto font = label->font();
+        font.setBold(own);
+        label->setFont(font);
+    }
 }
 
 void VCardForm::Command1_Click()

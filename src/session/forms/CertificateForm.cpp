@@ -37,6 +37,9 @@ CertificateForm::CertificateForm(const CertificateInfo& info, QWidget* parent)
     connect(ui_->cmdOnce, &QPushButton::clicked, this, [this] { finish(CertificateAnswer::AcceptOnce); });
     connect(ui_->cmdAlways, &QPushButton::clicked, this, [this] { finish(CertificateAnswer::AcceptAlways); });
     ui_->cmdRefuse->setFocus();
+    // All of it is to be read before it is answered, whatever the font.
+    resize(sizeHint());
+    setMinimumHeight(layout()->totalHeightForWidth(width()));
 }
 
 CertificateForm::~CertificateForm() = default;
@@ -48,8 +51,9 @@ void CertificateForm::addFact(const QString& label, const QString& value, const 
     text->setTextFormat(Qt::PlainText);
     text->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     text->setFocusPolicy(Qt::StrongFocus);
-    text->setWordWrap(true);
-    if (value.contains(u'\n'))
+    const bool isFingerprint = value.contains(u'\n');
+    text->setWordWrap(!isFingerprint);
+    if (isFingerprint)
         text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     ui_->facts->addRow(label, text);
 }

@@ -53,6 +53,18 @@ void SignInForm::connectControls()
             [this] { emit pageRequested(QStringLiteral("/node.php?id=526")); });
 }
 
+void SignInForm::showEvent(QShowEvent* event)
+{
+    Form::showEvent(event);
+    if (event->spontaneous())
+        return;
+    QWidget* next = ui_->Connect;
+    for (QLineEdit* field : {ui_->txtPassword, ui_->txtUserName})
+        if (field->text().isEmpty())
+            next = field;
+    next->setFocus();
+}
+
 void SignInForm::load()
 {
     const auto& settings = client_.settings;

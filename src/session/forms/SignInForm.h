@@ -50,6 +50,8 @@ signals:
     void unloaded();
 
 protected:
+    // What is still to be typed has the focus, or the button.
+    void showEvent(QShowEvent* event) override;
     bool queryUnload(CloseMode mode) override;
     void unload() override;
     // Whoever made it keeps it: what runs under a box at the end of the run may still ask it.
