@@ -12,7 +12,9 @@ authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
     ui_->setupUi(this);
     // A key that was meant for another window answers nothing.
     setAttribute(Qt::WA_ShowWithoutActivating);
-    ui_->lblUserName->setFocus();
+    ui_->centralwidget->setFocusPolicy(Qt::StrongFocus);
+    ui_->centralwidget->setAccessibleName(windowTitle());
+    ui_->centralwidget->setFocus();
     resize(width(), sizeHint().height());
     connect(ui_->cmdAccept, &QPushButton::clicked, this, &authorizeForm::cmdAccept_Click);
     connect(ui_->cmdDeny, &QPushButton::clicked, this, &authorizeForm::cmdDeny_Click);
