@@ -1,31 +1,15 @@
 #include "Peer.h"
-#include "sandbox/Subscription.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
 
-using sandbox::RosterItem;
 using sandbox::SandboxServer;
 
 class Subscriptions : public QObject
 {
     Q_OBJECT
     SandboxServer* server_ = nullptr;
-
-    // "none", "to", "from" or "both", then "+out" and "+in" for open requests.
-    static RosterItem itemOf(const QString& state)
-    {
-        RosterItem item;
-        item.setSubscription(state.section('+', 0, 0));
-        item.pendingOut = state.contains("+out");
-        item.pendingIn = state.contains("+in");
-        return item;
-    }
-    static QString stateOf(const RosterItem& item)
-    {
-        return item.subscription() + (item.pendingOut ? "+out" : "") + (item.pendingIn ? "+in" : "");
-    }
 
 private slots:
     void init()
@@ -36,50 +20,6 @@ private slots:
         QVERIFY(server_->listen());
     }
     void cleanup() { delete server_; }
-
-    void stateFollowsTheTable_data()
-    {
-        columns<bool, QString, QString, QString, bool>("out", "before", "type", "after", "passedOn");
-        const auto row = [](bool out, const char* before, const char* type, const char* after,
-                            bool passedOn) {
-            QTest::addRow("%s %s %s", out ? "out" : "in", before, type)
-                << out << QString(before) << QString(type) << QString(after) << passedOn;
-        };
-        row(true, "none", "subscribe", "none+out", true);
-        row(true, "from+out", "subscribe", "from+out", true);
-        row(true, "both", "subscribe", "both", true);
-        row(true, "to", "unsubscribe", "none", true);
-        row(true, "both", "unsubscribe", "from", true);
-        row(true, "none+out+in", "unsubscribe", "none+in", true);
-        row(true, "none", "subscribed", "none", false);
-        row(true, "none+in", "subscribed", "from", true);
-        row(true, "to+in", "subscribed", "both", true);
-        row(true, "none+in", "unsubscribed", "none", true);
-        row(true, "both", "unsubscribed", "to", true);
-        row(true, "to", "unsubscribed", "to", false);
-        row(false, "none", "subscribe", "none+in", true);
-        row(false, "none+in", "subscribe", "none+in", false);
-        row(false, "both", "subscribe", "both", false);
-        row(false, "from", "unsubscribe", "none", true);
-        row(false, "to", "unsubscribe", "to", false);
-        row(false, "none+out", "subscribed", "to", true);
-        row(false, "from+out", "subscribed", "both", true);
-        row(false, "none", "subscribed", "none", false);
-        row(false, "none+out", "unsubscribed", "none", true);
-        row(false, "both", "unsubscribed", "from", true);
-        row(false, "from", "unsubscribed", "from", false);
-    }
-    void stateFollowsTheTable()
-    {
-        QFETCH(bool, out);
-        QFETCH(QString, before);
-        QFETCH(QString, type);
-        RosterItem item = itemOf(before);
-        const auto effect =
-            out ? sandbox::subscription::outbound(item, type) : sandbox::subscription::inbound(item, type);
-        QTEST(stateOf(item), "after");
-        QTEST(effect.passOn, "passedOn");
-    }
 
     void twoPeopleBecomeFriendsAndPart()
     {
