@@ -4,6 +4,8 @@
 #include "contacts/Client.h"
 #include "engine/Jid.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 QString BlockedContacts::load()
@@ -20,7 +22,12 @@ QString BlockedContacts::add(const QString& JID)
 {
     const QString bare = jid::bare(JID);
     client_.MyBanList.Add(bare);
-    return BannedListFile().add(bare);
+    const QString error = BannedListFile().add(bare);
+    return error.isEmpty()
+               ? error
+               : error + u'\n' +
+                     QCoreApplication::translate("BlockedContacts", "The contact stays blocked until "
+                                                                    "BreloIM is closed.");
 }
 
 QString BlockedContacts::remove(int position)

@@ -69,8 +69,16 @@ private slots:
         QVERIFY(live.rosterForm()->isVisible() && !live.form("LoggingInForm"));
     }
 
+    void lostConnectionLeavesTheMainWindow_data()
+    {
+        columns<bool>("byPage");
+        row("back by the tool bar", false);
+        row("back by the page's button", true);
+    }
+
     void lostConnectionLeavesTheMainWindow()
     {
+        QFETCH(bool, byPage);
         FakeClient live;
         live.signIn();
         QCOMPARE(panel(*live.rosterForm(), 3), "OPEN");
@@ -87,10 +95,13 @@ private slots:
         QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
         QCOMPARE(live.world.tray.toolTip, "BreloIM - Disconnected");
         QCOMPARE(live.trayEntry("mnuTrayConnect"), "Connect...");
-        // The connect button starts again through the sign-in window.
+        // The connect buttons start again through the sign-in window.
         const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
         QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
-        ui::choose(live.rosterForm(), "Toolbar1Button1");
+        if (byPage)
+            ui::click(live.rosterForm(), "cmdConnect");
+        else
+            ui::choose(live.rosterForm(), "Toolbar1Button1");
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
         live.client.settings.SSL = true;
         live.signIn();

@@ -179,6 +179,7 @@ void RosterForm::showDisconnected()
     showConnectButton(false);
     Roster1->hide();
     ui_->waitPanel->show();
+    ui_->cmdConnect->setFocus();
     StartAnimation(paths::applicationFolder() + QStringLiteral("/connect.gif"));
 }
 

@@ -15,6 +15,7 @@
 void RosterForm::connectBreloMenu()
 {
     connect(ui_->mRosterTConn, &QAction::triggered, this, &RosterForm::connectRequested);
+    connect(ui_->cmdConnect, &QPushButton::clicked, this, &RosterForm::connectRequested);
     connect(ui_->mRosterTDiscon, &QAction::triggered, this, &RosterForm::mRosterTDiscon_Click);
     connect(ui_->mRosterTBeginC, &QAction::triggered, this, &RosterForm::startChat);
     connect(ui_->mRosterTGRChat, &QAction::triggered, this, &RosterForm::groupChatRequested);
