@@ -256,9 +256,10 @@ QVariant ContactTree::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         return shown.text;
-    case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-        return toolTip ? toolTip(shown) : QVariant();
+        return describe ? describe(shown) : QVariant();
+    case Qt::ToolTipRole: // a tool tip takes markup, whatever the contact calls itself
+        return describe ? describe(shown).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")) : QVariant();
     case ImageRole:
         return shown.image;
     case ExpandedImageRole:

@@ -25,8 +25,8 @@ public:
     ContactTree();
     ~ContactTree() override;
 
-    // What is told of a node beside its text; asked when it is to be shown.
-    std::function<QString(const TreeNode&)> toolTip;
+    // What is told of a node beside its text, in lines of plain text; asked when it is to be shown.
+    std::function<QString(const TreeNode&)> describe;
 
     // The first node without children whose key or text equals `text`.
     int NodeIndexByKey(const QString& text) const;

@@ -85,11 +85,12 @@ private slots:
         WindowFixture window;
         window.client.MyRoster.record("a@x")->StatusMsg = "at <home>";
         const auto& tree = window.roster->tree();
-        const auto tip = [&](const char* key) {
-            return tree.indexOf(tree.Item(tree.NodeIndexOfKey(key))).data(Qt::ToolTipRole).toString();
+        const auto told = [&](const char* key, int role) {
+            return tree.indexOf(tree.Item(tree.NodeIndexOfKey(key))).data(role).toString();
         };
-        QCOMPARE(tip("a@x"), QString("Ann<br>a@x<br>at &lt;home&gt;"));
-        QCOMPARE(tip("Pals"), QString());
+        QCOMPARE(told("a@x", Qt::ToolTipRole), QString("Ann<br>a@x<br>at &lt;home&gt;"));
+        QCOMPARE(told("a@x", Qt::AccessibleDescriptionRole), QString("Ann\na@x\nat <home>"));
+        QCOMPARE(told("Pals", Qt::ToolTipRole), QString());
     }
 
     void entriesSendTheirStanzas_data()

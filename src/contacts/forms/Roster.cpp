@@ -38,7 +38,7 @@ void Roster::setUpView()
     connect(view_, &RosterView::deletePressed, this, &Roster::removeSelected);
     connect(view_, &RosterView::dropped, this, &Roster::drop);
     auto& model = drawing_.model();
-    model.toolTip = [this](const TreeNode& node) { return describe(node); };
+    model.describe = [this](const TreeNode& node) { return describe(node); };
     connect(&model, &ContactTree::labelEdited, this,
             [this](const QString& key, const QString& oldText, const QString& newText) {
                 sync_.renamed(key, oldText, newText);
@@ -65,7 +65,6 @@ void Roster::setUpTimers()
         timer->setParent(this);
 }
 
-// Plain text, whatever the contact calls itself.
 QString Roster::describe(const TreeNode& node) const
 {
     const auto* item = client_.MyRoster.record(node.key);
@@ -74,7 +73,7 @@ QString Roster::describe(const TreeNode& node) const
     QStringList lines{node.text, item->JID, item->StatusMsg};
     lines.removeAll(QString());
     lines.removeDuplicates();
-    return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
+    return lines.join(u'\n');
 }
 
 void Roster::applyFont()
