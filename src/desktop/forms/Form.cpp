@@ -70,7 +70,7 @@ void Form::setDefaultButton(QPushButton* button)
 void Form::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
-    if (event->spontaneous())
+    if (event->spontaneous() || isMaximized() || isFullScreen())
         return;
     fitContent();
     fitScreen();

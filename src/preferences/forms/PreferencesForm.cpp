@@ -6,7 +6,6 @@
 
 #include "ui_PreferencesForm.h"
 
-#include <QScreen>
 #include <QTreeWidgetItemIterator>
 
 namespace
@@ -31,7 +30,9 @@ PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     fillTree();
-    resize(size().expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
+    // Room for the widest page in any font; the screen sets the bound when the form is shown.
+    const QFontMetrics metrics = fontMetrics();
+    resize(size().expandedTo({metrics.averageCharWidth() * 95, metrics.lineSpacing() * 28}));
     setDefaultButton(ui_->cmdOK);
     setCancelButton(ui_->cmdUndo);
     connect(ui_->TreeView1, &QTreeWidget::currentItemChanged, this, &PreferencesForm::TreeView1_Click);
