@@ -1,4 +1,4 @@
-// Draws every window of the client, on the demo's living world, into PNG files: gallery FOLDER [dark]
+// Draws every window of the client, on the demo's living world, into PNG files: gallery FOLDER [dark] [big]
 // For people who look; it tests nothing.
 
 #include "contacts/forms/AddGroupForm.h"
@@ -120,6 +120,11 @@ void photographSession(LiveClient& live, Camera& camera)
     ui::choose(live.rosterForm(), "mRosterFModVCard");
     QTest::qWait(500);
     camera.take(live.form("VCardForm"), "vcard-own");
+    live.rosterForm()->Roster1->RetriveVCard(QStringLiteral("eva@localhost"));
+    QTest::qWait(500);
+    for (auto* form : live.registry.loaded())
+        if (form->Tag == QStringLiteral("eva@localhost") && form->objectName() == QStringLiteral("VCardForm"))
+            camera.take(form, "vcard-foreign");
     live.ui->windows.showAbout();
     camera.take(live.form("AboutForm"), "about");
     live.ui->windows.showInTray();
@@ -160,6 +165,11 @@ int main(int argc, char** argv)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (application.arguments().contains(QStringLiteral("dark")))
         QApplication::setPalette(darkPalette());
+    if (application.arguments().contains(QStringLiteral("big"))) {
+        QFont font = QApplication::font();
+        font.setPointSize(16);
+        QApplication::setFont(font);
+    }
     Camera camera(application.arguments().value(1, QStringLiteral("gallery")));
 
     sandbox::SandboxServer server;
