@@ -48,6 +48,8 @@ void PluginManager::Trigger()
             break;
         dispatch(std::move(stanza));
     }
+    if (queue_->inboundCount() > 0)
+        queue_->wakeUp();
     if (receiver_)
         receiver_->Trigger();
 }

@@ -54,6 +54,7 @@ bool StanzaQueue::sendRaw(const QString& text, QString* error)
     if (name == "iq" && !document->document_element().attribute("id"))
         out.insert(3, QStringLiteral(" id=\"brelo%1\"").arg(++nextId_));
     outbound_.push_back(out.toUtf8());
+    wakeUp();
     return true;
 }
 
@@ -75,6 +76,19 @@ bool StanzaQueue::sendBuilt(pugi::xml_node root, QString* error)
 void StanzaQueue::deliverNext(std::shared_ptr<Stanza> stanza)
 {
     ahead_.push_back(std::move(stanza));
+    wakeUp();
+}
+
+void StanzaQueue::deliver(std::shared_ptr<Stanza> stanza)
+{
+    inbound_.push_back(std::move(stanza));
+    wakeUp();
+}
+
+void StanzaQueue::wakeUp() const
+{
+    if (wakeUp_)
+        wakeUp_();
 }
 
 std::shared_ptr<Stanza> StanzaQueue::takeInbound()

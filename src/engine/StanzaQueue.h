@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <deque>
+#include <functional>
 #include <memory>
 
 // The queue through which the two engine objects pass stanzas: the gateway fills `inbound` from the wire and
@@ -27,7 +28,7 @@ public:
 
     // Stanzas that jump the queue, such as a message to oneself, come before those of the wire.
     void deliverNext(std::shared_ptr<Stanza> stanza);
-    void deliver(std::shared_ptr<Stanza> stanza) { inbound_.push_back(std::move(stanza)); }
+    void deliver(std::shared_ptr<Stanza> stanza);
     std::shared_ptr<Stanza> takeInbound();
     std::size_t inboundCount() const { return inbound_.size() + ahead_.size(); }
     void clearInbound();
@@ -36,6 +37,11 @@ public:
     std::deque<QByteArray> takeOutbound() { return std::exchange(outbound_, {}); }
     bool hasOutbound() const { return !outbound_.empty(); }
     void clearOutbound() { outbound_.clear(); }
+
+    // Called as often as there is work for a tick: a stanza was put in, or whoever holds the queue says so by
+    // wakeUp(), such as a gateway whose socket has news. It may only ask for a later tick.
+    void setWakeUp(std::function<void()> wakeUp) { wakeUp_ = std::move(wakeUp); }
+    void wakeUp() const;
 
 private:
     bool isOwnFullJid(const QString& jid) const;
@@ -46,4 +52,5 @@ private:
     QString requested_;
     QString bound_;
     quint64 nextId_ = 0;
+    std::function<void()> wakeUp_;
 };

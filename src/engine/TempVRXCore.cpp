@@ -1,9 +1,18 @@
 #include "engine/TempVRXCore.h"
 
+#include "engine/StanzaQueue.h"
+
 TempVRXCore::TempVRXCore(std::unique_ptr<::Gateway> gateway)
     : Gateway(std::move(gateway)), PluginManager(std::make_unique<::PluginManager>())
 {
     Gateway->setQueue(PluginManager->Queue());
+    PluginManager->Queue()->setWakeUp([this] { wakeUp(); });
+}
+
+// Contexts may hold the queue for longer.
+TempVRXCore::~TempVRXCore()
+{
+    PluginManager->Queue()->setWakeUp({});
 }
 
 void TempVRXCore::setTriggerTimer(QTimer* timer)
@@ -17,6 +26,7 @@ void TempVRXCore::tick()
     if (inTick_)
         return;
     inTick_ = true;
+    hasWork_ = false;
     if (triggerTimer_)
         triggerTimer_->stop();
     const QPointer<TempVRXCore> self(this);
@@ -28,4 +38,25 @@ void TempVRXCore::tick()
     if (triggerTimer_)
         triggerTimer_->start();
     inTick_ = false;
+    if (hasWork_)
+        queueTick();
+}
+
+void TempVRXCore::wakeUp()
+{
+    hasWork_ = true;
+    if (!inTick_)
+        queueTick();
+}
+
+// Through the event loop, and one at a time: the windows have their turn in between.
+void TempVRXCore::queueTick()
+{
+    if (std::exchange(isTickQueued_, true))
+        return;
+    const auto queued = [this] {
+        isTickQueued_ = false;
+        tick();
+    };
+    QMetaObject::invokeMethod(this, queued, Qt::QueuedConnection);
 }

@@ -9,13 +9,15 @@
 
 #include <memory>
 
-// Holds the two engine objects, joins them by their queue and pumps them from a timer.
+// Holds the two engine objects, joins them by their queue and pumps them: from a timer, and as soon as the
+// queue has work for them.
 class TempVRXCore : public QObject
 {
     Q_OBJECT
 
 public:
     explicit TempVRXCore(std::unique_ptr<::Gateway> gateway);
+    ~TempVRXCore() override;
 
     std::unique_ptr<::Gateway> Gateway;
     std::unique_ptr<::PluginManager> PluginManager;
@@ -28,6 +30,12 @@ public:
     void tick();
 
 private:
+    void wakeUp();
+    void queueTick();
+
     QPointer<QTimer> triggerTimer_;
     bool inTick_ = false;
+    // Work came since the last tick began; and a tick is on its way through the event loop.
+    bool hasWork_ = false;
+    bool isTickQueued_ = false;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/wire/StreamAuth.h"
+#include "engine/wire/auth/StreamAuth.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "engine/wire/ConnectPlan.h"
+#include "engine/wire/socket/ConnectPlan.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 

@@ -1,4 +1,4 @@
-#include "engine/wire/StreamParser.h"
+#include "engine/wire/socket/StreamParser.h"
 #include "support/GatewayRig.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"

@@ -1,4 +1,4 @@
-#include "engine/wire/AccountRegistration.h"
+#include "engine/wire/auth/AccountRegistration.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 

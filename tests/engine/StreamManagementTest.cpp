@@ -1,5 +1,5 @@
-#include "engine/wire/StreamManagement.h"
-#include "engine/wire/Masked.h"
+#include "engine/wire/session/StreamManagement.h"
+#include "engine/wire/session/Masked.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 

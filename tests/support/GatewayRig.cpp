@@ -1,6 +1,6 @@
 #include "support/GatewayRig.h"
 
-#include "engine/wire/Resolver.h"
+#include "engine/wire/socket/Resolver.h"
 
 GatewayRig::GatewayRig() : gateway(std::make_unique<GatewayClient>(host, nullptr, [this] { return now; }))
 {

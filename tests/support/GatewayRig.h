@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/GatewayClient.h"
 #include "engine/StanzaQueue.h"
+#include "engine/wire/session/GatewayClient.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
 

@@ -1,7 +1,7 @@
 #include "support/LiveClient.h"
 
 #include "contacts/forms/RosterForm.h"
-#include "engine/GatewayClient.h"
+#include "engine/wire/session/GatewayClient.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
 #include "support/UiDriver.h"

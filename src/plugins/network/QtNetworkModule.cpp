@@ -1,7 +1,7 @@
 #include "plugins/network/QtNetworkModule.h"
 
-#include "desktop/SystemNetworkChecks.h"
-#include "engine/GatewayClient.h"
+#include "engine/wire/session/GatewayClient.h"
+#include "plugins/network/SystemNetworkChecks.h"
 
 std::unique_ptr<Gateway> QtNetworkModule::makeGateway(ConnectionHost& host)
 {

@@ -4,7 +4,6 @@
 #include "desktop/QtSoundPlayer.h"
 #include "desktop/SystemClock.h"
 #include "desktop/SystemClose.h"
-#include "desktop/SystemNetworkChecks.h"
 #include "desktop/forms/CursorPointer.h"
 #include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/forms/ImageList.h"

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "engine/wire/auth/AuthRequest.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+struct Gsasl;
+struct Gsasl_session;
+
+// One SASL exchange (RFC 4422) as the client's side of it. Knows bytes, no XML.
+class SaslClient
+{
+public:
+    // The strongest of `offered` that may be used, or empty. PLAIN is left out unless `plainAllowed`.
+    static QString choose(const QStringList& offered, bool plainAllowed);
+    // The same, where the request tells whether the password may be shown; it isn't asked before that
+    // matters.
+    static QString choose(const QStringList& offered, const AuthRequest& request);
+
+    SaslClient(const QString& mechanism, const QString& user, const QString& password);
+    ~SaslClient();
+
+    // The answer to a challenge; to be called first with nothing, for the initial response. None when the
+    // exchange has failed: the server couldn't prove itself, or what it sent makes no sense.
+    std::optional<QByteArray> step(const QByteArray& challenge);
+    // Both sides are satisfied. For SCRAM (RFC 5802) that includes the server's signature.
+    bool isComplete() const { return complete_; }
+
+private:
+    struct ContextDeleter {
+        void operator()(Gsasl* context) const;
+    };
+    struct SessionDeleter {
+        void operator()(Gsasl_session* session) const;
+    };
+
+    std::unique_ptr<Gsasl, ContextDeleter> context_;
+    std::unique_ptr<Gsasl_session, SessionDeleter> session_;
+    bool complete_ = false;
+};

@@ -1,0 +1,149 @@
+#include "engine/wire/session/LiveSession.h"
+
+#include "engine/Diagnostics.h"
+#include "engine/Xml.h"
+#include "engine/wire/session/Masked.h"
+
+#include <QElapsedTimer>
+
+namespace
+{
+
+constexpr qint64 budgetMs = 20;
+// The wire waits while the client has this many stanzas before it.
+constexpr std::size_t mostQueued = 400;
+const QByteArray probePrefix = QByteArrayLiteral("brelo-ping-");
+
+} // namespace
+
+LiveSession::LiveSession(std::shared_ptr<StanzaQueue> queue) : queue_(std::move(queue)) {}
+
+void LiveSession::begin(std::shared_ptr<StreamLink> link, const Identity& identity, bool streamManagement)
+{
+    link_ = std::move(link);
+    identity_ = identity;
+    queue_->setOwnJid(identity.requestedJid, identity.boundJid);
+    tracker_.begin(identity.boundJid, identity.server);
+    bridge_.begin({identity.boundJid, identity.server});
+    management_.begin();
+    keepAlive_.reset();
+    if (streamManagement)
+        link_->write(management_.enable());
+    queue_->deliver(Stanza::notice("connect"));
+    request("jabber:iq:roster", "brelo-roster", {});
+    request("jabber:iq:agents", "brelo-agents", identity.server);
+}
+
+void LiveSession::request(const char* name, const QByteArray& id, const QString& to)
+{
+    const QByteArray address =
+        to.isEmpty() ? QByteArray() : " to=\"" + xml::escaped(to).toUtf8() + QByteArrayLiteral("\"");
+    pass(bridge_.down("<iq type=\"get\" id=\"" + id + "\"" + address + "><query xmlns=\"" + name +
+                      "\"/></iq>"));
+}
+
+void LiveSession::resume(std::shared_ptr<StreamLink> link, const Stanza& resumed)
+{
+    link_ = std::move(link);
+    keepAlive_.reset();
+    management_.resumed(resumed);
+    sendManagement();
+}
+
+void LiveSession::pump(qint64 nowMs)
+{
+    QElapsedTimer clock;
+    clock.start();
+    link_->tick(nowMs);
+    isBehind_ = true;
+    while (isBehind_ && queue_->inboundCount() < mostQueued && clock.elapsed() < budgetMs) {
+        auto stanza = link_->takeElement();
+        isBehind_ = stanza != nullptr;
+        if (stanza)
+            receive(std::move(stanza));
+    }
+    pass(bridge_.tick(nowMs));
+    sendQueued();
+    if (queue_->inboundCount() < mostQueued)
+        keepAlive(nowMs);
+}
+
+void LiveSession::receive(std::shared_ptr<Stanza> stanza)
+{
+    if (management_.handle(*stanza))
+        return sendManagement();
+    qCDebug(lcEngine).noquote() << "in: " << masked(stanza->Xml());
+    if (stanza->kind() == Stanza::Kind::Other)
+        return queue_->deliver(std::move(stanza));
+    management_.received();
+    if (!tracker_.accepts(*stanza)) {
+        qCWarning(lcEngine) << "ignored an answer that nobody asked for, from" << stanza->From();
+        return;
+    }
+    if (!isOwnProbe(*stanza))
+        pass(bridge_.up(std::move(stanza)));
+}
+
+void LiveSession::pass(BridgeOutput output)
+{
+    for (const auto& stanza : std::as_const(output.wire))
+        send(stanza);
+    for (auto& stanza : output.up)
+        queue_->deliver(std::move(stanza));
+}
+
+void LiveSession::send(const QByteArray& stanza)
+{
+    qCDebug(lcEngine).noquote() << "out:" << masked(QString::fromUtf8(stanza));
+    tracker_.sent(stanza);
+    link_->write(stanza);
+    management_.sent(stanza);
+    sendManagement();
+}
+
+void LiveSession::sendManagement()
+{
+    const auto texts = management_.takeOutput();
+    for (const auto& text : texts)
+        link_->write(text);
+}
+
+void LiveSession::sendQueued()
+{
+    if (!queue_->hasOutbound() || link_->state() != StreamLink::State::Open)
+        return;
+    for (const auto& stanza : queue_->takeOutbound())
+        pass(bridge_.down(stanza));
+}
+
+std::shared_ptr<StreamLink> LiveSession::leave()
+{
+    sendQueued();
+    link_->close();
+    return std::exchange(link_, nullptr);
+}
+
+void LiveSession::keepAlive(qint64 nowMs)
+{
+    if (link_->state() != StreamLink::State::Open)
+        return;
+    switch (keepAlive_.check(nowMs, link_->lastHeardMs())) {
+    case KeepAlive::Verdict::Well:
+        return;
+    case KeepAlive::Verdict::Dead:
+        return link_->drop(QStringLiteral("no sign of life"));
+    case KeepAlive::Verdict::Probe:
+        break;
+    }
+    if (management_.isOn())
+        return link_->write(management_.request());
+    send("<iq type=\"get\" id=\"" + probePrefix + QByteArray::number(++probes_) + "\" to=\"" +
+         xml::escaped(identity_.server).toUtf8() + "\"><ping xmlns=\"urn:xmpp:ping\"/></iq>");
+}
+
+// Any answer will do, an error too: it lives.
+bool LiveSession::isOwnProbe(const Stanza& stanza) const
+{
+    const std::string_view id = stanza.root().attribute("id").value();
+    return stanza.kind() == Stanza::Kind::Iq && id.starts_with(probePrefix.constData());
+}
