@@ -78,6 +78,7 @@ void Cases::signedIn(int contacts)
                     {}});
     };
     using Most = std::optional<double>;
+    row("start to main window, wall", ms, &Rest::wallMs, {});
     row("start to idle, CPU", ms, &Rest::cpuMs, contacts == 10'000 ? Most(600) : Most());
     row("private memory at idle", mib, ownMiB, contacts == 0 ? Most(30) : Most());
     row("resident memory at idle", mib, residentMiB, contacts == 10'000 ? Most(60) : Most());
@@ -90,8 +91,9 @@ Cases::Rest Cases::clientAtRest(int contacts)
     display_.clear();
     const Child child(program("breloim"), {}, profile.environment(display_.name()));
     display_.awaitWindow("BreloIM - bench");
+    const double wall = child.wallMs();
     const double cpu = child.cpuMsAtIdle();
-    return {cpu, child.memory()};
+    return {wall, cpu, child.memory()};
 }
 
 Cases::Rest Cases::emptyAtRest(int rows)
@@ -101,8 +103,9 @@ Cases::Rest Cases::emptyAtRest(int rows)
     const Child child(program("breloim-bench-empty"), {QString::number(rows), QString::number(groups)},
                       profile.environment(display_.name()));
     display_.awaitWindow("Empty");
+    const double wall = child.wallMs();
     const double cpu = child.cpuMsAtIdle();
-    return {cpu, child.memory()};
+    return {wall, cpu, child.memory()};
 }
 
 Cases::Figures Cases::inside(int contacts)
@@ -137,8 +140,8 @@ void Cases::driven()
 {
     const Pair few{inside(1'000), emptyFilled(1'000)};
     const Pair many{inside(10'000), emptyFilled(10'000)};
-    addSignIn(few, 1'000);
-    addSignIn(many, 10'000);
+    addSignIn(few, 1'000, 120);
+    addSignIn(many, 10'000, 300);
     table_.add({QStringLiteral("sign-in: CPU of 10,000 contacts over 1,000"),
                 QStringLiteral("x"),
                 many.client.value("signin_rest") / few.client.value("signin_rest"),
@@ -148,16 +151,42 @@ void Cases::driven()
     addFlood(many, "presences", QStringLiteral("10,000 presences (empty: texts set)"), 10'000, 40);
     addFlood(many, "messages", QStringLiteral("5,000 messages, 10 windows (empty: rows)"), 5'000, 130);
     addFlood(many, "pushes", QStringLiteral("1,000 roster pushes on 10,000 contacts"), 1'000, {});
+    addLatency(few);
 }
 
-void Cases::addSignIn(const Pair& figures, int contacts)
+void Cases::addSignIn(const Pair& figures, int contacts, double mostMs)
 {
     const QString what = QStringLiteral("%L1 contacts: sign-in to full tree, ").arg(contacts);
-    const auto row = [&](const QString& clock, const char* key) {
-        table_.add({what + clock, ms, figures.client.value(key), figures.empty.value(key), {}, {}});
+    const auto row = [&](const QString& clock, const char* key, std::optional<double> most) {
+        table_.add({what + clock, ms, figures.client.value(key), figures.empty.value(key), most, {}});
     };
-    row(QStringLiteral("wall"), "signin_wall");
-    row(QStringLiteral("CPU"), "signin_cpu");
+    row(QStringLiteral("wall"), "signin_wall", mostMs);
+    row(QStringLiteral("CPU"), "signin_cpu", {});
+    table_.add({what + QStringLiteral("loop away"), ms, figures.client.value("signin_away"), {}, 100.0, {}});
+}
+
+void Cases::addWall(const Pair& figures, const QByteArray& step, const QString& what)
+{
+    const double cpu = figures.client.value(step + "_cpu");
+    table_.add(
+        {what + QStringLiteral(", wall"), ms, figures.client.value(step + "_wall"), {}, 2 * cpu + 50, {}});
+    table_.add({what + QStringLiteral(", CPU"), ms, cpu, {}, {}, {}});
+}
+
+void Cases::addLatency(const Pair& figures)
+{
+    table_.add({QStringLiteral("a message there and back at rest, median"),
+                ms,
+                figures.client.value("latency_median"),
+                {},
+                5.0,
+                {}});
+    table_.add({QStringLiteral("a message there and back at rest, slowest of 100"),
+                ms,
+                figures.client.value("latency_slowest"),
+                {},
+                {},
+                {}});
 }
 
 void Cases::addFlood(const Pair& figures, const QByteArray& step, const QString& what, int count,
@@ -166,6 +195,7 @@ void Cases::addFlood(const Pair& figures, const QByteArray& step, const QString&
     std::optional<double> empty;
     if (figures.empty.contains(step + "_cpu"))
         empty = figures.empty.value(step + "_cpu") * 1000 / count;
+    addWall(figures, step, what);
     table_.add({what + QStringLiteral(", CPU each"),
                 QStringLiteral("us"),
                 figures.client.value(step + "_rest") * 1000 / count,

@@ -22,6 +22,7 @@ public:
 
 private:
     struct Rest {
+        double wallMs = 0; // to the main window
         double cpuMs = 0;
         Memory memory;
     };
@@ -38,7 +39,10 @@ private:
     // The empty window that fills, changes and adds rows.
     Figures emptyFilled(int rows);
     Figures figuresOf(const char* name, const QStringList& arguments, const Profile& profile);
-    void addSignIn(const Pair& figures, int contacts);
+    void addSignIn(const Pair& figures, int contacts, double mostMs);
+    void addLatency(const Pair& figures);
+    // Nothing may take longer than twice its work, and what a turn of the event loop costs.
+    void addWall(const Pair& figures, const QByteArray& step, const QString& what);
     void addFlood(const Pair& figures, const QByteArray& step, const QString& what, int count,
                   std::optional<double> mostUs);
     static QString program(const char* name);

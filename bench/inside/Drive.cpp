@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <stdexcept>
@@ -20,6 +21,7 @@ namespace
 constexpr int messages = 5000;
 constexpr int senders = 10;
 constexpr int renames = 1000;
+constexpr int rounds = 100;
 
 double processCpuMs()
 {
@@ -57,6 +59,7 @@ void Drive::run()
         return;
     floodOfPresences();
     floodOfMessages();
+    latency();
     pushes();
 }
 
@@ -94,6 +97,26 @@ void Drive::pushes()
                                                  QStringLiteral("Group 1")));
     };
     step("pushes", begin, [this] { return spy_->iqs >= renames; });
+}
+
+// From the order's sending to the answer's text in its open window: the way there, the server and the way
+// back. At rest, and at any moment between two beats of the pump.
+void Drive::latency()
+{
+    QList<double> all;
+    for (int round = 0; round < rounds; ++round) {
+        const QDeadlineTimer pause(60 + round * 7 % 50);
+        await([&pause] { return pause.hasExpired(); });
+        spy_->messages = 0;
+        QElapsedTimer clock;
+        clock.start();
+        order(QStringLiteral("messages 1 100 1"));
+        await([this] { return spy_->messages > 0; });
+        all += double(clock.nsecsElapsed()) / 1e6;
+    }
+    std::sort(all.begin(), all.end());
+    print("latency", "median", all.at(rounds / 2));
+    print("latency", "slowest", all.last());
 }
 
 void Drive::step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done)

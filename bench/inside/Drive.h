@@ -23,6 +23,7 @@ private:
     void floodOfPresences();
     void floodOfMessages();
     void pushes();
+    void latency();
     void step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done);
     void await(const std::function<bool()>& done);
     void rest();

@@ -6,6 +6,8 @@ TempVRXCore::TempVRXCore(std::unique_ptr<::Gateway> gateway)
     : Gateway(std::move(gateway)), PluginManager(std::make_unique<::PluginManager>())
 {
     Gateway->setQueue(PluginManager->Queue());
+    nextTick_.setSingleShot(true);
+    connect(&nextTick_, &QTimer::timeout, this, &TempVRXCore::tick);
     PluginManager->Queue()->setWakeUp([this] { wakeUp(); });
 }
 
@@ -39,24 +41,12 @@ void TempVRXCore::tick()
         triggerTimer_->start();
     inTick_ = false;
     if (hasWork_)
-        queueTick();
+        nextTick_.start();
 }
 
 void TempVRXCore::wakeUp()
 {
     hasWork_ = true;
-    if (!inTick_)
-        queueTick();
-}
-
-// Through the event loop, and one at a time: the windows have their turn in between.
-void TempVRXCore::queueTick()
-{
-    if (std::exchange(isTickQueued_, true))
-        return;
-    const auto queued = [this] {
-        isTickQueued_ = false;
-        tick();
-    };
-    QMetaObject::invokeMethod(this, queued, Qt::QueuedConnection);
+    if (!inTick_ && !nextTick_.isActive())
+        nextTick_.start();
 }

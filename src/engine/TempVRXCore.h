@@ -31,11 +31,12 @@ public:
 
 private:
     void wakeUp();
-    void queueTick();
 
     QPointer<QTimer> triggerTimer_;
+    // The tick that was asked for. A timer rather than a queued call, which would come before every timer of
+    // the windows: they have their turn between two ticks of a flood.
+    QTimer nextTick_;
     bool inTick_ = false;
-    // Work came since the last tick began; and a tick is on its way through the event loop.
+    // Work came since the last tick began.
     bool hasWork_ = false;
-    bool isTickQueued_ = false;
 };
