@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int muchWork = 200;
-constexpr int quietLongEnough = 10;
+constexpr int quietLongEnoughMs = 500;
 
 } // namespace
 
@@ -18,8 +18,8 @@ void IdleTrim::tick(int worked)
 {
     if (worked > 0) {
         worked_ += worked;
-        quietTicks_ = 0;
-    } else if (worked_ >= muchWork && ++quietTicks_ == quietLongEnough) {
+        quiet_.start();
+    } else if (worked_ >= muchWork && quiet_.hasExpired(quietLongEnoughMs)) {
         giveBack();
     }
 }

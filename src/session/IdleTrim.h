@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QElapsedTimer>
+
 // Gives the memory that a flood or a big list left free back to the system, once things are quiet again.
 class IdleTrim
 {
@@ -11,5 +13,5 @@ private:
     void giveBack();
 
     int worked_ = 0;
-    int quietTicks_ = 0;
+    QElapsedTimer quiet_; // since the last thing
 };

@@ -1,0 +1,147 @@
+#include "engine/ApplicationPlugIn.h"
+#include "engine/StanzaQueue.h"
+#include "engine/TempVRXCore.h"
+#include "engine/wire/session/GatewayClient.h"
+#include "support/RecordingHost.h"
+#include "support/ScriptedServer.h"
+#include "support/Table.h"
+#include "support/TestRunner.h"
+
+#include <QTest>
+
+namespace
+{
+
+// Writes down what comes, and may do something with each.
+struct Recorder : ApplicationPlugIn {
+    QStringList came;
+    std::function<void()> onEach = [] {};
+    int depth = 0;
+    int deepest = 0;
+
+    void OnPresence(PlugInContext& context) override { take(context.Stanza().PresenceFields().Type()); }
+    void OnMessage(PlugInContext& context) override { take(context.Stanza().MessageFields().Body()); }
+    void take(const QString& what)
+    {
+        came += what;
+        deepest = std::max(deepest, ++depth);
+        onEach();
+        --depth;
+    }
+};
+
+// The engine as the client holds it, save for the timer: whatever happens, nobody waits for a tick of it.
+struct Pump {
+    Pump() { core.PluginManager->PlugIn(&recorder, nullptr); }
+    void say(const QString& body)
+    {
+        core.PluginManager->Queue()->deliver(
+            Stanza::fromXml(QStringLiteral("<message from=\"a@b\"><body>%1</body></message>").arg(body)));
+    }
+
+    RecordingHost host;
+    Recorder recorder;
+    TempVRXCore core{std::make_unique<GatewayClient>(host)};
+};
+
+// So many turns of the event loop, as a window would notice them.
+void turns(int count)
+{
+    QEventLoop loop;
+    QTimer turn;
+    QObject::connect(&turn, &QTimer::timeout, &loop, [&] { --count > 0 ? void() : loop.quit(); });
+    turn.start();
+    loop.exec();
+}
+
+} // namespace
+
+class PumpTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aSessionNeedsNoTimer_data()
+    {
+        columns<bool, bool>("isLegacy", "isDirectTls");
+        row("jabber:iq:auth", true, false);
+        row("SASL", false, false);
+        row("TLS", false, true);
+    }
+
+    void aSessionNeedsNoTimer()
+    {
+        QFETCH(bool, isLegacy);
+        QFETCH(bool, isDirectTls);
+        Pump pump;
+        ScriptedServer server;
+        isLegacy ? server.onLegacySignIn() : server.onSaslSignIn();
+        if (isDirectTls)
+            server.setDirectTls();
+        pump.core.Gateway->setSecure(isDirectTls);
+        QString resource = "garden";
+        pump.core.Gateway->DoConnect("romeo", "s3cret", server.address(), resource);
+        QTRY_COMPARE(pump.recorder.came, QStringList("connect"));
+        QTRY_VERIFY(server.received().contains("jabber:iq:agents"));
+        pump.core.PluginManager->Queue()->sendRaw("<message to=\"a@b\"><body>out</body></message>", nullptr);
+        QTRY_VERIFY(server.received().contains("<body>out</body>"));
+        server.say("<message from='a@b'><body>in</body></message>");
+        QTRY_COMPARE(pump.recorder.came.last(), "in");
+        pump.core.Gateway->DoDisconnect();
+        QTRY_VERIFY(server.received().endsWith("</stream:stream>"));
+        server.hangUp();
+        QTRY_COMPARE(pump.recorder.came.last(), "close");
+    }
+
+    void whoeverPutsAStanzaInWakesTheEngine()
+    {
+        StanzaQueue queue;
+        int woken = 0;
+        queue.setWakeUp([&woken] { ++woken; });
+        const auto stanza = Stanza::fromXml("<presence/>");
+        queue.deliver(stanza);
+        queue.deliverNext(stanza);
+        queue.sendRaw("<presence/>", nullptr);
+        queue.sendBuilt(stanza->root(), nullptr);
+        QCOMPARE(woken, 4);
+        queue.sendRaw("no stanza", nullptr);
+        QCOMPARE(woken, 4);
+    }
+
+    void aBoxKeepsTheEngineWaiting()
+    {
+        Pump pump;
+        pump.recorder.onEach = [&pump] {
+            if (pump.recorder.came.size() == 1)
+                pump.say("second");
+            pump.core.tick();
+            turns(5);
+        };
+        pump.say("first");
+        QTRY_COMPARE(pump.recorder.came, QStringList({"first", "second"}));
+        QCOMPARE(pump.recorder.deepest, 1);
+    }
+
+    // What is more than a tick can do waits until the windows had their turn.
+    void aFloodLeavesTurnsToTheWindows()
+    {
+        Pump pump;
+        int turn = 0;
+        QTimer window;
+        connect(&window, &QTimer::timeout, this, [&turn] { ++turn; });
+        window.start();
+        QList<int> turnOf;
+        pump.recorder.onEach = [&] {
+            turnOf += turn;
+            for (const QDeadlineTimer busy(30); !busy.hasExpired();) {
+            }
+        };
+        for (const char* body : {"1", "2", "3"})
+            pump.say(body);
+        QTRY_COMPARE(turnOf.size(), 3);
+        QVERIFY2(turnOf[0] < turnOf[1] && turnOf[1] < turnOf[2], "the flood had the loop for itself");
+    }
+};
+
+BRELO_TEST(PumpTest)
+#include "PumpTest.moc"
