@@ -6,6 +6,8 @@
 
 #include <optional>
 
+class HttpClient;
+
 // The seams to the world outside, each a tiny interface with a real version here and a recording one in the
 // tests' kit.
 
@@ -137,4 +139,5 @@ struct Desktop {
     NetworkChecks* network = nullptr;
     FileDialogs* files = nullptr;
     LookDialogs* looks = nullptr;
+    HttpClient* http = nullptr;
 };

@@ -3,6 +3,8 @@
 #include "engine/Gateway.h"
 #include "settings/Module.h"
 
+#include <QTimer>
+
 LateNetwork::~LateNetwork() = default;
 
 NetworkModule* LateNetwork::module()
@@ -32,4 +34,15 @@ bool LateNetwork::isConnected()
 bool LateNetwork::dial(bool unattended)
 {
     return checks() && checks()->dial(unattended);
+}
+
+std::unique_ptr<QObject> LateNetwork::ask(const HttpQuestion& question, Done done)
+{
+    if (!http_ && module())
+        http_ = module()->makeHttp();
+    if (http_)
+        return http_->ask(question, std::move(done));
+    auto call = std::make_unique<QObject>();
+    QTimer::singleShot(0, call.get(), [done = std::move(done)] { done({}); });
+    return call;
 }

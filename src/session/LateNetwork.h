@@ -1,10 +1,11 @@
 #pragma once
 
 #include "desktop/Desktop.h"
+#include "desktop/Http.h"
 #include "session/NetworkModule.h"
 
-// The module `network`, loaded when it is first asked for something, and the checks that it makes.
-class LateNetwork : public NetworkChecks
+// The module `network`, loaded when it is first asked for something, and what it makes.
+class LateNetwork : public NetworkChecks, public HttpClient
 {
 public:
     ~LateNetwork() override;
@@ -16,10 +17,14 @@ public:
     bool isConnected() override;
     bool dial(bool unattended) override;
 
+    // Without the module nobody can be reached.
+    std::unique_ptr<QObject> ask(const HttpQuestion& question, Done done) override;
+
 private:
     NetworkModule* module();
     NetworkChecks* checks();
 
     std::unique_ptr<NetworkModule> module_;
     std::unique_ptr<NetworkChecks> checks_;
+    std::unique_ptr<HttpClient> http_;
 };

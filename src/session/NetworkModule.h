@@ -4,6 +4,7 @@
 
 class ConnectionHost;
 class Gateway;
+class HttpClient;
 class NetworkChecks;
 
 // What the program needs Qt Network for: the interface of the module `network`. That library and those that
@@ -16,4 +17,5 @@ public:
     // `host` must outlive the gateway.
     virtual std::unique_ptr<Gateway> makeGateway(ConnectionHost& host) = 0;
     virtual std::unique_ptr<NetworkChecks> makeChecks() = 0;
+    virtual std::unique_ptr<HttpClient> makeHttp() = 0;
 };

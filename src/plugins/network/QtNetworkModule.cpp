@@ -1,6 +1,7 @@
 #include "plugins/network/QtNetworkModule.h"
 
 #include "engine/wire/session/GatewayClient.h"
+#include "plugins/network/QtHttp.h"
 #include "plugins/network/SystemNetworkChecks.h"
 
 std::unique_ptr<Gateway> QtNetworkModule::makeGateway(ConnectionHost& host)
@@ -11,6 +12,11 @@ std::unique_ptr<Gateway> QtNetworkModule::makeGateway(ConnectionHost& host)
 std::unique_ptr<NetworkChecks> QtNetworkModule::makeChecks()
 {
     return std::make_unique<SystemNetworkChecks>();
+}
+
+std::unique_ptr<HttpClient> QtNetworkModule::makeHttp()
+{
+    return std::make_unique<QtHttp>();
 }
 
 extern "C" Q_DECL_EXPORT void* breloMake()

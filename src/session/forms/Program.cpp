@@ -42,8 +42,8 @@ struct Program::World {
 
 Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
-    client_.desktop = {&world_->boxes,   &world_->links,   &world_->sounds, &world_->tray, &world_->clock,
-                       &world_->pointer, &world_->network, &world_->files,  &world_->looks};
+    client_.desktop = {&world_->boxes,   &world_->links,   &world_->sounds, &world_->tray,  &world_->clock,
+                       &world_->pointer, &world_->network, &world_->files,  &world_->looks, &world_->network};
     world_->tray.setIcon(QStringLiteral("LightOff"));
     world_->tray.setToolTip(QStringLiteral("BreloIM - Disconnected"));
 }

@@ -1,0 +1,136 @@
+#include "plugins/network/QtHttp.h"
+
+#include <QAuthenticator>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QTimer>
+
+namespace
+{
+
+using Outcome = HttpAnswer::Outcome;
+
+// One question under way.
+class HttpCall : public QObject
+{
+public:
+    HttpCall(const HttpQuestion& question, HttpClient::Done done);
+
+private:
+    void send();
+    void authenticate(QAuthenticator& authenticator);
+    void takeIn();
+    void giveUp(Outcome why);
+    void finish();
+    void tell();
+    Outcome outcome() const;
+
+    HttpQuestion question_;
+    HttpClient::Done done_;
+    QNetworkAccessManager manager_;
+    QNetworkReply* reply_ = nullptr; // the manager's
+    QTimer limit_;
+    HttpAnswer answer_;
+    bool isGivenUp_ = false;
+    bool isPasswordGiven_ = false;
+};
+
+bool isAskable(const QUrl& url)
+{
+    const QString scheme = url.scheme();
+    return url.isValid() && !url.host().isEmpty() && (scheme == u"http" || scheme == u"https");
+}
+
+HttpCall::HttpCall(const HttpQuestion& question, HttpClient::Done done)
+    : question_(question), done_(std::move(done))
+{
+    manager_.setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+    connect(&manager_, &QNetworkAccessManager::authenticationRequired, this,
+            [this](QNetworkReply*, QAuthenticator* authenticator) { authenticate(*authenticator); });
+    limit_.setSingleShot(true);
+    connect(&limit_, &QTimer::timeout, this, [this] { giveUp(Outcome::TimedOut); });
+    limit_.start(question_.mostMs);
+    QTimer::singleShot(0, this, &HttpCall::send);
+}
+
+void HttpCall::send()
+{
+    if (!isAskable(question_.url)) {
+        answer_.outcome = Outcome::BadUrl;
+        return tell();
+    }
+    QUrl url = question_.url;
+    url.setUserInfo({});
+    QNetworkRequest request(url);
+    // Nothing is unpacked behind the bound's back.
+    request.setRawHeader("Accept-Encoding", "identity");
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    for (const auto& [name, value] : std::as_const(question_.headers))
+        request.setRawHeader(name, value);
+    reply_ = manager_.sendCustomRequest(request, question_.method, question_.body);
+    reply_->setReadBufferSize(question_.mostBytes + 1);
+    connect(reply_, &QNetworkReply::readyRead, this, &HttpCall::takeIn);
+    connect(reply_, &QNetworkReply::finished, this, &HttpCall::finish);
+}
+
+// A password that was refused is not offered again: the server's own answer tells the rest.
+void HttpCall::authenticate(QAuthenticator& authenticator)
+{
+    if (question_.user.isEmpty() || std::exchange(isPasswordGiven_, true))
+        return;
+    authenticator.setUser(question_.user);
+    authenticator.setPassword(question_.password);
+}
+
+void HttpCall::takeIn()
+{
+    answer_.body += reply_->read(question_.mostBytes + 1 - answer_.body.size());
+    if (answer_.body.size() > question_.mostBytes)
+        giveUp(Outcome::TooLarge);
+}
+
+void HttpCall::giveUp(Outcome why)
+{
+    if (std::exchange(isGivenUp_, true))
+        return;
+    answer_.outcome = why;
+    if (reply_)
+        reply_->abort();
+}
+
+void HttpCall::finish()
+{
+    limit_.stop();
+    if (!isGivenUp_) {
+        answer_.body += reply_->readAll();
+        answer_.outcome = answer_.body.size() > question_.mostBytes ? Outcome::TooLarge : outcome();
+    }
+    answer_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    for (const auto& [name, value] : reply_->rawHeaderPairs())
+        answer_.headers.append({name, value});
+    // Outside of the reply's own signal: the one who asked may delete this.
+    QTimer::singleShot(0, this, &HttpCall::tell);
+}
+
+void HttpCall::tell()
+{
+    const auto answer = std::exchange(answer_, {});
+    std::exchange(done_, {})(answer);
+}
+
+Outcome HttpCall::outcome() const
+{
+    const auto error = reply_->error();
+    const bool hasStatus = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+    // From there on the errors only repeat what the status says.
+    if (hasStatus && (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied))
+        return Outcome::Whole;
+    return error == QNetworkReply::SslHandshakeFailedError ? Outcome::Distrusted : Outcome::Unreachable;
+}
+
+} // namespace
+
+std::unique_ptr<QObject> QtHttp::ask(const HttpQuestion& question, Done done)
+{
+    return std::make_unique<HttpCall>(question, std::move(done));
+}

@@ -1,0 +1,185 @@
+#include "desktop/Http.h"
+#include "engine/ApplicationPlugIn.h"
+#include "engine/TempVRXCore.h"
+#include "session/LateNetwork.h"
+#include "support/RecordingHost.h"
+#include "support/ScriptedServer.h"
+#include "support/Table.h"
+#include "support/TestRunner.h"
+
+#include <QTest>
+
+#include <optional>
+
+using Outcome = HttpAnswer::Outcome;
+using Then = ScriptedServer::Then;
+
+namespace
+{
+
+// Asks through the module as the program loads it, and waits for the answer.
+HttpAnswer ask(const HttpQuestion& question)
+{
+    LateNetwork network;
+    std::optional<HttpAnswer> answer;
+    const auto call = network.ask(question, [&answer](const HttpAnswer& came) { answer = came; });
+    if (!QTest::qWaitFor([&answer] { return answer.has_value(); }, 20'000))
+        qFatal("no answer came");
+    return *answer;
+}
+
+HttpQuestion questionTo(const ScriptedServer& server, const char* scheme = "http")
+{
+    return {"POLL", QUrl(QLatin1String(scheme) + "://" + server.address() + "/inbox"), {}, {}, {}, {}};
+}
+
+} // namespace
+
+// The module `network`, loaded as a program that knows nothing of Qt Network loads it.
+class NetworkModuleTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void answersAreToldAsTheyAre_data()
+    {
+        columns<QByteArray, Then, Outcome, int, QByteArray>("answer", "then", "outcome", "status", "body");
+        const auto whole = [](const char* status) {
+            return QByteArray("HTTP/1.1 ") + status + "\r\nSub-Id: 7\r\nContent-Length: 4\r\n\r\ntext";
+        };
+        row("whole", whole("207 Multi-Status"), Then::Stay, Outcome::Whole, 207, QByteArray("text"));
+        row("an error", whole("500 Oops"), Then::Stay, Outcome::Whole, 500, QByteArray("text"));
+        row("no access", whole("401 No"), Then::Stay, Outcome::Whole, 401, QByteArray("text"));
+        row("not modified here", whole("412 Precondition Failed"), Then::Stay, Outcome::Whole, 412,
+            QByteArray("text"));
+        row("led elsewhere",
+            QByteArray("HTTP/1.1 302 Go\r\nSub-Id: 7\r\nLocation: /x\r\nContent-Length: 0\r\n\r\n"),
+            Then::Stay, Outcome::Whole, 302, QByteArray());
+        row("half a body", whole("200 OK").chopped(2), Then::Close, Outcome::Unreachable, 200,
+            QByteArray("te"));
+        row("too much", QByteArray("HTTP/1.1 200 OK\r\nSub-Id: 7\r\n\r\n") + QByteArray(5000, 'x'),
+            Then::Stay, Outcome::TooLarge, 200, QByteArray(1001, 'x'));
+        row("no HTTP", QByteArray("220 smtp ready\r\n"), Then::Close, Outcome::Unreachable, 0, QByteArray());
+        row("hung up", QByteArray(), Then::Abort, Outcome::Unreachable, 0, QByteArray());
+    }
+
+    void answersAreToldAsTheyAre()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(Then, then);
+        ScriptedServer server;
+        // A connection that broke before its first word is tried again by the system.
+        for (int attempt = 0; attempt < 5; ++attempt)
+            server.on("\r\n\r\n", answer, then);
+        auto question = questionTo(server);
+        question.headers = {{"Subscription-id", "5"}};
+        question.mostBytes = 1000;
+        const auto told = ask(question);
+        QTEST(told.outcome, "outcome");
+        QTEST(told.status, "status");
+        QTEST(told.body, "body");
+        QCOMPARE(told.header("sub-ID"), told.status ? QByteArray("7") : QByteArray());
+        QVERIFY(server.received().startsWith("POLL /inbox HTTP/1.1\r\n"));
+        QVERIFY(server.received().contains("\r\nSubscription-id: 5\r\n"));
+        QCOMPARE(server.received().count("HTTP/1.1"), 1);
+    }
+
+    void urlsThatCantBeAskedAreNoAnswer_data()
+    {
+        columns<QString, Outcome>("url", "outcome");
+        row("none", "", Outcome::BadUrl);
+        row("no URL", "http://[", Outcome::BadUrl);
+        row("no host", "http:///inbox", Outcome::BadUrl);
+        row("a file", "file:///etc/passwd", Outcome::BadUrl);
+        row("another scheme", "ftp://127.0.0.1/inbox", Outcome::BadUrl);
+        row("nobody there", "http://127.0.0.1:1/inbox", Outcome::Unreachable);
+    }
+
+    void urlsThatCantBeAskedAreNoAnswer()
+    {
+        QFETCH(QString, url);
+        const auto told = ask({"POLL", QUrl(url), {}, {}, {}, {}});
+        QTEST(told.outcome, "outcome");
+        QCOMPARE(told.status, 0);
+    }
+
+    void aPasswordIsOfferedOnce_data()
+    {
+        columns<QString, int>("password", "status");
+        row("right", "secret", 200);
+        row("wrong", "guess", 401);
+    }
+
+    void aPasswordIsOfferedOnce()
+    {
+        QFETCH(QString, password);
+        QFETCH(int, status);
+        ScriptedServer server;
+        const QByteArray refusal = "HTTP/1.1 401 No\r\nWWW-Authenticate: Basic realm=\"mail\"\r\n"
+                                   "Content-Length: 0\r\n\r\n";
+        server.on("\r\n\r\n", refusal);
+        server.on("\r\n\r\n", status == 200 ? "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n" : refusal);
+        auto question = questionTo(server);
+        question.user = "ann";
+        question.password = password;
+        QCOMPARE(ask(question).status, status);
+        const QByteArray offered = "Authorization: Basic " + ("ann:" + password).toUtf8().toBase64();
+        QCOMPARE(server.received().count(offered), 1);
+        QVERIFY(server.scriptIsDone());
+    }
+
+    void aSilentServerIsGivenUp()
+    {
+        ScriptedServer server;
+        auto question = questionTo(server);
+        question.mostMs = 100;
+        QCOMPARE(ask(question).outcome, Outcome::TimedOut);
+    }
+
+    void aCertificateThatDoesntVerifyIsNotTaken()
+    {
+        ScriptedServer server;
+        server.setDirectTls();
+        auto question = questionTo(server, "https");
+        question.user = "ann";
+        QCOMPARE(ask(question).outcome, Outcome::Distrusted);
+        QCOMPARE(server.received(), QByteArray());
+    }
+
+    void aQuestionCanBeTakenBack()
+    {
+        ScriptedServer server;
+        LateNetwork network;
+        int told = 0;
+        auto call = network.ask(questionTo(server), [&told](const HttpAnswer&) { ++told; });
+        QTRY_VERIFY(server.received().endsWith("\r\n\r\n"));
+        call.reset();
+        QTRY_VERIFY(!server.isConnected());
+        QCOMPARE(told, 0);
+    }
+
+    // What the module makes works on the program's own queue and plug-in.
+    void aGatewayOfTheModuleSignsIn()
+    {
+        struct Connected : ApplicationPlugIn {
+            bool is = false;
+            void OnPresence(PlugInContext& context) override
+            {
+                is = is || context.Stanza().PresenceFields().Type() == u"connect";
+            }
+        } connected;
+        RecordingHost host;
+        ScriptedServer server;
+        server.onSaslSignIn();
+        LateNetwork network;
+        TempVRXCore core(network.makeGateway(host));
+        core.PluginManager->PlugIn(&connected, nullptr);
+        QString resource = "garden";
+        core.Gateway->DoConnect("romeo", "s3cret", server.address(), resource);
+        QTRY_VERIFY(connected.is);
+        QTRY_VERIFY(server.received().contains("jabber:iq:agents"));
+    }
+};
+
+BRELO_TEST(NetworkModuleTest)
+#include "NetworkModuleTest.moc"
