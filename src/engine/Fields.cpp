@@ -1,28 +1,6 @@
 #include "engine/Fields.h"
 
-#include "engine/Stanza.h"
 #include "engine/Xml.h"
-
-const pugi::xml_document& IqFields::Document() const
-{
-    return stanza_->document();
-}
-const QString& IqFields::Xml() const
-{
-    return stanza_->Xml();
-}
-QString IqFields::From() const
-{
-    return stanza_->From();
-}
-QString IqFields::Id() const
-{
-    return xml::attribute(stanza_->root(), "id");
-}
-QString IqFields::Type() const
-{
-    return xml::attribute(stanza_->root(), "type");
-}
 
 QString AddressedFields::Xml() const
 {

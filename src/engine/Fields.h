@@ -8,26 +8,6 @@
 // The views that the client has of a stanza. A view doesn't own: it lives no longer than the stanza or packet
 // that handed it out. Getters yield "" for what is absent.
 
-class Stanza;
-
-// An <iq/> (RFC 6120, 8.2.3).
-class IqFields
-{
-public:
-    explicit IqFields(const Stanza& stanza) : stanza_(&stanza) {}
-
-    // The stanza as a parsed document: select_node("//iq/error") works on it.
-    const pugi::xml_document& Document() const;
-    // The whole stanza's text; made once, when it is first asked for.
-    const QString& Xml() const;
-    QString From() const;
-    QString Id() const;
-    QString Type() const;
-
-private:
-    const Stanza* stanza_;
-};
-
 // What a <message/> and a <presence/> share, received or about to be sent.
 class AddressedFields
 {

@@ -2,7 +2,6 @@
 
 #include "engine/ITriggerReceiver.h"
 #include "engine/PlugInContext.h"
-#include "engine/SessionTable.h"
 
 #include <chrono>
 #include <memory>

@@ -65,3 +65,24 @@ QString Stanza::XNamespace() const
     }
     return QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size()));
 }
+
+const pugi::xml_document& IqFields::Document() const
+{
+    return stanza_->document();
+}
+const QString& IqFields::Xml() const
+{
+    return stanza_->Xml();
+}
+QString IqFields::From() const
+{
+    return stanza_->From();
+}
+QString IqFields::Id() const
+{
+    return xml::attribute(stanza_->root(), "id");
+}
+QString IqFields::Type() const
+{
+    return xml::attribute(stanza_->root(), "type");
+}

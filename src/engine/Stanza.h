@@ -7,6 +7,26 @@
 
 #include <memory>
 
+class Stanza;
+
+// An <iq/> (RFC 6120, 8.2.3).
+class IqFields
+{
+public:
+    explicit IqFields(const Stanza& stanza) : stanza_(&stanza) {}
+
+    // The stanza as a parsed document: select_node("//iq/error") works on it.
+    const pugi::xml_document& Document() const;
+    // The whole stanza's text; made once, when it is first asked for.
+    const QString& Xml() const;
+    QString From() const;
+    QString Id() const;
+    QString Type() const;
+
+private:
+    const Stanza* stanza_;
+};
+
 // One received stanza, read only: its parsed document and the views on it.
 class Stanza
 {

@@ -1,5 +1,5 @@
 #include "engine/wire/session/StreamManagement.h"
-#include "engine/wire/session/Masked.h"
+#include "engine/Diagnostics.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 

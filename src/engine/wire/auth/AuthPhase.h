@@ -29,10 +29,22 @@ public:
 
 protected:
     void write(const QString& text) { output_ << text.toUtf8(); }
-    void pass(const QString& boundJid = {});
-    void fail(const QString& sentence);
+    void pass(const QString& boundJid = {})
+    {
+        outcome_ = Outcome::Passed;
+        boundJid_ = boundJid;
+    }
+    void fail(const QString& sentence)
+    {
+        outcome_ = Outcome::Failed;
+        error_ = sentence;
+    }
     // The server refuses the account: the client gets `stanza`, the person its text.
-    void refuse(const QString& sentence, std::shared_ptr<Stanza> stanza);
+    void refuse(const QString& sentence, std::shared_ptr<Stanza> stanza)
+    {
+        fail(sentence);
+        errorStanza_ = std::move(stanza);
+    }
 
 private:
     Outcome outcome_ = Outcome::Working;

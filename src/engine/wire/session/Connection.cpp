@@ -2,7 +2,6 @@
 
 #include "engine/ConnectionHost.h"
 #include "engine/Diagnostics.h"
-#include "engine/wire/session/Masked.h"
 #include "engine/wire/socket/LinkWords.h"
 
 namespace

@@ -2,7 +2,6 @@
 
 #include "engine/StanzaQueue.h"
 #include "engine/wire/session/Connection.h"
-#include "engine/wire/socket/DnsResolver.h"
 
 #include <QDeadlineTimer>
 
@@ -36,7 +35,7 @@ GatewayClient::GatewayClient(ConnectionHost& host, std::unique_ptr<Resolver> res
                              std::function<qint64()> clock)
 {
     if (!resolver)
-        resolver = std::make_unique<DnsResolver>();
+        resolver = systemResolver();
     if (!clock)
         clock = steadyMs;
     d_ = std::make_unique<Private>(host, std::move(resolver), std::move(clock));

@@ -2,7 +2,6 @@
 
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
-#include "engine/wire/session/Masked.h"
 
 #include <QElapsedTimer>
 

@@ -1,9 +1,25 @@
 #pragma once
 
-#include "engine/wire/socket/StreamFault.h"
-#include "engine/wire/socket/Utf8Check.h"
+#include "engine/wire/socket/Utf8.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
+
+// A breach of the stream by its other end (RFC 6120, 4.9).
+struct StreamFault {
+    // The name of the stream error, such as "policy-violation".
+    const char* condition = nullptr;
+    // What was found, for the diagnostics.
+    const char* detail = "";
+
+    explicit operator bool() const { return condition != nullptr; }
+    // The <stream:error/> that tells the other end.
+    QByteArray xml() const
+    {
+        return QByteArrayLiteral("<stream:error><") + condition +
+               QByteArrayLiteral(" xmlns=\"urn:ietf:params:xml:ns:xmpp-streams\"/></stream:error>");
+    }
+};
 
 // Looks at the raw bytes of a stream before the XML reader does, so that what XMPP forbids (RFC 6120, 11.1)
 // is never parsed at all: document types, processing instructions, comments, other encodings. It also counts

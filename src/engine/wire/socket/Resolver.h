@@ -31,3 +31,6 @@ public:
     // `name` is like _xmpp-client._tcp.example.org. Returns at once; `wakeUp` is called when it is finished.
     virtual std::unique_ptr<SrvLookup> lookUp(const QString& name, const std::function<void()>& wakeUp) = 0;
 };
+
+// Asks the system's DNS.
+std::unique_ptr<Resolver> systemResolver();

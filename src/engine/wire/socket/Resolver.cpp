@@ -1,4 +1,4 @@
-#include "engine/wire/socket/DnsResolver.h"
+#include "engine/wire/socket/Resolver.h"
 
 #include <QDnsLookup>
 #include <QUrl>
@@ -30,10 +30,19 @@ QList<SrvRecord> DnsSrvLookup::records() const
     return records;
 }
 
+class DnsResolver : public Resolver
+{
+public:
+    std::unique_ptr<SrvLookup> lookUp(const QString& name, const std::function<void()>& wakeUp) override
+    {
+        const QByteArray ascii = QUrl::toAce(name, QUrl::IgnoreIDNWhitelist);
+        return std::make_unique<DnsSrvLookup>(ascii.isEmpty() ? name : QString::fromLatin1(ascii), wakeUp);
+    }
+};
+
 } // namespace
 
-std::unique_ptr<SrvLookup> DnsResolver::lookUp(const QString& name, const std::function<void()>& wakeUp)
+std::unique_ptr<Resolver> systemResolver()
 {
-    const QByteArray ascii = QUrl::toAce(name, QUrl::IgnoreIDNWhitelist);
-    return std::make_unique<DnsSrvLookup>(ascii.isEmpty() ? name : QString::fromLatin1(ascii), wakeUp);
+    return std::make_unique<DnsResolver>();
 }

@@ -1,4 +1,4 @@
-#include "engine/SessionTable.h"
+#include "engine/Session.h"
 
 #include <utility>
 
