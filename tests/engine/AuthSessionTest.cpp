@@ -84,17 +84,27 @@ private slots:
         QVERIFY(!peer.auth.offersStreamManagement());
     }
 
+    void takenResourceGivesWayToTheServersChoice_data()
+    {
+        columns<QString>("error");
+        row("taken", "<conflict xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
+        row("no resource", "<bad-request xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
+        row("not wanted", "<not-acceptable xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
+    }
+
     void takenResourceGivesWayToTheServersChoice()
     {
+        QFETCH(QString, error);
         AuthPeer peer;
         signIn(peer);
         peer.open(bindFeature);
         peer.writtenText();
-        const QString conflict = "<iq type='error' id='brelo-bind'><error type='modify'><conflict "
-                                 "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/></error></iq>";
-        peer.feed(conflict);
-        QVERIFY(!peer.writtenText().contains("resource"));
-        peer.feed(conflict);
+        const QString refusal =
+            "<iq type='error' id='brelo-bind'><error type='modify'>" + error + "</error></iq>";
+        peer.feed(refusal);
+        const QString next = peer.writtenText();
+        QVERIFY2(next.contains("<bind") && !next.contains("resource"), qPrintable(next));
+        peer.feed(refusal);
         QCOMPARE(peer.auth.state(), State::Failed);
         QVERIFY(!peer.auth.takeErrorStanza());
     }

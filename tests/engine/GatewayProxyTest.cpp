@@ -11,6 +11,7 @@ class GatewayProxyTest : public QObject
 private slots:
     void theProxyIsAskedForTheServer_data();
     void theProxyIsAskedForTheServer();
+    void aProxysAnswerMayComeInPieces();
     void aProxyThatDoesNotHelpIsTold_data();
     void aProxyThatDoesNotHelpIsTold();
 
@@ -76,6 +77,23 @@ void GatewayProxyTest::theProxyIsAskedForTheServer()
     TICK_UNTIL(rig, rig.isUp());
     QVERIFY(rig.server.received().contains(asked));
     QCOMPARE(rig.gateway->Server(), server.section(u':', 0, 0));
+}
+
+void GatewayProxyTest::aProxysAnswerMayComeInPieces()
+{
+    GatewayRig rig;
+    rig.server.on(bytes("04"), bytes("005a00"));
+    rig.server.onLegacySignIn();
+    rig.gateway->setProxy(proxyAt(rig, Kind::Socks4));
+    rig.connectTo("im.example.org");
+    TICK_UNTIL(rig, rig.server.received().contains("im.example.org"));
+    for (int turn = 0; turn < 50; ++turn) {
+        QCoreApplication::processEvents();
+        rig.tick();
+    }
+    rig.server.say(bytes("0000000000"));
+    TICK_UNTIL(rig, rig.isUp() || rig.isClosed());
+    QVERIFY2(rig.isUp(), qPrintable(rig.host.progress.value(0)));
 }
 
 void GatewayProxyTest::aProxyThatDoesNotHelpIsTold_data()

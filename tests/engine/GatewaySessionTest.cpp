@@ -54,6 +54,31 @@ private slots:
         QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
     }
 
+    void aMessageToOneselfStaysAtHome_data()
+    {
+        columns<QString, bool>("to", "isOwn");
+        row("the resource asked for", "romeo@127.0.0.1/garden", true);
+        row("the resource that the server gave", "romeo@127.0.0.1/orchard", true);
+        row("another one of the account's", "romeo@127.0.0.1/home", false);
+    }
+
+    void aMessageToOneselfStaysAtHome()
+    {
+        QFETCH(QString, to);
+        QFETCH(bool, isOwn);
+        GatewayRig rig;
+        rig.server.onSaslSignIn();
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp());
+        rig.up.clear();
+        const QString text = QStringLiteral("<message to=\"%1\"><body>self</body></message>").arg(to);
+        QVERIFY(rig.queue->sendBuilt(Stanza::fromXml(text)->root(), nullptr));
+        rig.send("<presence/>");
+        TICK_UNTIL(rig, rig.server.received().contains("<presence/>"));
+        QCOMPARE(rig.up.contains(text), isOwn);
+        QCOMPARE(rig.server.received().contains("self"), !isOwn);
+    }
+
     void aFloodWaitsForTheClient()
     {
         GatewayRig rig;

@@ -84,6 +84,28 @@ private slots:
         QCOMPARE(rig.host.certificates.size(), 1);
     }
 
+    // Nobody is asked in the middle of a session, and nothing is said to the stranger.
+    void aSessionIsNotTakenUpWithAnotherCertificate()
+    {
+        GatewayRig rig;
+        rig.host.pins["127.0.0.1"] = fingerprint();
+        offerTls(rig.server);
+        rig.server.onSaslSignIn("<sm xmlns='urn:xmpp:sm:3'/>");
+        rig.server.on("<enable", "<enabled xmlns='urn:xmpp:sm:3' id='session-1' resume='true'/>");
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp() && rig.server.scriptIsDone());
+        rig.server.say("<message from='a@b'><body>first</body></message>");
+        TICK_UNTIL(rig, rig.up.last().contains(u"first"));
+        rig.host.pins["127.0.0.1"] = QByteArray(32, 'x');
+        offerTls(rig.server);
+        rig.server.onSasl();
+        rig.server.hangUp();
+        TICK_UNTIL(rig, rig.isClosed());
+        QCOMPARE(rig.server.connections(), 2);
+        QVERIFY(rig.host.certificates.isEmpty());
+        QVERIFY(!rig.server.received().contains("</auth>"));
+    }
+
     void theAnswerHoldsForTheAccountJustMade()
     {
         GatewayRig rig;
