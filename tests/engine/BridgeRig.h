@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/bridge/Bridge.h"
+#include "engine/bridge/TranslatorTable.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,7 +13,11 @@ public:
     static inline const QString server = QStringLiteral("montague.example");
     static inline const QString ownBare = QStringLiteral("romeo@montague.example");
 
-    BridgeRig() { begin(); }
+    explicit BridgeRig(std::vector<TranslatorRow> table = TranslatorTable::standard())
+        : bridge_(std::move(table))
+    {
+        begin();
+    }
     void begin() { bridge_.begin({ownBare + "/orchard", server}); }
     // The session's first stanza goes out; the question after the server's features is answered.
     void meetServerOfToday(const QStringList& features = {});

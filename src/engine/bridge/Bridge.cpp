@@ -1,129 +1,93 @@
 #include "engine/bridge/Bridge.h"
 
-#include "engine/Jid.h"
-#include "engine/Xml.h"
-#include "engine/bridge/AgentsPart.h"
-#include "engine/bridge/ErrorsPart.h"
-#include "engine/bridge/InboundMessagesPart.h"
-#include "engine/bridge/InvitationsPart.h"
-#include "engine/bridge/OutboundMessagesPart.h"
-#include "engine/bridge/PeerRequestsPart.h"
-#include "engine/bridge/RosterPushPart.h"
-#include "engine/bridge/SupportedNamespacesPart.h"
-#include "engine/bridge/VCardPart.h"
-
-#include <array>
+#include "engine/bridge/StanzaText.h"
+#include "engine/bridge/TranslatorTable.h"
 
 class Bridge::Private
 {
 public:
-    bool passDown(const QByteArray& text, BridgeOutput& out);
-    bool passUp(std::shared_ptr<Stanza>& stanza, BridgeOutput& out);
+    explicit Private(std::vector<TranslatorRow> rows) : table(std::move(rows)) {}
 
-    BridgeState state;
-    RosterPushPart rosterPush;
-    AgentsPart agents;
-    SupportedNamespacesPart supportedNamespaces;
-    VCardPart vcard;
-    OutboundMessagesPart outboundMessages;
-    ErrorsPart errors;
-    PeerRequestsPart peerRequests;
-    InvitationsPart invitations;
-    InboundMessagesPart inboundMessages;
+    bool passDown(const QByteArray& text);
+    bool passUp(std::shared_ptr<Stanza>& stanza);
+    BridgeOutput takeOutput();
 
-    // The chain, in its order. The parts for browse, register, search, rooms and announce belong here as
-    // well: iq parts in any place, rooms before the messages.
-    const std::array<BridgePart*, 4> always{&rosterPush, &agents, &supportedNamespaces, &vcard};
-    const std::array<BridgePart*, 5> ofToday{&errors, &peerRequests, &invitations, &outboundMessages,
-                                             &inboundMessages};
+    BridgeContext context;
+    TranslatorTable table;
 };
 
-Bridge::Bridge() : d_(std::make_unique<Private>()) {}
+Bridge::Bridge() : Bridge(TranslatorTable::standard()) {}
+Bridge::Bridge(std::vector<TranslatorRow> table) : d_(std::make_unique<Private>(std::move(table))) {}
 Bridge::~Bridge() = default;
 
 void Bridge::begin(const Account& account)
 {
-    auto& state = d_->state;
-    state.ownBareJid = jid::bare(account.ownFullJid);
-    state.server = account.server;
-    state.home = HomeAddresses(account.ownFullJid, account.server);
-    state.requests.clear();
-    state.knowledge.clear();
-    for (auto* part : d_->always)
-        part->begin();
-    for (auto* part : d_->ofToday)
-        part->begin();
+    d_->context.begin(HomeAddresses(account.ownFullJid, account.server));
+    d_->table.begin(d_->context);
 }
 
-bool Bridge::Private::passDown(const QByteArray& text, BridgeOutput& out)
+bool Bridge::Private::passDown(const QByteArray& text)
 {
-    // Presence has no translator but the rooms'.
-    if (text.startsWith("<presence"))
+    const bool isPresence = text.startsWith("<presence");
+    auto* const receiver = isPresence ? context.presences.to(text) : nullptr;
+    if (isPresence && !receiver)
         return false;
-    pugi::xml_document document;
-    constexpr unsigned options = pugi::parse_default | pugi::parse_ws_pcdata;
-    if (!document.load_buffer(text.constData(), static_cast<std::size_t>(text.size()), options,
-                              pugi::encoding_utf8))
+    const auto stanza = ClientStanza::parsed(text);
+    if (!stanza)
         return false;
-    const ClientStanza stanza{text, document.document_element()};
-    for (auto* part : always) {
-        if (part->down(stanza, state, out))
-            return true;
-    }
-    if (!state.knowledge.isOfToday())
-        return false;
-    for (auto* part : ofToday) {
-        if (part->down(stanza, state, out))
-            return true;
-    }
-    return false;
+    if (receiver)
+        return receiver->down(*stanza, context);
+    if (stanza::is(stanza->root(), "message"))
+        return table.down(TranslatorRow::Kind::Message, *stanza, context);
+    return stanza::isRequest(stanza->root()) && table.down(TranslatorRow::Kind::Request, *stanza, context);
 }
 
 BridgeOutput Bridge::down(const QByteArray& stanza)
 {
-    BridgeOutput out;
-    if (!d_->passDown(stanza, out))
-        out.wire << stanza;
-    d_->state.knowledge.learn(d_->state.server, d_->state.requests, out);
-    return out;
+    auto& context = d_->context;
+    if (!d_->passDown(stanza))
+        context.out.wire << stanza;
+    context.knowledge.learn(context.home.server());
+    return d_->takeOutput();
 }
 
-bool Bridge::Private::passUp(std::shared_ptr<Stanza>& stanza, BridgeOutput& out)
+bool Bridge::Private::passUp(std::shared_ptr<Stanza>& stanza)
 {
-    if (stanza->kind() == Stanza::Kind::Iq) {
-        if (state.requests.take(*stanza, out))
-            return true;
-        for (auto* part : always) {
-            if (part->up(stanza, state, out))
-                return true;
-        }
+    switch (stanza->kind()) {
+    case Stanza::Kind::Presence: {
+        auto* const receiver = context.presences.from(*stanza);
+        return receiver && receiver->up(stanza, context);
     }
-    if (!state.knowledge.isOfToday())
-        return false;
-    for (auto* part : ofToday) {
-        if (part->up(stanza, state, out))
-            return true;
+    case Stanza::Kind::Message:
+        return table.up(TranslatorRow::Kind::Message, stanza, context);
+    case Stanza::Kind::Iq:
+        return stanza::isRequest(stanza->root()) ? table.up(TranslatorRow::Kind::PeerRequest, stanza, context)
+                                                 : context.exchange.take(stanza);
+    case Stanza::Kind::Other:
+        break;
     }
     return false;
 }
 
 BridgeOutput Bridge::up(std::shared_ptr<Stanza> stanza)
 {
-    BridgeOutput out;
-    // Presence is what floods; nothing but an error in it concerns anybody here.
-    const bool isPlainPresence = stanza->kind() == Stanza::Kind::Presence && !stanza->root().child("error");
-    if (isPlainPresence || !d_->passUp(stanza, out))
-        out.up << std::move(stanza);
-    return out;
+    if (!d_->passUp(stanza))
+        d_->context.out.up << std::move(stanza);
+    return d_->takeOutput();
 }
 
 BridgeOutput Bridge::tick(qint64 nowMs)
 {
-    BridgeOutput out;
-    d_->state.requests.tick(nowMs, out);
-    for (auto* part : d_->always)
-        part->tick(nowMs, d_->state, out);
-    for (auto* part : d_->ofToday)
-        part->tick(nowMs, d_->state, out);
+    d_->context.timers.tick(nowMs);
+    return d_->takeOutput();
+}
+
+BridgeOutput Bridge::Private::takeOutput()
+{
+    auto out = std::exchange(context.out, {});
+    for (auto& stanza : out.up) {
+        if (stanza::isType(stanza->root(), "error"))
+            table.up(TranslatorRow::Kind::Error, stanza, context);
+    }
     return out;
 }

@@ -1,10 +1,14 @@
 #pragma once
 
-#include "engine/bridge/BridgeOutput.h"
+#include "engine/bridge/BridgeTraffic.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
+#include <vector>
+
+struct TranslatorRow;
 
 // Between the authenticated stream and the client, who speaks only the old jabber:iq dialect. A server that
 // speaks it too gets and gives every stanza untouched; for a server of today each namespace has its
@@ -17,7 +21,9 @@ public:
         QString server;
     };
 
+    // With the standard table.
     Bridge();
+    explicit Bridge(std::vector<TranslatorRow> table);
     ~Bridge();
 
     // A session begins: forgets what was learnt and drops what was under way. A resumed session doesn't

@@ -1,8 +1,13 @@
 #pragma once
 
 #include "engine/Jid.h"
+#include "engine/Xml.h"
 
+#include <QPair>
 #include <QString>
+
+// What an iq answer is matched by: the id, and the key of the address.
+using RequestKey = QPair<QString, QString>;
 
 // The addresses behind which the own server stands: the own account, the own full JID, the server, and none
 // at all (RFC 6120, 8.1.2.1 and 10.3). Nobody else can send from them, so an answer may come from any of the
@@ -12,18 +17,28 @@ class HomeAddresses
 public:
     HomeAddresses() = default;
     HomeAddresses(const QString& ownFullJid, const QString& server)
-        : ownFull_(prepared(ownFullJid)), ownBare_(jid::bare(ownFull_)), server_(prepared(server))
+        : ownBareJid_(jid::bare(ownFullJid)), serverJid_(server), ownFullKey_(prepared(ownFullJid)),
+          ownBareKey_(jid::bare(ownFullKey_)), serverKey_(prepared(server))
     {
     }
+
+    // As they were given.
+    const QString& ownBareJid() const { return ownBareJid_; }
+    const QString& server() const { return serverJid_; }
 
     // A key that is equal for addresses whose answers are exchangeable; empty for home.
     QString key(const QString& jid) const
     {
         auto address = prepared(jid);
-        return address == ownBare_ || address == ownFull_ || address == server_ ? QString() : address;
+        return address == ownBareKey_ || address == ownFullKey_ || address == serverKey_ ? QString()
+                                                                                         : address;
     }
-    bool isHome(const QString& jid) const { return key(jid).isEmpty(); }
-    bool isServer(const QString& jid) const { return jid.isEmpty() || prepared(jid) == server_; }
+    // `peer` is the attribute that names the other side: "to" of a request, "from" of an answer.
+    RequestKey requestKey(pugi::xml_node iq, const char* peer) const
+    {
+        return {xml::attribute(iq, "id"), key(xml::attribute(iq, peer))};
+    }
+    bool isServer(const QString& jid) const { return jid.isEmpty() || prepared(jid) == serverKey_; }
 
 private:
     // Node and domain without regard to case, as a server prepares them; the resource as it stands.
@@ -33,7 +48,9 @@ private:
         return slash < 0 ? jid.toLower() : jid.left(slash).toLower() + jid.mid(slash);
     }
 
-    QString ownFull_;
-    QString ownBare_;
-    QString server_;
+    QString ownBareJid_;
+    QString serverJid_;
+    QString ownFullKey_;
+    QString ownBareKey_;
+    QString serverKey_;
 };

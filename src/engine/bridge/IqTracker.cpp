@@ -36,7 +36,7 @@ void IqTracker::sent(const QByteArray& stanza)
     const auto iq = document.document_element();
     const std::string_view type = iq.attribute("type").value();
     if (type == "get" || type == "set")
-        ++outstanding_[{xml::attribute(iq, "id"), home_.key(xml::attribute(iq, "to"))}];
+        ++outstanding_[home_.requestKey(iq, "to")];
 }
 
 bool IqTracker::accepts(const Stanza& stanza)
@@ -44,15 +44,16 @@ bool IqTracker::accepts(const Stanza& stanza)
     if (stanza.kind() != Stanza::Kind::Iq)
         return true;
     const auto iq = stanza.root();
-    const auto from = home_.key(stanza.From());
-    if (!from.isEmpty() && steersClient(iq))
+    const auto key = home_.requestKey(iq, "from");
+    const bool isFromHome = key.second.isEmpty();
+    if (!isFromHome && steersClient(iq))
         return false;
     const std::string_view type = iq.attribute("type").value();
     if (type == "get" || type == "set")
         return true;
     if (type != "result" && type != "error")
         return false;
-    const auto request = outstanding_.find({xml::attribute(iq, "id"), from});
+    const auto request = outstanding_.find(key);
     if (request == outstanding_.end())
         return false;
     if (--request.value() == 0)

@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QHash>
-#include <QPair>
 #include <QString>
 
 // Which answers were asked for. An iq result or error is accepted from the address asked (any home address
@@ -25,6 +24,6 @@ public:
 
 private:
     HomeAddresses home_;
-    // (id, address) to the number of requests that still lack an answer.
-    QHash<QPair<QString, QString>, int> outstanding_;
+    // The number of requests that still lack an answer.
+    QHash<RequestKey, int> outstanding_;
 };

@@ -23,6 +23,11 @@ inline bool is(pugi::xml_node root, std::string_view name)
     return std::string_view(root.name()) == name;
 }
 
+inline bool isRequest(pugi::xml_node root)
+{
+    return is(root, "iq") && (isType(root, "get") || isType(root, "set"));
+}
+
 // The first child of that namespace, and of that name unless it is empty.
 pugi::xml_node child(pugi::xml_node root, std::string_view ns, std::string_view name = {});
 

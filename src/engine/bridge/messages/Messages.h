@@ -1,6 +1,16 @@
 #pragma once
 
-// Namespaces of messages, in the dialect and of today.
+#include "engine/bridge/Translator.h"
+
+// The translators of what people write, and the namespaces that messages carry in the dialect and today.
+namespace messages
+{
+
+std::shared_ptr<Translator> inbound();
+std::shared_ptr<Translator> outbound();
+
+} // namespace messages
+
 namespace ns
 {
 

@@ -1,4 +1,4 @@
-#include "engine/bridge/IqReply.h"
+#include "engine/bridge/queries/IqReply.h"
 
 #include "engine/Xml.h"
 

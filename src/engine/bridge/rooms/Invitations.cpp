@@ -1,8 +1,7 @@
-#include "engine/bridge/InvitationsPart.h"
-
 #include "engine/Jid.h"
-#include "engine/bridge/MessageNamespaces.h"
 #include "engine/bridge/StanzaText.h"
+#include "engine/bridge/messages/Messages.h"
+#include "engine/bridge/rooms/Rooms.h"
 
 namespace
 {
@@ -39,18 +38,31 @@ std::shared_ptr<Stanza> made(pugi::xml_node message, const Invitation& invitatio
     return std::make_shared<Stanza>(std::move(document));
 }
 
-} // namespace
+// Invitations to rooms. A mediated one (XEP-0045) and a direct one (XEP-0249) reach the client as the
+// dialect's: one <x/> with the room's JID, from the inviter, the reason as body. A stanza that holds both is
+// one invitation.
+class Invitations : public Translator
+{
+public:
+    bool up(std::shared_ptr<Stanza>& stanza, BridgeContext& context) override;
+};
 
-bool InvitationsPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+bool Invitations::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context)
 {
     const auto message = stanza->root();
-    if (stanza->kind() != Stanza::Kind::Message || stanza::isType(message, "error") ||
-        stanza::isType(message, "groupchat"))
+    if (stanza::isType(message, "error") || stanza::isType(message, "groupchat"))
         return false;
     const auto invite = stanza::child(message, ns::roomUser, "x").child("invite");
     const auto x = stanza::child(message, ns::conference, "x");
     if (!invite && !x.attribute("jid"))
         return false;
-    out.up << made(message, invite ? mediated(message, invite) : direct(message, x));
+    context.out.up << made(message, invite ? mediated(message, invite) : direct(message, x));
     return true;
+}
+
+} // namespace
+
+std::shared_ptr<Translator> rooms::invitations()
+{
+    return std::make_shared<Invitations>();
 }

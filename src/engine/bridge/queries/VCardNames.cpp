@@ -1,4 +1,4 @@
-#include "engine/bridge/VCardNames.h"
+#include "engine/bridge/queries/VCardNames.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,5 @@
-#include "engine/bridge/InboundMessagesPart.h"
-
-#include "engine/bridge/MessageNamespaces.h"
 #include "engine/bridge/StanzaText.h"
+#include "engine/bridge/messages/Messages.h"
 
 #include <QDateTime>
 
@@ -84,15 +82,22 @@ std::shared_ptr<Stanza> typingEvent(pugi::xml_node message)
     return std::make_shared<Stanza>(std::move(document));
 }
 
-} // namespace
+// What people write from clients of today: typing (XEP-0085) becomes the event of the dialect, receipts
+// (XEP-0184) are answered, delays (XEP-0203) gain their old form, and messages that only carry signals stay
+// in the engine, since the client would open a window with an empty line.
+class InboundMessages : public Translator
+{
+public:
+    bool up(std::shared_ptr<Stanza>& stanza, BridgeContext& context) override;
+};
 
-bool InboundMessagesPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+bool InboundMessages::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context)
 {
     const auto message = stanza->root();
-    if (stanza->kind() != Stanza::Kind::Message || stanza::isType(message, "error"))
+    if (stanza::isType(message, "error"))
         return false;
     if (hasContent(message)) {
-        answerReceipt(message, out);
+        answerReceipt(message, context.out);
         const auto delay = stanza::child(message, ns::delay, "delay");
         if (auto stamped =
                 delay && !stanza::child(message, ns::oldDelay) ? withOldDelay(message, delay) : nullptr)
@@ -104,6 +109,13 @@ bool InboundMessagesPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, Brid
     if (isOldTyping(message))
         return false;
     if (stanza::child(message, ns::chatStates, "composing"))
-        out.up << typingEvent(message);
+        context.out.up << typingEvent(message);
     return true;
+}
+
+} // namespace
+
+std::shared_ptr<Translator> messages::inbound()
+{
+    return std::make_shared<InboundMessages>();
 }

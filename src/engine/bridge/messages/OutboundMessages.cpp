@@ -1,7 +1,5 @@
-#include "engine/bridge/OutboundMessagesPart.h"
-
-#include "engine/bridge/MessageNamespaces.h"
 #include "engine/bridge/StanzaText.h"
+#include "engine/bridge/messages/Messages.h"
 
 namespace
 {
@@ -21,18 +19,22 @@ const char* chatState(pugi::xml_node message)
     return isTyping(message) ? "composing" : nullptr;
 }
 
-} // namespace
-
-bool OutboundMessagesPart::down(const ClientStanza& stanza, BridgeState&, BridgeOutput& out)
+// What the client writes to people, for a server of today: types in lower case, and chat states (XEP-0085)
+// beside the typing event of the dialect.
+class OutboundMessages : public Translator
 {
-    const auto message = stanza.root;
-    if (!stanza::is(message, "message"))
-        return false;
+public:
+    bool down(const ClientStanza& stanza, BridgeContext& context) override;
+};
+
+bool OutboundMessages::down(const ClientStanza& stanza, BridgeContext& context)
+{
+    const auto message = stanza.root();
     const auto type = xml::attribute(message, "type");
     const auto* chat = chatState(message);
     if (!chat && type == type.toLower())
         return false;
-    out.wire << stanza::changedText(message, [&](pugi::xml_node copy) {
+    context.out.wire << stanza::changedText(message, [&](pugi::xml_node copy) {
         if (!type.isEmpty())
             stanza::setAttribute(copy, "type", type.toLower());
         if (!chat)
@@ -43,4 +45,11 @@ bool OutboundMessagesPart::down(const ClientStanza& stanza, BridgeState&, Bridge
             stanza::appendChild(copy, "no-store", ns::hints);
     });
     return true;
+}
+
+} // namespace
+
+std::shared_ptr<Translator> messages::outbound()
+{
+    return std::make_shared<OutboundMessages>();
 }

@@ -1,4 +1,4 @@
-#include "engine/bridge/AgentsAnswer.h"
+#include "engine/bridge/queries/AgentsAnswer.h"
 
 #include "engine/Stanza.h"
 #include "engine/Xml.h"

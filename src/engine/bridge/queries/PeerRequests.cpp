@@ -1,7 +1,6 @@
-#include "engine/bridge/PeerRequestsPart.h"
-
-#include "engine/bridge/IqReply.h"
 #include "engine/bridge/StanzaText.h"
+#include "engine/bridge/queries/IqReply.h"
+#include "engine/bridge/queries/Queries.h"
 
 #include <optional>
 
@@ -56,15 +55,26 @@ std::optional<QString> answer(pugi::xml_node iq)
     return std::nullopt;
 }
 
+// Questions that servers and other clients ask this one (RFC 6120, 8.2.3: each needs an answer): ping
+// (XEP-0199), features (XEP-0030), version (XEP-0092). What the client itself handles goes up; the rest is
+// declined here, since the client takes a card or a form for the answer to a question of its own.
+class PeerRequests : public Translator
+{
+public:
+    bool up(std::shared_ptr<Stanza>& stanza, BridgeContext& context) override
+    {
+        const auto iq = stanza->root();
+        if (goesUp(iq))
+            return false;
+        const auto payload = answer(iq);
+        context.out.wire << (payload ? reply::result(iq, *payload) : reply::unavailable(iq));
+        return true;
+    }
+};
+
 } // namespace
 
-bool PeerRequestsPart::up(std::shared_ptr<Stanza>& stanza, BridgeState&, BridgeOutput& out)
+std::shared_ptr<Translator> queries::peerRequests()
 {
-    const auto iq = stanza->root();
-    if (stanza->kind() != Stanza::Kind::Iq || !(stanza::isType(iq, "get") || stanza::isType(iq, "set")) ||
-        goesUp(iq))
-        return false;
-    const auto payload = answer(iq);
-    out.wire << (payload ? reply::result(iq, *payload) : reply::unavailable(iq));
-    return true;
+    return std::make_shared<PeerRequests>();
 }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/Stanza.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+class Translator;
+
+// Who translates the presences to and from which bare JID. Presence is what floods: that of anybody else is
+// neither parsed on its way out nor looked into on its way in.
+class PresenceRoutes
+{
+public:
+    // The empty JID stands for the presence that the client sends to all.
+    void add(const QString& bareJid, Translator& translator)
+    {
+        routes_.insert(bareJid.toLower(), &translator);
+    }
+    void remove(const QString& bareJid) { routes_.remove(bareJid.toLower()); }
+    void clear() { routes_.clear(); }
+
+    // Null for nobody. `presence` is the text of a stanza, well-formed.
+    Translator* to(const QByteArray& presence) const;
+    Translator* from(const Stanza& presence) const;
+
+private:
+    QHash<QString, Translator*> routes_;
+};
