@@ -6,7 +6,7 @@
 #include "session/HandshakeStanzas.h"
 #include "session/MessageRoute.h"
 #include "session/PresenceRoute.h"
-#include "session/SessionWindows.h"
+#include "session/SessionSteps.h"
 
 #include <QCoreApplication>
 
@@ -42,7 +42,7 @@ bool isVCard(pugi::xml_node child)
 
 } // namespace
 
-SessionDispatch::SessionDispatch(Client& client, SessionWindows& windows) : client_(client), windows_(windows)
+SessionDispatch::SessionDispatch(Client& client, SessionSteps& windows) : client_(client), windows_(windows)
 {
 }
 
@@ -78,10 +78,10 @@ bool SessionDispatch::take(const IqRoute& route, PlugInContext& context)
 {
     switch (route.step) {
     case IqStep::Roster:
-        onList(tr("Receiving Gateways..."), context, &SessionWindows::roster);
+        onList(tr("Receiving Gateways..."), context, &SessionSteps::roster);
         break;
     case IqStep::Agents:
-        onList(tr("Receiving Contacts"), context, &SessionWindows::agents);
+        onList(tr("Receiving Contacts"), context, &SessionSteps::agents);
         break;
     case IqStep::Auth:
         askFirstTime(context);
@@ -105,7 +105,7 @@ bool SessionDispatch::take(const IqRoute& route, PlugInContext& context)
 }
 
 void SessionDispatch::onList(const QString& progressLine, PlugInContext& context,
-                             ApplicationPlugIn& (SessionWindows::*list)())
+                             ApplicationPlugIn& (SessionSteps::*list)())
 {
     if (!windows_.isInitiated())
         windows_.firstContact(progressLine);

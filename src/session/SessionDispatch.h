@@ -7,14 +7,14 @@
 #include <QString>
 
 struct Client;
-class SessionWindows;
+class SessionSteps;
 
 // The one plug-in that is registered with the engine: it carries the session's handshake and the first-time
 // registration, and passes every other stanza on to the control that it is for.
 class SessionDispatch : public ApplicationPlugIn
 {
 public:
-    SessionDispatch(Client& client, SessionWindows& windows);
+    SessionDispatch(Client& client, SessionSteps& windows);
 
     Routes routes;
 
@@ -30,7 +30,7 @@ private:
     // False when the stanza is done with, so that its other children aren't looked at.
     bool take(const IqRoute& route, PlugInContext& context);
     void onList(const QString& progressLine, PlugInContext& context,
-                ApplicationPlugIn& (SessionWindows::*list)());
+                ApplicationPlugIn& (SessionSteps::*list)());
     void finish(PlugInContext& context);
     void askFirstTime(PlugInContext& context);
     void onRegistered(PlugInContext& context);
@@ -40,7 +40,7 @@ private:
     void passToContact(PlugInContext& context);
 
     Client& client_;
-    SessionWindows& windows_;
+    SessionSteps& windows_;
     bool RegistrationAttempted = false;
     int work_ = 0;
 };

@@ -1,4 +1,4 @@
-#include "RecordingWindows.h"
+#include "RecordingSteps.h"
 #include "session/SessionDispatch.h"
 #include "support/FakeEngine.h"
 #include "support/RecordingDesktop.h"
@@ -27,7 +27,7 @@ class DispatchTest : public QObject
     struct Fixture {
         RecordingDesktop world;
         Client client;
-        RecordingWindows windows;
+        RecordingSteps windows;
         SessionDispatch dispatch{client, windows};
         FakeEngine engine{client};
         Fixture()

@@ -58,6 +58,13 @@ void Form::showAbove(const QWidget& owner)
     activateWindow();
 }
 
+void Form::bringUp()
+{
+    show();
+    raise();
+    activateWindow();
+}
+
 void Form::setDefaultButton(QPushButton* button)
 {
     if (default_)

@@ -30,6 +30,8 @@ public:
 
     // Opens beside `owner`, on which it works, stays above it and has the focus.
     void showAbove(const QWidget& owner);
+    // Shows the form before all other windows, with the focus.
+    void bringUp();
 
     void setDefaultButton(QPushButton* button);
     QPushButton* defaultButton() const { return default_; }

@@ -1,6 +1,7 @@
 #include "messaging/forms/ChatWindow.h"
 
 #include "contacts/Client.h"
+#include "contacts/StatusImages.h"
 #include "desktop/forms/FormRegistry.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
@@ -184,7 +185,7 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
     if (decision.window == Window::Known) {
         const auto* record = contact(message.bare);
         nick = record->nick;
-        window.setPicture(statusImage ? statusImage(message.bare) : QString());
+        window.setPicture(statusimages::FindStatusImg(client_.MyRoster, message.bare));
         window.setNick(nick);
         window.setStatusText(record->Status);
         window.setPeer(message.bare);

@@ -43,8 +43,6 @@ public:
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
 
-    // The image key of a contact's status in the contact list.
-    std::function<QString(const QString& jid)> statusImage;
     // The notices window.
     std::function<HeadLineForm&()> notices;
 

@@ -75,9 +75,7 @@ void VCardForm::present()
     if (!isVisible())
         setOwn(Tag == client_.ownBareJid());
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringUp();
 }
 
 void VCardForm::setOwn(bool own)

@@ -3,10 +3,9 @@
 #include "engine/ConnectionHost.h"
 #include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
-#include "services/Agents.h"
 #include "session/IdleTrim.h"
 #include "session/SessionDispatch.h"
-#include "session/SessionWindows.h"
+#include "session/SessionSteps.h"
 #include "session/forms/SessionEnd.h"
 #include "session/forms/Windows.h"
 
@@ -20,7 +19,7 @@ class SettingsStore;
 struct Client;
 
 // The session as the engine and the dispatch see it: their wishes are carried out on the windows.
-class SessionUi : public QObject, public SessionWindows, public ConnectionHost, public ITriggerReceiver
+class SessionUi : public QObject, public SessionSteps, public ConnectionHost, public ITriggerReceiver
 {
     Q_OBJECT
 
@@ -38,7 +37,7 @@ public:
     SessionEnd end;
     SessionDispatch dispatch;
 
-    bool isInitiated() const override;
+    bool isInitiated() const override { return windows.contacts.isInitiated(); }
     void firstContact(const QString& progressLine) override;
     void finishSignIn() override;
     void streamConnected() override;
@@ -46,14 +45,17 @@ public:
     void connectAgain() override;
     QString userName() const override;
     QString password() const override;
-    ApplicationPlugIn& roster() override;
-    ApplicationPlugIn& agents() override { return agents_; }
-    ApplicationPlugIn& chat() override;
+    ApplicationPlugIn& roster() override { return windows.contacts; }
+    ApplicationPlugIn& agents() override { return windows.services.agents; }
+    ApplicationPlugIn& chat() override { return windows.messages.hub; }
     void removeContact(const QString& bareJid) override;
     void showAdminMenu(const QString& server) override;
-    void askAuthorization(PlugInContext& context) override;
-    void showNotice(PlugInContext& context) override;
-    void writeNotice(const QString& from, const QString& body, const QString& subject) override;
+    void askAuthorization(PlugInContext& context) override { windows.messages.askAuthorization(context); }
+    void showNotice(PlugInContext& context) override { windows.messages.showNotice(context); }
+    void writeNotice(const QString& from, const QString& body, const QString& subject) override
+    {
+        windows.messages.writeNotice(from, body, subject);
+    }
     void noticePresence(PlugInContext& context) override;
 
     void connectionProgress(const QString& text) override;
@@ -66,14 +68,10 @@ public:
     void Trigger() override;
 
 private:
-    void wireSignIn();
-    void wireRosterForm(RosterForm& form);
     void loadBannedList();
     void loadWindowPosition();
-    Agents::ContactList contactList();
 
     Client& client_;
     SettingsStore& store_;
-    Agents agents_;
     IdleTrim trim_;
 };

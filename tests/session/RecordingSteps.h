@@ -1,12 +1,12 @@
 #pragma once
 
 #include "engine/ApplicationPlugIn.h"
-#include "session/SessionWindows.h"
+#include "session/SessionSteps.h"
 
 #include <QStringList>
 
 // Session windows that write down what is asked of them.
-class RecordingWindows : public SessionWindows
+class RecordingSteps : public SessionSteps
 {
 public:
     // A control that writes down which events reached it.

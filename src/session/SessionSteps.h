@@ -6,10 +6,10 @@ class ApplicationPlugIn;
 class PlugInContext;
 
 // What the dispatch of stanzas asks of the windows.
-class SessionWindows
+class SessionSteps
 {
 public:
-    virtual ~SessionWindows() = default;
+    virtual ~SessionSteps() = default;
 
     // Whether the contact list of this session has been set up.
     virtual bool isInitiated() const = 0;
