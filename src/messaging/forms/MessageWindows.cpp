@@ -27,12 +27,17 @@ void MessageWindows::showNotices()
     notices().bringUp();
 }
 
-void MessageWindows::showNotice(PlugInContext& context)
+void MessageWindows::OnMessage(PlugInContext& context)
 {
     if (client_.settings.SoundOnNewMessage)
         client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
     notices().OnMessage(context);
     notices().showAtPlace();
+}
+
+void MessageWindows::OnPresence(PlugInContext& context)
+{
+    notices().OnPresence(context);
 }
 
 void MessageWindows::writeNotice(const QString& from, const QString& body, const QString& subject)

@@ -6,7 +6,7 @@ class HeadLineForm;
 
 // The room's face: the hub of the conversations, the one notices window, made at first use, and a window for
 // each request to see the own presence.
-class MessageWindows : public QObject
+class MessageWindows : public QObject, public ApplicationPlugIn
 {
     Q_OBJECT
 
@@ -19,9 +19,11 @@ public:
     HeadLineForm& notices();
     // Notices that come by themselves don't take the focus; those that the person asks for do.
     void showNotices();
-    // A headline or an error, with its sound.
-    void showNotice(PlugInContext& context);
-    // A line of the client's own.
+    // What is for the notices window: a headline or an error, with its sound; and a presence of type error or
+    // close.
+    void OnMessage(PlugInContext& context) override;
+    void OnPresence(PlugInContext& context) override;
+    // A line of the client's own there.
     void writeNotice(const QString& from, const QString& body, const QString& subject);
     // A new window that answers the request of the context.
     void askAuthorization(PlugInContext& context);

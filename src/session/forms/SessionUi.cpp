@@ -4,7 +4,6 @@
 #include "contacts/Client.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
-#include "messaging/forms/HeadLineForm.h"
 #include "session/forms/CertificateForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
@@ -20,13 +19,25 @@ SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& stor
 {
     if (!client.Core)
         client.Core = std::make_unique<TempVRXCore>(makeGateway(*this));
-    dispatch.routes.take(Routes::vCard,
-                         [this](PlugInContext& context) { windows.services.vCards.OnIQ(context); });
+    takeStanzas();
     connect(&windows.contacts, &ContactWindows::disconnectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::connectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::exitRequested, &end, &SessionEnd::exitProgram);
     connect(&windows.session, &SessionWindows::cancelRequested, &end, &SessionEnd::cancelSignIn);
     connect(&windows.messages, &MessageWindows::connectionLost, &end, &SessionEnd::connectionLost);
+}
+
+void SessionUi::takeStanzas()
+{
+    auto& routes = dispatch.routes;
+    routes.take(Destination::StreamUp, [this](PlugInContext&) { streamConnected(); });
+    routes.take(Destination::Roster, windows.contacts);
+    routes.take(Destination::Agents, windows.services.agents);
+    routes.take(Destination::VCard, windows.services.vCards);
+    routes.take(Destination::Chat, windows.messages.hub);
+    routes.take(Destination::Notices, windows.messages);
+    routes.take(Destination::AuthorizationRequest,
+                [this](PlugInContext& context) { windows.messages.askAuthorization(context); });
 }
 
 void SessionUi::start()
@@ -119,11 +130,6 @@ void SessionUi::removeContact(const QString& bareJid)
 void SessionUi::showAdminMenu(const QString& server)
 {
     windows.contacts.makeRosterForm().showAdminMenu(server);
-}
-
-void SessionUi::noticePresence(PlugInContext& context)
-{
-    windows.messages.notices().OnPresence(context);
 }
 
 void SessionUi::connectionProgress(const QString& text)

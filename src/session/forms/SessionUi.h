@@ -40,23 +40,16 @@ public:
     bool isInitiated() const override { return windows.contacts.isInitiated(); }
     void firstContact(const QString& progressLine) override;
     void finishSignIn() override;
-    void streamConnected() override;
     void backToSignIn() override;
     void connectAgain() override;
     QString userName() const override;
     QString password() const override;
-    ApplicationPlugIn& roster() override { return windows.contacts; }
-    ApplicationPlugIn& agents() override { return windows.services.agents; }
-    ApplicationPlugIn& chat() override { return windows.messages.hub; }
     void removeContact(const QString& bareJid) override;
     void showAdminMenu(const QString& server) override;
-    void askAuthorization(PlugInContext& context) override { windows.messages.askAuthorization(context); }
-    void showNotice(PlugInContext& context) override { windows.messages.showNotice(context); }
     void writeNotice(const QString& from, const QString& body, const QString& subject) override
     {
         windows.messages.writeNotice(from, body, subject);
     }
-    void noticePresence(PlugInContext& context) override;
 
     void connectionProgress(const QString& text) override;
     CertificateAnswer askCertificate(const CertificateInfo& info) override;
@@ -68,6 +61,8 @@ public:
     void Trigger() override;
 
 private:
+    void takeStanzas();
+    void streamConnected();
     void loadBannedList();
     void loadWindowPosition();
 
