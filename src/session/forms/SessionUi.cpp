@@ -4,7 +4,6 @@
 #include "contacts/Client.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
-#include "session/forms/CertificateForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/WindowState.h"
@@ -15,10 +14,10 @@
 SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& store,
                      const GatewayFactory& makeGateway)
     : windows(registry, client, store), end(client, windows, store), dispatch(client, *this), client_(client),
-      store_(store)
+      store_(store), connection_(client, windows.session, store)
 {
     if (!client.Core)
-        client.Core = std::make_unique<TempVRXCore>(makeGateway(*this));
+        client.Core = std::make_unique<TempVRXCore>(makeGateway(connection_));
     takeStanzas();
     connect(&windows.contacts, &ContactWindows::disconnectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::connectRequested, &end, &SessionEnd::returnToSignIn);
@@ -130,46 +129,6 @@ void SessionUi::removeContact(const QString& bareJid)
 void SessionUi::showAdminMenu(const QString& server)
 {
     windows.contacts.makeRosterForm().showAdminMenu(server);
-}
-
-void SessionUi::connectionProgress(const QString& text)
-{
-    if (auto* progress = windows.session.progressIfLoaded())
-        progress->appendLine(text);
-}
-
-CertificateAnswer SessionUi::askCertificate(const CertificateInfo& info)
-{
-    CertificateForm form(info, windows.session.progressIfLoaded());
-    form.exec();
-    return form.answer();
-}
-
-bool SessionUi::allowPlainPassword(const QString& server)
-{
-    if (store_.plainPasswordAllowed(server))
-        return true;
-    const auto answer =
-        client_.desktop.boxes->show(tr("Security question"),
-                                    tr("The connection to %1 is not encrypted, and the server wants the "
-                                       "password in clear: others on the way "
-                                       "could read it. Send it all the same?")
-                                        .arg(server),
-                                    MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
-    if (answer != MessageBoxes::Answer::Yes)
-        return false;
-    store_.allowPlainPassword(server);
-    return true;
-}
-
-QByteArray SessionUi::pinnedCertificate(const QString& server)
-{
-    return store_.pinnedCertificate(server);
-}
-
-void SessionUi::pinCertificate(const QString& server, const QByteArray& sha256)
-{
-    store_.pinCertificate(server, sha256);
 }
 
 void SessionUi::Trigger()

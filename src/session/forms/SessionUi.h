@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engine/ConnectionHost.h"
 #include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
 #include "session/IdleTrim.h"
 #include "session/SessionDispatch.h"
 #include "session/SessionSteps.h"
+#include "session/forms/ConnectionUi.h"
 #include "session/forms/SessionEnd.h"
 #include "session/forms/Windows.h"
 
@@ -19,7 +19,7 @@ class SettingsStore;
 struct Client;
 
 // The session as the engine and the dispatch see it: their wishes are carried out on the windows.
-class SessionUi : public QObject, public SessionSteps, public ConnectionHost, public ITriggerReceiver
+class SessionUi : public QObject, public SessionSteps, public ITriggerReceiver
 {
     Q_OBJECT
 
@@ -51,12 +51,6 @@ public:
         windows.messages.writeNotice(from, body, subject);
     }
 
-    void connectionProgress(const QString& text) override;
-    CertificateAnswer askCertificate(const CertificateInfo& info) override;
-    bool allowPlainPassword(const QString& server) override;
-    QByteArray pinnedCertificate(const QString& server) override;
-    void pinCertificate(const QString& server, const QByteArray& sha256) override;
-
     // The engine's periodic call; reaches the main window while connected.
     void Trigger() override;
 
@@ -68,5 +62,6 @@ private:
 
     Client& client_;
     SettingsStore& store_;
+    ConnectionUi connection_;
     IdleTrim trim_;
 };
