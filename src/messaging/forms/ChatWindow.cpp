@@ -169,7 +169,7 @@ MessageForm* ChatWindow::makeWindow(PlugInContext& context, const InboundMessage
     const QPointer<MessageForm> window = new MessageForm(registry_, *this);
     describePeer(*window, message, decision);
     if (decision.window == Window::Known || decision.window == Window::Stranger)
-        window->keepIn(context, bagKey(message, decision.room));
+        window->keepIn(context.Session().Properties(), bagKey(message, decision.room));
     const QString peer = decision.room ? message.from : message.bare;
     if (IsTrick && !decision.room)
         window->resources().SetupResourceControls(contact(message.bare));
