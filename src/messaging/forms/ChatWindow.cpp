@@ -11,6 +11,7 @@
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
 #include "messaging/forms/MessageForm.h"
+#include "messaging/forms/RoomWindow.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -97,7 +98,7 @@ void ChatWindow::OnMessage(PlugInContext& context)
 InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& context) const
 {
     InboundWorld world;
-    world.roomOpen = message.from.contains(u'/') && isRoomOpen(message.bare);
+    world.roomOpen = message.from.contains(u'/') && registry_.tagged<RoomWindow>(message.bare);
     world.notice =
         message.road == InboundRoad::Plain &&
         inbound::isServerNotice(message.bare, client_.Gateway().Server(), client_.MyAgents, client_.site);
@@ -105,13 +106,6 @@ InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& c
     world.known = client_.MyRoster.DoesJIDExist(message.bare);
     world.trick = IsTrick;
     return world;
-}
-
-// A room's window carries the room's JID in its Tag.
-bool ChatWindow::isRoomOpen(const QString& bare) const
-{
-    const auto forms = registry_.loaded();
-    return std::any_of(forms.begin(), forms.end(), [&bare](const Form* form) { return form->Tag == bare; });
 }
 
 // Kept: the reply is left in the packet and never sent.

@@ -63,7 +63,6 @@ signals:
 
 private:
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
-    bool isRoomOpen(const QString& bare) const;
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);
     void converse(PlugInContext& context, const InboundMessage& message, const InboundDecision& decision);
