@@ -72,10 +72,11 @@ void SessionDispatch::OnIQ(PlugInContext& context)
     work_ += sizeOf(iq);
     if (client_.IgnoreIQ)
         return;
+    const SameSession same(client_);
     for (const auto child : iq.root().children()) {
         const auto destination = StanzaRoutes::ofIqChild(child, context);
         routes.pass(destination, context);
-        if (StanzaRoutes::endsIq(destination, iq))
+        if (!same || StanzaRoutes::endsIq(destination, iq))
             return;
     }
     routes.pass(StanzaRoutes::ofIqId(iq), context);
@@ -105,11 +106,13 @@ void SessionDispatch::onAgentList(PlugInContext& context)
 
 void SessionDispatch::onList(const QString& progressLine, Destination list, PlugInContext& context)
 {
+    const SameSession same(client_);
     if (!steps_.isInitiated())
         steps_.firstContact(progressLine);
     else
         finish(context);
-    routes.pass(list, context);
+    if (same)
+        routes.pass(list, context);
 }
 
 // Kept: it runs on every later list stanza, and sends all of this again.
@@ -131,12 +134,15 @@ void SessionDispatch::askFirstTime(PlugInContext& context)
 {
     if (RegistrationAttempted || !context.Stanza().Xml().contains(u"type=\"error\""))
         return;
+    const SameSession same(client_);
     const auto answer =
         client_.desktop.boxes->show(tr("Information"),
                                     tr("Are you connecting to this Server for the first time? Click on "
                                        "\"Yes\" to proceed, \"No\" to modify "
                                        "you Information."),
                                     MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNo);
+    if (!same)
+        return;
     if (answer == MessageBoxes::Answer::Yes) {
         SendStanza(context, handshake::registration(steps_.userName(), steps_.password()));
         RegistrationAttempted = true;
@@ -157,9 +163,11 @@ void SessionDispatch::onRegistered(PlugInContext& context)
     } else if (type == u"error") {
         RegistrationAttempted = false;
         client_.Gateway().DoDisconnect();
+        const SameSession same(client_);
         client_.desktop.boxes->critical(tr("Server Message"),
                                         xml::text(fields.Document().select_node("//iq/error").node()));
-        steps_.backToSignIn();
+        if (same)
+            steps_.backToSignIn();
     }
 }
 

@@ -45,6 +45,7 @@ public:
     SettingsStore store;
     Client client;
     FakeGateway* gateway = nullptr;
+    ConnectionHost* host = nullptr; // what the gateway asks
     std::unique_ptr<SessionUi> ui;
     TrayMenus menus;
     std::unique_ptr<TrayControl> trayControl;

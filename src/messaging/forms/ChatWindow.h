@@ -66,12 +66,13 @@ private:
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);
     void converse(PlugInContext& context, const InboundMessage& message, const InboundDecision& decision);
-    MessageForm* makeWindow(PlugInContext& context, const InboundMessage& message,
+    MessageForm& makeWindow(PlugInContext& context, const InboundMessage& message,
                             const InboundDecision& decision);
     void describePeer(MessageForm& window, const InboundMessage& message, const InboundDecision& decision);
     void showWindow(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
-    void writeLogLine(const QString& body, const QString& sender, const QString& to);
+    // What went wrong, empty for nothing.
+    QString writeLogLine(const QString& body, const QString& sender, const QString& to);
     const CRosterItem* contact(const QString& bare) const;
 
     FormRegistry& registry_;

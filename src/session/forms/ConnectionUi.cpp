@@ -28,6 +28,7 @@ bool ConnectionUi::allowPlainPassword(const QString& server)
 {
     if (store_.plainPasswordAllowed(server))
         return true;
+    const SameSession same(client_);
     const auto answer =
         client_.desktop.boxes->show(tr("Security question"),
                                     tr("The connection to %1 is not encrypted, and the server wants the "
@@ -35,7 +36,7 @@ bool ConnectionUi::allowPlainPassword(const QString& server)
                                        "could read it. Send it all the same?")
                                         .arg(server),
                                     MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
-    if (answer != MessageBoxes::Answer::Yes)
+    if (answer != MessageBoxes::Answer::Yes || !same)
         return false;
     store_.allowPlainPassword(server);
     return true;

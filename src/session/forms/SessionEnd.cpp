@@ -43,6 +43,7 @@ void SessionEnd::showSignIn()
 
 void SessionEnd::returnToSignIn()
 {
+    ++client_.sessionNumber;
     saveWindowPosition();
     client_.SessionClosing = true;
     windows_.registry.unloadAllExcept({signInName});
@@ -55,6 +56,7 @@ void SessionEnd::returnToSignIn()
 
 void SessionEnd::cancelSignIn()
 {
+    ++client_.sessionNumber;
     emptyLists();
     client_.IgnoreIQ = true;
     client_.Gateway().DoDisconnect();
@@ -69,6 +71,7 @@ void SessionEnd::cancelSignIn()
 // The main window stays on screen, empty, with its wait picture.
 void SessionEnd::connectionLost()
 {
+    ++client_.sessionNumber;
     windows_.registry.unloadAllExcept({rosterName, signInName});
     if (client_.MyRoster.Count() == 0)
         return;
@@ -77,15 +80,17 @@ void SessionEnd::connectionLost()
         roster->setIsInitiated(false);
     }
     emptyLists();
-    if (auto* form = windows_.contacts.rosterForm())
-        form->showDisconnected();
     client_.desktop.tray->setIcon(QStringLiteral("LightOff"));
     client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
     emit ended();
+    // The last, since it may show a box.
+    if (auto* form = windows_.contacts.rosterForm())
+        form->showDisconnected();
 }
 
 void SessionEnd::exitProgram()
 {
+    ++client_.sessionNumber;
     saveWindowPosition();
     client_.UserClosing = true;
     if (client_.isConnected())

@@ -59,7 +59,10 @@ void SessionUi::firstContact(const QString& progressLine)
     if (client_.settings.AutoLogon)
         windows.session.signIn().hide();
     client_.SessionClosing = false;
+    const SameSession same(client_);
     loadBannedList();
+    if (!same)
+        return;
     auto& form = windows.contacts.makeRosterForm();
     form.Roster1->InitRoster();
     form.showConnected(true);
@@ -106,6 +109,7 @@ void SessionUi::streamConnected()
 
 void SessionUi::backToSignIn()
 {
+    ++client_.sessionNumber;
     windows.session.closeProgress();
     windows.session.signIn().show();
 }
