@@ -66,7 +66,7 @@ void Drive::run()
 void Drive::signIn()
 {
     step(
-        "signin", [this] { program_.session().windows.signIn().Connect_Click(); },
+        "signin", [this] { program_.session().windows.session.signIn().Connect_Click(); },
         [this] { return isTreeFull(); });
 }
 
@@ -79,7 +79,7 @@ void Drive::floodOfPresences()
 void Drive::floodOfMessages()
 {
     for (int i = 1; i <= senders; ++i) {
-        program_.session().windows.openConversation(contact(i), true);
+        program_.session().windows.messages.openConversation(contact(i), true);
         rest();
     }
     const QString text = QStringLiteral("messages %1 100 %2").arg(messages).arg(senders);
@@ -173,7 +173,7 @@ void Drive::order(const QString& text)
 
 bool Drive::isTreeFull()
 {
-    auto* roster = program_.session().windows.roster();
+    auto* roster = program_.session().windows.contacts.roster();
     if (!roster)
         return false;
     const auto& model = static_cast<const ContactTree&>(*roster->view().model());

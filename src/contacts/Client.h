@@ -35,6 +35,9 @@ struct Client {
     bool SessionClosing = false; // a session ends: forms close instead of hiding
     bool IgnoreIQ = false;       // every IQ is dropped unread
 
+    // Changes at every connect and at every end of a session, see SameSession.
+    int sessionNumber = 0;
+
     Desktop desktop;
 
     ::Gateway& Gateway() const { return *Core->Gateway; }
@@ -43,4 +46,17 @@ struct Client {
     QString ownBareJid() const;
     // The own bare JID with the resource that was asked for.
     QString ownFullJid() const;
+};
+
+// Made before a box, true after it while the session is still the one of before. Under a box the person may
+// disconnect or exit, and the connection may be lost.
+class SameSession
+{
+public:
+    explicit SameSession(const Client& client) : client_(client), number_(client.sessionNumber) {}
+    explicit operator bool() const { return client_.sessionNumber == number_; }
+
+private:
+    const Client& client_;
+    int number_;
 };

@@ -1,5 +1,7 @@
 #include "contacts/StatusImages.h"
 
+#include "contacts/CRoster.h"
+
 QString statusimages::StatusImageKey(const QString& status)
 {
     if (status.isEmpty())
@@ -15,4 +17,11 @@ QString statusimages::StatusImageKey(const QString& status)
     if (status == u"chat")
         return QStringLiteral("free4chat");
     return {};
+}
+
+QString statusimages::FindStatusImg(const CRoster& roster, const QString& JID)
+{
+    const auto* item = roster.record(JID);
+    const QString key = item ? StatusImageKey(item->Status) : QString();
+    return key.isEmpty() ? QStringLiteral("Offline") : key;
 }

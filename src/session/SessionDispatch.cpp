@@ -4,9 +4,7 @@
 #include "engine/Jid.h"
 #include "engine/Xml.h"
 #include "session/HandshakeStanzas.h"
-#include "session/MessageRoute.h"
-#include "session/PresenceRoute.h"
-#include "session/SessionWindows.h"
+#include "session/SessionSteps.h"
 
 #include <QCoreApplication>
 
@@ -32,18 +30,30 @@ QString tr(const char* text)
     return QCoreApplication::translate("SessionDispatch", text);
 }
 
-const QString groupChatKey = QStringLiteral("IsGroupchat");
-const QString chatKey = QStringLiteral("ChatWnd");
-
-bool isVCard(pugi::xml_node child)
-{
-    return xml::xmlns(child) == "vcard-temp";
-}
-
 } // namespace
 
-SessionDispatch::SessionDispatch(Client& client, SessionWindows& windows) : client_(client), windows_(windows)
+SessionDispatch::SessionDispatch(Client& client, SessionSteps& steps) : client_(client), steps_(steps)
 {
+    takeSteps();
+}
+
+void SessionDispatch::takeSteps()
+{
+    using Step = void (SessionDispatch::*)(PlugInContext&);
+    static constexpr std::pair<Destination, Step> own[] = {
+        {Destination::ContactList, &SessionDispatch::onContactList},
+        {Destination::AgentList, &SessionDispatch::onAgentList},
+        {Destination::SignInRefusal, &SessionDispatch::askFirstTime},
+        {Destination::RegistrationAnswer, &SessionDispatch::onRegistered},
+        {Destination::SupportedNamespaces, &SessionDispatch::readSupportedNamespaces},
+        {Destination::AuthorizationAccepted, &SessionDispatch::onAccepted},
+        {Destination::RemovedByContact, &SessionDispatch::onRemoved},
+        {Destination::AuthorizationRefused, &SessionDispatch::onRefused},
+        {Destination::GatewayRequest, &SessionDispatch::acceptGateway},
+        {Destination::ContactPresence, &SessionDispatch::passToContact},
+    };
+    for (const auto& [destination, step] : own)
+        routes.take(destination, [this, step = step](PlugInContext& context) { (this->*step)(context); });
 }
 
 void SessionDispatch::ApplicationOnStart(PlugInContext& context)
@@ -58,66 +68,57 @@ int SessionDispatch::takeWork()
 
 void SessionDispatch::OnIQ(PlugInContext& context)
 {
-    work_ += sizeOf(context.Stanza());
+    const auto& iq = context.Stanza();
+    work_ += sizeOf(iq);
     if (client_.IgnoreIQ)
         return;
-    for (const auto child : context.Stanza().root().children()) {
-        if (child.type() == pugi::node_element && !take(routeOfNamespace(xml::xmlns(child)), context))
+    const SameSession same(client_);
+    for (const auto child : iq.root().children()) {
+        const auto destination = StanzaRoutes::ofIqChild(child, context);
+        routes.pass(destination, context);
+        if (!same || StanzaRoutes::endsIq(destination, iq))
             return;
     }
-    const QString id = context.Stanza().IqFields().Id();
-    if (id == u"VRX_new")
-        onRegistered(context);
-    else if (id == u"VRX_UNREGISTER")
-        routes.pass(Routes::transport, context);
-    else if (id == u"JCOM_51" && !context.Stanza().root().find_child(isVCard))
-        routes.pass(Routes::vCard, context); // the refusal of a card need not repeat the card
+    routes.pass(StanzaRoutes::ofIqId(iq), context);
 }
 
-bool SessionDispatch::take(const IqRoute& route, PlugInContext& context)
+void SessionDispatch::OnMessage(PlugInContext& context)
 {
-    switch (route.step) {
-    case IqStep::Roster:
-        onList(tr("Receiving Gateways..."), context, &SessionWindows::roster);
-        break;
-    case IqStep::Agents:
-        onList(tr("Receiving Contacts"), context, &SessionWindows::agents);
-        break;
-    case IqStep::Auth:
-        askFirstTime(context);
-        break;
-    case IqStep::Browse:
-        return take(routeOfBrowse(context.Stanza().IqFields().Id(),
-                                  context.Session().Properties().Exists(groupChatKey)),
-                    context);
-    case IqStep::CheckServer:
-        routes.pass(route.place, context);
-        return context.Stanza().IqFields().Type() != u"error";
-    case IqStep::SupportedNamespaces:
-        return readSupportedNamespaces(context);
-    case IqStep::Pass:
-        routes.pass(route.place, context);
-        break;
-    case IqStep::None:
-        break;
-    }
-    return true;
+    ++work_;
+    routes.pass(StanzaRoutes::ofMessage(context.Stanza(), client_), context);
 }
 
-void SessionDispatch::onList(const QString& progressLine, PlugInContext& context,
-                             ApplicationPlugIn& (SessionWindows::*list)())
+void SessionDispatch::OnPresence(PlugInContext& context)
 {
-    if (!windows_.isInitiated())
-        windows_.firstContact(progressLine);
+    ++work_;
+    routes.pass(StanzaRoutes::ofPresence(context.Stanza(), client_, steps_.isInitiated()), context);
+}
+
+void SessionDispatch::onContactList(PlugInContext& context)
+{
+    onList(tr("Receiving Gateways..."), Destination::Roster, context);
+}
+
+void SessionDispatch::onAgentList(PlugInContext& context)
+{
+    onList(tr("Receiving Contacts"), Destination::Agents, context);
+}
+
+void SessionDispatch::onList(const QString& progressLine, Destination list, PlugInContext& context)
+{
+    const SameSession same(client_);
+    if (!steps_.isInitiated())
+        steps_.firstContact(progressLine);
     else
         finish(context);
-    (windows_.*list)().OnIQ(context);
+    if (same)
+        routes.pass(list, context);
 }
 
 // Kept: it runs on every later list stanza, and sends all of this again.
 void SessionDispatch::finish(PlugInContext& context)
 {
-    windows_.finishSignIn();
+    steps_.finishSignIn();
     const QString updateContact = handshake::updateContact(client_.site.UpdateHost);
     if (!updateContact.isEmpty()) {
         auto& packet = context.OutPacket();
@@ -133,20 +134,23 @@ void SessionDispatch::askFirstTime(PlugInContext& context)
 {
     if (RegistrationAttempted || !context.Stanza().Xml().contains(u"type=\"error\""))
         return;
+    const SameSession same(client_);
     const auto answer =
         client_.desktop.boxes->show(tr("Information"),
                                     tr("Are you connecting to this Server for the first time? Click on "
                                        "\"Yes\" to proceed, \"No\" to modify "
                                        "you Information."),
                                     MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNo);
+    if (!same)
+        return;
     if (answer == MessageBoxes::Answer::Yes) {
-        SendStanza(context, handshake::registration(windows_.userName(), windows_.password()));
+        SendStanza(context, handshake::registration(steps_.userName(), steps_.password()));
         RegistrationAttempted = true;
         return;
     }
     RegistrationAttempted = false;
     client_.Gateway().DoDisconnect();
-    windows_.backToSignIn();
+    steps_.backToSignIn();
 }
 
 void SessionDispatch::onRegistered(PlugInContext& context)
@@ -155,78 +159,49 @@ void SessionDispatch::onRegistered(PlugInContext& context)
     const QString type = fields.Type();
     if (type == u"result") {
         client_.Gateway().DoDisconnect();
-        windows_.connectAgain();
+        steps_.connectAgain();
     } else if (type == u"error") {
         RegistrationAttempted = false;
         client_.Gateway().DoDisconnect();
+        const SameSession same(client_);
         client_.desktop.boxes->critical(tr("Server Message"),
                                         xml::text(fields.Document().select_node("//iq/error").node()));
-        windows_.backToSignIn();
+        if (same)
+            steps_.backToSignIn();
     }
 }
 
-bool SessionDispatch::readSupportedNamespaces(PlugInContext& context)
+// An answer that names none keeps the mark.
+void SessionDispatch::readSupportedNamespaces(PlugInContext& context)
 {
-    for (const auto& match : context.Stanza().IqFields().Document().select_nodes("//ns")) {
-        if (xml::text(match.node()).toLower().contains(u"jabber:iq:admin")) {
-            windows_.showAdminMenu(client_.Gateway().Server());
-            client_.settings.UserMode = true;
-            return false;
-        }
-        client_.settings.UserMode = false;
-    }
-    return true;
+    const auto& answer = context.Stanza();
+    if (!answer.IqFields().Document().select_node("//ns"))
+        return;
+    client_.settings.UserMode = StanzaRoutes::offersAdmin(answer);
+    if (client_.settings.UserMode)
+        steps_.showAdminMenu(client_.Gateway().Server());
 }
 
-void SessionDispatch::OnMessage(PlugInContext& context)
+void SessionDispatch::onAccepted(PlugInContext& context)
 {
-    ++work_;
-    switch (routeOfMessage(context.Stanza(), client_)) {
-    case MessageRoute::Notice:
-        return windows_.showNotice(context);
-    case MessageRoute::GroupChat:
-        routes.pass(Routes::groupChat, context);
-        return;
-    case MessageRoute::Chat:
-        return windows_.chat().OnMessage(context);
-    case MessageRoute::Drop:
-        return;
-    }
+    onAuthorizationNotice(context, tr("The Contact accepted the Authorisation Request"));
 }
 
-void SessionDispatch::OnPresence(PlugInContext& context)
+void SessionDispatch::onRemoved(PlugInContext& context)
 {
-    ++work_;
-    if (!windows_.isInitiated()) {
-        if (context.Stanza().PresenceFields().Type() == u"connect")
-            windows_.streamConnected();
-        return;
-    }
-    switch (routeOfPresence(context.Stanza(), client_)) {
-    case PresenceRoute::AskForAuthorization:
-        return windows_.askAuthorization(context);
-    case PresenceRoute::Accepted:
-        return onAuthorizationNotice(context, tr("The Contact accepted the Authorisation Request"));
-    case PresenceRoute::Removed:
-        onAuthorizationNotice(context, tr("The Contact removed you from his Contact List"));
-        return windows_.removeContact(jid::bare(context.Stanza().From()));
-    case PresenceRoute::Refused:
-        return onAuthorizationNotice(context, tr("The Contact refused your Request"));
-    case PresenceRoute::AcceptGateway:
-        return acceptGateway(context);
-    case PresenceRoute::Notice:
-        return windows_.noticePresence(context);
-    case PresenceRoute::Contact:
-        return passToContact(context);
-    case PresenceRoute::Drop:
-        return;
-    }
+    onAuthorizationNotice(context, tr("The Contact removed you from his Contact List"));
+    steps_.removeContact(jid::bare(context.Stanza().From()));
+}
+
+void SessionDispatch::onRefused(PlugInContext& context)
+{
+    onAuthorizationNotice(context, tr("The Contact refused your Request"));
 }
 
 void SessionDispatch::onAuthorizationNotice(PlugInContext& context, const QString& text)
 {
-    windows_.writeNotice(context.Stanza().From(), tr("Authorization notification"), text);
-    windows_.roster().OnPresence(context);
+    steps_.writeNotice(context.Stanza().From(), tr("Authorization notification"), text);
+    routes.pass(Destination::Roster, context);
 }
 
 // A gateway is always accepted and subscribed back: the packet goes to the peer of its context.
@@ -237,15 +212,15 @@ void SessionDispatch::acceptGateway(PlugInContext& context)
     packet.Send();
     packet.PresenceFields().SetSubscribe();
     packet.Send();
-    routes.pass(Routes::gatewaySubscribed, context);
+    routes.pass(Destination::GatewaySubscribed, context);
 }
 
 void SessionDispatch::passToContact(PlugInContext& context)
 {
-    windows_.roster().OnPresence(context);
+    routes.pass(Destination::Roster, context);
     const auto& properties = context.Session().Properties();
-    if (properties.Exists(chatKey))
-        windows_.chat().OnPresence(context);
-    if (properties.Exists(groupChatKey))
-        routes.pass(Routes::groupChat, context);
+    if (properties.Exists(QStringLiteral("ChatWnd")))
+        routes.pass(Destination::Chat, context);
+    if (properties.Exists(QStringLiteral("IsGroupchat")))
+        routes.pass(Destination::GroupChat, context);
 }

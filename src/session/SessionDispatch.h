@@ -1,22 +1,20 @@
 #pragma once
 
 #include "engine/ApplicationPlugIn.h"
-#include "session/IqRoute.h"
-#include "session/Routes.h"
+#include "session/StanzaRoutes.h"
 
 #include <QString>
 
-struct Client;
-class SessionWindows;
+class SessionSteps;
 
 // The one plug-in that is registered with the engine: it carries the session's handshake and the first-time
-// registration, and passes every other stanza on to the control that it is for.
+// registration, and passes every other stanza on to whoever has taken its destination.
 class SessionDispatch : public ApplicationPlugIn
 {
 public:
-    SessionDispatch(Client& client, SessionWindows& windows);
+    SessionDispatch(Client& client, SessionSteps& steps);
 
-    Routes routes;
+    StanzaRoutes routes;
 
     // How much came since the last call: stanzas, and items of lists.
     int takeWork();
@@ -27,20 +25,23 @@ public:
     void ApplicationOnStart(PlugInContext& context) override;
 
 private:
-    // False when the stanza is done with, so that its other children aren't looked at.
-    bool take(const IqRoute& route, PlugInContext& context);
-    void onList(const QString& progressLine, PlugInContext& context,
-                ApplicationPlugIn& (SessionWindows::*list)());
+    void takeSteps();
+    void onContactList(PlugInContext& context);
+    void onAgentList(PlugInContext& context);
+    void onList(const QString& progressLine, Destination list, PlugInContext& context);
     void finish(PlugInContext& context);
     void askFirstTime(PlugInContext& context);
     void onRegistered(PlugInContext& context);
-    bool readSupportedNamespaces(PlugInContext& context);
+    void readSupportedNamespaces(PlugInContext& context);
+    void onAccepted(PlugInContext& context);
+    void onRemoved(PlugInContext& context);
+    void onRefused(PlugInContext& context);
     void onAuthorizationNotice(PlugInContext& context, const QString& text);
     void acceptGateway(PlugInContext& context);
     void passToContact(PlugInContext& context);
 
     Client& client_;
-    SessionWindows& windows_;
+    SessionSteps& steps_;
     bool RegistrationAttempted = false;
     int work_ = 0;
 };

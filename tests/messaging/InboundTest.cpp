@@ -1,5 +1,8 @@
 #include "messaging/InboundRules.h"
 #include "messaging/MessagingFixture.h"
+#include "messaging/forms/RoomWindow.h"
+#include "messaging/forms/authorizeForm.h"
+#include "services/forms/VCardForm.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
@@ -232,7 +235,7 @@ private slots:
         MessagingFixture f;
         f.client.settings.BalloonEnable = false;
         f.client.settings.SoundOnNewMessage = true;
-        Form room(f.registry, "GroupchatWindowForm");
+        RoomWindow room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         const QString will = room.Tag + QStringLiteral("/will");
         f.message(will, "chat", "<body>pst</body>");
@@ -251,10 +254,33 @@ private slots:
         QVERIFY(f.logOf(room.Tag).contains(will + QStringLiteral(" (07:08:09): pst\r\n")));
     }
 
+    void onlyAWindowOfARoomTakesItsMessages_data()
+    {
+        columns<std::function<Form*(MessagingFixture&)>, QString>("make", "key");
+        using Make = std::function<Form*(MessagingFixture&)>;
+        const auto conversation = QStringLiteral("ChatWnd");
+        row("room", Make([](auto& f) { return new RoomWindow(f.registry, "GroupchatWindowForm"); }),
+            conversation + QStringLiteral("will"));
+        row("card", Make([](auto& f) { return new VCardForm(f.registry, f.client); }), conversation);
+        row("request", Make([](auto& f) { return new authorizeForm(f.registry, f.client); }), conversation);
+    }
+
+    void onlyAWindowOfARoomTakesItsMessages()
+    {
+        QFETCH(std::function<Form*(MessagingFixture&)>, make);
+        QFETCH(QString, key);
+        MessagingFixture f;
+        const QString peer = QStringLiteral("verse@rooms.example");
+        make(f)->Tag = peer;
+        f.message(peer + QStringLiteral("/will"), "chat", "<body>pst</body>");
+        QVERIFY(f.window(peer, key) && f.window(peer, key)->isVisible());
+        QCOMPARE(f.registry.loaded().size(), 2);
+    }
+
     void roomDropsStrangersWhenTold()
     {
         MessagingFixture f;
-        Form room(f.registry, "GroupchatWindowForm");
+        RoomWindow room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         f.client.settings.AcceptMessageFromAll = false;
         f.message(room.Tag + QStringLiteral("/will"), "chat", "<body>pst</body>");

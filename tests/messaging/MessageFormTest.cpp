@@ -268,6 +268,37 @@ private slots:
         QCOMPARE(f.engine.takeSent(), QStringList({request.arg(juliet), request.arg(juliet)}));
     }
 
+    // A window that hides when it is closed doesn't live on without its bag, nor the bag with a dead window.
+    void livesWithItsBag_data()
+    {
+        columns<std::function<void(MessageForm&, SessionTable&)>>("end");
+        const auto row = [](const char* name, std::function<void(MessageForm&, SessionTable&)> end) {
+            QTest::newRow(name) << end;
+        };
+        row("session closed", [](auto&, auto& sessions) { sessions.session(juliet)->Close(); });
+        row("account left", [](auto&, auto& sessions) { sessions.clear(); });
+        row("key taken by another", [](auto&, auto& sessions) {
+            sessions.session(juliet)->Properties().Add(std::make_shared<QObject>(), "ChatWnd");
+        });
+        row("window deleted", [](auto& window, auto&) { delete &window; });
+    }
+
+    void livesWithItsBag()
+    {
+        QFETCH(std::function<void(MessageForm&, SessionTable&)>, end);
+        MessagingFixture f;
+        auto& sessions = f.client.Core->PluginManager->sessions();
+        const QPointer<MessageForm> window = f.open(juliet);
+        window->close();
+        QVERIFY(f.window(juliet) == window); // hidden only
+        end(*window, sessions);
+        QVERIFY(!f.window(juliet));
+        QVERIFY(f.registry.loaded().isEmpty());
+        QTRY_VERIFY(!window);
+        sessions.session(juliet)->Properties().RemoveAll();
+        QVERIFY(f.open(juliet)->isVisible());
+    }
+
     void mailIsAddressedByThePerson()
     {
         MessagingFixture f;

@@ -16,7 +16,6 @@ MessagingFixture::MessagingFixture()
     client.desktop = world.desktop();
     client.MyRoster.AddItem(juliet, "Jule", true, "away", {}, false, {}, "both", {}, "balcony");
     hub = std::make_unique<ChatWindow>(registry, client);
-    hub->statusImage = [](const QString&) { return QStringLiteral("Away"); };
     hub->notices = [this]() -> HeadLineForm& { return notices(); };
     engine.plugIn(hub.get());
 }

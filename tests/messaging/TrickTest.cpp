@@ -1,4 +1,5 @@
 #include "messaging/MessagingFixture.h"
+#include "messaging/forms/RoomWindow.h"
 #include "support/TestRunner.h"
 
 #include <QTest>
@@ -80,7 +81,7 @@ private slots:
     void occupantOpensByTheTrick()
     {
         MessagingFixture f;
-        Form room(f.registry, "GroupchatWindowForm");
+        RoomWindow room(f.registry, "GroupchatWindowForm");
         room.Tag = QStringLiteral("verse@rooms.example");
         const QString will = room.Tag + QStringLiteral("/will");
         f.hub->IsTrick = true;

@@ -41,7 +41,7 @@ private slots:
         SlixmppPeer juliet(server, "juliet", "rose");
         QVERIFY(f.isOnline(juliet));
         ui::choose(main, "Toolbar1Button1");
-        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QTRY_VERIFY(f.live.ui->windows.session.signIn().isVisible());
         QVERIFY(f.signIn());
         QVERIFY(f.live.rosterForm()->Roster1->isVisible());
         window = f.open(f.peer);

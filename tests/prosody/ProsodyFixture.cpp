@@ -29,7 +29,8 @@ bool ProsodyFixture::signOut()
 {
     ui::choose(live.rosterForm(), "mRosterTDiscon");
     return QTest::qWaitFor([this] {
-        return !live.client.isConnected() && live.ui->windows.signIn().isVisible() && !live.rosterForm();
+        return !live.client.isConnected() && live.ui->windows.session.signIn().isVisible() &&
+               !live.rosterForm();
     });
 }
 

@@ -75,7 +75,7 @@ private slots:
         QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
         QVERIFY(!live.client.isConnected());
         ui::click(live.form("LoggingInForm"), "Command1");
-        QTRY_VERIFY(live.ui->windows.signIn().isVisible());
+        QTRY_VERIFY(live.ui->windows.session.signIn().isVisible());
         QCOMPARE(reader.fingerprints.size(), 1);
     }
 
@@ -97,7 +97,7 @@ private slots:
         QCOMPARE(SettingsStore(paths::settingsFile()).pinnedCertificate("localhost"),
                  pinned ? server_.fingerprint() : QByteArray());
         ui::choose(live.rosterForm(), "mRosterTDiscon");
-        QTRY_VERIFY(live.ui->windows.signIn().isVisible() && !live.client.isConnected());
+        QTRY_VERIFY(live.ui->windows.session.signIn().isVisible() && !live.client.isConnected());
         live.signIn(server_.address());
         QVERIFY(isOnline(live));
         QCOMPARE(reader.fingerprints.size(), clicks.size());
@@ -144,7 +144,7 @@ private slots:
         QTRY_COMPARE(f.live.world.boxes.shown.size(), 2);
         QCOMPARE(f.live.world.boxes.shown.at(1).title, "Server Message");
         QVERIFY(!f.live.world.boxes.shown.at(1).text.isEmpty());
-        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QTRY_VERIFY(f.live.ui->windows.session.signIn().isVisible());
         QVERIFY(f.signIn()); // the account still has its password
     }
 
@@ -154,7 +154,7 @@ private slots:
         f.live.world.boxes.answers = {Answer::No};
         f.live.signIn(server_.address(), "romeo", "wrong");
         QTRY_COMPARE(f.live.world.boxes.shown.size(), 1);
-        QTRY_VERIFY(f.live.ui->windows.signIn().isVisible());
+        QTRY_VERIFY(f.live.ui->windows.session.signIn().isVisible());
         QVERIFY(!f.live.form("LoggingInForm"));
         QVERIFY(f.signIn());
         QCOMPARE(f.live.world.boxes.shown.size(), 1);

@@ -29,7 +29,7 @@ const QString juliet = "juliet@montague.example";
 
 void openConversation(FakeClient& c)
 {
-    c.ui->windows.openConversation(juliet, true);
+    c.ui->windows.messages.openConversation(juliet, true);
     c.client.Core->tick();
 }
 
@@ -41,16 +41,16 @@ void openCard(FakeClient& c, const QString& jid)
 // The page is the word behind the form's name.
 void openPreferences(FakeClient& c)
 {
-    c.ui->windows.showPreferences(QString(QTest::currentDataTag()).section(' ', 1));
+    c.ui->windows.preferences.show(QString(QTest::currentDataTag()).section(' ', 1));
 }
 
 // Every window of the program and how a client that is signed in gets it: the form's name, and a word behind
 // it where the form has several looks.
 const std::pair<const char*, Open> windows[] = {
     {"SignInForm", [](FakeClient&) {}},
-    {"LoggingInForm", [](FakeClient& c) { c.ui->windows.progress(); }},
+    {"LoggingInForm", [](FakeClient& c) { c.ui->windows.session.progress(); }},
     {"CertificateForm", [](FakeClient& c) { new CertificateForm(CertificateInfo(), &c.signInForm()); }},
-    {"AboutForm", [](FakeClient& c) { c.ui->windows.showAbout(); }},
+    {"AboutForm", [](FakeClient& c) { c.ui->windows.session.showAbout(); }},
     {"RosterForm", [](FakeClient&) {}},
     {"AddGroupForm", [](FakeClient& c) { ui::choose(c.rosterForm(), "mRosterFCreate"); }},
     {"MoveFriendForm",
@@ -58,14 +58,14 @@ const std::pair<const char*, Open> windows[] = {
          c.rosterForm()->Roster1->view().keyboardSearch("Juliet");
          emit c.rosterForm()->Roster1->moveContactRequested();
      }},
-    {"ShowInTrayForm", [](FakeClient& c) { c.ui->windows.showInTray(); }},
+    {"ShowInTrayForm", [](FakeClient& c) { c.ui->windows.contacts.showInTray(); }},
     {"MessageForm", openConversation},
     {"LogMessageForm",
      [](FakeClient& c) {
          openConversation(c);
          ui::choose(c.form("MessageForm"), "mnustroldconv");
      }},
-    {"HeadLineForm", [](FakeClient& c) { c.ui->windows.notices(); }},
+    {"HeadLineForm", [](FakeClient& c) { c.ui->windows.messages.notices(); }},
     {"authorizeForm",
      [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"paris@verona.example\"/>"); }},
     {"VCardForm own", [](FakeClient& c) { openCard(c, "romeo@montague.example"); }},
@@ -81,7 +81,7 @@ const std::pair<const char*, Open> windows[] = {
     {"PreferencesForm Gateways", openPreferences},
     {"RestoreRegForm",
      [](FakeClient& c) {
-         c.ui->windows.showPreferences("Personal");
+         c.ui->windows.preferences.show("Personal");
          ui::click(c.form("PreferencesForm"), "cmdRestoreRegistry");
      }},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, juliet); }},

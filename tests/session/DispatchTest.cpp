@@ -1,4 +1,4 @@
-#include "RecordingWindows.h"
+#include "RecordingSteps.h"
 #include "session/SessionDispatch.h"
 #include "support/FakeEngine.h"
 #include "support/RecordingDesktop.h"
@@ -17,9 +17,43 @@ QString query(const QString& ns, const QString& attributes = {}, const QString& 
     return QStringLiteral("<iq %1><query xmlns=\"%2\">%3</query></iq>").arg(attributes, ns, inner);
 }
 
+// A control that writes down which events reached it.
+class Control : public ApplicationPlugIn
+{
+public:
+    Control(QStringList& log, const char* name) : log_(log), name_(QLatin1String(name)) {}
+    void OnIQ(PlugInContext&) override { log_ += name_ + QStringLiteral(".OnIQ"); }
+    void OnMessage(PlugInContext&) override { log_ += name_ + QStringLiteral(".OnMessage"); }
+    void OnPresence(PlugInContext&) override { log_ += name_ + QStringLiteral(".OnPresence"); }
+
+private:
+    QStringList& log_;
+    QString name_;
+};
+
+// All destinations but the dispatch's own steps.
+constexpr std::pair<Destination, const char*> places[] = {
+    {Destination::StreamUp, "connected"},
+    {Destination::Roster, "roster"},
+    {Destination::Agents, "agents"},
+    {Destination::Chat, "chat"},
+    {Destination::GroupChat, "room"},
+    {Destination::Notices, "notices"},
+    {Destination::AuthorizationRequest, "ask"},
+    {Destination::VCard, "vcard"},
+    {Destination::Transport, "transport"},
+    {Destination::GatewaySubscribed, "gateway"},
+    {Destination::Search, "search"},
+    {Destination::ServerCheck, "check"},
+    {Destination::SearchServices, "services"},
+    {Destination::ChatRooms, "rooms"},
+    {Destination::OnlineUsers, "users"},
+    {Destination::FileTransfer, "file"},
+};
+
 } // namespace
 
-// The dispatch of every received stanza, with the windows written down.
+// The dispatch of every received stanza, with all that it asks for written down.
 class DispatchTest : public QObject
 {
     Q_OBJECT
@@ -27,15 +61,20 @@ class DispatchTest : public QObject
     struct Fixture {
         RecordingDesktop world;
         Client client;
-        RecordingWindows windows;
-        SessionDispatch dispatch{client, windows};
+        RecordingSteps steps;
+        SessionDispatch dispatch{client, steps};
         FakeEngine engine{client};
+        std::vector<std::unique_ptr<Control>> controls;
         Fixture()
         {
             client.desktop = world.desktop();
             engine.plugIn(&dispatch);
+            for (const auto& [destination, name] : places) {
+                controls.push_back(std::make_unique<Control>(steps.log, name));
+                dispatch.routes.take(destination, *controls.back());
+            }
         }
-        QStringList takeLog() { return std::exchange(windows.log, {}); }
+        QStringList takeLog() { return std::exchange(steps.log, {}); }
     };
 
 private slots:
@@ -71,7 +110,7 @@ private slots:
     void versionIsToldWhereAHostIsConfigured()
     {
         Fixture f;
-        f.windows.initiated = true;
+        f.steps.initiated = true;
         f.client.site.UpdateHost = QStringLiteral("update.example");
         f.engine.inject(query("jabber:iq:roster"));
         QCOMPARE(f.engine.takeSent().value(0),
@@ -82,7 +121,7 @@ private slots:
     void twoQueriesInOneStanzaAreDispatchedTwice()
     {
         Fixture f;
-        f.windows.initiated = true;
+        f.steps.initiated = true;
         f.engine.inject("<iq><query xmlns=\"jabber:iq:roster\"/><query xmlns=\"jabber:iq:roster\"/></iq>");
         QCOMPARE(f.takeLog().count("roster.OnIQ"), 2);
     }
@@ -158,37 +197,75 @@ private slots:
         QCOMPARE(f.takeLog().contains("admin:montague.example"), admin && !ns.isEmpty());
     }
 
-    void browseAnswersFindTheirPlace_data()
+    void iqsFindTheirPlace_data()
     {
-        columns<QString, bool, QString>("id", "room", "place");
-        const QString room = QLatin1String(Routes::groupChat);
-        row("server check", "Check_Server", false, QString(QLatin1String(Routes::checkServer)));
-        row("services", "VRX_GET_SERVICE", false, QString(QLatin1String(Routes::searchServices)));
-        row("browser", "VRX_browser", false, QString(QLatin1String(Routes::searchServices)));
-        row("rooms", "VRX_GET_CHATROOM", true, QString(QLatin1String(Routes::chatRooms)));
-        row("components", "VRX_CHATROOM?", false, QString(QLatin1String(Routes::chatRooms)));
-        row("a room's push", "other", true, room);
-        row("users", "VRX_GET_ONLINEUSERS", false, QString(QLatin1String(Routes::onlineUsers)));
-        row("nobody's", "other", false, QString());
+        columns<QString, QString, bool, QString>("ns", "id", "room", "log");
+        const QString browse = QStringLiteral("jabber:iq:browse");
+        row("registration", "jabber:iq:register", "x", false, "transport.OnIQ");
+        row("end of a registration", "other", "VRX_UNREGISTER", false, "transport.OnIQ");
+        row("search", "jabber:iq:search", "x", false, "search.OnIQ");
+        row("card", "vcard-temp", "JCOM_51", false, "vcard.OnIQ");
+        row("refusal of a card, without it", "other", "JCOM_51", false, "vcard.OnIQ");
+        row("conference", "jabber:iq:conference", "x", false, "room.OnIQ");
+        row("file", "jabber:iq:oob", "x", false, "file.OnIQ");
+        row("capital letter", "jabber:iq:Search", "x", false, "");
+        row("server check", browse, "Check_Server", false, "check.OnIQ");
+        row("services", browse, "VRX_GET_SERVICE", false, "services.OnIQ");
+        row("browser", browse, "VRX_browser", false, "services.OnIQ");
+        row("rooms", browse, "VRX_GET_CHATROOM", true, "rooms.OnIQ");
+        row("components", browse, "VRX_CHATROOM?", false, "rooms.OnIQ");
+        row("a room's push", browse, "other", true, "room.OnIQ");
+        row("users", browse, "VRX_GET_ONLINEUSERS", false, "users.OnIQ");
+        row("users, of a room", browse, "VRX_GET_ONLINEUSERS", true, "room.OnIQ");
+        row("nobody's", browse, "other", false, "");
     }
 
-    void browseAnswersFindTheirPlace()
+    void iqsFindTheirPlace()
     {
+        QFETCH(QString, ns);
         QFETCH(QString, id);
         QFETCH(bool, room);
         Fixture f;
-        QStringList taken;
-        for (const char* place : {Routes::checkServer, Routes::searchServices, Routes::chatRooms,
-                                  Routes::groupChat, Routes::onlineUsers})
-            f.dispatch.routes.take(place, [&taken, place](PlugInContext&) { taken += QLatin1String(place); });
         const QString from = QStringLiteral("verona@conference.example");
         if (room) {
             f.client.Core->PluginManager->sessions().session(from)->Properties().Add(
                 std::make_shared<QObject>(), "IsGroupchat");
         }
-        f.engine.inject(
-            query("jabber:iq:browse", QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
-        QTEST(taken.join(u','), "place");
+        f.engine.inject(query(ns, QStringLiteral("type=\"result\" id=\"%1\" from=\"%2\"").arg(id, from)));
+        QTEST(f.takeLog().join(u','), "log");
+    }
+
+    // The check's error and the administration's namespace end their stanza; their like does not.
+    void someStepsEndTheirStanza_data()
+    {
+        columns<QString, QString, int>("attributes", "inner", "times");
+        row("server check", "id=\"Check_Server\" type=\"result\"", QString(), 2);
+        row("server check, error", "id=\"Check_Server\" type=\"error\"", QString(), 1);
+        row("services, error", "id=\"VRX_browser\" type=\"error\"", QString(), 2);
+        row("namespaces", "id=\"VRX_GET_SUPPORTEDNS\"", "<ns>jabber:iq:time</ns>", 1);
+        row("namespaces, administration", "id=\"VRX_GET_SUPPORTEDNS\"", "<ns>jabber:iq:admin</ns>", 0);
+    }
+
+    void someStepsEndTheirStanza()
+    {
+        QFETCH(QString, attributes);
+        QFETCH(QString, inner);
+        Fixture f;
+        const QString first = QStringLiteral("<query xmlns=\"jabber:iq:browse\">%1</query>").arg(inner);
+        const bool namespaces = !inner.isEmpty();
+        const QString second = namespaces ? QStringLiteral("<query xmlns=\"jabber:iq:search\"/>") : first;
+        f.engine.inject(QStringLiteral("<iq %1>%2%3</iq>").arg(attributes, first, second));
+        QTEST(int(f.takeLog().filter(".OnIQ").size()), "times");
+    }
+
+    void aStanzaThatNobodyTakesIsDropped()
+    {
+        Fixture f;
+        f.dispatch.routes = {};
+        f.engine.inject(query("jabber:iq:search"));
+        f.engine.inject("<message type=\"groupchat\" from=\"r@c/n\"/>");
+        f.engine.connectStream();
+        QCOMPARE(f.takeLog() + f.engine.takeSent(), QStringList());
     }
 
     void messagesFindTheirPlace_data()
@@ -198,7 +275,7 @@ private slots:
             return QStringLiteral("<message ") + QLatin1String(text) + u'>';
         };
         const QString end = QStringLiteral("<body>b</body></message>");
-        row("headline", from("type=\"headline\" from=\"news.example\"") + end, "notice");
+        row("headline", from("type=\"headline\" from=\"news.example\"") + end, "notices.OnMessage");
         row("mail notice off",
             from("type=\"headline\" from=\"MSN.montague.example\"") +
                 QStringLiteral("<subject>Hotmail</subject>") + end,
@@ -206,9 +283,9 @@ private slots:
         row("mail notice of another subject",
             from("type=\"headline\" from=\"msn.montague.example\"") +
                 QStringLiteral("<subject>hotmail</subject>") + end,
-            "notice");
+            "notices.OnMessage");
         row("error while errors are off", from("type=\"error\" from=\"a@b\"") + end, "");
-        row("room", from("type=\"groupchat\" from=\"r@c/n\"") + end, "");
+        row("room", from("type=\"groupchat\" from=\"r@c/n\"") + end, "room.OnMessage");
         row("chat", from("type=\"chat\" from=\"a@b/r\"") + end, "chat.OnMessage");
         row("no type", from("from=\"a@b\"") + end, "chat.OnMessage");
         row("no sender", from("type=\"chat\"") + end, "chat.OnMessage");
@@ -231,7 +308,7 @@ private slots:
         columns<QString, bool, QString>("attributes", "initiated", "log");
         row("before the list", "from=\"a@b\"", false, "");
         row("plain", "from=\"a@b/r\"", true, "roster.OnPresence");
-        row("asks", "from=\"a@b\" type=\"subscribe\"", true, "ask");
+        row("asks", "from=\"a@b\" type=\"subscribe\"", true, "ask.OnPresence");
         row("accepted", "from=\"a@b\" type=\"subscribed\"", true,
             "write|a@b|Authorization notification|The Contact accepted the Authorisation "
             "Request,roster.OnPresence");
@@ -242,7 +319,7 @@ private slots:
             "write|a@b|Authorization notification|The Contact refused your "
             "Request,roster.OnPresence");
         row("error of somebody, errors off", "from=\"a@b\" type=\"error\"", true, "");
-        row("error of nobody", "type=\"error\"", true, "noticePresence");
+        row("error of nobody", "type=\"error\"", true, "notices.OnPresence");
         row("gateway unsubscribed", "from=\"icq.example\" type=\"unsubscribed\"", true, "roster.OnPresence");
     }
 
@@ -251,7 +328,7 @@ private slots:
         QFETCH(QString, attributes);
         QFETCH(bool, initiated);
         Fixture f;
-        f.windows.initiated = initiated;
+        f.steps.initiated = initiated;
         f.client.MyAgents.AddItem("icq.example", {}, false, false);
         f.engine.inject(QStringLiteral("<presence %1/>").arg(attributes));
         QTEST(f.takeLog().join(u','), "log");
@@ -260,25 +337,25 @@ private slots:
     void gatewaysAreAlwaysAccepted()
     {
         Fixture f;
-        f.windows.initiated = true;
+        f.steps.initiated = true;
         f.client.MyAgents.AddItem("icq.example", {}, false, false);
         f.engine.inject("<presence type=\"subscribe\" from=\"icq.example/registered\"/>");
         QCOMPARE(f.engine.takeSent(),
                  (QStringList{"<presence to=\"icq.example/registered\" type=\"subscribed\"/>",
                               "<presence to=\"icq.example/registered\" type=\"subscribe\"/>"}));
-        QCOMPARE(f.takeLog(), QStringList());
+        QCOMPARE(f.takeLog(), QStringList{"gateway.OnPresence"});
     }
 
     void theEnginesOwnPresences()
     {
         Fixture f;
         f.engine.connectStream();
-        QCOMPARE(f.takeLog(), QStringList{"connected"});
+        QCOMPARE(f.takeLog(), QStringList{"connected.OnPresence"});
         f.engine.closeStream();
         QCOMPARE(f.takeLog(), QStringList()); // no list yet: nothing to empty
-        f.windows.initiated = true;
+        f.steps.initiated = true;
         f.engine.closeStream();
-        QCOMPARE(f.takeLog(), QStringList{"noticePresence"});
+        QCOMPARE(f.takeLog(), QStringList{"notices.OnPresence"});
     }
 };
 

@@ -8,7 +8,8 @@ FakeClient::FakeClient(const Settings& stored) : store(paths::settingsFile())
 {
     store.SaveSettings(stored);
     client.desktop = world.desktop();
-    ui = std::make_unique<SessionUi>(registry, client, store, [this](ConnectionHost&) {
+    ui = std::make_unique<SessionUi>(registry, client, store, [this](ConnectionHost& asked) {
+        host = &asked;
         auto made = std::make_unique<FakeGateway>();
         gateway = made.get();
         return made;

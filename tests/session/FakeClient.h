@@ -23,8 +23,8 @@ public:
     explicit FakeClient(const Settings& stored = {});
     ~FakeClient();
 
-    SignInForm& signInForm() const { return ui->windows.signIn(); }
-    RosterForm* rosterForm() const { return ui->windows.rosterForm(); }
+    SignInForm& signInForm() const { return ui->windows.session.signIn(); }
+    RosterForm* rosterForm() const { return ui->windows.contacts.rosterForm(); }
     Form* form(const char* name) const { return registry.find(QLatin1String(name)); }
 
     // Clicks Connect and answers with both lists; the contact list then holds juliet@montague.example.
@@ -45,6 +45,7 @@ public:
     SettingsStore store;
     Client client;
     FakeGateway* gateway = nullptr;
+    ConnectionHost* host = nullptr; // what the gateway asks
     std::unique_ptr<SessionUi> ui;
     TrayMenus menus;
     std::unique_ptr<TrayControl> trayControl;

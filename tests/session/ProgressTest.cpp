@@ -43,7 +43,8 @@ private slots:
         QVERIFY(!live.client.isConnected());
         QVERIFY(live.form("LoggingInForm")->isVisible());
         ui::click(live.form("LoggingInForm"), "Command1");
-        QVERIFY(live.ui->windows.signIn().isVisible() && !live.form("LoggingInForm") && !live.rosterForm());
+        QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm") &&
+                !live.rosterForm());
         QVERIFY(live.world.boxes.shown.isEmpty());
     }
 
@@ -54,7 +55,7 @@ private slots:
         live.signIn(silent.address());
         QTRY_VERIFY(silent.received().contains("stream:stream"));
         live.form("LoggingInForm")->close(); // its close box is Cancel too
-        QVERIFY(live.ui->windows.signIn().isVisible() && !live.form("LoggingInForm"));
+        QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm"));
         QTRY_VERIFY(!silent.isConnected());
         silent.onLegacySignIn();
         live.signIn(silent.address());

@@ -70,7 +70,7 @@ private slots:
     {
         FakeClient live;
         live.signIn();
-        auto& form = *preferences((live.ui->windows.showPreferences("Connection"), live));
+        auto& form = *preferences((live.ui->windows.preferences.show("Connection"), live));
         ui::find<QCheckBox>(form.panel("Connection"), "Check2")->click();
         form.showPage("Resource");
         ui::type(form.panel("Resource"), "txtResource", "orchard");
@@ -92,7 +92,7 @@ private slots:
     {
         FakeClient live;
         live.client.settings.Resource = "orchard";
-        live.ui->windows.showPreferences("Resource");
+        live.ui->windows.preferences.show("Resource");
         ui::click(preferences(live), "cmdRestoreRegistry");
         ui::click(live.form("RestoreRegForm"), "cmdNo");
         QVERIFY(!live.form("RestoreRegForm"));

@@ -119,7 +119,7 @@ private slots:
         QVERIFY(f.signIn());
         ui::choose(f.live->rosterForm(), "mRosterTDiscon");
         QTRY_COMPARE(f.server.connectionCount(), 0);
-        QTRY_VERIFY(f.live->ui->windows.signIn().isVisible());
+        QTRY_VERIFY(f.live->ui->windows.session.signIn().isVisible());
         QCOMPARE(f.live->client.MyRoster.Count(), 0);
         QTRY_VERIFY(!f.live->rosterForm());
         QCOMPARE(f.live->world.tray.toolTip, "BreloIM - Disconnected");

@@ -16,7 +16,7 @@ LiveClient::LiveClient(const std::function<void(SettingsStore&)>& prepare) : sto
     ui = std::make_unique<SessionUi>(
         registry, client, store, [](ConnectionHost& host) { return std::make_unique<GatewayClient>(host); });
     ui->start();
-    ui->windows.signIn().show();
+    ui->windows.session.signIn().show();
 }
 
 LiveClient::~LiveClient()
@@ -24,13 +24,13 @@ LiveClient::~LiveClient()
     client.UserClosing = true;
     client.SessionClosing = true;
     client.Gateway().DoDisconnect();
-    registry.deleteAllExcept(&ui->windows.signIn());
+    registry.deleteAllExcept(&ui->windows.session.signIn());
     client.Core.reset();
 }
 
 void LiveClient::signIn(const QString& server, const QString& user, const QString& password)
 {
-    const auto& form = ui->windows.signIn();
+    const auto& form = ui->windows.session.signIn();
     ui::type(&form, "txtUserName", user);
     ui::type(&form, "txtPassword", password);
     ui::type(&form, "txtServer", server);
@@ -40,7 +40,7 @@ void LiveClient::signIn(const QString& server, const QString& user, const QStrin
 // The own presence has gone out, and the progress window is gone.
 bool LiveClient::isOnline() const
 {
-    return client.isConnected() && ui->isInitiated() && !ui->windows.progressIfLoaded();
+    return client.isConnected() && ui->isInitiated() && !ui->windows.session.progressIfLoaded();
 }
 
 QString LiveClient::progressText()

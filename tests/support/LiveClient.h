@@ -23,7 +23,7 @@ public:
     void signIn(const QString& server, const QString& user = QStringLiteral("romeo"),
                 const QString& password = QStringLiteral("secret"));
     bool isOnline() const;
-    RosterForm* rosterForm() const { return ui->windows.rosterForm(); }
+    RosterForm* rosterForm() const { return ui->windows.contacts.rosterForm(); }
     Form* form(const char* name) { return registry.find(QLatin1String(name)); }
     // The progress window's text, line by line; empty when it isn't there.
     QString progressText();

@@ -1,9 +1,16 @@
 #include "support/RecordingDesktop.h"
 
+void RecordingBoxes::stand(const Box& box)
+{
+    shown += box;
+    if (meanwhile)
+        std::exchange(meanwhile, {})();
+}
+
 MessageBoxes::Answer RecordingBoxes::show(const QString& title, const QString& text, Icon icon,
                                           Buttons buttons)
 {
-    shown.append({title, text, icon, buttons});
+    stand({title, text, icon, buttons});
     if (!answers.isEmpty())
         return answers.takeFirst();
     return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
@@ -11,7 +18,7 @@ MessageBoxes::Answer RecordingBoxes::show(const QString& title, const QString& t
 
 std::optional<QString> RecordingBoxes::input(const QString& title, const QString& prompt, const QString&)
 {
-    shown.append({title, prompt, Icon::None, Buttons::Ok});
+    stand({title, prompt, Icon::None, Buttons::Ok});
     return inputs.isEmpty() ? std::nullopt : inputs.takeFirst();
 }
 

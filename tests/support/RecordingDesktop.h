@@ -5,6 +5,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+
 // The world outside, written down. An unexpected box fails the test that shows it.
 class RecordingBoxes : public MessageBoxes
 {
@@ -21,9 +23,14 @@ public:
     QList<Answer> answers;
     QList<std::optional<QString>> inputs;
     QList<Box> shown;
+    // Runs once, while the next box stands.
+    std::function<void()> meanwhile;
 
     Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) override;
     std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) override;
+
+private:
+    void stand(const Box& box);
 };
 
 struct RecordingLinks : LinkOpener {

@@ -108,10 +108,10 @@ void photographSession(LiveClient& live, Camera& camera)
     camera.take(live.rosterForm(), "main-online-only");
     ui::choose(live.rosterForm(), "mRosterFShowAll");
     photographConversation(live, camera);
-    live.ui->windows.notices().WriteMessage(QStringLiteral("news@localhost"),
-                                            QStringLiteral("The harbour is open again."),
-                                            QStringLiteral("Town news"));
-    camera.take(&live.ui->windows.notices(), "notices");
+    live.ui->windows.messages.notices().WriteMessage(QStringLiteral("news@localhost"),
+                                                     QStringLiteral("The harbour is open again."),
+                                                     QStringLiteral("Town news"));
+    camera.take(&live.ui->windows.messages.notices(), "notices");
     ui::choose(live.rosterForm(), "mRosterFCreate");
     camera.take(live.form("AddGroupForm"), "add-group");
     live.rosterForm()->Roster1->view().keyboardSearch(QStringLiteral("Lucia"));
@@ -125,9 +125,9 @@ void photographSession(LiveClient& live, Camera& camera)
     for (auto* form : live.registry.loaded())
         if (form->Tag == QStringLiteral("eva@localhost") && form->objectName() == QStringLiteral("VCardForm"))
             camera.take(form, "vcard-foreign");
-    live.ui->windows.showAbout();
+    live.ui->windows.session.showAbout();
     camera.take(live.form("AboutForm"), "about");
-    live.ui->windows.showInTray();
+    live.ui->windows.contacts.showInTray();
     camera.take(live.form("ShowInTrayForm"), "show-in-tray");
     if (QTest::qWaitFor([&] { return live.form("authorizeForm"); }, 30000))
         camera.take(live.form("authorizeForm"), "authorize");
@@ -137,7 +137,7 @@ void photographPreferences(LiveClient& live, Camera& camera)
 {
     live.client.MyBanList.Add(QStringLiteral("nuisance@localhost"));
     for (const auto& page : preferences::pages()) {
-        live.ui->windows.showPreferences(page.key);
+        live.ui->windows.preferences.show(page.key);
         camera.take(live.form("PreferencesForm"), ("preferences-" + page.key.toLatin1()).constData());
     }
     ui::click(live.form("PreferencesForm"), "cmdRestoreRegistry");
@@ -177,7 +177,7 @@ int main(int argc, char** argv)
     sandbox::demo::Life life(server);
     server.listen();
     LiveClient live;
-    camera.take(&live.ui->windows.signIn(), "sign-in");
+    camera.take(&live.ui->windows.session.signIn(), "sign-in");
     live.signIn(QStringLiteral("localhost:1"), QStringLiteral("demo"), QStringLiteral("demo"));
     QTest::qWait(400);
     camera.take(live.form("LoggingInForm"), "progress-refused");

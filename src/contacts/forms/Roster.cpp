@@ -4,7 +4,6 @@
 #include "contacts/ContactDrop.h"
 #include "contacts/FixedGroups.h"
 #include "contacts/RosterStanzas.h"
-#include "contacts/StatusImages.h"
 #include "contacts/forms/RosterContextMenu.h"
 #include "contacts/forms/RosterView.h"
 
@@ -119,13 +118,6 @@ void Roster::settle()
 void Roster::RetriveVCard(const QString& JID)
 {
     stanzas::send(client_, stanzas::vCard(JID));
-}
-
-QString Roster::FindStatusImg(const QString& JID) const
-{
-    const auto* item = client_.MyRoster.record(JID);
-    const QString key = item ? statusimages::StatusImageKey(item->Status) : QString();
-    return key.isEmpty() ? QStringLiteral("Offline") : key;
 }
 
 const TreeNode* Roster::selectedNode()

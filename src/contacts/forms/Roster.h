@@ -53,8 +53,6 @@ public:
 
     // Asks for the contact's vCard.
     void RetriveVCard(const QString& JID);
-    // The key of the picture for the contact's status.
-    QString FindStatusImg(const QString& JID) const;
 
     void StartLoginTimer() { loginTimer_.start(); }
     void StopLoginTimer() { loginTimer_.stop(); }

@@ -114,23 +114,25 @@ void RosterForm::startChat()
     if (!selected.isEmpty() && Roster1->SelectedItemTag() != groups::tag())
         return emit openConversation(selected, false);
     auto& boxes = *client_.desktop.boxes;
+    const SameSession same(client_);
     const auto answer = boxes.show(
         tr("Attention!"), tr("Please, select a contact first; do you want to add the identifier directly?"),
         MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNoCancel);
-    if (answer != MessageBoxes::Answer::Yes)
+    if (answer != MessageBoxes::Answer::Yes || !same)
         return;
     const auto jid =
         boxes.input(tr("Manual Input"), tr("Add the complete contact's identifier..."), QString());
-    if (jid && !jid->isEmpty())
+    if (same && jid && !jid->isEmpty())
         emit openConversation(*jid, true);
 }
 
 void RosterForm::checkVCard()
 {
+    const SameSession same(client_);
     const auto jid = client_.desktop.boxes->input(
         tr("Check a vCard"),
         tr("Please, enter a valid address, for example user@%1").arg(client_.site.DefaultServer), QString());
-    if (jid && !jid->trimmed().isEmpty())
+    if (same && jid && !jid->trimmed().isEmpty())
         Roster1->RetriveVCard(jid->trimmed());
 }
 

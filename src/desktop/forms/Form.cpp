@@ -12,6 +12,8 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <utility>
+
 Form::Form(FormRegistry& registry, const QString& name, QWidget* parent)
     : QMainWindow(parent), registry_(registry)
 {
@@ -30,12 +32,18 @@ bool Form::requestUnload(CloseMode mode)
         return true;
     if (!queryUnload(mode))
         return false;
-    unloading_ = true;
+    unloadNow();
+    return true;
+}
+
+void Form::unloadNow()
+{
+    if (std::exchange(unloading_, true))
+        return;
     unload();
     registry_.leave(this);
     hide();
     release();
-    return true;
 }
 
 void Form::release()
@@ -55,6 +63,13 @@ void Form::showAbove(const QWidget& owner)
     winId(); // makes the native window
     windowHandle()->setTransientParent(owner.windowHandle());
     show();
+    activateWindow();
+}
+
+void Form::bringUp()
+{
+    show();
+    raise();
     activateWindow();
 }
 

@@ -30,6 +30,8 @@ public:
 
     // Opens beside `owner`, on which it works, stays above it and has the focus.
     void showAbove(const QWidget& owner);
+    // Shows the form before all other windows, with the focus.
+    void bringUp();
 
     void setDefaultButton(QPushButton* button);
     QPushButton* defaultButton() const { return default_; }
@@ -38,6 +40,8 @@ public:
 protected:
     // May refuse the close; a form that only hides does so here.
     virtual bool queryUnload(CloseMode) { return true; }
+    // The same without asking.
+    void unloadNow();
     // The form's last act.
     virtual void unload() {}
     // What becomes of an unloaded form: it is deleted when control returns to the event loop, and no box or

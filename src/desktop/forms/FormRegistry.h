@@ -14,6 +14,18 @@ public:
     Form* find(const QString& name) const;
     bool isLoaded(const Form* form) const { return forms_.contains(const_cast<Form*>(form)); }
 
+    // The loaded form of this type that carries this Tag, or null.
+    template <typename T>
+    T* tagged(const QString& tag) const
+    {
+        for (auto* form : forms_) {
+            auto* found = qobject_cast<T*>(form);
+            if (found && found->Tag == tag)
+                return found;
+        }
+        return nullptr;
+    }
+
     // The single instance of a form, made by `make` when it isn't loaded.
     template <typename T, typename Make>
     T& single(const QString& name, Make&& make)

@@ -1,6 +1,7 @@
 #include "messaging/forms/ChatWindow.h"
 
 #include "contacts/Client.h"
+#include "contacts/StatusImages.h"
 #include "desktop/forms/FormRegistry.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
@@ -10,9 +11,9 @@
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
 #include "messaging/forms/MessageForm.h"
+#include "messaging/forms/RoomWindow.h"
 
 #include <QApplication>
-#include <QPointer>
 
 namespace
 {
@@ -84,7 +85,7 @@ void ChatWindow::OnMessage(PlugInContext& context)
         break;
     case Action::LogOnly:
         // Kept: a message of an unknown type is logged under an empty name.
-        writeLogLine(message.body, {}, message.to);
+        reportLog(writeLogLine(message.body, {}, message.to));
         break;
     case Action::Typing:
     case Action::Deliver:
@@ -96,7 +97,7 @@ void ChatWindow::OnMessage(PlugInContext& context)
 InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& context) const
 {
     InboundWorld world;
-    world.roomOpen = message.from.contains(u'/') && isRoomOpen(message.bare);
+    world.roomOpen = message.from.contains(u'/') && registry_.tagged<RoomWindow>(message.bare);
     world.notice =
         message.road == InboundRoad::Plain &&
         inbound::isServerNotice(message.bare, client_.Gateway().Server(), client_.MyAgents, client_.site);
@@ -104,13 +105,6 @@ InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& c
     world.known = client_.MyRoster.DoesJIDExist(message.bare);
     world.trick = IsTrick;
     return world;
-}
-
-// A room's window carries the room's JID in its Tag.
-bool ChatWindow::isRoomOpen(const QString& bare) const
-{
-    const auto forms = registry_.loaded();
-    return std::any_of(forms.begin(), forms.end(), [&bare](const Form* form) { return form->Tag == bare; });
 }
 
 // Kept: the reply is left in the packet and never sent.
@@ -136,44 +130,45 @@ void ChatWindow::showNotice(PlugInContext& context)
 void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
                           const InboundDecision& decision)
 {
-    const QPointer<MessageForm> window = decision.window == Window::Existing
-                                             ? windowIn(context, bagKey(message, decision.room))
-                                             : makeWindow(context, message, decision);
-    if (!window)
-        return;
-    showWindow(*window);
-    window->Context = context;
+    const bool isNew = decision.window != Window::Existing;
+    auto& window =
+        isNew ? makeWindow(context, message, decision) : *windowIn(context, bagKey(message, decision.room));
+    const QString peer = decision.room ? message.from : message.bare;
+    QStringList logged; // what went wrong at each write; empty for nothing
+    // Kept: without the trick the header lands in the log of the account's own name.
+    if (isNew)
+        logged += log_.WriteLogHeader(IsTrick ? peer : message.to);
+    showWindow(window);
+    window.Context = context;
     if (decision.action == Action::Typing)
-        return window->setPanelText(tr("%1 is typing a message ...").arg(message.from));
+        return window.setPanelText(tr("%1 is typing a message ...").arg(message.from));
     if (decision.balloon)
         showBalloon(message, decision.room);
     if (decision.write) {
-        window->WriteMessage(context.Stanza().MessageFields());
-        window->setPanelText(
-            tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
+        window.WriteMessage(context.Stanza().MessageFields());
+        window.setPanelText(tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
     }
     if (!decision.room)
-        window->resources().messageCame(message.resource, contact(message.bare));
+        window.resources().messageCame(message.resource, contact(message.bare));
     if (decision.sound)
         client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
-    writeLogLine(message.body, decision.room ? message.from : message.bare, message.to);
-    if (window && !decision.room && QApplication::activeWindow() == window)
-        window->focusEntry();
+    logged += writeLogLine(message.body, peer, message.to);
+    if (!decision.room && QApplication::activeWindow() == &window)
+        window.focusEntry();
+    // The last: under a box the session may end, and its windows go.
+    for (const auto& error : std::as_const(logged))
+        reportLog(error);
 }
 
-// Null when the window went away while a box was open.
-MessageForm* ChatWindow::makeWindow(PlugInContext& context, const InboundMessage& message,
+MessageForm& ChatWindow::makeWindow(PlugInContext& context, const InboundMessage& message,
                                     const InboundDecision& decision)
 {
-    const QPointer<MessageForm> window = new MessageForm(registry_, *this);
-    describePeer(*window, message, decision);
+    auto& window = *new MessageForm(registry_, *this);
+    describePeer(window, message, decision);
     if (decision.window == Window::Known || decision.window == Window::Stranger)
-        window->keepIn(context, bagKey(message, decision.room));
-    const QString peer = decision.room ? message.from : message.bare;
+        window.keepIn(context.Session().Properties(), bagKey(message, decision.room));
     if (IsTrick && !decision.room)
-        window->resources().SetupResourceControls(contact(message.bare));
-    // Kept: without the trick the header lands in the log of the account's own name.
-    reportLog(log_.WriteLogHeader(IsTrick ? peer : message.to));
+        window.resources().SetupResourceControls(contact(message.bare));
     return window;
 }
 
@@ -184,7 +179,7 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
     if (decision.window == Window::Known) {
         const auto* record = contact(message.bare);
         nick = record->nick;
-        window.setPicture(statusImage ? statusImage(message.bare) : QString());
+        window.setPicture(statusimages::FindStatusImg(client_.MyRoster, message.bare));
         window.setNick(nick);
         window.setStatusText(record->Status);
         window.setPeer(message.bare);
@@ -227,11 +222,10 @@ void ChatWindow::showBalloon(const InboundMessage& message, bool room)
 }
 
 // Kept: the opening message is logged with its two addresses swapped, under the account's own name.
-void ChatWindow::writeLogLine(const QString& body, const QString& sender, const QString& to)
+QString ChatWindow::writeLogLine(const QString& body, const QString& sender, const QString& to)
 {
     const bool trick = std::exchange(IsTrick, false);
-    reportLog(trick ? log_.WriteLogLine(body, to, sender, false)
-                    : log_.WriteLogLine(body, sender, to, false));
+    return trick ? log_.WriteLogLine(body, to, sender, false) : log_.WriteLogLine(body, sender, to, false);
 }
 
 void ChatWindow::reportLog(const QString& error)

@@ -43,8 +43,6 @@ public:
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
 
-    // The image key of a contact's status in the contact list.
-    std::function<QString(const QString& jid)> statusImage;
     // The notices window.
     std::function<HeadLineForm&()> notices;
 
@@ -65,16 +63,16 @@ signals:
 
 private:
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
-    bool isRoomOpen(const QString& bare) const;
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);
     void converse(PlugInContext& context, const InboundMessage& message, const InboundDecision& decision);
-    MessageForm* makeWindow(PlugInContext& context, const InboundMessage& message,
+    MessageForm& makeWindow(PlugInContext& context, const InboundMessage& message,
                             const InboundDecision& decision);
     void describePeer(MessageForm& window, const InboundMessage& message, const InboundDecision& decision);
     void showWindow(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
-    void writeLogLine(const QString& body, const QString& sender, const QString& to);
+    // What went wrong, empty for nothing.
+    QString writeLogLine(const QString& body, const QString& sender, const QString& to);
     const CRosterItem* contact(const QString& bare) const;
 
     FormRegistry& registry_;

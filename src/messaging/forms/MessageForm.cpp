@@ -24,8 +24,8 @@ constexpr QSize smallest(467, 414); // 7000 by 6200 twips
 } // namespace
 
 MessageForm::MessageForm(FormRegistry& registry, ChatWindow& hub)
-    : Form(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()), hub_(hub),
-      commands_(hub.client())
+    : SessionForm(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()),
+      hub_(hub), commands_(hub.client())
 {
     ui_->setupUi(this);
     setMinimumSize(smallest);
@@ -215,26 +215,6 @@ void MessageForm::sendByEmail()
                                  QStringLiteral("&subject=Jabber conversation with ") + ui_->txtTO->text());
 }
 
-void MessageForm::keepIn(const PlugInContext& context, const QString& key)
-{
-    Context = context;
-    bagKey_ = key;
-    auto release = [guard = QPointer<MessageForm>(this)](QObject*) {
-        if (guard)
-            guard->discard();
-    };
-    context.Session().Properties().Add(std::shared_ptr<QObject>(this, release), key);
-}
-
-// The bag let go of the window. It is deleted later, since one of its own handlers may be under way.
-void MessageForm::discard()
-{
-    bagKey_.clear();
-    registry().leave(this);
-    hide();
-    release();
-}
-
 bool MessageForm::queryUnload(CloseMode)
 {
     // A window that no bag keeps could never be brought back.
@@ -243,15 +223,6 @@ bool MessageForm::queryUnload(CloseMode)
     Tag = windowtag::of(pos());
     hide();
     return false;
-}
-
-void MessageForm::unload()
-{
-    if (!isKept())
-        return;
-    auto& bag = Context->Session().Properties();
-    if (bag.Item(bagKey_) == this)
-        bag.Remove(bagKey_);
 }
 
 // "[*]" in a title is a place holder of the toolkit's.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/forms/Form.h"
+#include "desktop/forms/SessionForm.h"
 #include "engine/PlugInContext.h"
 #include "messaging/PeerCommands.h"
 #include "messaging/TypingRules.h"
@@ -22,7 +22,7 @@ struct Client;
 // The conversation with one peer, or with one occupant of a room. Windows are made by the hub. One that is
 // kept in its session's bag only hides when it is closed, and returns with its transcript and its unsent
 // text.
-class MessageForm : public Form
+class MessageForm : public SessionForm
 {
     Q_OBJECT
 
@@ -43,8 +43,6 @@ public:
     // Opens the mail client on the transcript, addressed as the person types.
     void sendByEmail();
 
-    // Puts the window into the bag of the context's session, which owns it from here on.
-    void keepIn(const PlugInContext& context, const QString& key);
     void setCaption(const QString& text);
     // The JID that messages go to, also as shown.
     void setPeer(const QString& jid);
@@ -74,14 +72,11 @@ public slots:
 
 protected:
     bool queryUnload(CloseMode mode) override;
-    void unload() override;
 
 private:
     void setUpToolbar();
     void setUpEditing();
     void connectMenus();
-    bool isKept() const { return !bagKey_.isEmpty(); }
-    void discard();
     Client& client() const;
 
     std::unique_ptr<Ui::MessageForm> ui_;
@@ -90,5 +85,4 @@ private:
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;
     QString picture_;
-    QString bagKey_;
 };

@@ -39,13 +39,14 @@ void PrivacyUsrCtrl::cmdAdd_Click()
 {
     auto& boxes = *client_.desktop.boxes;
     const QString title = tr("New blocked User");
+    const SameSession same(client_); // the list of blocked contacts goes with the session
     QString typed;
     QString address;
     while (address.isEmpty()) {
         const auto answer =
             boxes.input(title, tr("Please, add the identifier of the contact to block..."), typed);
         typed = answer.value_or(QString()).trimmed();
-        if (typed.isEmpty())
+        if (typed.isEmpty() || !same)
             return;
         address = BlockedContacts::addressOf(typed);
         if (address.isEmpty())

@@ -6,7 +6,8 @@
 #include "ui_VCardForm.h"
 
 VCardForm::VCardForm(FormRegistry& registry, Client& client)
-    : Form(registry, QStringLiteral("VCardForm")), ui_(std::make_unique<Ui::VCardForm>()), client_(client)
+    : SessionForm(registry, QStringLiteral("VCardForm")), ui_(std::make_unique<Ui::VCardForm>()),
+      client_(client)
 {
     ui_->setupUi(this);
     ui_->lblState->hide();
@@ -23,31 +24,6 @@ VCardForm::VCardForm(FormRegistry& registry, Client& client)
 }
 
 VCardForm::~VCardForm() = default;
-
-void VCardForm::keepIn(const std::shared_ptr<Session>& session, const QString& key)
-{
-    session_ = session;
-    bagKey_ = key;
-    auto release = [guard = QPointer<VCardForm>(this)](QObject*) {
-        if (guard)
-            guard->discard();
-    };
-    session->Properties().Add(std::shared_ptr<QObject>(this, release), key);
-}
-
-// The bag let go of the window, and must not be asked again.
-void VCardForm::discard()
-{
-    session_.reset();
-    requestUnload(CloseMode::Code);
-}
-
-void VCardForm::unload()
-{
-    const auto session = session_.lock();
-    if (session && session->Properties().Item(bagKey_) == this)
-        session->Properties().Remove(bagKey_);
-}
 
 void VCardForm::setPeer(const QString& bareJid)
 {
@@ -75,9 +51,7 @@ void VCardForm::present()
     if (!isVisible())
         setOwn(Tag == client_.ownBareJid());
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringUp();
 }
 
 void VCardForm::setOwn(bool own)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/forms/Form.h"
+#include "desktop/forms/SessionForm.h"
 #include "services/VCard.h"
 
 #include <QString>
@@ -13,12 +13,11 @@ class VCardForm;
 }
 class PlugInContext;
 class QLineEdit;
-class Session;
 struct Client;
 
 // One person's card (vcard-temp, XEP-0054): the own one to be written, another's to be read. Its Tag is the
 // bare JID whose card it is.
-class VCardForm : public Form
+class VCardForm : public SessionForm
 {
     Q_OBJECT
 
@@ -26,8 +25,6 @@ public:
     VCardForm(FormRegistry& registry, Client& client);
     ~VCardForm() override;
 
-    // Puts the window into the bag of its peer's session, which owns it until it is unloaded.
-    void keepIn(const std::shared_ptr<Session>& session, const QString& key);
     // Whose card it is.
     void setPeer(const QString& bareJid);
     // Fills the fields from the context's stanza and says so when it brought no card. An error leaves them as
@@ -44,9 +41,6 @@ public slots:
     void Label5_Click();
     void Label7_Click();
 
-protected:
-    void unload() override;
-
 private:
     VCard card() const;
     QLineEdit* field(const QString& control) const;
@@ -59,10 +53,7 @@ private:
     void showState(const QString& text);
     void showLinks();
     void openLink(const QString& link);
-    void discard();
 
     std::unique_ptr<Ui::VCardForm> ui_;
     Client& client_;
-    std::weak_ptr<Session> session_;
-    QString bagKey_;
 };

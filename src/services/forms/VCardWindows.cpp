@@ -31,11 +31,11 @@ void VCardWindows::OnIQ(PlugInContext& context)
 
 VCardForm& VCardWindows::windowOf(const QString& bareJid)
 {
-    const auto session = client_.Core->PluginManager->sessions().session(bareJid);
-    auto* window = qobject_cast<VCardForm*>(session->Properties().Item(windowKey));
+    auto& bag = client_.Core->PluginManager->sessions().session(bareJid)->Properties();
+    auto* window = qobject_cast<VCardForm*>(bag.Item(windowKey));
     if (!window) {
         window = new VCardForm(registry_, client_);
-        window->keepIn(session, windowKey);
+        window->keepIn(bag, windowKey);
     }
     window->setPeer(bareJid);
     return *window;

@@ -52,7 +52,7 @@ Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFi
 Program::~Program()
 {
     if (ui_)
-        registry_.deleteAllExcept(&ui_->windows.signIn());
+        registry_.deleteAllExcept(&ui_->windows.session.signIn());
 }
 
 bool Program::start()
@@ -66,7 +66,7 @@ bool Program::start()
         return std::make_unique<LateGateway>(
             host, [this](ConnectionHost& ours) { return world_->network.makeGateway(ours); });
     });
-    auto& signIn = ui_->windows.signIn();
+    auto& signIn = ui_->windows.session.signIn();
     // Not quit(): that asks every window again, and one that only hides would keep the program running.
     QObject::connect(
         &signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);

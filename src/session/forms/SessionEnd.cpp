@@ -4,7 +4,6 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "desktop/forms/FormRegistry.h"
-#include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/WindowState.h"
 #include "session/forms/Windows.h"
@@ -25,7 +24,7 @@ SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store)
 
 void SessionEnd::saveWindowPosition()
 {
-    if (const auto* form = windows_.rosterForm())
+    if (const auto* form = windows_.contacts.rosterForm())
         store_.saveWindowPosition(form->geometry(), windowState(*form));
 }
 
@@ -38,15 +37,16 @@ void SessionEnd::emptyLists()
 
 void SessionEnd::showSignIn()
 {
-    windows_.signIn().show();
-    windows_.signIn().activateWindow();
+    windows_.session.signIn().show();
+    windows_.session.signIn().activateWindow();
 }
 
 void SessionEnd::returnToSignIn()
 {
+    ++client_.sessionNumber;
     saveWindowPosition();
     client_.SessionClosing = true;
-    windows_.registry().unloadAllExcept({signInName});
+    windows_.registry.unloadAllExcept({signInName});
     client_.Gateway().DoDisconnect();
     emptyLists();
     showSignIn();
@@ -56,13 +56,13 @@ void SessionEnd::returnToSignIn()
 
 void SessionEnd::cancelSignIn()
 {
+    ++client_.sessionNumber;
     emptyLists();
     client_.IgnoreIQ = true;
     client_.Gateway().DoDisconnect();
     client_.SessionClosing = true;
-    windows_.registry().unloadAllExcept({signInName, QStringLiteral("LoggingInForm")});
-    if (auto* progress = windows_.progressIfLoaded())
-        progress->requestUnload(CloseMode::Code);
+    windows_.registry.unloadAllExcept({signInName, QStringLiteral("LoggingInForm")});
+    windows_.session.closeProgress();
     client_.IgnoreIQ = false;
     showSignIn();
     emit ended();
@@ -71,27 +71,30 @@ void SessionEnd::cancelSignIn()
 // The main window stays on screen, empty, with its wait picture.
 void SessionEnd::connectionLost()
 {
-    windows_.registry().unloadAllExcept({rosterName, signInName});
+    ++client_.sessionNumber;
+    windows_.registry.unloadAllExcept({rosterName, signInName});
     if (client_.MyRoster.Count() == 0)
         return;
-    if (auto* roster = windows_.roster()) {
+    if (auto* roster = windows_.contacts.roster()) {
         roster->RemoveAll();
         roster->setIsInitiated(false);
     }
     emptyLists();
-    if (auto* form = windows_.rosterForm())
-        form->showDisconnected();
     client_.desktop.tray->setIcon(QStringLiteral("LightOff"));
     client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
     emit ended();
+    // The last, since it may show a box.
+    if (auto* form = windows_.contacts.rosterForm())
+        form->showDisconnected();
 }
 
 void SessionEnd::exitProgram()
 {
+    ++client_.sessionNumber;
     saveWindowPosition();
     client_.UserClosing = true;
     if (client_.isConnected())
         client_.Gateway().DoDisconnect();
-    windows_.registry().unloadAllExcept({signInName});
-    windows_.signIn().requestUnload(CloseMode::Code);
+    windows_.registry.unloadAllExcept({signInName});
+    windows_.session.signIn().requestUnload(CloseMode::Code);
 }

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "engine/ConnectionHost.h"
 #include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
-#include "services/Agents.h"
 #include "session/IdleTrim.h"
 #include "session/SessionDispatch.h"
-#include "session/SessionWindows.h"
+#include "session/SessionSteps.h"
+#include "session/forms/ConnectionUi.h"
 #include "session/forms/SessionEnd.h"
 #include "session/forms/Windows.h"
 
@@ -20,7 +19,7 @@ class SettingsStore;
 struct Client;
 
 // The session as the engine and the dispatch see it: their wishes are carried out on the windows.
-class SessionUi : public QObject, public SessionWindows, public ConnectionHost, public ITriggerReceiver
+class SessionUi : public QObject, public SessionSteps, public ITriggerReceiver
 {
     Q_OBJECT
 
@@ -38,42 +37,31 @@ public:
     SessionEnd end;
     SessionDispatch dispatch;
 
-    bool isInitiated() const override;
+    bool isInitiated() const override { return windows.contacts.isInitiated(); }
     void firstContact(const QString& progressLine) override;
     void finishSignIn() override;
-    void streamConnected() override;
     void backToSignIn() override;
     void connectAgain() override;
     QString userName() const override;
     QString password() const override;
-    ApplicationPlugIn& roster() override;
-    ApplicationPlugIn& agents() override { return agents_; }
-    ApplicationPlugIn& chat() override;
     void removeContact(const QString& bareJid) override;
     void showAdminMenu(const QString& server) override;
-    void askAuthorization(PlugInContext& context) override;
-    void showNotice(PlugInContext& context) override;
-    void writeNotice(const QString& from, const QString& body, const QString& subject) override;
-    void noticePresence(PlugInContext& context) override;
-
-    void connectionProgress(const QString& text) override;
-    CertificateAnswer askCertificate(const CertificateInfo& info) override;
-    bool allowPlainPassword(const QString& server) override;
-    QByteArray pinnedCertificate(const QString& server) override;
-    void pinCertificate(const QString& server, const QByteArray& sha256) override;
+    void writeNotice(const QString& from, const QString& body, const QString& subject) override
+    {
+        windows.messages.writeNotice(from, body, subject);
+    }
 
     // The engine's periodic call; reaches the main window while connected.
     void Trigger() override;
 
 private:
-    void wireSignIn();
-    void wireRosterForm(RosterForm& form);
+    void takeStanzas();
+    void streamConnected();
     void loadBannedList();
     void loadWindowPosition();
-    Agents::ContactList contactList();
 
     Client& client_;
     SettingsStore& store_;
-    Agents agents_;
+    ConnectionUi connection_;
     IdleTrim trim_;
 };

@@ -38,6 +38,7 @@ void SignInForm::connectControls()
     connect(ui_->Connect, &QPushButton::clicked, this, &SignInForm::Connect_Click);
     connect(ui_->CMDDisconnect, &QPushButton::clicked, this, [this] {
         client_.UserClosing = true;
+        ++client_.sessionNumber;
         client_.Gateway().DoDisconnect();
     });
     connect(ui_->Check1, &QCheckBox::clicked, this, &SignInForm::onCheck1);
@@ -122,6 +123,7 @@ void SignInForm::Connect_Click()
     if (!client_.desktop.network->isConnected())
         client_.desktop.network->dial(false);
     client_.UserClosing = false;
+    ++client_.sessionNumber;
     auto& gateway = client_.Gateway();
     gateway.setSecure(client_.settings.SSL);
     gateway.setProxy(client_.proxy);

@@ -30,9 +30,10 @@ TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, Tray
     connect(&menus, &TrayMenus::minimizeChosen, this, &TrayControl::onMinimize);
     connect(&menus, &TrayMenus::exitChosen, &end, &SessionEnd::exitProgram);
     connect(&end, &SessionEnd::ended, &menus, [&menus] { menus.setConnected(false); });
-    connect(&windows.signIn(), &SignInForm::hiddenInTray, &menus, [&menus] { menus.setMinimized(true); });
-    connect(&windows, &Windows::rosterFormMade, this, &TrayControl::follow);
-    if (auto* form = windows.rosterForm())
+    connect(&windows.session.signIn(), &SignInForm::hiddenInTray, &menus,
+            [&menus] { menus.setMinimized(true); });
+    connect(&windows.contacts, &ContactWindows::rosterFormMade, this, &TrayControl::follow);
+    if (auto* form = windows.contacts.rosterForm())
         follow(*form);
 }
 
@@ -49,7 +50,7 @@ void TrayControl::follow(RosterForm& form)
 
 void TrayControl::onDoubleClick()
 {
-    auto* form = windows_.rosterForm();
+    auto* form = windows_.contacts.rosterForm();
     if (form && form->isMinimized()) {
         bringUp(*form);
         menus_.setMinimized(false);
@@ -61,14 +62,14 @@ void TrayControl::onStatus(int index)
     static constexpr std::array<void (RosterForm::*)(), 5> commands = {
         &RosterForm::mRosterSAvailable_Click, &RosterForm::mRosterSAway_Click,
         &RosterForm::mRosterSXAway_Click, &RosterForm::mRosterSDND_Click, &RosterForm::mRosterSFFC_Click};
-    auto* form = windows_.rosterForm();
+    auto* form = windows_.contacts.rosterForm();
     if (form && client_.isConnected())
         (form->*commands.at(static_cast<std::size_t>(index)))();
 }
 
 void TrayControl::onConnect()
 {
-    if (auto* form = windows_.rosterForm(); form && client_.isConnected()) {
+    if (auto* form = windows_.contacts.rosterForm(); form && client_.isConnected()) {
         form->mRosterTDiscon_Click();
         menus_.setConnected(false);
     } else {
@@ -78,20 +79,20 @@ void TrayControl::onConnect()
 
 void TrayControl::onRestore()
 {
-    if (auto* form = windows_.rosterForm(); form && client_.isConnected())
+    if (auto* form = windows_.contacts.rosterForm(); form && client_.isConnected())
         bringUp(*form);
     else
-        bringUp(windows_.signIn());
+        bringUp(windows_.session.signIn());
     menus_.setMinimized(false);
 }
 
 void TrayControl::onMinimize()
 {
-    if (auto* form = windows_.rosterForm(); form && client_.isConnected()) {
+    if (auto* form = windows_.contacts.rosterForm(); form && client_.isConnected()) {
         form->showMinimized();
-        windows_.showInTray();
+        windows_.contacts.showInTray();
     } else {
-        windows_.signIn().hide();
+        windows_.session.signIn().hide();
     }
     menus_.setMinimized(true);
 }

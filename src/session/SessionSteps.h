@@ -2,14 +2,11 @@
 
 #include <QString>
 
-class ApplicationPlugIn;
-class PlugInContext;
-
-// What the dispatch of stanzas asks of the windows.
-class SessionWindows
+// What the dispatch of stanzas asks of the windows, beside passing stanzas on.
+class SessionSteps
 {
 public:
-    virtual ~SessionWindows() = default;
+    virtual ~SessionSteps() = default;
 
     // Whether the contact list of this session has been set up.
     virtual bool isInitiated() const = 0;
@@ -18,7 +15,6 @@ public:
     virtual void firstContact(const QString& progressLine) = 0;
     // A list after the first has come: the progress window goes.
     virtual void finishSignIn() = 0;
-    virtual void streamConnected() = 0;
     // The progress window goes and the sign-in window comes back.
     virtual void backToSignIn() = 0;
     // Connects with what stands in the sign-in window.
@@ -27,19 +23,8 @@ public:
     virtual QString userName() const = 0;
     virtual QString password() const = 0;
 
-    virtual ApplicationPlugIn& roster() = 0;
-    virtual ApplicationPlugIn& agents() = 0;
-    virtual ApplicationPlugIn& chat() = 0;
-
     virtual void removeContact(const QString& bareJid) = 0;
     virtual void showAdminMenu(const QString& server) = 0;
-
-    // A new dialog that answers the request of the context.
-    virtual void askAuthorization(PlugInContext& context) = 0;
-    // A headline or an error, with its sound, in the notices window.
-    virtual void showNotice(PlugInContext& context) = 0;
     // A line of the client's own in the notices window.
     virtual void writeNotice(const QString& from, const QString& body, const QString& subject) = 0;
-    // A presence of type error or close.
-    virtual void noticePresence(PlugInContext& context) = 0;
 };

@@ -1,0 +1,71 @@
+#include "messaging/forms/MessageWindows.h"
+
+#include "contacts/Client.h"
+#include "desktop/forms/FormRegistry.h"
+#include "messaging/forms/HeadLineForm.h"
+#include "messaging/forms/authorizeForm.h"
+
+MessageWindows::MessageWindows(FormRegistry& registry, Client& client)
+    : hub(registry, client), registry_(registry), client_(client)
+{
+    hub.notices = [this]() -> HeadLineForm& { return notices(); };
+    connect(&hub, &ChatWindow::conferenceInvited, this, &MessageWindows::tellInvitation);
+}
+
+HeadLineForm& MessageWindows::notices()
+{
+    return registry_.single<HeadLineForm>(QStringLiteral("HeadLineForm"), [this] {
+        auto* form = new HeadLineForm(registry_, client_);
+        connect(form, &HeadLineForm::connectionLost, this, &MessageWindows::connectionLost);
+        return form;
+    });
+}
+
+void MessageWindows::showNotices()
+{
+    notices().showAtPlace();
+    notices().bringUp();
+}
+
+void MessageWindows::OnMessage(PlugInContext& context)
+{
+    if (client_.settings.SoundOnNewMessage)
+        client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
+    notices().OnMessage(context);
+    notices().showAtPlace();
+}
+
+void MessageWindows::OnPresence(PlugInContext& context)
+{
+    notices().OnPresence(context);
+}
+
+void MessageWindows::writeNotice(const QString& from, const QString& body, const QString& subject)
+{
+    notices().WriteMessage(from, body, subject);
+    notices().showAtPlace();
+}
+
+void MessageWindows::askAuthorization(PlugInContext& context)
+{
+    auto* form = new authorizeForm(registry_, client_);
+    if (client_.settings.AuthAskForAll) {
+        form->show();
+        form->setUserName(context.Stanza().From());
+    }
+    form->OnPresence(context);
+}
+
+void MessageWindows::openConversation(const QString& jid, bool trick)
+{
+    if (trick)
+        hub.IsTrick = true;
+    hub.SendMessage(jid);
+}
+
+// Whoever invites must not be able to put a box before the person, which would stop the connection.
+void MessageWindows::tellInvitation(const RoomInvitation& invitation)
+{
+    const QString room = invitation.room + u'@' + invitation.servers.value(invitation.servers.size() - 1);
+    writeNotice(invitation.from, invitation.text, tr("Invitation to %1").arg(room));
+}

@@ -1,0 +1,157 @@
+#include "session/StanzaRoutes.h"
+
+#include "contacts/Client.h"
+#include "engine/ApplicationPlugIn.h"
+#include "engine/Jid.h"
+
+#include <utility>
+
+namespace
+{
+
+// The first row that fits.
+template <typename Key, typename Value, std::size_t rows>
+Destination found(const std::pair<Key, Destination> (&table)[rows], const Value& value,
+                  Destination otherwise = Destination::Nowhere)
+{
+    for (const auto& [key, destination] : table) {
+        if (key == value)
+            return destination;
+    }
+    return otherwise;
+}
+
+Destination ofBrowse(const PlugInContext& context)
+{
+    static constexpr std::pair<QStringView, Destination> lists[] = {
+        {u"Check_Server", Destination::ServerCheck},   {u"VRX_GET_SERVICE", Destination::SearchServices},
+        {u"VRX_browser", Destination::SearchServices}, {u"VRX_GET_CHATROOM", Destination::ChatRooms},
+        {u"VRX_CHATROOM?", Destination::ChatRooms},
+    };
+    static constexpr std::pair<QStringView, Destination> others[] = {
+        {u"VRX_GET_SUPPORTEDNS", Destination::SupportedNamespaces},
+        {u"VRX_GET_ONLINEUSERS", Destination::OnlineUsers},
+    };
+    const QString id = context.Stanza().IqFields().Id();
+    const bool room = context.Session().Properties().Exists(QStringLiteral("IsGroupchat"));
+    return found(lists, id, room ? Destination::GroupChat : found(others, id));
+}
+
+// Mail notices of the two gateways that the person may have switched off.
+bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
+{
+    const QString from = fields.From().toLower();
+    const QString server = client.Gateway().Server().toLower();
+    if (!client.settings.CheckHotmail && from == QStringLiteral("msn.") + server &&
+        fields.Subject() == u"Hotmail")
+        return true;
+    return !client.settings.CheckYahooMail && from == QStringLiteral("yim.") + server &&
+           fields.Subject() == u"Yahoo! E-mail notification";
+}
+
+} // namespace
+
+void StanzaRoutes::take(Destination destination, Handler handler)
+{
+    handlers_.at(static_cast<std::size_t>(destination)) = std::move(handler);
+}
+
+void StanzaRoutes::take(Destination destination, ApplicationPlugIn& control)
+{
+    take(destination, [&control](PlugInContext& context) {
+        switch (context.Stanza().kind()) {
+        case Stanza::Kind::Iq:
+            return control.OnIQ(context);
+        case Stanza::Kind::Message:
+            return control.OnMessage(context);
+        case Stanza::Kind::Presence:
+            return control.OnPresence(context);
+        case Stanza::Kind::Other:
+            return;
+        }
+    });
+}
+
+void StanzaRoutes::pass(Destination destination, PlugInContext& context) const
+{
+    const auto index = static_cast<std::size_t>(destination);
+    if (index < handlers_.size() && handlers_[index])
+        handlers_[index](context);
+}
+
+Destination StanzaRoutes::ofIqChild(pugi::xml_node child, const PlugInContext& context)
+{
+    static constexpr std::pair<std::string_view, Destination> table[] = {
+        {"jabber:iq:roster", Destination::ContactList},   {"jabber:iq:agents", Destination::AgentList},
+        {"jabber:iq:auth", Destination::SignInRefusal},   {"jabber:iq:register", Destination::Transport},
+        {"jabber:iq:search", Destination::Search},        {"vcard-temp", Destination::VCard},
+        {"jabber:iq:conference", Destination::GroupChat}, {"jabber:iq:oob", Destination::FileTransfer},
+    };
+    if (child.type() != pugi::node_element)
+        return Destination::Nowhere;
+    const auto ns = xml::xmlns(child);
+    return ns == "jabber:iq:browse" ? ofBrowse(context) : found(table, ns);
+}
+
+Destination StanzaRoutes::ofIqId(const Stanza& iq)
+{
+    const QString id = iq.IqFields().Id();
+    if (id == u"VRX_new")
+        return Destination::RegistrationAnswer;
+    if (id == u"VRX_UNREGISTER")
+        return Destination::Transport;
+    // The refusal of a card need not repeat the card.
+    const auto isCard = [](pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; };
+    return id == u"JCOM_51" && !iq.root().find_child(isCard) ? Destination::VCard : Destination::Nowhere;
+}
+
+bool StanzaRoutes::endsIq(Destination destination, const Stanza& iq)
+{
+    if (destination == Destination::ServerCheck)
+        return iq.IqFields().Type() == u"error";
+    return destination == Destination::SupportedNamespaces && offersAdmin(iq);
+}
+
+bool StanzaRoutes::offersAdmin(const Stanza& iq)
+{
+    for (const auto& match : iq.IqFields().Document().select_nodes("//ns")) {
+        if (xml::text(match.node()).toLower().contains(u"jabber:iq:admin"))
+            return true;
+    }
+    return false;
+}
+
+Destination StanzaRoutes::ofMessage(const Stanza& stanza, const Client& client)
+{
+    const auto fields = stanza.MessageFields();
+    const QString type = fields.Type();
+    if (type == u"headline")
+        return isUnwantedMailNotice(fields, client) ? Destination::Nowhere : Destination::Notices;
+    if (type == u"error")
+        return client.settings.CheckError ? Destination::Notices : Destination::Nowhere;
+    if (type == u"groupchat")
+        return Destination::GroupChat;
+    return client.MyBanList.BannedJID(jid::bare(stanza.From())) ? Destination::Nowhere : Destination::Chat;
+}
+
+Destination StanzaRoutes::ofPresence(const Stanza& stanza, const Client& client, bool isInitiated)
+{
+    static constexpr std::pair<QStringView, Destination> ofPerson[] = {
+        {u"subscribe", Destination::AuthorizationRequest},
+        {u"subscribed", Destination::AuthorizationAccepted},
+        {u"unsubscribe", Destination::RemovedByContact},
+        {u"unsubscribed", Destination::AuthorizationRefused},
+    };
+    const QString type = stanza.PresenceFields().Type();
+    if (!isInitiated)
+        return type == u"connect" ? Destination::StreamUp : Destination::Nowhere;
+    if (type == u"close")
+        return Destination::Notices;
+    if (type == u"error") {
+        const bool wanted = stanza.From().isEmpty() || client.settings.CheckError;
+        return wanted ? Destination::Notices : Destination::Nowhere;
+    }
+    if (!client.MyAgents.JIDExists(jid::bare(stanza.From())))
+        return found(ofPerson, type, Destination::ContactPresence);
+    return type == u"subscribe" ? Destination::GatewayRequest : Destination::ContactPresence;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/ConnectionHost.h"
+
+#include <QCoreApplication>
+
+class SessionWindows;
+class SettingsStore;
+struct Client;
+
+// What the engine tells and asks while a connection is made: its progress in the progress window, its
+// questions to the person, and what they answered for good in the settings.
+class ConnectionUi : public ConnectionHost
+{
+    Q_DECLARE_TR_FUNCTIONS(ConnectionUi)
+
+public:
+    // All must outlive the object.
+    ConnectionUi(Client& client, SessionWindows& windows, SettingsStore& store);
+
+    void connectionProgress(const QString& text) override;
+    CertificateAnswer askCertificate(const CertificateInfo& info) override;
+    bool allowPlainPassword(const QString& server) override;
+    QByteArray pinnedCertificate(const QString& server) override;
+    void pinCertificate(const QString& server, const QByteArray& sha256) override;
+
+private:
+    Client& client_;
+    SessionWindows& windows_;
+    SettingsStore& store_;
+};
