@@ -1,6 +1,6 @@
-#include "settings/KeychainSecretStore.h"
 #include "settings/Module.h"
 #include "settings/Paths.h"
+#include "settings/SecretStore.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingSecrets.h"
 #include "support/Table.h"

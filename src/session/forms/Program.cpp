@@ -17,8 +17,8 @@
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayControl.h"
 #include "session/forms/TrayMenus.h"
-#include "settings/KeychainSecretStore.h"
 #include "settings/Paths.h"
+#include "settings/SecretStore.h"
 
 #include <QApplication>
 #include <QCursor>
