@@ -1,4 +1,4 @@
-#include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/QtDesktop.h"
 #include "support/RecordingDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"

@@ -1,5 +1,5 @@
 #include "desktop/SafeLink.h"
-#include "desktop/forms/DesktopLinkOpener.h"
+#include "desktop/forms/QtDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
