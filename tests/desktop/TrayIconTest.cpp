@@ -1,5 +1,4 @@
 #include "desktop/BalloonQueue.h"
-#include "desktop/PlainNotice.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
