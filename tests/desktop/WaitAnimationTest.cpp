@@ -1,6 +1,6 @@
 #include "desktop/forms/WaitAnimation.h"
 
-#include "services/GifFile.h"
+#include "desktop/GifFile.h"
 #include "support/RecordingDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"

@@ -1,6 +1,6 @@
 #include "desktop/AnimatedGif.h"
 
-#include "services/GifFile.h"
+#include "desktop/GifFile.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
