@@ -1,6 +1,6 @@
 #include "contacts/BannedListFile.h"
 
-#include "contacts/CBanList.h"
+#include "contacts/Collections.h"
 #include "contacts/RosterItemXml.h"
 #include "engine/Xml.h"
 #include "settings/Paths.h"

@@ -1,6 +1,6 @@
 #include "messaging/InboundRules.h"
 
-#include "contacts/CAgents.h"
+#include "contacts/Collections.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
 

@@ -1,5 +1,5 @@
 #include "contacts/BannedListFile.h"
-#include "contacts/CBanList.h"
+#include "contacts/Collections.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
