@@ -1,5 +1,6 @@
-#include "contacts/BannedListFile.h"
-#include "contacts/Collections.h"
+#include "contacts/BlockedContacts.h"
+#include "contacts/Client.h"
+#include "settings/Paths.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
@@ -9,7 +10,7 @@
 #include <QFileInfo>
 #include <QTest>
 
-class BannedListFileTest : public QObject
+class BlockedContactsTest : public QObject
 {
     Q_OBJECT
 
@@ -17,13 +18,11 @@ private slots:
     void aMissingFileIsMadeAtTheFirstLoad()
     {
         TempProfile profile;
-        const BannedListFile file;
-        QCOMPARE(file.fileName(), profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml");
-        QVERIFY(!QFileInfo::exists(file.fileName()));
-        CBanList list;
-        QCOMPARE(file.load(list), QString());
-        QCOMPARE(content(file.fileName()), QByteArray("<banned></banned>\n"));
-        const auto others = QFile::permissions(file.fileName()) &
+        Client client;
+        QCOMPARE(BlockedContacts(client).load(), QString());
+        QCOMPARE(content(profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml"),
+                 QByteArray("<banned></banned>\n"));
+        const auto others = QFile::permissions(listFile()) &
                             ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
         QCOMPARE(int(others), 0);
     }
@@ -46,14 +45,13 @@ private slots:
     {
         QFETCH(QByteArray, text);
         TempProfile profile;
-        const BannedListFile file;
-        put(file.fileName(), text);
-        CBanList list;
-        QCOMPARE(file.load(list), QString());
-        QCOMPARE(file.load(list), QString());
+        put(listFile(), text);
+        Client client;
+        QCOMPARE(BlockedContacts(client).load(), QString());
+        QCOMPARE(BlockedContacts(client).load(), QString());
         QStringList loaded;
-        for (int position = 1; position <= list.Count(); ++position)
-            loaded += list.Item(position)->JID;
+        for (int position = 1; position <= client.MyBanList.Count(); ++position)
+            loaded += client.MyBanList.Item(position)->JID;
         QTEST(loaded, "expected");
     }
 
@@ -78,13 +76,18 @@ private slots:
         QFETCH(QByteArray, before);
         QFETCH(QString, change);
         TempProfile profile;
-        const BannedListFile file;
         if (!before.isEmpty())
-            put(file.fileName(), before);
-        QCOMPARE(change.startsWith('+') ? file.add(change.mid(1)) : file.remove(change.mid(1)), QString());
-        QTEST(content(file.fileName()), "after");
+            put(listFile(), before);
+        Client client;
+        BlockedContacts blocked(client);
+        if (change.startsWith('-'))
+            client.MyBanList.Add(change.mid(1));
+        QCOMPARE(change.startsWith('+') ? blocked.add(change.mid(1) + "/home") : blocked.remove(1),
+                 QString());
+        QCOMPARE(blocked.contains(change.mid(1) + "/work"), change.startsWith('+'));
+        QTEST(content(listFile()), "after");
         // Nothing of the writing is left beside it.
-        QCOMPARE(QFileInfo(file.fileName()).dir().entryList(QDir::Files | QDir::Hidden),
+        QCOMPARE(QFileInfo(listFile()).dir().entryList(QDir::Files | QDir::Hidden),
                  QStringList("BannedList.xml"));
     }
 
@@ -104,30 +107,33 @@ private slots:
         QFETCH(bool, readOnly);
         QFETCH(int, loaded);
         TempProfile profile;
-        const BannedListFile file;
-        put(file.fileName(), text);
+        put(listFile(), text);
         if (readOnly)
-            QFile::setPermissions(file.fileName(), QFile::ReadOwner);
-        CBanList list;
-        QCOMPARE(file.load(list).isEmpty(), loaded >= 0);
-        QCOMPARE(list.Count(), qMax(loaded, 0));
-        QVERIFY(file.add("b@x").contains(file.fileName()));
-        QVERIFY(file.remove("a@x").contains(file.fileName()));
-        QCOMPARE(content(file.fileName()), text);
+            QFile::setPermissions(listFile(), QFile::ReadOwner);
+        Client client;
+        BlockedContacts blocked(client);
+        QCOMPARE(blocked.load().isEmpty(), loaded >= 0);
+        QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0));
+        QVERIFY(blocked.add("b@x").contains(listFile()));
+        QVERIFY(blocked.remove(1).contains(listFile()));
+        QVERIFY(blocked.contains("b@x")); // for this run
+        QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0) + 1);
+        QCOMPARE(content(listFile()), text);
     }
 
     void aFolderThatCannotBeMadeIsTold()
     {
         TempProfile profile;
         put(profile.path() + "/data/Brelo", "in the way");
-        const BannedListFile file;
-        CBanList list;
-        QVERIFY(!file.load(list).isEmpty());
-        QVERIFY(!file.add("a@x").isEmpty());
+        Client client;
+        QVERIFY(!BlockedContacts(client).load().isEmpty());
+        QVERIFY(!BlockedContacts(client).add("a@x").isEmpty());
         QCOMPARE(content(profile.path() + "/data/Brelo"), QByteArray("in the way"));
     }
 
 private:
+    static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
+
     static void put(const QString& file, const QByteArray& text)
     {
         QDir().mkpath(QFileInfo(file).path());
@@ -143,5 +149,5 @@ private:
     }
 };
 
-BRELO_TEST(BannedListFileTest)
-#include "BannedListFileTest.moc"
+BRELO_TEST(BlockedContactsTest)
+#include "BlockedContactsTest.moc"
