@@ -4,7 +4,7 @@
 #include "contacts/ContactDrop.h"
 #include "contacts/FixedGroups.h"
 #include "contacts/RosterStanzas.h"
-#include "contacts/StatusImages.h"
+#include "contacts/StatusRules.h"
 #include "contacts/forms/RosterContextMenu.h"
 #include "contacts/forms/RosterView.h"
 
@@ -124,7 +124,7 @@ void Roster::RetriveVCard(const QString& JID)
 QString Roster::FindStatusImg(const QString& JID) const
 {
     const auto* item = client_.MyRoster.record(JID);
-    const QString key = item ? statusimages::StatusImageKey(item->Status) : QString();
+    const QString key = item ? statusrules::StatusImageKey(item->Status) : QString();
     return key.isEmpty() ? QStringLiteral("Offline") : key;
 }
 

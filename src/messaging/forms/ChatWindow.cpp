@@ -1,11 +1,10 @@
 #include "messaging/forms/ChatWindow.h"
 
 #include "contacts/Client.h"
+#include "contacts/StatusRules.h"
 #include "desktop/forms/FormRegistry.h"
-#include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
 #include "messaging/InboundRules.h"
-#include "messaging/ShowPicture.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
@@ -19,9 +18,6 @@ namespace
 
 using Action = InboundDecision::Action;
 using Window = InboundDecision::Window;
-
-constexpr int offlinePicture = 4;
-constexpr int unknownPicture = 9;
 
 QString bagKey(const InboundMessage& message, bool room)
 {
@@ -190,7 +186,7 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
         window.setPeer(message.bare);
     } else if (decision.window == Window::Stranger) {
         nick = message.from;
-        window.setPicture(ImageList::keyAt(unknownPicture));
+        window.setPicture(QStringLiteral("Pendingauth"));
         window.setCanAdd(!decision.room);
         window.setPeer(decision.room ? message.from : message.bare);
     }
@@ -253,12 +249,12 @@ void ChatWindow::OnPresence(PlugInContext& context)
     const auto presence = context.Stanza().PresenceFields();
     const bool available = presence.IsAvailable();
     if (available) {
-        if (const auto picture = pictureOfShow(presence.Show())) {
-            window->setPicture(ImageList::keyAt(*picture));
+        if (const QString picture = statusrules::StatusImageKey(presence.Show()); !picture.isEmpty()) {
+            window->setPicture(picture);
             window->setStatusText(presence.Status());
         }
     } else if (ResourceControls::NoResourcesLeft(*record)) {
-        window->setPicture(ImageList::keyAt(offlinePicture));
+        window->setPicture(QStringLiteral("Offline"));
         window->setStatusText(presence.Status());
         return;
     }
