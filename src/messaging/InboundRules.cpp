@@ -1,10 +1,52 @@
 #include "messaging/InboundRules.h"
 
 #include "contacts/Collections.h"
+#include "engine/Jid.h"
+#include "engine/Xml.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
 
 #include <QCoreApplication>
+
+namespace
+{
+
+InboundRoad roadOf(const QString& type)
+{
+    if (type.isEmpty())
+        return InboundRoad::Plain;
+    if (type == u"chat")
+        return InboundRoad::Chat;
+    return type == u"normal" ? InboundRoad::Normal : InboundRoad::Other;
+}
+
+} // namespace
+
+InboundMessage InboundMessage::of(const Stanza& stanza)
+{
+    const auto fields = stanza.MessageFields();
+    const QString from = stanza.From();
+    return {roadOf(fields.Type()),
+            from,
+            jid::bare(from),
+            jid::resource(from),
+            stanza.To(),
+            fields.Body(),
+            stanza.XNamespace() == u"jabber:x:event",
+            fields.XNamespace() == u"jabber:x:conference"};
+}
+
+RoomInvitation RoomInvitation::of(const Stanza& stanza)
+{
+    RoomInvitation invitation{stanza.From(), stanza.MessageFields().Body(), {}, {}};
+    for (const auto found : stanza.root().select_nodes(".//*[local-name()='x'][@jid]")) {
+        const QString jid = xml::attribute(found.node(), "jid");
+        const auto at = jid.indexOf(u'@');
+        invitation.room = jid.left(qMax<qsizetype>(at, 0));
+        invitation.servers += jid.mid(at + 1);
+    }
+    return invitation;
+}
 
 namespace inbound
 {

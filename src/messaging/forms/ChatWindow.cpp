@@ -4,7 +4,6 @@
 #include "contacts/StatusRules.h"
 #include "desktop/forms/FormRegistry.h"
 #include "engine/Jid.h"
-#include "messaging/InboundRules.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
