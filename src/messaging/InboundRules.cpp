@@ -11,13 +11,13 @@
 namespace
 {
 
-InboundRoad roadOf(const QString& type)
+MessageType typeOf(const QString& type)
 {
     if (type.isEmpty())
-        return InboundRoad::Plain;
+        return MessageType::Plain;
     if (type == u"chat")
-        return InboundRoad::Chat;
-    return type == u"normal" ? InboundRoad::Normal : InboundRoad::Other;
+        return MessageType::Chat;
+    return type == u"normal" ? MessageType::Normal : MessageType::Other;
 }
 
 } // namespace
@@ -26,7 +26,7 @@ InboundMessage InboundMessage::of(const Stanza& stanza)
 {
     const auto fields = stanza.MessageFields();
     const QString from = stanza.From();
-    return {roadOf(fields.Type()),
+    return {typeOf(fields.Type()),
             from,
             jid::bare(from),
             jid::resource(from),
@@ -56,10 +56,10 @@ namespace
 using Action = InboundDecision::Action;
 using Window = InboundDecision::Window;
 
-// The sound and the prepared reply are the same on all roads.
+// The sound and the prepared reply are the same for all types.
 bool sounds(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
 {
-    const bool audible = message.road == InboundRoad::Chat || message.road == InboundRoad::Normal;
+    const bool audible = message.type == MessageType::Chat || message.type == MessageType::Normal;
     return audible && !world.trick && settings.SoundOnNewMessage;
 }
 
@@ -83,11 +83,11 @@ InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& wo
     return decision;
 }
 
-// A typing notice never opens a window. Kept: on the normal and plain roads the extension alone counts,
+// A typing notice never opens a window. Kept: in normal and plain messages the extension alone counts,
 // whatever the body holds.
 bool isTyping(const InboundMessage& message)
 {
-    return message.hasEvent && (message.road != InboundRoad::Chat || message.body.isEmpty());
+    return message.hasEvent && (message.type != MessageType::Chat || message.body.isEmpty());
 }
 
 Window windowFor(const InboundWorld& world, const Settings& settings)
@@ -117,13 +117,13 @@ InboundDecision decide(const InboundMessage& message, const InboundWorld& world,
         decision.action = Action::Invitation;
         return decision;
     }
-    if (message.road == InboundRoad::Other) {
+    if (message.type == MessageType::Other) {
         decision.action = Action::LogOnly;
         return decision;
     }
     if (world.roomOpen)
         return decideRoom(message, world, settings);
-    if (message.road == InboundRoad::Plain && world.notice) {
+    if (message.type == MessageType::Plain && world.notice) {
         decision.action = Action::Notice;
         return decision;
     }

@@ -9,12 +9,12 @@ class CAgents;
 struct Settings;
 struct SiteData;
 
-// By its type, a message takes one of three roads, or none.
-enum class InboundRoad { Chat, Normal, Plain, Other };
+// The types of messages that make a conversation; plain is a message without a type.
+enum class MessageType { Chat, Normal, Plain, Other };
 
 // What the decision reads of a message.
 struct InboundMessage {
-    InboundRoad road = InboundRoad::Other;
+    MessageType type = MessageType::Other;
     QString from;
     QString bare;     // `from` up to the first "/"
     QString resource; // what follows it

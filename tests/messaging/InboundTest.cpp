@@ -25,7 +25,7 @@ void apply(Settings& settings, int flags)
 
 } // namespace
 
-// What becomes of an inbound message: the three roads and their side roads, on real windows.
+// What becomes of an inbound message: by its type and its sender, on real windows.
 class InboundTest : public QObject
 {
     Q_OBJECT
@@ -244,7 +244,7 @@ private slots:
         QCOMPARE(window->peerJid(), will);
         QCOMPARE(f.transcript(*window), QStringLiteral(" <07:08>  %1: pst\n").arg(will));
         QVERIFY(!f.window(room.Tag));
-        // A balloon always, three dots always; no typing notices here; the plain road plays no sound.
+        // A balloon always, three dots always; no typing notices here; a plain message plays no sound.
         QCOMPARE(f.world.tray.balloons.value(0), QStringLiteral("Message from %1|pst...").arg(will));
         QVERIFY(f.transcript(*f.window(room.Tag, "ChatWndkit")).contains("hey"));
         QCOMPARE(f.world.sounds.played.size(), 1);

@@ -93,7 +93,7 @@ InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& c
     InboundWorld world;
     world.roomOpen = message.from.contains(u'/') && isRoomOpen(message.bare);
     world.notice =
-        message.road == InboundRoad::Plain &&
+        message.type == MessageType::Plain &&
         inbound::isServerNotice(message.bare, client_.Gateway().Server(), client_.MyAgents, client_.site);
     world.windowOpen = windowIn(context, bagKey(message, world.roomOpen));
     world.known = client_.MyRoster.DoesJIDExist(message.bare);
