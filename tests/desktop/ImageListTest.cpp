@@ -51,7 +51,6 @@ private slots:
                                 "chatroom",      "Service",     "ServerOFF",  "ServerON"};
         for (int i = 0; i < order.size(); ++i)
             QCOMPARE(ImageList::keyAt(i + 1), order[i]);
-        QCOMPARE(ImageList::at(23).pixmap(16).toImage(), ImageList::icon("free4chat").pixmap(16).toImage());
     }
 
     void everyKeyHasAPictureOfItsOwn()
