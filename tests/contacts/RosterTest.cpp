@@ -1,12 +1,15 @@
 #include "contacts/WindowFixture.h"
+#include "support/ChildProcess.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTimer>
 
 // The contact list in its real window.
 class RosterTest : public QObject
@@ -254,6 +257,40 @@ private slots:
         QCOMPARE(tree.Item(tree.NodeIndexOfKey("a@x"))->parent->key, QString("Club"));
     }
 
+    // The drag runs an event loop of its own on the view, in which the session can end.
+    void aWindowUnloadedUnderADragOutlivesIt()
+    {
+        if (QGuiApplication::platformName() != "minimal")
+            return onPlatformWithDrags();
+        WindowFixture window;
+        const QPointer<RosterForm> form = window.form;
+        bool dragged = false;
+        bool livedOn = false;
+        const auto end = [&] {
+            livedOn = form;
+            QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+            QCoreApplication::sendEvent(this, &escape);
+        };
+        const auto unload = [&] {
+            dragged = window.view->isBusy();
+            window.client.SessionClosing = true;
+            window.form->requestUnload(CloseMode::Code);
+            QTimer::singleShot(0, this, end);
+        };
+        QEventLoop program;
+        QTimer::singleShot(0, this, [&] {
+            QTimer::singleShot(0, this, unload);
+            window.drag("a@x", "Club");
+            program.quit();
+        });
+        program.exec();
+        QVERIFY(dragged);
+        QVERIFY(livedOn);
+        QVERIFY(!window.registry.find("RosterForm"));
+        QTRY_VERIFY(!form);
+        QVERIFY(window.engine.takeSent().isEmpty());
+    }
+
     void selectionAndFoldersOutliveARebuild()
     {
         WindowFixture window;
@@ -284,6 +321,21 @@ private slots:
         QVERIFY(window.roster->AddGroupItem("Mine"));
         QVERIFY(!window.roster->AddGroupItem("Mine"));
         QTRY_COMPARE(reset.count(), 1);
+    }
+
+private:
+    // Runs the present test in a process of its own: offscreen, a drag ends as soon as it starts.
+    static void onPlatformWithDrags()
+    {
+        QProcess process;
+        child::endsWithUs(process);
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "minimal");
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), {QTest::currentTestFunction()});
+        QVERIFY(process.waitForFinished());
+        QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+                 process.readAllStandardOutput().constData());
     }
 };
 
