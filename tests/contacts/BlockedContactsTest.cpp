@@ -5,11 +5,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTest>
-
 class BlockedContactsTest : public QObject
 {
     Q_OBJECT
@@ -73,8 +68,7 @@ private slots:
 
     void aChangeIsWritten()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QString, change);
+        const auto [before, change] = fetched<QByteArray, QString>();
         TempProfile profile;
         if (!before.isEmpty())
             put(listFile(), before);
@@ -103,9 +97,7 @@ private slots:
 
     void aFileThatCannotBeUsedIsLeftAlone()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(bool, readOnly);
-        QFETCH(int, loaded);
+        const auto [text, readOnly, loaded] = fetched<QByteArray, bool, int>();
         TempProfile profile;
         put(listFile(), text);
         if (readOnly)

@@ -2,8 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class RosterDrawingTest : public QObject
 {
     Q_OBJECT
@@ -36,7 +34,7 @@ private slots:
 
     void aRecordIsDrawnInItsFolder()
     {
-        QFETCH(QString, record);
+        const auto [record, all, online] = fetched<QString, QString, QString>();
         const QStringList field = record.split('|');
         for (const bool onlineOnly : {false, true}) {
             ListFixture list;
@@ -48,8 +46,7 @@ private slots:
             list.drawing.Refresh();
             const TreeNode* node = list.find("j@x");
             const QString drawn = node ? node->parent->key + "/" + list.node("j@x") : QString("none");
-            QFETCH(QString, all);
-            QTEST(drawn, onlineOnly ? "onlineOnly" : "all");
+            QCOMPARE(drawn, onlineOnly ? online : all);
         }
     }
 

@@ -2,8 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class RosterStanzasTest : public QObject
 {
     Q_OBJECT
@@ -24,8 +22,7 @@ private slots:
 
     void valuesAreEscapedWhereTheyStand()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
+        const auto [text, expected] = fetched<QString, QString>();
         QCOMPARE(text, expected);
     }
 };

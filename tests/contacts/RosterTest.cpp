@@ -3,14 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
-#include <QPointer>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTimer>
-
 // The contact list in its real window.
 class RosterTest : public QObject
 {
@@ -30,8 +22,7 @@ private slots:
 
     void aRightClickWorksOutTheMenu()
     {
-        QFETCH(QString, key);
-        QFETCH(bool, agentOnline);
+        const auto [key, agentOnline] = fetched<QString, bool>();
         WindowFixture window;
         window.client.MyAgents.record("icq.x")->Online = agentOnline;
         window.click(key, Qt::RightButton);
@@ -112,8 +103,7 @@ private slots:
 
     void entriesSendTheirStanzas()
     {
-        QFETCH(QString, entry);
-        QFETCH(QString, key);
+        const auto [entry, key] = fetched<QString, QString>();
         WindowFixture window;
         window.select(key);
         window.choose("mnuContext" + entry);
@@ -134,8 +124,7 @@ private slots:
 
     void aDoubleClickOpens()
     {
-        QFETCH(QString, key);
-        QFETCH(bool, admin);
+        const auto [key, admin] = fetched<QString, bool>();
         WindowFixture window;
         window.client.settings.UserMode = admin;
         QStringList opened;

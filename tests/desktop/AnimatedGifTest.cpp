@@ -4,10 +4,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QImage>
-#include <QTemporaryDir>
-#include <QTest>
-
 namespace
 {
 
@@ -74,9 +70,7 @@ private slots:
 
     void cutsAtTheControlBlocks()
     {
-        QFETCH(QByteArray, data);
-        QFETCH(QString, error);
-        QFETCH(QList<int>, delays);
+        const auto [data, error, delays] = fetched<QByteArray, QString, QList<int>>();
 
         AnimatedGif gif;
         QCOMPARE(gif.LoadGif(write(data)), int(delays.size()));

@@ -3,15 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QApplication>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-
 namespace
 {
 
@@ -60,9 +51,7 @@ private slots:
 
     void theAnswerIsTheButton()
     {
-        QFETCH(int, buttons);
-        QFETCH(int, click);
-        QFETCH(int, answer);
+        const auto [buttons, click, answer] = fetched<int, int, int>();
         whenShown<QMessageBox>([click](QMessageBox* box) {
             if (click)
                 QTest::mouseClick(box->button(QMessageBox::StandardButton(click)), Qt::LeftButton);

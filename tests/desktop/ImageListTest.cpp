@@ -2,10 +2,6 @@
 
 #include "support/TestRunner.h"
 
-#include <QPainter>
-#include <QSet>
-#include <QTest>
-
 namespace
 {
 

@@ -3,10 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QDesktopServices>
-#include <QTest>
-#include <QUrl>
-
 class LinksTest : public QObject
 {
     Q_OBJECT
@@ -56,8 +52,7 @@ private slots:
     }
     void onlySafeLinksAreOpened()
     {
-        QFETCH(QString, link);
-        QFETCH(bool, safe);
+        const auto [link, safe] = fetched<QString, bool>();
         QCOMPARE(isSafeLink(link), safe);
         const QString scheme = link.section(u':', 0, 0).trimmed().toLower();
         opened_.clear();

@@ -2,9 +2,6 @@
 #include "support/RecordingDesktop.h"
 #include "support/TestRunner.h"
 
-#include <QTemporaryDir>
-#include <QTest>
-
 class SoundPlayerTest : public QObject
 {
     Q_OBJECT

@@ -3,10 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QMenu>
-#include <QSignalSpy>
-#include <QTest>
-
 namespace
 {
 
@@ -51,8 +47,7 @@ private slots:
     }
     void noticesReadAsTyped()
     {
-        QFETCH(QString, text);
-        QFETCH(int, joiners);
+        const auto [text, joiners] = fetched<QString, int>();
         QString plain = plainNotice(text);
         QCOMPARE(int(plain.count(QChar(0x2060))), joiners);
         QCOMPARE(plain.remove(QChar(0x2060)), text);
@@ -94,10 +89,8 @@ private slots:
     }
     void clicksBecomeRequests()
     {
-        QFETCH(QList<QSystemTrayIcon::ActivationReason>, clicks);
-        QFETCH(bool, hasMenu);
-        QFETCH(int, doubles);
-        QFETCH(int, menus);
+        using Clicks = QList<QSystemTrayIcon::ActivationReason>;
+        const auto [clicks, hasMenu, doubles, menus] = fetched<Clicks, bool, int, int>();
         QtTrayIcon tray([](const QString&) { return anyPicture(); });
         QMenu menu;
         if (hasMenu)

@@ -5,9 +5,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTemporaryDir>
-#include <QTest>
-
 class WaitAnimationTest : public QObject
 {
     Q_OBJECT
@@ -62,8 +59,7 @@ private slots:
 
     void tellsFilesThatCannotBeUsed()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, text);
+        const auto [path, text] = fetched<QString, QString>();
         animation_->Start(path);
         QCOMPARE(boxes_.shown.size(), 1);
         QCOMPARE(boxes_.shown[0], (RecordingBoxes::Box{"BreloIM", text, MessageBoxes::Icon::Critical,
@@ -83,9 +79,7 @@ private slots:
 
     void hostilePicturesShowNothing()
     {
-        QFETCH(int, width);
-        QFETCH(int, height);
-        QFETCH(bool, decodable);
+        const auto [width, height, decodable] = fetched<int, int, bool>();
         GifFile file({width, height});
         if (decodable)
             file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);

@@ -3,9 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QFileInfo>
-#include <QTest>
-
 namespace
 {
 
@@ -40,8 +37,7 @@ private slots:
 
     void logLiesInItsFolder()
     {
-        QFETCH(QString, peer);
-        QFETCH(QString, file);
+        const auto [peer, file] = fetched<QString, QString>();
         MessagingFixture f;
         QCOMPARE(f.hub->log().WriteLogLine("b", peer, {}, false), QString());
         const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");

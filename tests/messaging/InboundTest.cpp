@@ -3,9 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QSignalSpy>
-#include <QTest>
-
 namespace
 {
 
@@ -72,12 +69,8 @@ private slots:
 
     void aMessageTakesItsRoad()
     {
-        QFETCH(QString, from);
-        QFETCH(QString, type);
-        QFETCH(QString, inner);
-        QFETCH(bool, hasWindow);
-        QFETCH(int, settings);
-        QFETCH(QString, outcome);
+        const auto [from, type, inner, hasWindow, settings, outcome] =
+            fetched<QString, QString, QString, bool, int, QString>();
 
         MessagingFixture f;
         const QString bare = from.section(u'/', 0, 0);
@@ -124,10 +117,7 @@ private slots:
 
     void noticesOfTheServerGoToTheirWindow()
     {
-        QFETCH(QString, server);
-        QFETCH(QString, from);
-        QFETCH(QString, type);
-        QFETCH(bool, notice);
+        const auto [server, from, type, notice] = fetched<QString, QString, QString, bool>();
         MessagingFixture f;
         f.engine.gateway().server = server;
         f.client.settings.SoundOnNewMessage = true;
@@ -158,9 +148,7 @@ private slots:
 
     void balloonsAreShortened()
     {
-        QFETCH(QString, given);
-        QFETCH(QString, shown);
-        QFETCH(bool, isTitle);
+        const auto [given, shown, isTitle] = fetched<QString, QString, bool>();
         QCOMPARE(isTitle ? inbound::balloonTitle(given) : inbound::balloonText(given), shown);
     }
 

@@ -3,10 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QFile>
-#include <QSignalSpy>
-#include <QTest>
-
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
 using Buttons = MessageBoxes::Buttons;
@@ -76,10 +72,7 @@ private slots:
 
     void blockingAsksFirst()
     {
-        QFETCH(bool, byToolbar);
-        QFETCH(bool, blockedBefore);
-        QFETCH(bool, yes);
-        QFETCH(int, refreshes);
+        const auto [byToolbar, blockedBefore, yes, refreshes] = fetched<bool, bool, bool, int>();
         MessagingFixture f;
         auto* window = f.open(juliet);
         window->setPeer(juliet + QStringLiteral("/balcony"));

@@ -1,8 +1,6 @@
 #include "messaging/MessagingFixture.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 // Windows that the client opens by a message to itself.
 class TrickTest : public QObject
 {

@@ -3,11 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QDir>
-#include <QFile>
-#include <QListWidget>
-#include <QSignalSpy>
-
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
 using Buttons = MessageBoxes::Buttons;
@@ -34,9 +29,7 @@ private slots:
 
     void anAddressIsBlocked()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, blocked);
-        QFETCH(QString, box);
+        const auto [typed, blocked, box] = fetched<QString, QString, QString>();
         PreferencesFixture f;
         store("<banned><item>tybalt@x</item></banned>");
         auto* page = f.page("Privacy");

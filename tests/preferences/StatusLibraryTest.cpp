@@ -4,13 +4,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QListWidget>
-#include <QRadioButton>
-#include <QSignalSpy>
-
 // The prepared status texts, in the page that edits them.
 class StatusLibraryTest : public QObject
 {
@@ -90,8 +83,7 @@ private slots:
 
     void textsAreAddedWhereTheFileKnowsTheState()
     {
-        QFETCH(QString, state);
-        QFETCH(QString, typed);
+        const auto [state, typed] = fetched<QString, QString>();
         PreferencesFixture f;
         auto* panel = page(f, state);
         f.outside.boxes.inputs = {typed};

@@ -7,9 +7,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QSettings>
-#include <QTest>
-
 namespace
 {
 
@@ -64,8 +61,7 @@ private slots:
     }
     void isKeptOnlyWhenWanted()
     {
-        QFETCH(bool, autoLogon);
-        QFETCH(bool, savePassword);
+        const auto [autoLogon, savePassword] = fetched<bool, bool>();
         const bool wanted = autoLogon || savePassword;
         SettingsStore store(paths::settingsFile());
         QVERIFY(store.SaveSettings(account("old")));

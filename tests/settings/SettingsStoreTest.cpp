@@ -5,9 +5,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QSettings>
-#include <QTest>
-
 namespace
 {
 
@@ -172,8 +169,7 @@ private slots:
     }
     void anUnreadableValueResets()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, text);
+        const auto [key, text] = fetched<QString, QString>();
         store("Program Settings/User Mode", "True");
         store("Program Settings/Add Sponsors", "False");
         store(("Program Settings/" + key).toUtf8(), text);

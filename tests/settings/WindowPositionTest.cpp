@@ -4,9 +4,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QSettings>
-#include <QTest>
-
 namespace
 {
 
@@ -40,8 +37,7 @@ private slots:
     }
     void comesBack()
     {
-        QFETCH(int, state);
-        QFETCH(QRect, expected);
+        const auto [state, expected] = fetched<int, QRect>();
         QVERIFY(store().saveWindowPosition(QRect(-1200, 40, 260, 520), state));
         const WindowPosition position = store().loadWindowPosition(current);
         QCOMPARE(position.geometry.value_or(QRect()), expected);
@@ -60,10 +56,7 @@ private slots:
     }
     void badNumbersAreReplaced()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, text);
-        QFETCH(QRect, expected);
-        QFETCH(int, state);
+        const auto [key, text, expected, state] = fetched<QString, QString, QRect, int>();
         QVERIFY(store().saveWindowPosition(QRect(1, 2, 30, 40), 2));
         QSettings(paths::settingsFile(), QSettings::IniFormat)
             .setValue(QStringLiteral("Window Position/") + key, text);
