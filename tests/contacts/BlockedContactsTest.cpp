@@ -1,6 +1,7 @@
 #include "contacts/BlockedContacts.h"
 #include "contacts/Client.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
@@ -15,7 +16,7 @@ private slots:
         TempProfile profile;
         Client client;
         QCOMPARE(BlockedContacts(client).load(), QString());
-        QCOMPARE(content(profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml"),
+        QCOMPARE(files::read(profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml"),
                  QByteArray("<banned></banned>\n"));
         const auto others = QFile::permissions(listFile()) &
                             ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
@@ -40,7 +41,7 @@ private slots:
     {
         QFETCH(QByteArray, text);
         TempProfile profile;
-        put(listFile(), text);
+        files::write(listFile(), text);
         Client client;
         QCOMPARE(BlockedContacts(client).load(), QString());
         QCOMPARE(BlockedContacts(client).load(), QString());
@@ -71,7 +72,7 @@ private slots:
         const auto [before, change] = fetched<QByteArray, QString>();
         TempProfile profile;
         if (!before.isEmpty())
-            put(listFile(), before);
+            files::write(listFile(), before);
         Client client;
         BlockedContacts blocked(client);
         if (change.startsWith('-'))
@@ -79,7 +80,7 @@ private slots:
         QCOMPARE(change.startsWith('+') ? blocked.add(change.mid(1) + "/home") : blocked.remove(1),
                  QString());
         QCOMPARE(blocked.contains(change.mid(1) + "/work"), change.startsWith('+'));
-        QTEST(content(listFile()), "after");
+        QTEST(files::read(listFile()), "after");
         // Nothing of the writing is left beside it.
         QCOMPARE(QFileInfo(listFile()).dir().entryList(QDir::Files | QDir::Hidden),
                  QStringList("BannedList.xml"));
@@ -99,7 +100,7 @@ private slots:
     {
         const auto [text, readOnly, loaded] = fetched<QByteArray, bool, int>();
         TempProfile profile;
-        put(listFile(), text);
+        files::write(listFile(), text);
         if (readOnly)
             QFile::setPermissions(listFile(), QFile::ReadOwner);
         Client client;
@@ -110,35 +111,21 @@ private slots:
         QVERIFY(blocked.remove(1).contains(listFile()));
         QVERIFY(blocked.contains("b@x")); // for this run
         QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0) + 1);
-        QCOMPARE(content(listFile()), text);
+        QCOMPARE(files::read(listFile()), text);
     }
 
     void aFolderThatCannotBeMadeIsTold()
     {
         TempProfile profile;
-        put(profile.path() + "/data/Brelo", "in the way");
+        files::write(profile.path() + "/data/Brelo", "in the way");
         Client client;
         QVERIFY(!BlockedContacts(client).load().isEmpty());
         QVERIFY(!BlockedContacts(client).add("a@x").isEmpty());
-        QCOMPARE(content(profile.path() + "/data/Brelo"), QByteArray("in the way"));
+        QCOMPARE(files::read(profile.path() + "/data/Brelo"), QByteArray("in the way"));
     }
 
 private:
     static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
-
-    static void put(const QString& file, const QByteArray& text)
-    {
-        QDir().mkpath(QFileInfo(file).path());
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    }
-
-    static QByteArray content(const QString& file)
-    {
-        QFile in(file);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("unreadable");
-    }
 };
 
 BRELO_TEST(BlockedContactsTest)

@@ -1,5 +1,4 @@
 #include "desktop/forms/QtDesktop.h"
-#include "support/RecordingDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
@@ -105,16 +104,6 @@ private slots:
         const auto typed = QtMessageBoxes().input("T", "P", "pre");
         QVERIFY(typed);
         QVERIFY(typed->contains("<typed>"));
-    }
-
-    void waveFilesAreAskedForByName()
-    {
-        RecordingFiles files;
-        files.answers = {"/tmp/a.wav"};
-        QCOMPARE(files.ChooseWaveFile(), "/tmp/a.wav");
-        QCOMPARE(files.ChooseWaveFile(), QString());
-        QCOMPARE(files.asked.first(),
-                 (RecordingFiles::Question{"Please Choose a WAV File", "Wave Files (*.wav)"}));
     }
 };
 

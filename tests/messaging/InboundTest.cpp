@@ -237,17 +237,11 @@ private slots:
         QVERIFY(f.transcript(*f.window(room.Tag, "ChatWndkit")).contains("hey"));
         QCOMPARE(f.world.sounds.played.size(), 1);
         QVERIFY(f.logOf(room.Tag).contains(will + QStringLiteral(" (07:08:09): pst\r\n")));
-    }
-
-    void roomDropsStrangersWhenTold()
-    {
-        MessagingFixture f;
-        Form room(f.registry, "GroupchatWindowForm");
-        room.Tag = QStringLiteral("verse@rooms.example");
+        // Without a window of theirs, occupants are strangers.
         f.client.settings.AcceptMessageFromAll = false;
-        f.message(room.Tag + QStringLiteral("/will"), "chat", "<body>pst</body>");
-        QCOMPARE(f.registry.loaded().size(), 1);
-        QVERIFY(f.world.tray.balloons.isEmpty());
+        f.message(room.Tag + QStringLiteral("/ben"), "chat", "<body>pst</body>");
+        QCOMPARE(f.registry.loaded().size(), 3);
+        QCOMPARE(f.world.tray.balloons.size(), 2);
     }
 
     void invitationNamesRoomAndServers()

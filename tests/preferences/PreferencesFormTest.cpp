@@ -275,6 +275,8 @@ private slots:
         f.outside.files.answers = {"/tmp/ding.wav"};
         browse->click();
         browse->click(); // cancelled
+        QCOMPARE(f.outside.files.asked.last(),
+                 (RecordingFiles::Question{"Please Choose a WAV File", "Wave Files (*.wav)"}));
         QCOMPARE(file->text(), "/tmp/ding.wav");
         ui::click(f.form, "cmdApply");
         QCOMPARE(f.client.settings.SoundOnNewMessageFile, "/tmp/ding.wav");

@@ -1,5 +1,6 @@
 #include "PreferencesFixture.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
@@ -101,18 +102,8 @@ private slots:
 
 private:
     static QString file() { return paths::configFolder() + "/BannedList.xml"; }
-    static QString stored()
-    {
-        QFile in(file());
-        return in.open(QIODevice::ReadOnly) ? QString::fromUtf8(in.readAll()).trimmed() : QString();
-    }
-    static void store(const QByteArray& text)
-    {
-        QDir().mkpath(paths::configFolder());
-        QFile out(file());
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    }
+    static QString stored() { return files::read(file()).trimmed(); }
+    static void store(const QByteArray& text) { files::write(file(), text); }
     static QListWidget& list(PreferencesFixture& f)
     {
         return *ui::find<QListWidget>(f.page("Privacy"), "List1");
