@@ -4,7 +4,8 @@
 
 struct Client;
 
-// What the person blocks and unblocks: the list in memory and its file change together.
+// What the person blocks and unblocks: the list in memory and its file change together. The file is
+// BannedList.xml, <banned> with one <item> for each blocked address.
 //
 // Operations yield an empty text, or a sentence for the person about what went wrong.
 class BlockedContacts
@@ -12,13 +13,16 @@ class BlockedContacts
 public:
     explicit BlockedContacts(Client& client) : client_(client) {}
 
-    // Takes in what the file holds and the list doesn't: before the sign-in the list is empty.
+    // Takes in what the file holds and the list doesn't: before the sign-in the list is empty. A missing file
+    // is made.
     QString load();
     // Whether `JID`, whatever its resource, is blocked.
     bool contains(const QString& JID) const;
-    // Blocks the bare JID. Where the file can't be written, the contact stays blocked for this run.
+    // Blocks the bare JID; the file may hold it twice. Where the file can't be written, the contact stays
+    // blocked for this run.
     QString add(const QString& JID);
-    // Unblocks the entry at `position`, counted from 1. Where the file can't be written, it stays blocked.
+    // Unblocks the entry at `position`, counted from 1, and removes it from the file where it stands first.
+    // Where the file can't be written, it stays blocked.
     QString remove(int position);
 
     // The address that `text`, typed by a person, blocks: trimmed, bare and in lower case, as servers write

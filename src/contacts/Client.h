@@ -1,9 +1,6 @@
 #pragma once
 
-#include "contacts/CAgents.h"
-#include "contacts/CBanList.h"
-#include "contacts/CGroups.h"
-#include "contacts/CRoster.h"
+#include "contacts/Collections.h"
 #include "desktop/Desktop.h"
 #include "engine/PlugInContext.h"
 #include "engine/ProxyServer.h"
@@ -43,9 +40,12 @@ struct Client {
     ::Gateway& Gateway() const { return *Core->Gateway; }
     bool isConnected() const { return Core && Core->Gateway->isconnected(); }
     // UserName@Server of the connection.
-    QString ownBareJid() const;
+    QString ownBareJid() const { return Gateway().UserName() + u'@' + Gateway().Server(); }
     // The own bare JID with the resource that was asked for.
-    QString ownFullJid() const;
+    QString ownFullJid() const
+    {
+        return ownBareJid() + u'/' + (sessionResource.isEmpty() ? settings.Resource : sessionResource);
+    }
 };
 
 // Made before a box, true after it while the session is still the one of before. Under a box the person may

@@ -1,8 +1,8 @@
 #include "contacts/ContextMenuRules.h"
 
 #include "contacts/Client.h"
+#include "contacts/ContactTree.h"
 #include "contacts/FixedGroups.h"
-#include "contacts/TreeNode.h"
 
 namespace
 {

@@ -17,9 +17,46 @@ template <typename Record>
 class KeyedList
 {
 public:
-    Record* append(const QString& key, Record record)
+    // Null out of range.
+    Record* Item(int position) const
     {
-        auto entry = std::make_unique<Entry>(Entry{std::move(record), key, entries_.size(), nullptr});
+        return isPosition(position) ? &entries_[slotOf(position)]->record : nullptr;
+    }
+
+    // The first record with this key, or null.
+    Record* record(const QString& key) const
+    {
+        Entry* entry = first_.value(key);
+        return entry ? &entry->record : nullptr;
+    }
+
+    int Count() const { return static_cast<int>(entries_.size() - gaps_.size()); }
+
+    // False out of range.
+    bool Remove(int position)
+    {
+        if (!isPosition(position))
+            return false;
+        const std::size_t slot = slotOf(position);
+        unlink(entries_[slot].get());
+        entries_[slot].reset();
+        gaps_.insert(gaps_.begin() + static_cast<std::ptrdiff_t>(gapsBefore(slot)), slot);
+        if (gaps_.size() > 32 + entries_.size() / 4)
+            closeGaps();
+        return true;
+    }
+
+    void RemoveAll()
+    {
+        first_.clear();
+        entries_.clear();
+        gaps_.clear();
+    }
+
+protected:
+    Record* append(const QString& key, Record value)
+    {
+        auto entry = std::make_unique<Entry>(Entry{std::move(value), key, entries_.size(), nullptr});
         Entry* added = entry.get();
         entries_.push_back(std::move(entry));
         Entry*& first = first_[key];
@@ -41,35 +78,6 @@ public:
         return entry ? static_cast<int>(entry->slot - gapsBefore(entry->slot)) + 1 : 0;
     }
 
-    // Null out of range.
-    Record* at(int position) const
-    {
-        return isPosition(position) ? &entries_[slotOf(position)]->record : nullptr;
-    }
-
-    int count() const { return static_cast<int>(entries_.size() - gaps_.size()); }
-
-    // False out of range.
-    bool remove(int position)
-    {
-        if (!isPosition(position))
-            return false;
-        const std::size_t slot = slotOf(position);
-        unlink(entries_[slot].get());
-        entries_[slot].reset();
-        gaps_.insert(gaps_.begin() + static_cast<std::ptrdiff_t>(gapsBefore(slot)), slot);
-        if (gaps_.size() > 32 + entries_.size() / 4)
-            closeGaps();
-        return true;
-    }
-
-    void clear()
-    {
-        first_.clear();
-        entries_.clear();
-        gaps_.clear();
-    }
-
 private:
     struct Entry {
         Record record;
@@ -78,7 +86,7 @@ private:
         Entry* sameKey;
     };
 
-    bool isPosition(int position) const { return position >= 1 && position <= count(); }
+    bool isPosition(int position) const { return position >= 1 && position <= Count(); }
 
     std::size_t gapsBefore(std::size_t slot) const
     {

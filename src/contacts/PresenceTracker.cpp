@@ -2,11 +2,34 @@
 
 #include "contacts/Client.h"
 #include "contacts/FixedGroups.h"
-#include "contacts/Resources.h"
 #include "contacts/RosterDrawing.h"
 #include "contacts/RosterStanzas.h"
-#include "contacts/StatusImages.h"
+#include "contacts/StatusRules.h"
 #include "engine/Jid.h"
+
+namespace
+{
+
+// One empty entry stands for "none known yet".
+void AddResource(QStringList& list, const QString& resource)
+{
+    if (list.size() == 1 && list.first().isEmpty())
+        list.clear();
+    list.append(resource);
+}
+
+// Walks as many places as there were entries at the start, so that of two equal entries in a row one stays.
+// Kept.
+void RemoveResource(QStringList& list, const QString& resource)
+{
+    const auto count = list.size();
+    for (qsizetype place = 0; place < count && place < list.size(); ++place) {
+        if (list.at(place) == resource)
+            list.removeAt(place);
+    }
+}
+
+} // namespace
 
 void PresenceTracker::OnPresence(const PlugInContext& context)
 {
@@ -50,7 +73,7 @@ bool PresenceTracker::AddOnlineItem(const QString& JID, const QString& resource)
     auto* item = client_.MyRoster.record(JID);
     if (!item || JID == client_.ownBareJid())
         return true;
-    resources::RemoveResource(item->Resources, QString());
+    RemoveResource(item->Resources, QString());
     item->Resources.append(resource);
     const QString text = item->nick.isEmpty() ? JID.section(u'@', 0, 0) : item->nick;
     const QString name = item->group.isEmpty() ? groups::contacts() : item->group;
@@ -67,7 +90,7 @@ void PresenceTracker::ApplyPresence(const QString& JID, bool IsAvailable, const 
     auto& tree = drawing_.tree();
     TreeNode* node = tree.Item(tree.NodeIndexByKey(JID));
     if (IsAvailable && !item->Resources.contains(resource))
-        resources::AddResource(item->Resources, resource);
+        AddResource(item->Resources, resource);
     if (!node)
         return;
     if (auto* agent = client_.MyAgents.record(JID))
@@ -92,8 +115,8 @@ void PresenceTracker::applyToService(CRosterItem& item, CAgentsItem& agent, Tree
 void PresenceTracker::applyAvailable(CRosterItem& item, TreeNode* node, const QString& StatusMsg,
                                      const QString& Show)
 {
-    const QString image = statusimages::StatusImageKey(Show);
-    if (image.isEmpty() || Show == u"Offline")
+    const QString image = statusrules::StatusImageKey(Show);
+    if (image.isEmpty())
         return;
     const auto& settings = client_.settings;
     auto& tree = drawing_.tree();
@@ -114,7 +137,7 @@ void PresenceTracker::applyAvailable(CRosterItem& item, TreeNode* node, const QS
 void PresenceTracker::applyUnavailable(CRosterItem& item, TreeNode* node, const QString& resource)
 {
     const bool others = item.Resources.size() >= 2;
-    resources::RemoveResource(item.Resources, resource);
+    RemoveResource(item.Resources, resource);
     if (others)
         return;
     const auto& settings = client_.settings;

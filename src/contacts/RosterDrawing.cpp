@@ -2,7 +2,7 @@
 
 #include "contacts/Client.h"
 #include "contacts/FixedGroups.h"
-#include "contacts/StatusImages.h"
+#include "contacts/StatusRules.h"
 
 #include <utility>
 
@@ -155,7 +155,7 @@ void RosterDrawing::draw(const CRosterItem& item)
 
 void RosterDrawing::drawAnnounced(const QString& folder, const CRosterItem& item, const QString& text)
 {
-    QString image = statusimages::StatusImageKey(item.Status);
+    QString image = statusrules::StatusImageKey(item.Status);
     if (client_.MyBanList.BannedJID(item.JID))
         image = QStringLiteral("notauth");
     else if (image.isEmpty())

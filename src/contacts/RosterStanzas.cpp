@@ -19,6 +19,13 @@ QString change(const QString& id, const QString& iqExtra, const QString& itemExt
 
 } // namespace
 
+QString addContact(const QString& jid)
+{
+    const QString value = xml::escaped(jid);
+    return QStringLiteral("<iq id=\"VRX_Add\" type=\"set\"><query xmlns=\"jabber:iq:roster\"><item jid=\"") +
+           value + QStringLiteral("\" name=\"") + value + QStringLiteral("\"/></query></iq>");
+}
+
 QString removeContact(const QString& JID, const QString& nick, const QString& group)
 {
     return change(QStringLiteral("VRX_Del"), {}, QStringLiteral(" subscription=\"remove\""), JID, nick,

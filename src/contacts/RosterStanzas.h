@@ -8,6 +8,8 @@ struct Client;
 namespace stanzas
 {
 
+// Adds a contact under its JID as name (RFC 6121, 2.3).
+QString addContact(const QString& JID);
 // Asks the server to remove a contact (jabber:iq:roster, RFC 6121, 2.5).
 QString removeContact(const QString& JID, const QString& nick, const QString& group);
 // Sets a contact's group; an empty one takes it out of all groups (RFC 6121, 2.4).

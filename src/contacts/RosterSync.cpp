@@ -3,7 +3,6 @@
 #include "contacts/Client.h"
 #include "contacts/FixedGroups.h"
 #include "contacts/RosterDrawing.h"
-#include "contacts/RosterItemXml.h"
 #include "contacts/RosterStanzas.h"
 #include "engine/Jid.h"
 #include "engine/Xml.h"
@@ -25,13 +24,31 @@ QString sharedWord(const char* utf8)
     return word;
 }
 
+// The text of all of the item's groups, run together; empty when the item speaks of no group.
+QString groupOf(pugi::xml_node item)
+{
+    QString text;
+    for (const auto child : item.children()) {
+        const QString part =
+            child.type() == pugi::node_element ? xml::text(child) : xml::fromUtf8(child.value());
+        // White space between the elements is layout.
+        if (child.type() == pugi::node_element || !part.trimmed().isEmpty())
+            text += part;
+    }
+    if (text.isEmpty() || item.child("group") || xml::serialised(item).contains(u"group"))
+        return text;
+    return {};
+}
+
 } // namespace
 
 void RosterSync::OnIQ(const PlugInContext& context)
 {
     bool isAgent = false;
-    rosteritem::forEach(context.Stanza().root(), "item",
-                        [&](pugi::xml_node item) { return takeItem(item, isAgent); });
+    for (const auto item : context.Stanza().root().select_nodes(".//item")) {
+        if (!takeItem(item.node(), isAgent))
+            return;
+    }
 }
 
 bool RosterSync::takeItem(pugi::xml_node item, bool& isAgent)
@@ -53,7 +70,7 @@ bool RosterSync::takeItem(pugi::xml_node item, bool& isAgent)
 
 RosterSync::Push RosterSync::readPush(pugi::xml_node item, const QString& JID) const
 {
-    Push push{JID, xml::attribute(item, "name"), rosteritem::group(item),
+    Push push{JID, xml::attribute(item, "name"), groupOf(item),
               sharedWord(item.attribute("subscription").value()), sharedWord(item.attribute("ask").value())};
     if (const auto* known = client_.MyGroups.Item(client_.MyGroups.FindGroup(push.group)))
         push.group = known->ExtName;
@@ -171,4 +188,52 @@ void RosterSync::renamed(const QString& JID, const QString& oldText, const QStri
         stanzas::send(client_, stanzas::renameContact(JID, newText, item->group));
         item->nick = newText;
     }
+}
+
+// What a push does to a contact that is in the list already. A contact that changes its folder must have a
+// node; where the new node goes is told by the rebuild that follows.
+
+bool RosterSync::UpdateRosterItem(const Push& push)
+{
+    CRosterItem& item = *client_.MyRoster.record(push.JID);
+    const bool onlineOnly = client_.settings.ShowOnlineUsers;
+    const bool refused = push.subscription == u"none" && push.ask.isEmpty();
+    const bool done =
+        push.subscription == u"none" ? updateUnsubscribed(item, push) : updateSubscribed(item, push);
+    if (!done)
+        return false;
+    if (!(refused && onlineOnly))
+        drawing_.Refresh();
+    return true;
+}
+
+bool RosterSync::updateSubscribed(CRosterItem& item, const Push& push)
+{
+    if (!push.ask.isEmpty())
+        return true;
+    if (push.subscription == u"remove")
+        return CommitRemoveItem(push.JID);
+    const bool granted = item.Ask == u"subscribe";
+    item.Ask = push.ask;
+    if (granted) {
+        item.Subscription = push.subscription;
+        return drawing_.hasNode(item);
+    }
+    // The subscription stays as it was first told. Kept.
+    item.nick = push.nick;
+    item.group = push.group;
+    return true;
+}
+
+bool RosterSync::updateUnsubscribed(CRosterItem& item, const Push& push)
+{
+    const bool onlineOnly = client_.settings.ShowOnlineUsers;
+    const bool sent = push.ask == u"subscribe" && item.Subscription == u"none" && item.Ask.isEmpty();
+    const bool refused =
+        push.ask.isEmpty() && (onlineOnly || (item.Subscription == u"none" && item.Ask == u"subscribe"));
+    if (!sent && !refused)
+        return true;
+    item.Ask = push.ask;
+    item.Subscription = push.subscription;
+    return onlineOnly || drawing_.hasNode(item);
 }

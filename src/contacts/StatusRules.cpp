@@ -4,6 +4,7 @@
 #include "contacts/RosterStanzas.h"
 
 #include <QCoreApplication>
+#include <QHash>
 
 namespace statusrules
 {
@@ -31,6 +32,25 @@ const StatusRule& of(StatusCommand command)
 QString label(StatusCommand command)
 {
     return QCoreApplication::translate("StatusRules", of(command).label);
+}
+
+QString StatusImageKey(const QString& show)
+{
+    // Made once, so that ten thousand contacts share one text.
+    static const QHash<QString, QString> keys = [] {
+        QHash<QString, QString> made;
+        for (const auto& rule : all())
+            made.insert(QString::fromLatin1(rule.show), QString::fromLatin1(rule.imageKey));
+        return made;
+    }();
+    return keys.value(show);
+}
+
+QString FindStatusImg(const CRoster& roster, const QString& JID)
+{
+    const auto* item = roster.record(JID);
+    const QString key = item ? StatusImageKey(item->Status) : QString();
+    return key.isEmpty() ? QStringLiteral("Offline") : key;
 }
 
 QString text(StatusCommand command, const Client& client, bool automatic)

@@ -1,6 +1,15 @@
 #include "desktop/BalloonQueue.h"
 
+#include <QRegularExpression>
+
 #include <utility>
+
+QString plainNotice(const QString& text)
+{
+    static const QRegularExpression markup(QStringLiteral("([<&])(?=[A-Za-z/!?#])"));
+    static const QString wordJoiner(QChar(0x2060));
+    return QString(text).replace(markup, QStringLiteral("\\1") + wordJoiner);
+}
 
 BalloonQueue::BalloonQueue(Show show, int pause) : show_(std::move(show)), pause_(pause)
 {

@@ -14,6 +14,10 @@ struct Balloon {
     bool operator==(const Balloon&) const = default;
 };
 
+// A text as a notification service shows it as typed. Some services read "<" and "&" as markup, others don't
+// and would show escapes; an invisible joiner behind the sign keeps both from seeing a tag or an entity.
+QString plainNotice(const QString& text);
+
 // Lets balloons through at a pace that a person can read: of those that come together only the last is shown.
 class BalloonQueue
 {

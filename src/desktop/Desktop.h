@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QPoint>
 #include <QString>
@@ -48,7 +49,11 @@ public:
     virtual QString openFile(const QString& title, const QString& filter) = 0;
 
     // A wave file; empty on cancel.
-    QString ChooseWaveFile();
+    QString ChooseWaveFile()
+    {
+        return openFile(QCoreApplication::translate("FileDialogs", "Please Choose a WAV File"),
+                        QCoreApplication::translate("FileDialogs", "Wave Files (*.wav)"));
+    }
 };
 
 // A font as the settings store it.

@@ -1,10 +1,52 @@
 #include "messaging/InboundRules.h"
 
-#include "contacts/CAgents.h"
+#include "contacts/Collections.h"
+#include "engine/Jid.h"
+#include "engine/Xml.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
 
 #include <QCoreApplication>
+
+namespace
+{
+
+MessageType typeOf(const QString& type)
+{
+    if (type.isEmpty())
+        return MessageType::Plain;
+    if (type == u"chat")
+        return MessageType::Chat;
+    return type == u"normal" ? MessageType::Normal : MessageType::Other;
+}
+
+} // namespace
+
+InboundMessage InboundMessage::of(const Stanza& stanza)
+{
+    const auto fields = stanza.MessageFields();
+    const QString from = stanza.From();
+    return {typeOf(fields.Type()),
+            from,
+            jid::bare(from),
+            jid::resource(from),
+            stanza.To(),
+            fields.Body(),
+            stanza.XNamespace() == u"jabber:x:event",
+            fields.XNamespace() == u"jabber:x:conference"};
+}
+
+RoomInvitation RoomInvitation::of(const Stanza& stanza)
+{
+    RoomInvitation invitation{stanza.From(), stanza.MessageFields().Body(), {}, {}};
+    for (const auto found : stanza.root().select_nodes(".//*[local-name()='x'][@jid]")) {
+        const QString jid = xml::attribute(found.node(), "jid");
+        const auto at = jid.indexOf(u'@');
+        invitation.room = jid.left(qMax<qsizetype>(at, 0));
+        invitation.servers += jid.mid(at + 1);
+    }
+    return invitation;
+}
 
 namespace inbound
 {
@@ -14,10 +56,10 @@ namespace
 using Action = InboundDecision::Action;
 using Window = InboundDecision::Window;
 
-// The sound and the prepared reply are the same on all roads.
+// The sound and the prepared reply are the same for all types.
 bool sounds(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
 {
-    const bool audible = message.road == InboundRoad::Chat || message.road == InboundRoad::Normal;
+    const bool audible = message.type == MessageType::Chat || message.type == MessageType::Normal;
     return audible && !world.trick && settings.SoundOnNewMessage;
 }
 
@@ -41,11 +83,11 @@ InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& wo
     return decision;
 }
 
-// A typing notice never opens a window. Kept: on the normal and plain roads the extension alone counts,
+// A typing notice never opens a window. Kept: in normal and plain messages the extension alone counts,
 // whatever the body holds.
 bool isTyping(const InboundMessage& message)
 {
-    return message.hasEvent && (message.road != InboundRoad::Chat || message.body.isEmpty());
+    return message.hasEvent && (message.type != MessageType::Chat || message.body.isEmpty());
 }
 
 Window windowFor(const InboundWorld& world, const Settings& settings)
@@ -75,13 +117,13 @@ InboundDecision decide(const InboundMessage& message, const InboundWorld& world,
         decision.action = Action::Invitation;
         return decision;
     }
-    if (message.road == InboundRoad::Other) {
+    if (message.type == MessageType::Other) {
         decision.action = Action::LogOnly;
         return decision;
     }
     if (world.roomOpen)
         return decideRoom(message, world, settings);
-    if (message.road == InboundRoad::Plain && world.notice) {
+    if (message.type == MessageType::Plain && world.notice) {
         decision.action = Action::Notice;
         return decision;
     }

@@ -1,5 +1,7 @@
 #include "messaging/OutboundMessage.h"
 
+#include "engine/Xml.h"
+
 #include <algorithm>
 
 namespace outbound
@@ -38,6 +40,13 @@ QString sendable(const QString& body)
     std::replace_if(text.begin(), text.end(), unsendable, QChar(QChar::ReplacementCharacter));
     replaceLoneSurrogates(text);
     return text;
+}
+
+QString composing(const QString& to)
+{
+    return QStringLiteral("<message to=\"") + xml::escaped(to) +
+           QStringLiteral(
+               "\" type=\"chat\"><x xmlns=\"jabber:x:event\"><composing></composing></x></message>");
 }
 
 } // namespace outbound

@@ -13,4 +13,24 @@ QString address(const QString& jid, const QString& resource);
 // character doesn't cost the stream.
 QString sendable(const QString& body);
 
+// The stanza of a typing event (XEP-0022).
+QString composing(const QString& to);
+
 } // namespace outbound
+
+// When a typing event (XEP-0022) goes out: at the first change of a text, and again only after a send.
+class TypingRules
+{
+public:
+    // The text has changed. True when the event is to be sent now; it then counts as sent.
+    bool textChanged()
+    {
+        const bool first = !composingSent_;
+        composingSent_ = true;
+        return first;
+    }
+    void messageSent() { composingSent_ = false; }
+
+private:
+    bool composingSent_ = false;
+};

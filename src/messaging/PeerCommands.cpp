@@ -3,7 +3,6 @@
 #include "contacts/BlockedContacts.h"
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
-#include "messaging/MessageStanzas.h"
 
 #include <QCoreApplication>
 

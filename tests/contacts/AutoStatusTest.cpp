@@ -4,8 +4,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class AutoStatusTest : public QObject
 {
     Q_OBJECT
@@ -42,10 +40,7 @@ private slots:
 
     void aRestingPointerChangesTheStatus()
     {
-        QFETCH(int, idle);
-        QFETCH(StatusCommand, chosen);
-        QFETCH(bool, active);
-        QFETCH(QString, timers);
+        const auto [idle, chosen, active, timers] = fetched<int, StatusCommand, bool, QString>();
         client_.settings.AutoAwayTimer = timers.contains('a');
         client_.settings.AutoXAwayTimer = timers.contains('x');
         QCOMPARE(become(StatusCommand::Available), -1);

@@ -3,8 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class ContactDropTest : public QObject
 {
     Q_OBJECT
@@ -33,9 +31,7 @@ private slots:
 
     void aDropMovesAContact()
     {
-        QFETCH(QString, dragged);
-        QFETCH(QString, target);
-        QFETCH(QString, group);
+        const auto [dragged, target, group] = fetched<QString, QString, QString>();
         const auto list = filled();
         const QString before = list->drawn();
         const bool moved = contactdrop::drop(list->client, list->drawing.tree(), dragged, target, dragged);

@@ -2,10 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QAbstractItemModelTester>
-#include <QSignalSpy>
-#include <QTest>
-
 class ContactTreeTest : public QObject
 {
     Q_OBJECT
@@ -52,8 +48,7 @@ private slots:
 
     void anAddThatCannotStandAddsNothing()
     {
-        QFETCH(QString, parent);
-        QFETCH(QString, key);
+        const auto [parent, key] = fetched<QString, QString>();
         QCOMPARE(tree_->add(parent, key, "Text", "Offline"), nullptr);
         QCOMPARE(tree_->Count(), 5);
         QCOMPARE(tree_->NodeIndexByKey("Text"), 0);

@@ -2,14 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QStatusBar>
-#include <QWindow>
-
 // The main window and the small windows of its commands.
 class RosterFormTest : public QObject
 {
@@ -29,8 +21,7 @@ private slots:
 
     void aStatusCommandShowsAndSends()
     {
-        QFETCH(QString, entry);
-        QFETCH(QString, sent);
+        const auto [entry, label, sent] = fetched<QString, QString, QString>();
         WindowFixture window;
         window.choose(entry);
         const QString presence = "<presence><show>%1</show><status>%2</status></presence>";
@@ -39,7 +30,7 @@ private slots:
         window.engine.gateway().connected = false;
         window.choose(entry);
         QVERIFY(window.engine.takeSent().isEmpty());
-        QTEST(window.form->findChild<QLabel*>("StatusBar2Panel2")->text(), "label");
+        QCOMPARE(window.form->findChild<QLabel*>("StatusBar2Panel2")->text(), label);
         QStringList checked;
         for (const auto& rule : statusrules::all()) {
             if (window.action(rule.menuItem)->isChecked())
@@ -104,9 +95,7 @@ private slots:
 
     void startChatAsksForAnAddress()
     {
-        QFETCH(QString, selected);
-        QFETCH(int, answer);
-        QFETCH(QString, typed);
+        const auto [selected, answer, typed] = fetched<QString, int, QString>();
         WindowFixture window;
         if (!selected.isEmpty())
             window.select(selected);
@@ -153,8 +142,7 @@ private slots:
 
     void commandsSendOrAsk()
     {
-        QFETCH(QString, command);
-        QFETCH(QString, sent);
+        const auto [command, sent] = fetched<QString, QString>();
         WindowFixture window;
         window.outside.boxes.inputs = {QString("z@x")};
         QStringList signal;
@@ -181,8 +169,7 @@ private slots:
 
     void webEntriesOpenPages()
     {
-        QFETCH(QString, entry);
-        QFETCH(QString, site);
+        const auto [entry, site] = fetched<QString, QString>();
         WindowFixture window;
         window.client.site.WebSite = site;
         window.choose(entry);
@@ -263,8 +250,7 @@ private slots:
 
     void aContactIsMoved()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, group);
+        const auto [key, group] = fetched<QString, QString>();
         WindowFixture window;
         window.push("<item jid='e@x' name='Eve' subscription='both'><group>Amici</group></item>");
         window.select(key);

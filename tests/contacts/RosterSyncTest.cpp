@@ -2,9 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QSignalSpy>
-#include <QTest>
-
 namespace
 {
 
@@ -40,22 +37,21 @@ private slots:
 
     void aNewContactIsEntered()
     {
-        QFETCH(bool, onlineOnly);
-        QFETCH(QString, item);
-        QFETCH(QString, parent);
+        const auto [onlineOnly, item, expected, parent, image] =
+            fetched<bool, QString, QString, QString, QString>();
         ListFixture list;
         list.client.settings.ShowOnlineUsers = onlineOnly;
         list.push(item.contains('>') ? "<item " + item + "></item>" : "<item " + item + "/>");
         const auto* record = list.client.MyRoster.record("j@x");
         QVERIFY(record);
-        QTEST(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group),
-              "record");
+        QCOMPARE(QString("%1 %2 %3 %4").arg(record->nick, record->Status, record->StatusMsg, record->group),
+                 expected);
         QCOMPARE(record->Resources, QStringList(QString()));
         QCOMPARE(list.client.MyGroups.Exists("Pals"), item.contains("Pals"));
         const TreeNode* node = list.find("j@x");
         QCOMPARE(node ? node->parent->key : QString(), parent);
         if (node)
-            QTEST(node->image, "image");
+            QCOMPARE(node->image, image);
         QVERIFY(list.engine.takeSent().isEmpty());
     }
 
@@ -87,10 +83,8 @@ private slots:
 
     void aPushChangesAKnownContact()
     {
-        QFETCH(bool, onlineOnly);
-        QFETCH(QString, stored);
-        QFETCH(QString, pushed);
-        QFETCH(bool, refreshed);
+        const auto [onlineOnly, stored, pushed, expected, parent, refreshed] =
+            fetched<bool, QString, QString, QString, QString, bool>();
         ListFixture list;
         list.client.settings.ShowOnlineUsers = onlineOnly;
         list.client.MyRoster.AddItem("j@x", "Old", false, "Offline", {}, false, "Pals",
@@ -100,13 +94,14 @@ private slots:
         list.engine.takeSent();
         list.push("<item jid='j@x' name='New' " + pushed + "><group>Club</group></item>");
         const auto* record = list.client.MyRoster.record("j@x");
-        QTEST(record
-                  ? QString("%1 %2 %3 %4").arg(record->Subscription, record->Ask, record->nick, record->group)
-                  : QString("gone"),
-              "record");
+        QCOMPARE(
+            record
+                ? QString("%1 %2 %3 %4").arg(record->Subscription, record->Ask, record->nick, record->group)
+                : QString("gone"),
+            expected);
         QCOMPARE(list.engine.takeSent(), refreshed ? QStringList(available) : QStringList());
         const TreeNode* node = list.find("j@x");
-        QTEST(node ? node->parent->key : QString(), "parent");
+        QCOMPARE(node ? node->parent->key : QString(), parent);
     }
 
     void aPushForAContactWithoutANodeEndsThere()

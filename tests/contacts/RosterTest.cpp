@@ -1,12 +1,7 @@
 #include "contacts/WindowFixture.h"
+#include "support/ChildProcess.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
-#include <QScrollBar>
-#include <QSignalSpy>
 
 // The contact list in its real window.
 class RosterTest : public QObject
@@ -27,8 +22,7 @@ private slots:
 
     void aRightClickWorksOutTheMenu()
     {
-        QFETCH(QString, key);
-        QFETCH(bool, agentOnline);
+        const auto [key, agentOnline] = fetched<QString, bool>();
         WindowFixture window;
         window.client.MyAgents.record("icq.x")->Online = agentOnline;
         window.click(key, Qt::RightButton);
@@ -109,8 +103,7 @@ private slots:
 
     void entriesSendTheirStanzas()
     {
-        QFETCH(QString, entry);
-        QFETCH(QString, key);
+        const auto [entry, key] = fetched<QString, QString>();
         WindowFixture window;
         window.select(key);
         window.choose("mnuContext" + entry);
@@ -131,8 +124,7 @@ private slots:
 
     void aDoubleClickOpens()
     {
-        QFETCH(QString, key);
-        QFETCH(bool, admin);
+        const auto [key, admin] = fetched<QString, bool>();
         WindowFixture window;
         window.client.settings.UserMode = admin;
         QStringList opened;
@@ -171,13 +163,13 @@ private slots:
         QTest::keyClick(window.view, Qt::Key_F2);
         auto* editor = window.view->findChild<QLineEdit*>();
         QVERIFY(editor);
-        editor->setText("Annie <3");
+        editor->setText("Annie <3 %6");
         QTest::keyClick(editor, Qt::Key_Return);
         QTRY_VERIFY(!window.view->isBusy());
         QCOMPARE(window.engine.takeSent(),
                  QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
-                             R"(name="Annie &lt;3"><group>Pals</group></item></query></iq>)"));
-        QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Annie <3"));
+                             R"(name="Annie &lt;3 %6"><group>Pals</group></item></query></iq>)"));
+        QCOMPARE(window.client.MyRoster.record("a@x")->nick, QString("Annie <3 %6"));
         window.choose("mnuContextRenameFriend");
         auto* second = window.view->findChild<QLineEdit*>();
         QVERIFY(second);
@@ -254,6 +246,40 @@ private slots:
         QCOMPARE(tree.Item(tree.NodeIndexOfKey("a@x"))->parent->key, QString("Club"));
     }
 
+    // The drag runs an event loop of its own on the view, in which the session can end.
+    void aWindowUnloadedUnderADragOutlivesIt()
+    {
+        if (QGuiApplication::platformName() != "minimal")
+            return onPlatformWithDrags();
+        WindowFixture window;
+        const QPointer<RosterForm> form = window.form;
+        bool dragged = false;
+        bool livedOn = false;
+        const auto end = [&] {
+            livedOn = form;
+            QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+            QCoreApplication::sendEvent(this, &escape);
+        };
+        const auto unload = [&] {
+            dragged = window.view->isBusy();
+            window.client.SessionClosing = true;
+            window.form->requestUnload(CloseMode::Code);
+            QTimer::singleShot(0, this, end);
+        };
+        QEventLoop program;
+        QTimer::singleShot(0, this, [&] {
+            QTimer::singleShot(0, this, unload);
+            window.drag("a@x", "Club");
+            program.quit();
+        });
+        program.exec();
+        QVERIFY(dragged);
+        QVERIFY(livedOn);
+        QVERIFY(!window.registry.find("RosterForm"));
+        QTRY_VERIFY(!form);
+        QVERIFY(window.engine.takeSent().isEmpty());
+    }
+
     void selectionAndFoldersOutliveARebuild()
     {
         WindowFixture window;
@@ -284,6 +310,21 @@ private slots:
         QVERIFY(window.roster->AddGroupItem("Mine"));
         QVERIFY(!window.roster->AddGroupItem("Mine"));
         QTRY_COMPARE(reset.count(), 1);
+    }
+
+private:
+    // Runs the present test in a process of its own: offscreen, a drag ends as soon as it starts.
+    static void onPlatformWithDrags()
+    {
+        QProcess process;
+        child::endsWithUs(process);
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "minimal");
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), {QTest::currentTestFunction()});
+        QVERIFY(process.waitForFinished());
+        QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+                 process.readAllStandardOutput().constData());
     }
 };
 

@@ -41,6 +41,18 @@ void WindowFixture::click(const QString& key, Qt::MouseButton button)
     QTest::mouseClick(view->viewport(), button, {}, key.isEmpty() ? QPoint(100, 590) : place(key));
 }
 
+void WindowFixture::drag(const QString& key, const QString& target)
+{
+    auto* page = view->viewport();
+    QTest::mousePress(page, Qt::LeftButton, {}, place(key));
+    const QPointF to = place(target);
+    // The first move begins a drag, the second one starts it.
+    for (int move = 0; move < 2; ++move) {
+        QMouseEvent moved(QEvent::MouseMove, to, page->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &moved);
+    }
+}
+
 void WindowFixture::select(const QString& key)
 {
     auto& tree = roster->tree();

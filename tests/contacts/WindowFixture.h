@@ -23,6 +23,8 @@ struct WindowFixture {
     // Where the node of this key is drawn.
     QPoint place(const QString& key);
     void click(const QString& key, Qt::MouseButton button = Qt::LeftButton);
+    // Drags a node by the mouse; returns when the drag has ended.
+    void drag(const QString& key, const QString& target);
     void select(const QString& key);
     // The entries of the contact menu that can be chosen, without "mnuContext".
     QString enabledEntries();

@@ -1,16 +1,6 @@
-#include "desktop/forms/QtMessageBoxes.h"
-#include "support/RecordingDesktop.h"
+#include "desktop/forms/QtDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QApplication>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 
 namespace
 {
@@ -60,9 +50,7 @@ private slots:
 
     void theAnswerIsTheButton()
     {
-        QFETCH(int, buttons);
-        QFETCH(int, click);
-        QFETCH(int, answer);
+        const auto [buttons, click, answer] = fetched<int, int, int>();
         whenShown<QMessageBox>([click](QMessageBox* box) {
             if (click)
                 QTest::mouseClick(box->button(QMessageBox::StandardButton(click)), Qt::LeftButton);
@@ -116,16 +104,6 @@ private slots:
         const auto typed = QtMessageBoxes().input("T", "P", "pre");
         QVERIFY(typed);
         QVERIFY(typed->contains("<typed>"));
-    }
-
-    void waveFilesAreAskedForByName()
-    {
-        RecordingFiles files;
-        files.answers = {"/tmp/a.wav"};
-        QCOMPARE(files.ChooseWaveFile(), "/tmp/a.wav");
-        QCOMPARE(files.ChooseWaveFile(), QString());
-        QCOMPARE(files.asked.first(),
-                 (RecordingFiles::Question{"Please Choose a WAV File", "Wave Files (*.wav)"}));
     }
 };
 

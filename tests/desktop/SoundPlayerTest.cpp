@@ -1,9 +1,7 @@
 #include "desktop/QtSoundPlayer.h"
+#include "support/Files.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestRunner.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 class SoundPlayerTest : public QObject
 {
@@ -22,10 +20,8 @@ class SoundPlayerTest : public QObject
 private slots:
     void init()
     {
-        for (const char* name : {"/one.wav", "/two.wav"}) {
-            QFile file(folder_.path() + QLatin1String(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
+        for (const char* name : {"one.wav", "two.wav"})
+            files::write(folder_.filePath(name), {});
         played_.clear();
         made_ = 0;
     }

@@ -2,9 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QSignalSpy>
-#include <QTest>
-
 #include <csignal>
 
 // The system wants the program to end.

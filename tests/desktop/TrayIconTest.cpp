@@ -1,12 +1,7 @@
 #include "desktop/BalloonQueue.h"
-#include "desktop/PlainNotice.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QMenu>
-#include <QSignalSpy>
-#include <QTest>
 
 namespace
 {
@@ -52,8 +47,7 @@ private slots:
     }
     void noticesReadAsTyped()
     {
-        QFETCH(QString, text);
-        QFETCH(int, joiners);
+        const auto [text, joiners] = fetched<QString, int>();
         QString plain = plainNotice(text);
         QCOMPARE(int(plain.count(QChar(0x2060))), joiners);
         QCOMPARE(plain.remove(QChar(0x2060)), text);
@@ -95,10 +89,8 @@ private slots:
     }
     void clicksBecomeRequests()
     {
-        QFETCH(QList<QSystemTrayIcon::ActivationReason>, clicks);
-        QFETCH(bool, hasMenu);
-        QFETCH(int, doubles);
-        QFETCH(int, menus);
+        using Clicks = QList<QSystemTrayIcon::ActivationReason>;
+        const auto [clicks, hasMenu, doubles, menus] = fetched<Clicks, bool, int, int>();
         QtTrayIcon tray([](const QString&) { return anyPicture(); });
         QMenu menu;
         if (hasMenu)

@@ -3,9 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QAccessible>
-#include <QTest>
-
 namespace
 {
 
@@ -34,11 +31,7 @@ private slots:
 
     void settingsDecide()
     {
-        QFETCH(bool, ask);
-        QFETCH(bool, accept);
-        QFETCH(bool, deny);
-        QFETCH(bool, known);
-        QFETCH(QStringList, answers);
+        const auto [ask, accept, deny, known, answers] = fetched<bool, bool, bool, bool, QStringList>();
         MessagingFixture f;
         f.client.settings.AuthAskForAll = ask;
         f.client.settings.AuthForAll = accept;

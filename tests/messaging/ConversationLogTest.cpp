@@ -1,10 +1,8 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QFileInfo>
-#include <QTest>
 
 namespace
 {
@@ -40,8 +38,7 @@ private slots:
 
     void logLiesInItsFolder()
     {
-        QFETCH(QString, peer);
-        QFETCH(QString, file);
+        const auto [peer, file] = fetched<QString, QString>();
         MessagingFixture f;
         QCOMPARE(f.hub->log().WriteLogLine("b", peer, {}, false), QString());
         const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");
@@ -55,13 +52,9 @@ private slots:
         f.engine.gateway().server = QStringLiteral("..");
         f.engine.gateway().userName = QStringLiteral("../x");
         QSet<QString> files;
-        const QStringList peers{QString(300, u'a') + u'1',
-                                QString(300, u'a') + u'2',
-                                QString(250, QChar(0x6731)),
-                                "%~",
-                                QString(),
-                                "a%41",
-                                "aA"};
+        const QString longest(300, u'a');
+        const QStringList peers{
+            longest + u'1', longest + u'2', QString(250, QChar(0x6731)), "%~", QString(), "a%41", "aA"};
         for (const auto& peer : peers) {
             QCOMPARE(f.hub->log().WriteLogLine(peer, peer, {}, false), QString());
             const QString path = QFileInfo(f.hub->log().path(peer)).canonicalFilePath();
@@ -174,9 +167,7 @@ private slots:
         const QString file = f.profile.path() + QStringLiteral("/log.rtf");
         f.world.boxes.inputs = {file, f.profile.path() + QStringLiteral("/missing/log.rtf")};
         save.trigger();
-        QFile saved(file);
-        QVERIFY(saved.open(QIODevice::ReadOnly));
-        const QByteArray text = saved.readAll();
+        const QByteArray text = files::read(file);
         QVERIFY2(text.startsWith("{\\rtf1") && text.contains("\\{a\\\\b\\} \\u233?\\par") &&
                      text.endsWith("}\r\n"),
                  text.constData());

@@ -2,10 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-
 // The notices window.
 class HeadLineFormTest : public QObject
 {
@@ -32,8 +28,7 @@ private slots:
 
     void messagesBecomeLines()
     {
-        QFETCH(QString, xml);
-        QFETCH(QString, lines);
+        const auto [xml, lines] = fetched<QString, QString>();
         MessagingFixture f;
         auto context = f.engine.contextFor(xml);
         f.notices().Myapplicationplugin()->OnMessage(context);

@@ -2,8 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 // What counts as a link in a text.
 class LinkScannerTest : public QObject
 {
@@ -27,8 +25,7 @@ private slots:
 
     void linksAreFound()
     {
-        QFETCH(QString, text);
-        QFETCH(QStringList, targets);
+        const auto [text, targets] = fetched<QString, QStringList>();
         QStringList found;
         for (const auto& link : findLinks(text)) {
             found += link.target;

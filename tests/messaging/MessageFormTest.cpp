@@ -3,11 +3,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QClipboard>
-#include <QComboBox>
-#include <QSignalSpy>
-#include <QTest>
-
 namespace
 {
 
@@ -63,9 +58,7 @@ private slots:
 
     void messageGoesToTheChosenResource()
     {
-        QFETCH(QStringList, resources);
-        QFETCH(QString, chosen);
-        QFETCH(QString, address);
+        const auto [resources, chosen, address] = fetched<QStringList, QString, QString>();
         MessagingFixture f;
         f.client.MyRoster.record(juliet)->Resources = resources;
         auto* window = f.open(juliet);

@@ -1,8 +1,8 @@
 #include "messaging/MessagingFixture.h"
 
 #include "messaging/forms/TranscriptView.h"
+#include "support/Files.h"
 
-#include <QFile>
 #include <QLocale>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -51,8 +51,7 @@ void MessagingFixture::message(const QString& from, const QString& type, const Q
 
 QString MessagingFixture::logOf(const QString& peer) const
 {
-    QFile file(hub->log().path(peer));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(files::read(hub->log().path(peer)));
 }
 
 HeadLineForm& MessagingFixture::notices()

@@ -1,11 +1,8 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QFile>
-#include <QSignalSpy>
-#include <QTest>
 
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
@@ -15,12 +12,6 @@ namespace
 {
 
 const QString stranger = QStringLiteral("Paris@verona.example");
-
-QString banFile()
-{
-    QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QString();
-}
 
 } // namespace
 
@@ -76,10 +67,7 @@ private slots:
 
     void blockingAsksFirst()
     {
-        QFETCH(bool, byToolbar);
-        QFETCH(bool, blockedBefore);
-        QFETCH(bool, yes);
-        QFETCH(int, refreshes);
+        const auto [byToolbar, blockedBefore, yes, refreshes] = fetched<bool, bool, bool, int>();
         MessagingFixture f;
         auto* window = f.open(juliet);
         window->setPeer(juliet + QStringLiteral("/balcony"));
@@ -87,12 +75,7 @@ private slots:
             f.client.MyBanList.Add(juliet);
         if (yes)
             f.world.boxes.answers = {MessageBoxes::Answer::Yes};
-        QDir().mkpath(paths::configFolder());
-        QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("<banned></banned>\n");
-        file.close();
-
+        const QString banned = paths::configFolder() + QStringLiteral("/BannedList.xml");
         QSignalSpy refresh(f.hub.get(), &ChatWindow::rosterRefreshRequested);
         f.control<QAction>(*window, byToolbar ? "Toolbar1Block" : "mnustrblock").trigger();
         QCOMPARE(f.world.boxes.shown.size(), 1);
@@ -103,7 +86,7 @@ private slots:
                             Buttons::YesNoCancel}));
         QCOMPARE(refresh.size(), refreshes);
         QCOMPARE(f.client.MyBanList.Count(), int(yes || blockedBefore));
-        QCOMPARE(banFile().contains(QStringLiteral("<item>%1</item>").arg(juliet)), yes);
+        QCOMPARE(files::read(banned).contains("<item>" + juliet.toUtf8() + "</item>"), yes);
         QVERIFY(window->isVisible());
     }
 };

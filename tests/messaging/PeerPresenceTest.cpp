@@ -2,9 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QComboBox>
-#include <QTest>
-
 // An open window follows its peer's presence and resources.
 class PeerPresenceTest : public QObject
 {
@@ -34,13 +31,8 @@ private slots:
 
     void windowFollowsPresence()
     {
-        QFETCH(QStringList, resources);
-        QFETCH(QString, inner);
-        QFETCH(bool, available);
-        QFETCH(QString, picture);
-        QFETCH(QString, status);
-        QFETCH(QString, textBox);
-        QFETCH(QString, combo);
+        const auto [resources, inner, available, picture, status, textBox, combo] =
+            fetched<QStringList, QString, bool, QString, QString, QString, QString>();
         MessagingFixture f;
         auto* window = f.open(juliet);
         window->setPicture("LightOn");

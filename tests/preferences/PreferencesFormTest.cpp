@@ -4,15 +4,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTreeWidget>
-
 using Switch = bool Settings::*;
 using Text = QString Settings::*;
 Q_DECLARE_METATYPE(Switch)
@@ -49,9 +40,7 @@ private slots:
 
     void aSwitchIsStoredByOkAlone()
     {
-        QFETCH(QString, page);
-        QFETCH(QByteArray, control);
-        QFETCH(Switch, setting);
+        const auto [page, control, setting] = fetched<QString, QByteArray, Switch>();
         PreferencesFixture f;
         const bool before = f.client.settings.*setting;
         ui::find<QAbstractButton>(f.page(page), control.constData())->click();
@@ -85,9 +74,7 @@ private slots:
 
     void aTextIsStoredByOkAlone()
     {
-        QFETCH(QString, page);
-        QFETCH(QByteArray, control);
-        QFETCH(Text, setting);
+        const auto [page, control, setting] = fetched<QString, QByteArray, Text>();
         Settings settings;
         settings.AutoAwayTimer = settings.AutoXAwayTimer = settings.AutoReplayToUnAuth = true;
         settings.SoundOnNewMessage = settings.SoundOnOnLine = settings.SoundOnOffLine = true;
@@ -128,10 +115,7 @@ private slots:
 
     void aWrongValueKeepsTheFormOpen()
     {
-        QFETCH(QString, page);
-        QFETCH(QByteArray, control);
-        QFETCH(QString, text);
-        QFETCH(QString, right);
+        const auto [page, control, text, right] = fetched<QString, QByteArray, QString, QString>();
         PreferencesFixture f;
         if (page == "Connection")
             ui::find<QAbstractButton>(f.page(page), "chkTypeS4")->click();
@@ -291,6 +275,8 @@ private slots:
         f.outside.files.answers = {"/tmp/ding.wav"};
         browse->click();
         browse->click(); // cancelled
+        QCOMPARE(f.outside.files.asked.last(),
+                 (RecordingFiles::Question{"Please Choose a WAV File", "Wave Files (*.wav)"}));
         QCOMPARE(file->text(), "/tmp/ding.wav");
         ui::click(f.form, "cmdApply");
         QCOMPARE(f.client.settings.SoundOnNewMessageFile, "/tmp/ding.wav");

@@ -1,12 +1,8 @@
 #include "PreferencesFixture.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QDir>
-#include <QFile>
-#include <QListWidget>
-#include <QSignalSpy>
 
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
@@ -34,9 +30,7 @@ private slots:
 
     void anAddressIsBlocked()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, blocked);
-        QFETCH(QString, box);
+        const auto [typed, blocked, box] = fetched<QString, QString, QString>();
         PreferencesFixture f;
         store("<banned><item>tybalt@x</item></banned>");
         auto* page = f.page("Privacy");
@@ -108,18 +102,8 @@ private slots:
 
 private:
     static QString file() { return paths::configFolder() + "/BannedList.xml"; }
-    static QString stored()
-    {
-        QFile in(file());
-        return in.open(QIODevice::ReadOnly) ? QString::fromUtf8(in.readAll()).trimmed() : QString();
-    }
-    static void store(const QByteArray& text)
-    {
-        QDir().mkpath(paths::configFolder());
-        QFile out(file());
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    }
+    static QString stored() { return files::read(file()).trimmed(); }
+    static void store(const QByteArray& text) { files::write(file(), text); }
     static QListWidget& list(PreferencesFixture& f)
     {
         return *ui::find<QListWidget>(f.page("Privacy"), "List1");

@@ -1,15 +1,9 @@
 #include "preferences/StatusLibrary.h"
 #include "PreferencesFixture.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QListWidget>
-#include <QRadioButton>
-#include <QSignalSpy>
 
 // The prepared status texts, in the page that edits them.
 class StatusLibraryTest : public QObject
@@ -31,20 +25,13 @@ private slots:
     void aChosenTextIsTheStatesText_data()
     {
         columns<QString, QString>("state", "changed"); // of Av, Away, xAway, DND and Free for Chat
-        QTest::newRow("Available") << "Available"
-                                   << "two,Away,xAway,DND,FFC";
-        QTest::newRow("Away") << "Away"
-                              << "Av,two,xAway,DND,FFC";
-        QTest::newRow("Extended away") << "Extended away"
-                                       << "Av,Away,two,DND,FFC";
-        QTest::newRow("Extended Away, kept") << "Extended Away"
-                                             << "Av,Away,xAway,DND,FFC";
-        QTest::newRow("Do Not Disturb") << "Do Not Disturb"
-                                        << "Av,Away,xAway,two,FFC";
-        QTest::newRow("Free for Chat") << "Free for Chat"
-                                       << "Av,Away,xAway,DND,two";
-        QTest::newRow("Free For Chat, kept") << "Free For Chat"
-                                             << "Av,Away,xAway,DND,FFC";
+        row("Available", "Available", "two,Away,xAway,DND,FFC");
+        row("Away", "Away", "Av,two,xAway,DND,FFC");
+        row("Extended away", "Extended away", "Av,Away,two,DND,FFC");
+        row("Extended Away, kept", "Extended Away", "Av,Away,xAway,DND,FFC");
+        row("Do Not Disturb", "Do Not Disturb", "Av,Away,xAway,two,FFC");
+        row("Free for Chat", "Free for Chat", "Av,Away,xAway,DND,two");
+        row("Free For Chat, kept", "Free For Chat", "Av,Away,xAway,DND,FFC");
     }
 
     void aChosenTextIsTheStatesText()
@@ -74,24 +61,15 @@ private slots:
     void textsAreAddedWhereTheFileKnowsTheState_data()
     {
         columns<QString, QString, QString>("state", "typed", "after");
-        QTest::newRow("Available") << "Available"
-                                   << "At <home> & well"
-                                   << "On Line|At <home> & well";
-        QTest::newRow("Away") << "Away"
-                              << "Lunch"
-                              << "Not at my desk rigth now|Coffe Break|Lunch";
-        QTest::newRow("spelt otherwise") << "Do Not Disturb"
-                                         << "Hush"
-                                         << "Do Not Disturb|In a meeting|Working";
-        QTest::newRow("nothing") << "Available"
-                                 << ""
-                                 << "On Line";
+        row("Available", "Available", "At <home> & well", "On Line|At <home> & well");
+        row("Away", "Away", "Lunch", "Not at my desk rigth now|Coffe Break|Lunch");
+        row("spelt otherwise", "Do Not Disturb", "Hush", "Do Not Disturb|In a meeting|Working");
+        row("nothing", "Available", "", "On Line");
     }
 
     void textsAreAddedWhereTheFileKnowsTheState()
     {
-        QFETCH(QString, state);
-        QFETCH(QString, typed);
+        const auto [state, typed] = fetched<QString, QString>();
         PreferencesFixture f;
         auto* panel = page(f, state);
         f.outside.boxes.inputs = {typed};
@@ -144,18 +122,8 @@ private slots:
 
 private:
     static QString fileName() { return paths::configFolder() + "/StatusMsgs.xml"; }
-    static void put(const QByteArray& text)
-    {
-        QDir().mkpath(paths::configFolder());
-        QFile out(fileName());
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    }
-    static QByteArray content()
-    {
-        QFile in(fileName());
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-    }
+    static void put(const QByteArray& text) { files::write(fileName(), text); }
+    static QByteArray content() { return files::read(fileName()); }
     static PreferencePanel* page(PreferencesFixture& f, const QString& state)
     {
         auto* panel = f.page("Personal");

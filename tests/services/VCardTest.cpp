@@ -4,8 +4,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 namespace
 {
 
@@ -132,10 +130,8 @@ private slots:
 
     void writesInTheOrderOfTheDialect()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
-        QFETCH(QString, writtenBefore);
-        QFETCH(QString, writtenAfter);
+        const auto [before, after, writtenBefore, writtenAfter] =
+            fetched<QString, QString, QString, QString>();
         const QString expected = QString(whole).replace(u'[', writtenBefore).replace(u']', writtenAfter);
         QCOMPARE(named(before, after).stanza(), expected);
     }

@@ -9,12 +9,6 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTest>
-
 namespace
 {
 
@@ -86,8 +80,7 @@ private slots:
 
     void openButtonsAndFieldsByOwner()
     {
-        QFETCH(QString, from);
-        QFETCH(bool, isOwn);
+        const auto [from, isOwn] = fetched<QString, bool>();
         receive(from, ownCard);
         QPointer<VCardForm> form = window();
         for (const char* name : {"Command1", "Command3", "cmdOK"})
@@ -165,8 +158,7 @@ private slots:
 
     void opensNoWindowForOtherStanzas()
     {
-        QFETCH(QString, type);
-        QFETCH(QString, id);
+        const auto [type, id] = fetched<QString, QString>();
         receive(own, ownCard, type, id);
         QVERIFY(!window());
         QStringList boxes;
@@ -260,15 +252,13 @@ private slots:
 
     void opensLinksThroughTheDesktop()
     {
-        QFETCH(QString, card);
-        QFETCH(QString, link);
-        QFETCH(bool, refused);
+        const auto [card, link, opened, refused] = fetched<QString, QString, QStringList, bool>();
         receive(juliet, card);
         const auto* state = ui::find<QLabel>(window(), "lblState");
         QVERIFY(state->text().isEmpty());
         auto* label = ui::find<QLabel>(window(), link.toLatin1());
         QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
-        QTEST(world_->links.opened, "opened");
+        QCOMPARE(world_->links.opened, opened);
         QCOMPARE(!state->text().isEmpty(), refused);
     }
 

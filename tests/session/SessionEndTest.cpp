@@ -1,7 +1,7 @@
 #include "FakeClient.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
-#include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/WaitAnimation.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"

@@ -107,6 +107,29 @@ private slots:
         QCOMPARE(ui::find<QLineEdit>(&live.signInForm(), "txtResource")->text(), "BreloIM");
     }
 
+    void aNoticeShowsItsWindow_data()
+    {
+        columns<QString>("xml");
+        row("headline", "<message from='montague.example' type='headline'><body>hark</body></message>");
+        row("error", "<message from='juliet@montague.example' type='error'><error>gone</error></message>");
+        row("authorisation", "<presence from='juliet@montague.example' type='subscribed'/>");
+    }
+
+    void aNoticeShowsItsWindow()
+    {
+        QFETCH(QString, xml);
+        FakeClient live;
+        live.signIn();
+        live.client.settings.CheckError = true;
+        for (int twice = 0; twice < 2; ++twice) { // once for a new window, once for a hidden one
+            live.inject(xml);
+            auto* notices = live.form("HeadLineForm");
+            QVERIFY(notices && notices->isVisible());
+            notices->close();
+            QVERIFY(!notices->isVisible());
+        }
+    }
+
     void theServerRowBringsTheNoticesToTheFront()
     {
         FakeClient live;

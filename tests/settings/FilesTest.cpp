@@ -4,10 +4,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QDir>
-#include <QSettings>
-#include <QTest>
-
 // The autostart entry and the folders.
 class FilesTest : public QObject
 {
@@ -46,8 +42,7 @@ private slots:
     }
     void execIsQuoted()
     {
-        QFETCH(QString, program);
-        QFETCH(QString, exec);
+        const auto [program, exec] = fetched<QString, QString>();
         QCOMPARE(CRegistry::execValue(program), exec);
     }
 
@@ -61,8 +56,7 @@ private slots:
     }
     void badEntriesAreRefused()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, program);
+        const auto [name, program] = fetched<QString, QString>();
         CRegistry registry;
         QVERIFY(registry.openOrCreateKey());
         QVERIFY(!registry.setStringValue(name, program));
@@ -81,8 +75,7 @@ private slots:
     }
     void filesOfSettingsAreFound()
     {
-        QFETCH(QString, named);
-        QFETCH(QString, file);
+        const auto [named, file] = fetched<QString, QString>();
         QCOMPARE(paths::applicationFile(named), file);
     }
 

@@ -1,14 +1,11 @@
-#include "settings/KeychainSecretStore.h"
 #include "settings/Module.h"
 #include "settings/Paths.h"
+#include "settings/SecretStore.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingSecrets.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
-
-#include <QSettings>
-#include <QTest>
 
 namespace
 {
@@ -64,8 +61,7 @@ private slots:
     }
     void isKeptOnlyWhenWanted()
     {
-        QFETCH(bool, autoLogon);
-        QFETCH(bool, savePassword);
+        const auto [autoLogon, savePassword] = fetched<bool, bool>();
         const bool wanted = autoLogon || savePassword;
         SettingsStore store(paths::settingsFile());
         QVERIFY(store.SaveSettings(account("old")));

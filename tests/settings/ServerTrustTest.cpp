@@ -4,9 +4,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QSettings>
-#include <QTest>
-
 // What the settings file holds about servers beside the keys of the table.
 class ServerTrustTest : public QObject
 {
@@ -29,8 +26,7 @@ private slots:
     }
     void aPinBelongsToOneServer()
     {
-        QFETCH(QString, asked);
-        QFETCH(bool, pinned);
+        const auto [asked, pinned] = fetched<QString, bool>();
         const QByteArray sha256(32, '\xA5');
         QVERIFY(store().pinCertificate("Chat.Example:5223", sha256));
         QVERIFY(store().pinCertificate("évil/../x", QByteArray(32, '\1')));

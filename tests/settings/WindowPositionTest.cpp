@@ -4,9 +4,6 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QSettings>
-#include <QTest>
-
 namespace
 {
 
@@ -23,13 +20,6 @@ class WindowPositionTest : public QObject
 private slots:
     void init() { profile_.emplace(); }
 
-    void nothingStoredLeavesTheWindowWhereItIs()
-    {
-        const WindowPosition position = store().loadWindowPosition(current);
-        QVERIFY(!position.geometry);
-        QCOMPARE(position.state, 0);
-    }
-
     void comesBack_data()
     {
         columns<int, QRect>("state", "expected");
@@ -40,8 +30,7 @@ private slots:
     }
     void comesBack()
     {
-        QFETCH(int, state);
-        QFETCH(QRect, expected);
+        const auto [state, expected] = fetched<int, QRect>();
         QVERIFY(store().saveWindowPosition(QRect(-1200, 40, 260, 520), state));
         const WindowPosition position = store().loadWindowPosition(current);
         QCOMPARE(position.geometry.value_or(QRect()), expected);
@@ -60,10 +49,7 @@ private slots:
     }
     void badNumbersAreReplaced()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, text);
-        QFETCH(QRect, expected);
-        QFETCH(int, state);
+        const auto [key, text, expected, state] = fetched<QString, QString, QRect, int>();
         QVERIFY(store().saveWindowPosition(QRect(1, 2, 30, 40), 2));
         QSettings(paths::settingsFile(), QSettings::IniFormat)
             .setValue(QStringLiteral("Window Position/") + key, text);
@@ -74,6 +60,7 @@ private slots:
 
     void liesBesideTheSettings()
     {
+        QVERIFY(!store().loadWindowPosition(current).geometry); // nothing is stored
         QVERIFY(store().saveWindowPosition(QRect(1, 2, 30, 40), 0));
         Settings settings;
         settings.UserName = QStringLiteral("romeo");

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QObject>
+// Both whole: they are precompiled, and tests drive most of what they hold.
+#include <QtTest>
+#include <QtWidgets>
 
 #include <functional>
 #include <memory>

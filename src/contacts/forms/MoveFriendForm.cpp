@@ -1,8 +1,8 @@
 #include "contacts/forms/MoveFriendForm.h"
 
 #include "contacts/Client.h"
+#include "contacts/ContactTree.h"
 #include "contacts/RosterStanzas.h"
-#include "contacts/TreeNode.h"
 
 #include "ui_MoveFriendForm.h"
 

@@ -108,11 +108,6 @@ QIcon ImageList::icon(const QString& key)
     return loadedIcons().value(key);
 }
 
-QIcon ImageList::at(int position)
-{
-    return icon(keyAt(position));
-}
-
 QString ImageList::keyAt(int position)
 {
     return position >= 1 && position <= count() ? QString(pictures[position - 1].key) : QString();

@@ -11,10 +11,7 @@ public:
     // The picture of `key`, which is case-sensitive ("Online" and "online" differ). A null icon for an
     // unknown key.
     static QIcon icon(const QString& key);
-    // The picture at `position`, counted from 1. A null icon outside the list.
-    static QIcon at(int position);
-    // The key at `position`, counted from 1; empty outside the list. The order is a contract: code takes
-    // status pictures by position.
+    // The key at `position`, counted from 1; empty outside the list. The order is a contract.
     static QString keyAt(int position);
     static int count();
 };

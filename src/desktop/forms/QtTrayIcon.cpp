@@ -1,7 +1,5 @@
 #include "desktop/forms/QtTrayIcon.h"
 
-#include "desktop/PlainNotice.h"
-
 #include <QGuiApplication>
 #include <QMenu>
 #include <QStyleHints>

@@ -1,12 +1,9 @@
 #include "messaging/forms/ChatWindow.h"
 
 #include "contacts/Client.h"
-#include "contacts/StatusImages.h"
+#include "contacts/StatusRules.h"
 #include "desktop/forms/FormRegistry.h"
-#include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
-#include "messaging/InboundRules.h"
-#include "messaging/ShowPicture.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/LogMessageForm.h"
@@ -20,9 +17,6 @@ namespace
 
 using Action = InboundDecision::Action;
 using Window = InboundDecision::Window;
-
-constexpr int offlinePicture = 4;
-constexpr int unknownPicture = 9;
 
 QString bagKey(const InboundMessage& message, bool room)
 {
@@ -99,7 +93,7 @@ InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& c
     InboundWorld world;
     world.roomOpen = message.from.contains(u'/') && registry_.tagged<RoomWindow>(message.bare);
     world.notice =
-        message.road == InboundRoad::Plain &&
+        message.type == MessageType::Plain &&
         inbound::isServerNotice(message.bare, client_.Gateway().Server(), client_.MyAgents, client_.site);
     world.windowOpen = windowIn(context, bagKey(message, world.roomOpen));
     world.known = client_.MyRoster.DoesJIDExist(message.bare);
@@ -179,13 +173,13 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
     if (decision.window == Window::Known) {
         const auto* record = contact(message.bare);
         nick = record->nick;
-        window.setPicture(statusimages::FindStatusImg(client_.MyRoster, message.bare));
+        window.setPicture(statusrules::FindStatusImg(client_.MyRoster, message.bare));
         window.setNick(nick);
         window.setStatusText(record->Status);
         window.setPeer(message.bare);
     } else if (decision.window == Window::Stranger) {
         nick = message.from;
-        window.setPicture(ImageList::keyAt(unknownPicture));
+        window.setPicture(QStringLiteral("Pendingauth"));
         window.setCanAdd(!decision.room);
         window.setPeer(decision.room ? message.from : message.bare);
     }
@@ -247,12 +241,12 @@ void ChatWindow::OnPresence(PlugInContext& context)
     const auto presence = context.Stanza().PresenceFields();
     const bool available = presence.IsAvailable();
     if (available) {
-        if (const auto picture = pictureOfShow(presence.Show())) {
-            window->setPicture(ImageList::keyAt(*picture));
+        if (const QString picture = statusrules::StatusImageKey(presence.Show()); !picture.isEmpty()) {
+            window->setPicture(picture);
             window->setStatusText(presence.Status());
         }
     } else if (ResourceControls::NoResourcesLeft(*record)) {
-        window->setPicture(ImageList::keyAt(offlinePicture));
+        window->setPicture(QStringLiteral("Offline"));
         window->setStatusText(presence.Status());
         return;
     }

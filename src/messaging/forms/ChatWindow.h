@@ -2,8 +2,7 @@
 
 #include "engine/ApplicationPlugIn.h"
 #include "messaging/ConversationLog.h"
-#include "messaging/InboundDecision.h"
-#include "messaging/RoomInvitation.h"
+#include "messaging/InboundRules.h"
 #include "messaging/Stamps.h"
 
 #include <QObject>

@@ -3,13 +3,44 @@
 #include "contacts/Client.h"
 #include "engine/Jid.h"
 #include "messaging/ConversationLog.h"
-#include "messaging/RichText.h"
 #include "settings/Paths.h"
 #include "ui_LogMessageForm.h"
 
 #include <QPointer>
 #include <QSaveFile>
 #include <QShortcut>
+
+namespace
+{
+
+void appendRichText(QByteArray& out, QChar c)
+{
+    if (c == u'\n') {
+        out += "\\par\r\n";
+    } else if (c == u'\\' || c == u'{' || c == u'}') {
+        out += '\\';
+        out += c.toLatin1();
+    } else if (c == u'\t') {
+        out += "\\tab ";
+    } else if (c.unicode() >= 0x20 && c.unicode() < 0x7F) {
+        out += c.toLatin1();
+    } else {
+        // A UTF-16 unit as a signed number, with "?" for readers that don't know it.
+        out += "\\u" + QByteArray::number(static_cast<qint16>(c.unicode())) + '?';
+    }
+}
+
+// `text` as a document of the Rich Text Format, pure ASCII. Lines end with a line feed.
+QByteArray richText(const QString& text)
+{
+    QByteArray out("{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fswiss Verdana;}}\\f0\\fs17\r\n");
+    out.reserve(text.size() + 64);
+    for (const QChar c : text)
+        appendRichText(out, c);
+    return out + "}\r\n";
+}
+
+} // namespace
 
 LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
     : Form(registry, QStringLiteral("LogMessageForm")), ui_(std::make_unique<Ui::LogMessageForm>()),
@@ -71,7 +102,7 @@ void LogMessageForm::mnuEditSave_Click()
 
 QString LogMessageForm::save(const QString& path) const
 {
-    const QByteArray text = richtext::document(ui_->txtLog->transcriptText());
+    const QByteArray text = richText(ui_->txtLog->transcriptText());
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
         return {};

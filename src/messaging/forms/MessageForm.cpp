@@ -5,8 +5,6 @@
 #include "desktop/forms/FormRegistry.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
-#include "messaging/MessageStanzas.h"
-#include "messaging/OutboundMessage.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/EditCommands.h"
@@ -150,7 +148,7 @@ void MessageForm::txtMsg_Change()
 {
     const bool typed = !ui_->txtMsg->document()->isEmpty() && !peerJid().isEmpty();
     if (typed && client().isConnected() && typing_.textChanged())
-        stanzas::send(client(), stanzas::composing(peerJid()));
+        stanzas::send(client(), outbound::composing(peerJid()));
 }
 
 void MessageForm::mnuToolsNoChar13_Click()

@@ -2,8 +2,8 @@
 
 #include "desktop/forms/SessionForm.h"
 #include "engine/PlugInContext.h"
+#include "messaging/OutboundMessage.h"
 #include "messaging/PeerCommands.h"
-#include "messaging/TypingRules.h"
 #include "messaging/forms/ResourceControls.h"
 
 #include <QString>

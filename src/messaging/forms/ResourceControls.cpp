@@ -1,6 +1,6 @@
 #include "messaging/forms/ResourceControls.h"
 
-#include "contacts/CRosterItem.h"
+#include "contacts/Collections.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -1,10 +1,41 @@
 #include "preferences/forms/ConnectionUsrCtrl.h"
 
 #include "contacts/Client.h"
-#include "preferences/PreferenceRules.h"
-#include "preferences/StartEntry.h"
+#include "settings/CRegistry.h"
 
 #include "ui_ConnectionUsrCtrl.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+namespace
+{
+
+QString startEntry()
+{
+    return QStringLiteral("BreloIM");
+}
+
+// Whether the desktop is to start the program with the person's session. False when its list of programs
+// could not be changed.
+bool setStartEntry(bool on)
+{
+    CRegistry registry;
+    if (!registry.openOrCreateKey())
+        return false;
+    return on ? registry.setStringValue(startEntry(), QCoreApplication::applicationFilePath())
+              : registry.deleteValue(startEntry());
+}
+
+// Whether the text can be a host's name or IP address, without a port.
+bool isHost(const QString& text)
+{
+    static const QRegularExpression nameOrIpv6(
+        QStringLiteral("^([^\\s:/@]+|[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*)$"));
+    return nameOrIpv6.match(text.trimmed()).hasMatch();
+}
+
+} // namespace
 
 ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
     : PreferencePanel(client), ui_(std::make_unique<Ui::ConnectionUsrCtrl>())
@@ -16,7 +47,7 @@ ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
     connect(ui_->chkAutoLogon, &QCheckBox::toggled, this, &ConnectionUsrCtrl::keepPassword);
     keepPassword();
     // What the desktop will do counts, not what was once wished.
-    ui_->Check1->setChecked(startentry::isSet());
+    ui_->Check1->setChecked(CRegistry::hasValue(startEntry()));
     connect(ui_->Check1, &QCheckBox::clicked, this, &ConnectionUsrCtrl::Check1_Click);
     showProxy();
     onSave([this](Settings&) { saveProxy(); });
@@ -34,7 +65,7 @@ void ConnectionUsrCtrl::keepPassword()
 
 void ConnectionUsrCtrl::Check1_Click(bool on)
 {
-    if (startentry::set(on)) {
+    if (setStartEntry(on)) {
         client_.settings.BeginAtStartup = on;
         return;
     }
@@ -71,7 +102,7 @@ void ConnectionUsrCtrl::enableProxyFields()
 
 PreferencePanel::Fault ConnectionUsrCtrl::fault() const
 {
-    if (!ui_->chkTypeNone->isChecked() && !preferences::isHost(ui_->txtName->text()))
+    if (!ui_->chkTypeNone->isChecked() && !isHost(ui_->txtName->text()))
         return {tr("Please, enter the proxy server's host, and its port in the field below."), ui_->txtName};
     return {};
 }

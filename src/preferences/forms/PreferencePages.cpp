@@ -1,16 +1,13 @@
 #include "preferences/forms/PreferencePages.h"
 
-#include "preferences/forms/AuthorizationUsrCtrl.h"
 #include "preferences/forms/ConnectionUsrCtrl.h"
-#include "preferences/forms/EmptyPanel.h"
-#include "preferences/forms/GatewayDescription.h"
 #include "preferences/forms/MessagesUsrCtrl.h"
 #include "preferences/forms/PersonalUsrCtrl.h"
+#include "preferences/forms/PlainPages.h"
 #include "preferences/forms/PrivacyUsrCtrl.h"
 #include "preferences/forms/ResourceUsrCtrl.h"
 #include "preferences/forms/RosterPrefUsrCtrl.h"
 #include "preferences/forms/SoundUsrCtrl.h"
-#include "preferences/forms/StatusMessagesUsrCtrl.h"
 
 #include <algorithm>
 

@@ -1,9 +1,21 @@
 #include "preferences/forms/ResourceUsrCtrl.h"
 
 #include "contacts/Client.h"
-#include "preferences/PreferenceRules.h"
 
 #include "ui_ResourceUsrCtrl.h"
+
+namespace
+{
+
+// RFC 6121, 4.7.2.3.
+bool isPriority(const QString& text)
+{
+    bool number = false;
+    const int priority = text.trimmed().toInt(&number);
+    return number && priority >= -128 && priority <= 127;
+}
+
+} // namespace
 
 ResourceUsrCtrl::ResourceUsrCtrl(Client& client)
     : PreferencePanel(client), ui_(std::make_unique<Ui::ResourceUsrCtrl>())
@@ -26,7 +38,7 @@ PreferencePanel::Fault ResourceUsrCtrl::fault() const
     if (ui_->txtResource->text().trimmed().isEmpty())
         return {tr("Please, enter a resource, for example BreloIM."), ui_->txtResource};
     const QString priority = ui_->Combo1->currentText();
-    if (priority != client_.settings.Priority && !preferences::isPriority(priority))
+    if (priority != client_.settings.Priority && !isPriority(priority))
         return {tr("The priority is a number from -128 to 127."), ui_->Combo1};
     return {};
 }

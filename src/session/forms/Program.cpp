@@ -2,14 +2,9 @@
 
 #include "contacts/forms/RosterForm.h"
 #include "desktop/QtSoundPlayer.h"
-#include "desktop/SystemClock.h"
 #include "desktop/SystemClose.h"
-#include "desktop/forms/CursorPointer.h"
-#include "desktop/forms/DesktopLinkOpener.h"
 #include "desktop/forms/ImageList.h"
-#include "desktop/forms/QtFileDialogs.h"
-#include "desktop/forms/QtLookDialogs.h"
-#include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "session/ComponentCheck.h"
 #include "session/LateGateway.h"
@@ -17,8 +12,8 @@
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayControl.h"
 #include "session/forms/TrayMenus.h"
-#include "settings/KeychainSecretStore.h"
 #include "settings/Paths.h"
+#include "settings/SecretStore.h"
 
 #include <QApplication>
 #include <QCursor>

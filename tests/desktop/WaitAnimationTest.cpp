@@ -1,12 +1,10 @@
 #include "desktop/forms/WaitAnimation.h"
 
-#include "services/GifFile.h"
+#include "desktop/GifFile.h"
+#include "support/Files.h"
 #include "support/RecordingDesktop.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 class WaitAnimationTest : public QObject
 {
@@ -53,21 +51,12 @@ private slots:
         QTRY_COMPARE(animation_->frameOnShow(), 0);
     }
 
-    void tellsFilesThatCannotBeUsed_data()
-    {
-        columns<QString, QString>("path", "text");
-        row("missing", "/nowhere/connect.gif", "File /nowhere/connect.gif not found");
-        row("no animation", write(GifFile({8, 8}, 3)), "This file is not a *.gif file");
-    }
-
     void tellsFilesThatCannotBeUsed()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, text);
-        animation_->Start(path);
-        QCOMPARE(boxes_.shown.size(), 1);
-        QCOMPARE(boxes_.shown[0], (RecordingBoxes::Box{"BreloIM", text, MessageBoxes::Icon::Critical,
-                                                       MessageBoxes::Buttons::Ok}));
+        animation_->Start(write(GifFile({8, 8}, 3)));
+        QCOMPARE(boxes_.shown,
+                 QList<RecordingBoxes::Box>({{"BreloIM", "This file is not a *.gif file",
+                                              MessageBoxes::Icon::Critical, MessageBoxes::Buttons::Ok}}));
         QVERIFY(!animation_->isRunning());
         QCOMPARE(animation_->frameOnShow(), -1);
     }
@@ -83,9 +72,7 @@ private slots:
 
     void hostilePicturesShowNothing()
     {
-        QFETCH(int, width);
-        QFETCH(int, height);
-        QFETCH(bool, decodable);
+        const auto [width, height, decodable] = fetched<int, int, bool>();
         GifFile file({width, height});
         if (decodable)
             file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);
@@ -101,10 +88,8 @@ private slots:
 private:
     QString write(const GifFile& gif)
     {
-        QFile file(folder_.filePath("a.gif"));
-        if (!file.open(QIODevice::WriteOnly) || file.write(gif.bytes()) < 0)
-            qFatal("no temporary file");
-        return file.fileName();
+        files::write(folder_.filePath("a.gif"), gif.bytes());
+        return folder_.filePath("a.gif");
     }
 
     // The colour at a point of the 8 x 8 pixels on show.

@@ -1,4 +1,4 @@
-#include "settings/KeychainSecretStore.h"
+#include "settings/SecretStore.h"
 
 #include "settings/Module.h"
 

@@ -1,12 +1,9 @@
 #include "desktop/AnimatedGif.h"
 
-#include "services/GifFile.h"
+#include "desktop/GifFile.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QImage>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace
 {
@@ -16,12 +13,6 @@ constexpr auto notGif = "This file is not a *.gif file";
 QString ownFile()
 {
     return qEnvironmentVariable("BRELO_SOURCE_DIR") + QStringLiteral("/resources/connect.gif");
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -47,7 +38,7 @@ private slots:
             last = picture;
         }
         // It loops without a jump: what the cut leaves over is the first picture again.
-        const QByteArray data = contents(ownFile());
+        const QByteArray data = files::read(ownFile());
         const QByteArray left = data.mid(data.lastIndexOf(QByteArray("\0\x21\xf9", 3)) + 2);
         QVERIFY(left.startsWith(gif.gif(0).mid(data.indexOf(QByteArray("\0\x21\xf9", 3)) + 2).chopped(2)));
     }
@@ -74,9 +65,7 @@ private slots:
 
     void cutsAtTheControlBlocks()
     {
-        QFETCH(QByteArray, data);
-        QFETCH(QString, error);
-        QFETCH(QList<int>, delays);
+        const auto [data, error, delays] = fetched<QByteArray, QString, QList<int>>();
 
         AnimatedGif gif;
         QCOMPARE(gif.LoadGif(write(data)), int(delays.size()));
@@ -147,10 +136,8 @@ private slots:
 private:
     QString write(const QByteArray& data)
     {
-        QFile file(folder_.filePath("a.gif"));
-        if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size())
-            qFatal("no temporary file");
-        return file.fileName();
+        files::write(folder_.filePath("a.gif"), data);
+        return folder_.filePath("a.gif");
     }
 
     QTemporaryDir folder_;

@@ -1,15 +1,12 @@
-#include "contacts/BannedListFile.h"
-#include "contacts/CBanList.h"
+#include "contacts/BlockedContacts.h"
+#include "contacts/Client.h"
+#include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTest>
-
-class BannedListFileTest : public QObject
+class BlockedContactsTest : public QObject
 {
     Q_OBJECT
 
@@ -17,13 +14,11 @@ private slots:
     void aMissingFileIsMadeAtTheFirstLoad()
     {
         TempProfile profile;
-        const BannedListFile file;
-        QCOMPARE(file.fileName(), profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml");
-        QVERIFY(!QFileInfo::exists(file.fileName()));
-        CBanList list;
-        QCOMPARE(file.load(list), QString());
-        QCOMPARE(content(file.fileName()), QByteArray("<banned></banned>\n"));
-        const auto others = QFile::permissions(file.fileName()) &
+        Client client;
+        QCOMPARE(BlockedContacts(client).load(), QString());
+        QCOMPARE(files::read(profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml"),
+                 QByteArray("<banned></banned>\n"));
+        const auto others = QFile::permissions(listFile()) &
                             ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
         QCOMPARE(int(others), 0);
     }
@@ -46,14 +41,13 @@ private slots:
     {
         QFETCH(QByteArray, text);
         TempProfile profile;
-        const BannedListFile file;
-        put(file.fileName(), text);
-        CBanList list;
-        QCOMPARE(file.load(list), QString());
-        QCOMPARE(file.load(list), QString());
+        files::write(listFile(), text);
+        Client client;
+        QCOMPARE(BlockedContacts(client).load(), QString());
+        QCOMPARE(BlockedContacts(client).load(), QString());
         QStringList loaded;
-        for (int position = 1; position <= list.Count(); ++position)
-            loaded += list.Item(position)->JID;
+        for (int position = 1; position <= client.MyBanList.Count(); ++position)
+            loaded += client.MyBanList.Item(position)->JID;
         QTEST(loaded, "expected");
     }
 
@@ -75,16 +69,20 @@ private slots:
 
     void aChangeIsWritten()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QString, change);
+        const auto [before, change] = fetched<QByteArray, QString>();
         TempProfile profile;
-        const BannedListFile file;
         if (!before.isEmpty())
-            put(file.fileName(), before);
-        QCOMPARE(change.startsWith('+') ? file.add(change.mid(1)) : file.remove(change.mid(1)), QString());
-        QTEST(content(file.fileName()), "after");
+            files::write(listFile(), before);
+        Client client;
+        BlockedContacts blocked(client);
+        if (change.startsWith('-'))
+            client.MyBanList.Add(change.mid(1));
+        QCOMPARE(change.startsWith('+') ? blocked.add(change.mid(1) + "/home") : blocked.remove(1),
+                 QString());
+        QCOMPARE(blocked.contains(change.mid(1) + "/work"), change.startsWith('+'));
+        QTEST(files::read(listFile()), "after");
         // Nothing of the writing is left beside it.
-        QCOMPARE(QFileInfo(file.fileName()).dir().entryList(QDir::Files | QDir::Hidden),
+        QCOMPARE(QFileInfo(listFile()).dir().entryList(QDir::Files | QDir::Hidden),
                  QStringList("BannedList.xml"));
     }
 
@@ -100,48 +98,35 @@ private slots:
 
     void aFileThatCannotBeUsedIsLeftAlone()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(bool, readOnly);
-        QFETCH(int, loaded);
+        const auto [text, readOnly, loaded] = fetched<QByteArray, bool, int>();
         TempProfile profile;
-        const BannedListFile file;
-        put(file.fileName(), text);
+        files::write(listFile(), text);
         if (readOnly)
-            QFile::setPermissions(file.fileName(), QFile::ReadOwner);
-        CBanList list;
-        QCOMPARE(file.load(list).isEmpty(), loaded >= 0);
-        QCOMPARE(list.Count(), qMax(loaded, 0));
-        QVERIFY(file.add("b@x").contains(file.fileName()));
-        QVERIFY(file.remove("a@x").contains(file.fileName()));
-        QCOMPARE(content(file.fileName()), text);
+            QFile::setPermissions(listFile(), QFile::ReadOwner);
+        Client client;
+        BlockedContacts blocked(client);
+        QCOMPARE(blocked.load().isEmpty(), loaded >= 0);
+        QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0));
+        QVERIFY(blocked.add("b@x").contains(listFile()));
+        QVERIFY(blocked.remove(1).contains(listFile()));
+        QVERIFY(blocked.contains("b@x")); // for this run
+        QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0) + 1);
+        QCOMPARE(files::read(listFile()), text);
     }
 
     void aFolderThatCannotBeMadeIsTold()
     {
         TempProfile profile;
-        put(profile.path() + "/data/Brelo", "in the way");
-        const BannedListFile file;
-        CBanList list;
-        QVERIFY(!file.load(list).isEmpty());
-        QVERIFY(!file.add("a@x").isEmpty());
-        QCOMPARE(content(profile.path() + "/data/Brelo"), QByteArray("in the way"));
+        files::write(profile.path() + "/data/Brelo", "in the way");
+        Client client;
+        QVERIFY(!BlockedContacts(client).load().isEmpty());
+        QVERIFY(!BlockedContacts(client).add("a@x").isEmpty());
+        QCOMPARE(files::read(profile.path() + "/data/Brelo"), QByteArray("in the way"));
     }
 
 private:
-    static void put(const QString& file, const QByteArray& text)
-    {
-        QDir().mkpath(QFileInfo(file).path());
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    }
-
-    static QByteArray content(const QString& file)
-    {
-        QFile in(file);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("unreadable");
-    }
+    static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
 };
 
-BRELO_TEST(BannedListFileTest)
-#include "BannedListFileTest.moc"
+BRELO_TEST(BlockedContactsTest)
+#include "BlockedContactsTest.moc"

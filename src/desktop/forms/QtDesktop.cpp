@@ -1,10 +1,19 @@
-#include "desktop/forms/QtMessageBoxes.h"
+#include "desktop/forms/QtDesktop.h"
+
+#include "desktop/SafeLink.h"
+#include "desktop/forms/StoredColour.h"
 
 #include <QApplication>
+#include <QColorDialog>
+#include <QCursor>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFontDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QUrl>
 
 namespace
 {
@@ -88,4 +97,50 @@ std::optional<QString> QtMessageBoxes::input(const QString& title, const QString
         label->setBuddy(edit);
     }
     return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
+}
+
+QString QtFileDialogs::openFile(const QString& title, const QString& filter)
+{
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, QString(), filter);
+}
+
+std::optional<int> QtLookDialogs::colour(int current)
+{
+    const QColor chosen =
+        QColorDialog::getColor(storedcolour::toColour(current), QApplication::activeWindow());
+    return chosen.isValid() ? std::optional(storedcolour::fromColour(chosen)) : std::nullopt;
+}
+
+std::optional<FontChoice> QtLookDialogs::font(const FontChoice& current)
+{
+    // A family that isn't here is shown as what stands in for it.
+    QFont initial(QFontInfo(QFont(current.name)).family());
+    initial.setPointSizeF(current.size);
+    initial.setBold(current.bold);
+    initial.setItalic(current.italic);
+    bool accepted = false;
+    const QFont chosen = QFontDialog::getFont(&accepted, initial, QApplication::activeWindow());
+    if (!accepted || chosen == initial)
+        return std::nullopt;
+    return FontChoice{chosen.family(), chosen.pointSizeF(), chosen.bold(), chosen.italic()};
+}
+
+bool DesktopLinkOpener::open(const QString& link)
+{
+    return isSafeLink(link) && QDesktopServices::openUrl(QUrl(link, QUrl::StrictMode));
+}
+
+QDateTime SystemClock::now() const
+{
+    const qint64 second = QDateTime::currentSecsSinceEpoch();
+    if (now_.isNull() || second != second_) {
+        second_ = second;
+        now_ = QDateTime::fromSecsSinceEpoch(second);
+    }
+    return now_;
+}
+
+QPoint CursorPointer::position() const
+{
+    return QCursor::pos();
 }

@@ -1,4 +1,4 @@
-#include "services/GifFile.h"
+#include "desktop/GifFile.h"
 
 GifFile::GifFile(QSize screen, int colourBits) : data_("GIF89a")
 {
