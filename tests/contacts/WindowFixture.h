@@ -3,7 +3,7 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "contacts/forms/RosterView.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "support/FakeEngine.h"
 #include "support/RecordingDesktop.h"
 #include "support/TempProfile.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "messaging/forms/ChatWindow.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"

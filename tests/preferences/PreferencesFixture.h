@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "support/RecordingDesktop.h"

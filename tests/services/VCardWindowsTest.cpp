@@ -1,6 +1,6 @@
 #include "services/forms/VCardWindows.h"
 #include "desktop/SafeLink.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "services/forms/VCardForm.h"
 
 #include "support/FakeEngine.h"

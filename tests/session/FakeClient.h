@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "session/forms/SessionUi.h"
 #include "session/forms/TrayControl.h"
 #include "session/forms/TrayMenus.h"

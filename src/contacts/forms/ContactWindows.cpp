@@ -2,7 +2,7 @@
 
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "desktop/forms/ShowInTrayForm.h"
 
 ContactWindows::ContactWindows(FormRegistry& registry, Client& client) : registry_(registry), client_(client)

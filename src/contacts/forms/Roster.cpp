@@ -12,7 +12,7 @@
 Roster::Roster(Client& client, QWidget* parent)
     : QWidget(parent), client_(client), drawing_(client), sync_(client, drawing_),
       presence_(client, drawing_), view_(new RosterView(drawing_.model(), this)),
-      menu_(new RosterContextMenu(*this))
+      menu_(new RosterContextMenu(this))
 {
     setObjectName(QStringLiteral("Roster1"));
     setFocusProxy(view_);
@@ -33,6 +33,7 @@ void Roster::setUpView()
     };
     connect(view_, &RosterView::nodePressed, this, &Roster::rememberDragNode);
     connect(view_, &RosterView::menuRequested, this, &Roster::showMenu);
+    connect(menu_, &RosterContextMenu::chosen, this, &Roster::act);
     connect(view_, &RosterView::nodeOpened, this, &Roster::openSelected);
     connect(view_, &RosterView::deletePressed, this, &Roster::removeSelected);
     connect(view_, &RosterView::dropped, this, &Roster::drop);
@@ -214,6 +215,34 @@ void Roster::showMenu(const TreeNode* node, const QPoint& at)
         return;
     menu_->apply(contextmenu::stateFor(node, client_));
     menu_->popup(at);
+}
+
+void Roster::act(ContextEntry entry)
+{
+    switch (entry) {
+    case ContextEntry::AddFriend:
+        return; // nothing is bound to it
+    case ContextEntry::AddGroup:
+        return emit addGroupRequested();
+    case ContextEntry::GateLogin:
+        return sendGatewayPresence(true);
+    case ContextEntry::LogoffGate:
+        return sendGatewayPresence(false);
+    case ContextEntry::RemoveFriend:
+        return RemoveItem(SelectedItem());
+    case ContextEntry::RenameFriend:
+        return renameSelected();
+    case ContextEntry::MoveFriend:
+        return emit moveContactRequested();
+    case ContextEntry::SendMessage:
+        return openSelected();
+    case ContextEntry::History:
+        return emit showHistory(SelectedItem());
+    case ContextEntry::ShowVCard:
+        return RetriveVCard(SelectedItem());
+    case ContextEntry::NotPres:
+        return askAuthorisation();
+    }
 }
 
 void Roster::drop(const QString& target)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/ContextMenuRules.h"
 #include "contacts/PresenceTracker.h"
 #include "contacts/RosterDrawing.h"
 #include "contacts/RosterSync.h"
@@ -99,6 +100,7 @@ private:
     void applyFont();
     void rememberDragNode(const TreeNode* node);
     void showMenu(const TreeNode* node, const QPoint& at);
+    void act(ContextEntry entry);
     void drop(const QString& target);
 
     Client& client_;

@@ -1,6 +1,5 @@
 #include "contacts/forms/RosterContextMenu.h"
 
-#include "contacts/forms/Roster.h"
 #include "desktop/forms/ImageList.h"
 
 namespace
@@ -30,7 +29,7 @@ constexpr Row rows[] = {
 
 } // namespace
 
-RosterContextMenu::RosterContextMenu(Roster& roster) : QMenu(&roster), roster_(roster)
+RosterContextMenu::RosterContextMenu(QWidget* parent) : QMenu(parent)
 {
     setObjectName(QStringLiteral("mnuContext"));
     for (const Row& row : rows) {
@@ -38,7 +37,7 @@ RosterContextMenu::RosterContextMenu(Roster& roster) : QMenu(&roster), roster_(r
             addSeparator();
         QAction* action = addAction(ImageList::icon(QString::fromLatin1(row.image)), tr(row.caption));
         action->setObjectName(QString::fromLatin1(row.name));
-        connect(action, &QAction::triggered, this, [this, entry = row.entry] { act(entry); });
+        connect(action, &QAction::triggered, this, [this, entry = row.entry] { emit chosen(entry); });
         entries_[static_cast<std::size_t>(row.entry)] = action;
     }
 }
@@ -48,33 +47,5 @@ void RosterContextMenu::apply(const ContextState& state)
     for (std::size_t entry = 0; entry < state.size(); ++entry) {
         if (state[entry])
             entries_[entry]->setEnabled(*state[entry]);
-    }
-}
-
-void RosterContextMenu::act(ContextEntry entry)
-{
-    switch (entry) {
-    case ContextEntry::AddFriend:
-        return; // nothing is bound to it
-    case ContextEntry::AddGroup:
-        return emit roster_.addGroupRequested();
-    case ContextEntry::GateLogin:
-        return roster_.sendGatewayPresence(true);
-    case ContextEntry::LogoffGate:
-        return roster_.sendGatewayPresence(false);
-    case ContextEntry::RemoveFriend:
-        return roster_.RemoveItem(roster_.SelectedItem());
-    case ContextEntry::RenameFriend:
-        return roster_.renameSelected();
-    case ContextEntry::MoveFriend:
-        return emit roster_.moveContactRequested();
-    case ContextEntry::SendMessage:
-        return roster_.openSelected();
-    case ContextEntry::History:
-        return emit roster_.showHistory(roster_.SelectedItem());
-    case ContextEntry::ShowVCard:
-        return roster_.RetriveVCard(roster_.SelectedItem());
-    case ContextEntry::NotPres:
-        return roster_.askAuthorisation();
     }
 }

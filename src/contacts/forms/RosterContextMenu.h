@@ -4,22 +4,20 @@
 
 #include <QMenu>
 
-class Roster;
-
 // The menu of the contact tree, mnuContext.
 class RosterContextMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    explicit RosterContextMenu(Roster& roster);
+    explicit RosterContextMenu(QWidget* parent);
 
     // Enables and disables the entries; those that the state leaves open stay as they are.
     void apply(const ContextState& state);
 
-private:
-    void act(ContextEntry entry);
+signals:
+    void chosen(ContextEntry entry);
 
-    Roster& roster_;
+private:
     std::array<QAction*, 11> entries_{};
 };

@@ -6,7 +6,7 @@
 #include "contacts/forms/AddGroupForm.h"
 #include "contacts/forms/MoveFriendForm.h"
 #include "contacts/forms/Roster.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 
 #include "ui_RosterForm.h"
 

@@ -2,11 +2,10 @@
 
 #include "contacts/Client.h"
 #include "contacts/StatusRules.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "engine/Jid.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/HeadLineForm.h"
-#include "messaging/forms/LogMessageForm.h"
 #include "messaging/forms/MessageForm.h"
 #include "messaging/forms/RoomWindow.h"
 
@@ -30,12 +29,6 @@ MessageForm* windowIn(const PlugInContext& context, const QString& key)
 
 } // namespace
 
-ChatWindow::ChatWindow(FormRegistry& registry, Client& client, QObject* parent)
-    : QObject(parent), registry_(registry), client_(client), stamps_(*client.desktop.clock),
-      log_(client, stamps_)
-{
-}
-
 void ChatWindow::SendMessage(const QString& jid)
 {
     SendMessageFromConference(jid, client_.ownFullJid());
@@ -55,11 +48,6 @@ void ChatWindow::SendMessageFromConference(const QString& from, const QString& t
     // Without an echo the flag would swallow the next real message.
     if (!packet.Send())
         IsTrick = false;
-}
-
-void ChatWindow::ShowMessageLog(const QString& peer)
-{
-    (new LogMessageForm(registry_, client_))->ShowMessageLog(log_, peer);
 }
 
 void ChatWindow::OnMessage(PlugInContext& context)
@@ -220,15 +208,6 @@ QString ChatWindow::writeLogLine(const QString& body, const QString& sender, con
 {
     const bool trick = std::exchange(IsTrick, false);
     return trick ? log_.WriteLogLine(body, to, sender, false) : log_.WriteLogLine(body, sender, to, false);
-}
-
-void ChatWindow::reportLog(const QString& error)
-{
-    if (error.isEmpty()) {
-        logFailureTold_ = false;
-    } else if (!std::exchange(logFailureTold_, true)) {
-        client_.desktop.boxes->exclamation(tr("Message Log"), error);
-    }
 }
 
 void ChatWindow::OnPresence(PlugInContext& context)

@@ -1,7 +1,7 @@
 #include "messaging/forms/HeadLineForm.h"
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "engine/StanzaError.h"
 #include "engine/Xml.h"
 #include "messaging/WindowTag.h"

@@ -2,11 +2,11 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "desktop/forms/ImageList.h"
 #include "engine/Jid.h"
 #include "messaging/WindowTag.h"
-#include "messaging/forms/ChatWindow.h"
+#include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
 #include "messaging/forms/LogMessageForm.h"
 #include "ui_MessageForm.h"
@@ -21,7 +21,7 @@ constexpr QSize smallest(467, 414); // 7000 by 6200 twips
 
 } // namespace
 
-MessageForm::MessageForm(FormRegistry& registry, ChatWindow& hub)
+MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
     : SessionForm(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()),
       hub_(hub), commands_(hub.client())
 {

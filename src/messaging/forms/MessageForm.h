@@ -15,7 +15,7 @@ namespace Ui
 {
 class MessageForm;
 }
-class ChatWindow;
+class ConversationHost;
 class TranscriptView;
 struct Client;
 
@@ -28,7 +28,7 @@ class MessageForm : public SessionForm
 
 public:
     // The hub must outlive its windows.
-    MessageForm(FormRegistry& registry, ChatWindow& hub);
+    MessageForm(FormRegistry& registry, ConversationHost& hub);
     ~MessageForm() override;
 
     // The context of the last message; the window sends through its packet.
@@ -80,7 +80,7 @@ private:
     Client& client() const;
 
     std::unique_ptr<Ui::MessageForm> ui_;
-    ChatWindow& hub_;
+    ConversationHost& hub_;
     PeerCommands commands_;
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;

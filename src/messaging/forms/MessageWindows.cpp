@@ -1,7 +1,7 @@
 #include "messaging/forms/MessageWindows.h"
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/authorizeForm.h"
 

@@ -1,7 +1,7 @@
 #include "preferences/forms/PreferenceWindows.h"
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "preferences/forms/RestoreRegForm.h"

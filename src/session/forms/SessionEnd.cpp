@@ -3,7 +3,7 @@
 #include "contacts/Client.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/WindowState.h"
 #include "session/forms/Windows.h"

@@ -1,7 +1,7 @@
 #include "session/forms/SessionWindows.h"
 
 #include "contacts/Client.h"
-#include "desktop/forms/FormRegistry.h"
+#include "desktop/forms/Form.h"
 #include "session/forms/AboutForm.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
