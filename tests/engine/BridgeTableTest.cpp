@@ -93,7 +93,7 @@ private slots:
         row("in any spelling", true, "<presence type=\"unavailable\"\n to = \"ROOM@rooms.x\" />", "room");
         row("to another room", true, "<presence to='room2@rooms.x/room@rooms.x'/>", "");
         row("to all", true, "<presence><x to='room@rooms.x'/></presence>", "");
-        row("in another attribute's value", true, "<presence id=' to=\"room@rooms.x\" '/>", "");
+        row("in another attribute's value", true, "<presence id=\"it's to='room@rooms.x'\"/>", "");
         row("in another attribute", true, "<presence x:to='room@rooms.x' nato='room@rooms.x'/>", "");
         row("broken", true, "<presence to='room@rooms.x'>", "");
         row("cut", true, "<presence to='room@rooms.x", "");

@@ -8,7 +8,9 @@ class Bridge::Private
 public:
     explicit Private(std::vector<TranslatorRow> rows) : table(std::move(rows)) {}
 
+    // True when a translator has dealt with the stanza.
     bool passDown(const QByteArray& text);
+    bool passPresenceDown(const QByteArray& text);
     bool passUp(std::shared_ptr<Stanza>& stanza);
     BridgeOutput takeOutput();
 
@@ -28,18 +30,23 @@ void Bridge::begin(const Account& account)
 
 bool Bridge::Private::passDown(const QByteArray& text)
 {
-    const bool isPresence = text.startsWith("<presence");
-    auto* const receiver = isPresence ? context.presences.to(text) : nullptr;
-    if (isPresence && !receiver)
-        return false;
+    if (text.startsWith("<presence"))
+        return passPresenceDown(text);
     const auto stanza = ClientStanza::parsed(text);
     if (!stanza)
         return false;
-    if (receiver)
-        return receiver->down(*stanza, context);
     if (stanza::is(stanza->root(), "message"))
         return table.down(TranslatorRow::Kind::Message, *stanza, context);
     return stanza::isRequest(stanza->root()) && table.down(TranslatorRow::Kind::Request, *stanza, context);
+}
+
+bool Bridge::Private::passPresenceDown(const QByteArray& text)
+{
+    auto* const receiver = context.presences.to(text);
+    if (!receiver)
+        return false;
+    const auto stanza = ClientStanza::parsed(text);
+    return stanza && receiver->down(*stanza, context);
 }
 
 BridgeOutput Bridge::down(const QByteArray& stanza)
