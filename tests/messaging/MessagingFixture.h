@@ -36,7 +36,8 @@ public:
     static T& control(const QWidget& form, const char* name)
     {
         auto* found = form.findChild<T*>(QString::fromLatin1(name));
-        Q_ASSERT_X(found, "control", name);
+        if (!found)
+            qFatal("no control %s", name);
         return *found;
     }
 

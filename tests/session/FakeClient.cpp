@@ -44,7 +44,7 @@ void FakeClient::deliver(std::shared_ptr<Stanza> stanza)
 
 void FakeClient::inject(const QString& xml)
 {
-    deliver(Stanza::fromXml(xml));
+    deliver(wellFormed(xml));
 }
 
 void FakeClient::streamUp()

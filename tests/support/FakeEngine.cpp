@@ -2,6 +2,14 @@
 
 #include "engine/Jid.h"
 
+std::shared_ptr<Stanza> wellFormed(const QString& xml)
+{
+    auto stanza = Stanza::fromXml(xml);
+    if (!stanza)
+        qFatal("the test's stanza is not well-formed: %s", qPrintable(xml));
+    return stanza;
+}
+
 void FakeGateway::DoConnect(const QString& user, const QString& secret, const QString& host, QString& res)
 {
     userName = user;
@@ -38,9 +46,7 @@ void FakeEngine::plugIn(ApplicationPlugIn* plugIn, ITriggerReceiver* receiver)
 
 void FakeEngine::inject(const QString& xml)
 {
-    auto stanza = Stanza::fromXml(xml);
-    Q_ASSERT_X(stanza, "inject", "the test's stanza is not well-formed");
-    queue_->deliver(std::move(stanza));
+    queue_->deliver(wellFormed(xml));
     trigger();
 }
 
@@ -65,8 +71,7 @@ void FakeEngine::trigger()
 
 PlugInContext FakeEngine::contextFor(const QString& xml)
 {
-    auto stanza = Stanza::fromXml(xml);
-    Q_ASSERT_X(stanza, "contextFor", "the test's stanza is not well-formed");
+    auto stanza = wellFormed(xml);
     const QString bare = jid::bare(stanza->From());
     return {queue_, std::move(stanza), client_.Core->PluginManager->sessions().session(bare)};
 }

@@ -8,6 +8,9 @@
 
 #include <memory>
 
+// The test's own stanza, parsed; one that is not well-formed fails the test.
+std::shared_ptr<Stanza> wellFormed(const QString& xml);
+
 // A gateway without a socket: what the client asks of it is written down.
 class FakeGateway : public Gateway
 {

@@ -41,6 +41,7 @@ bool registerTest(std::function<std::unique_ptr<QObject>()> make)
 // Runs every test class of the program. The exit code tells whether all passed.
 int main(int argc, char** argv)
 {
+    qputenv("FONTCONFIG_FILE", BRELO_TEST_FONTS);
     QApplication application(argc, argv);
     QApplication::setApplicationName("BreloIM");
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,19 +1,37 @@
 #include "support/UiDriver.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
+#include <QStyleOptionButton>
 #include <QTimer>
 
 namespace ui
 {
+
+QPoint activePart(const QWidget* control)
+{
+    const bool radio = qobject_cast<const QRadioButton*>(control);
+    if (!radio && !qobject_cast<const QCheckBox*>(control))
+        return control->rect().center();
+    const auto* button = static_cast<const QAbstractButton*>(control);
+    QStyleOptionButton option;
+    option.initFrom(button);
+    option.text = button->text();
+    option.icon = button->icon();
+    option.iconSize = button->iconSize();
+    const auto part = radio ? QStyle::SE_RadioButtonClickRect : QStyle::SE_CheckBoxClickRect;
+    return button->style()->subElementRect(part, &option, button).center();
+}
 
 void click(const QWidget* form, const char* name)
 {
     auto* control = find<QWidget>(form, name);
     if (!control->isEnabled() || !control->isVisible())
         qFatal("control %s can't be clicked", name);
-    QTest::mouseClick(control, Qt::LeftButton);
+    QTest::mouseClick(control, Qt::LeftButton, {}, activePart(control));
 }
 
 void type(const QWidget* form, const char* name, const QString& text)

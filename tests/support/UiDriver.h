@@ -22,7 +22,10 @@ Control* find(const QObject* form, const char* name)
     return control;
 }
 
-// A left click in the middle of the control; a disabled or hidden control fails the test.
+// Where a control answers a click: of a check box and a radio button only the mark and the text, however wide
+// the control is.
+QPoint activePart(const QWidget* control);
+// A left click on the control's active part; a disabled or hidden control fails the test.
 void click(const QWidget* form, const char* name);
 // Replaces the text of a line edit or an editable combo box as a person would type it.
 void type(const QWidget* form, const char* name, const QString& text);
