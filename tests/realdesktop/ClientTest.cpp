@@ -14,7 +14,7 @@ void ClientTest::init()
     DesktopTest::init();
     program.emplace();
     QVERIFY(program->start());
-    const auto& form = program->session().windows.signIn();
+    const auto& form = program->session().windows.session.signIn();
     ui::type(&form, "txtUserName", "romeo");
     ui::type(&form, "txtPassword", "secret");
     ui::type(&form, "txtServer", address());
@@ -30,7 +30,7 @@ void ClientTest::cleanup()
 
 Form* ClientTest::form(const char* name) const
 {
-    return program->session().windows.registry().find(QLatin1String(name));
+    return program->session().windows.registry.find(QLatin1String(name));
 }
 
 QString ClientTest::focus()

@@ -15,7 +15,7 @@ protected slots:
     void cleanup() override;
 
 protected:
-    RosterForm& mainForm() const { return *program->session().windows.rosterForm(); }
+    RosterForm& mainForm() const { return *program->session().windows.contacts.rosterForm(); }
     Form* form(const char* name) const;
     // Of the control that has the keyboard.
     static QString focus();
