@@ -39,12 +39,15 @@ bool Agents::down(const ClientStanza& stanza, BridgeContext& context)
     const auto job =
         std::make_shared<Job>(xml::attribute(iq, "id"), to.isEmpty() ? context.home.server() : to);
     context.timers.after(Exchange::patienceMs, [job, &context] { finish(job, context); });
-    if (context.knowledge.isRefused(job->address, agentsNamespace))
+    if (context.knowledge.isRefused(job->address, agentsNamespace)) {
         discover(job, context);
-    else
-        context.exchange.forward(stanza.text, iq, [job, &context](const Exchange::Answer& answer) {
-            oldAnswered(job, answer, context);
-        });
+        return true;
+    }
+    // Waited for as long as the session lasts: a late answer must not reach the client as a second one.
+    const auto answered = [job, &context](const Exchange::Answer& answer) {
+        oldAnswered(job, answer, context);
+    };
+    context.exchange.forward(stanza.text, iq, answered, std::nullopt);
     return true;
 }
 

@@ -53,8 +53,6 @@ public:
     pugi::xml_node features() const { return features_ ? features_->root() : pugi::xml_node(); }
     // The next top-level element while Open; null when nothing whole has arrived.
     std::shared_ptr<Stanza> takeElement();
-    // Bytes wait that nobody has looked at.
-    bool hasBytes() const { return transport_.hasBytes(); }
     void write(const QByteArray& bytes) { transport_.write(bytes); }
     // A new stream on the same connection, as after SASL: Opening until it stands.
     void restartStream();
