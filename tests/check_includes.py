@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reads the #include lines below src/ and fails on a circle, or on a room that includes a higher one.
+"""Reads the #include lines and fails on a circle, or on a room below src/ that includes a higher one.
 
 A class is one place, whichever of its files includes: a circle through a .cpp is a circle.
 
@@ -68,17 +68,27 @@ def faults_of(name, text, targets):
         yield f"{name} includes something of Qt Network"
 
 
+def files_of(source):
+    """Below src/ files include from there, elsewhere from the top: each with its name as it is included."""
+    for path in sorted((source / "src").rglob("*")):
+        yield path, path.relative_to(source / "src").as_posix()
+    for tree in ("sandbox", "bench"):
+        for path in sorted((source / tree).rglob("*")):
+            yield path, path.relative_to(source).as_posix()
+
+
 def main():
-    source = pathlib.Path(sys.argv[1], "src")
-    places, faults, files = {}, [], 0
-    for path in sorted(source.rglob("*")):
-        if path.suffix not in (".h", ".cpp"):
+    source = pathlib.Path(sys.argv[1])
+    known = {name for path, name in files_of(source) if path.suffix in (".h", ".cpp")}
+    places, faults, files = {}, [], len(known)
+    for path, name in files_of(source):
+        if name not in known:
             continue
-        files += 1
-        name = path.relative_to(source).as_posix()
         text = path.read_text(encoding="utf8")
-        targets = [i for i in INCLUDE.findall(text) if (source / i).is_file()]
-        faults += faults_of(name, text, targets)
+        beside = [(pathlib.PurePath(name).parent / i).as_posix() for i in INCLUDE.findall(text)]
+        targets = [i for i in INCLUDE.findall(text) + beside if i in known]
+        if path.is_relative_to(source / "src"):
+            faults += faults_of(name, text, targets)
         place = str(pathlib.PurePath(name).with_suffix(""))
         places.setdefault(place, set()).update(str(pathlib.PurePath(t).with_suffix("")) for t in targets)
         places[place].discard(place)

@@ -4,6 +4,7 @@
 Usage: check_wall.py BUILD_DIR
 """
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -13,9 +14,11 @@ def run(*command):
 
 
 def defined(binary):
-    """The functions and variables that a binary brings itself, save what every binary brings."""
+    """What a binary brings itself, save the standard library's and the marks of types, of which the loader keeps one."""
     lines = (line.split() for line in run("nm", "--defined-only", str(binary)).splitlines())
-    return {words[2] for words in lines if len(words) == 3 and words[1] in "TBD" and words[2].startswith("_Z")}
+    return {words[2] for words in lines
+            if len(words) == 3 and words[1] in "TBDVu" and words[2].startswith("_Z")
+            and not re.match(r"_ZT|_Z+N?K?St", words[2])}
 
 
 def main():
@@ -29,7 +32,9 @@ def main():
         faults.append("the network module needs no Qt Network: is this the right file?")
     if not any("StanzaQueue" in name for name in face):
         faults.append("the engine's face has no StanzaQueue: has the library moved?")
-    for binary in (program, module):
+    for binary in (program, *sorted(build.glob("libbreloim_*.so"))):
+        if binary.name == "libbreloim_engine.so":
+            continue
         twice = sorted(face & defined(binary))
         if twice:
             faults.append(f"{binary.name} brings {len(twice)} parts of the engine once more: {', '.join(twice[:5])}")

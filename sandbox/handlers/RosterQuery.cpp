@@ -1,25 +1,13 @@
 #include "sandbox/handlers/RosterQuery.h"
 
 #include "sandbox/Address.h"
+#include "sandbox/handlers/RosterPush.h"
 #include "sandbox/handlers/Subscribing.h"
 
 namespace sandbox::rosterquery
 {
 namespace
 {
-
-void pushElement(const World& world, const QString& user, const Element& item)
-{
-    static int pushes = 0;
-    Element query("query", "jabber:iq:roster");
-    query.add(item);
-    const QString id = QStringLiteral("push_%1").arg(++pushes);
-    for (auto* session : world.sessions.of(address::local(user))) {
-        Element iq("iq");
-        iq.set("type", QStringLiteral("set")).set("id", id).set("to", session->fullJid());
-        session->send(iq.add(query));
-    }
-}
 
 void tellAll(const Call& call)
 {
@@ -41,7 +29,7 @@ bool remove(const Call& call, const QString& jid)
     roster.remove(jid);
     Element item("item");
     item.set("jid", jid).set("subscription", QStringLiteral("remove"));
-    pushElement(call.world, call.client.user(), item);
+    rosterpush::push(call.world, call.client.user(), item);
     return true;
 }
 
@@ -55,7 +43,7 @@ void change(const Call& call, const QString& jid, pugi::xml_node node)
         if (const QString name = textOf(group); !name.isEmpty())
             item.groups += name;
     }
-    push(call.world, call.client.user(), item);
+    rosterpush::push(call.world, call.client.user(), item.element());
 }
 
 } // namespace
@@ -74,11 +62,6 @@ void handle(const Call& call)
             return call.notFound();
     }
     call.result();
-}
-
-void push(const World& world, const QString& user, const RosterItem& item)
-{
-    pushElement(world, user, item.element());
 }
 
 } // namespace sandbox::rosterquery

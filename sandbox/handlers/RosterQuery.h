@@ -2,13 +2,10 @@
 
 #include "sandbox/handlers/Call.h"
 
-// jabber:iq:roster (RFC 3921, section 7): the list, changes to it, and the pushes to every resource.
+// jabber:iq:roster (RFC 3921, section 7): the list, and changes to it.
 namespace sandbox::rosterquery
 {
 
 void handle(const Call& call);
-
-// Tells all resources of `user` of an item.
-void push(const World& world, const QString& user, const RosterItem& item);
 
 } // namespace sandbox::rosterquery

@@ -2,7 +2,7 @@
 
 #include "sandbox/Address.h"
 #include "sandbox/Subscription.h"
-#include "sandbox/handlers/RosterQuery.h"
+#include "sandbox/handlers/RosterPush.h"
 
 namespace sandbox::subscribing
 {
@@ -60,7 +60,7 @@ void deliverToAccount(World& world, const QString& from, Account& account, const
     if (effect.passOn)
         sendToAvailable(world, to, presence(from, to, type));
     if (effect.changed)
-        rosterquery::push(world, account.user, item);
+        rosterpush::push(world, account.user, item.element());
     const bool agreed = type == u"subscribe" && item.from;
     tidy(account.roster, from);
     if (agreed)
@@ -93,7 +93,7 @@ void send(World& world, const QString& user, const QString& to, const QString& t
     const auto effect = subscription::outbound(item, type);
     if (effect.changed && push == Push::Yes) {
         item.listed = true;
-        rosterquery::push(world, user, item);
+        rosterpush::push(world, user, item.element());
     }
     tidy(roster, to);
     if (effect.passOn)

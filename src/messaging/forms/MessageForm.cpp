@@ -55,8 +55,10 @@ void MessageForm::setUpToolbar()
     ui_->Toolbar1Add->setEnabled(ui_->mnuToolsAdd->isEnabled());
     ui_->Toolbar1Return->setChecked(ui_->mnuToolsNoChar13->isChecked());
     connect(ui_->Toolbar1Block, &QAction::triggered, this, [this, &hub = hub_] {
+        const SameSession same(client());
         mnustrblock_Click(); // its box may outlive the window
-        emit hub.rosterRefreshRequested();
+        if (same)
+            emit hub.rosterRefreshRequested();
     });
     connect(ui_->Toolbar1Add, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
     connect(ui_->Toolbar1History, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
@@ -169,7 +171,8 @@ void MessageForm::mnuToolsAdd_Click()
 void MessageForm::mnustrblock_Click()
 {
     auto& hub = hub_;
-    if (commands_.block(peerJid()))
+    const SameSession same(client());
+    if (commands_.block(peerJid()) && same)
         emit hub.rosterRefreshRequested();
 }
 

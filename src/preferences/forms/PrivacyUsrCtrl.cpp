@@ -39,14 +39,14 @@ void PrivacyUsrCtrl::cmdAdd_Click()
 {
     auto& boxes = *client_.desktop.boxes;
     const QString title = tr("New blocked User");
-    const SameSession same(client_); // the list of blocked contacts goes with the session
+    const SameSession same(client_);
     QString typed;
     QString address;
     while (address.isEmpty()) {
         const auto answer =
             boxes.input(title, tr("Please, add the identifier of the contact to block..."), typed);
         typed = answer.value_or(QString()).trimmed();
-        if (typed.isEmpty() || !same)
+        if (typed.isEmpty())
             return;
         address = BlockedContacts::addressOf(typed);
         if (address.isEmpty())
@@ -54,8 +54,9 @@ void PrivacyUsrCtrl::cmdAdd_Click()
     }
     if (blocked_.contains(address))
         return boxes.information(tr("Note !"), tr("The Contact is already Blocked!"));
-    tell(blocked_.add(address));
-    changed(ui_->List1->count());
+    tell(blocked_.add(address)); // holds whatever became of the session
+    if (same)
+        changed(ui_->List1->count());
 }
 
 void PrivacyUsrCtrl::cmdRemove_Click()
@@ -64,8 +65,10 @@ void PrivacyUsrCtrl::cmdRemove_Click()
     if (selected.isEmpty())
         return client_.desktop.boxes->exclamation(tr("Attention!"), tr("Please select a contac first!"));
     const int row = ui_->List1->row(selected.first());
+    const SameSession same(client_);
     tell(blocked_.remove(row + 1));
-    changed(row);
+    if (same)
+        changed(row);
 }
 
 void PrivacyUsrCtrl::changed(int row)
