@@ -68,6 +68,13 @@ def faults_of(name, text, targets):
         yield f"{name} includes something of Qt Network"
 
 
+def place_of(name, targets, known):
+    """The class that a file belongs to. A .cpp without a header of its own begins with the one that declares it."""
+    own = pathlib.PurePath(name).with_suffix(".h").as_posix()
+    beside = [t for t in targets[:1] if pathlib.PurePath(t).parent == pathlib.PurePath(name).parent]
+    return str(pathlib.PurePath(beside[0] if own not in known and beside and not name.endswith("main.cpp") else name).with_suffix(""))
+
+
 def files_of(source):
     """Below src/ files include from there, elsewhere from the top: each with its name as it is included."""
     for path in sorted((source / "src").rglob("*")):
@@ -89,7 +96,7 @@ def main():
         targets = [i for i in INCLUDE.findall(text) + beside if i in known]
         if path.is_relative_to(source / "src"):
             faults += faults_of(name, text, targets)
-        place = str(pathlib.PurePath(name).with_suffix(""))
+        place = place_of(name, targets, known)
         places.setdefault(place, set()).update(str(pathlib.PurePath(t).with_suffix("")) for t in targets)
         places[place].discard(place)
     if files < 20:

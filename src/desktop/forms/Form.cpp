@@ -80,9 +80,41 @@ void Form::setDefaultButton(QPushButton* button)
         button->setDefault(true);
 }
 
+namespace
+{
+
+QPointer<QWidget>& expected()
+{
+    static QPointer<QWidget> window;
+    return window;
+}
+
+} // namespace
+
+QWidget* Form::inUse()
+{
+    if (auto* active = QApplication::activeWindow())
+        return active;
+    return expected() && expected()->isVisible() && !expected()->isMinimized() ? expected().data() : nullptr;
+}
+
+void Form::expectActive(QWidget* window)
+{
+    expected() = window;
+}
+
+void Form::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        expectActive(nullptr);
+}
+
 void Form::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
+    if (!event->spontaneous() && !testAttribute(Qt::WA_ShowWithoutActivating))
+        expectActive(this);
     if (event->spontaneous() || isMaximized() || isFullScreen())
         return;
     fitContent();

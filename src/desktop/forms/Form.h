@@ -29,6 +29,12 @@ public:
     // refused.
     bool requestUnload(CloseMode mode);
 
+    // The active window, or the one that the window manager is about to make active: it was shown last, or a
+    // dialog has just been closed above it. Null for none.
+    static QWidget* inUse();
+    // The window manager is about to make this window active.
+    static void expectActive(QWidget* window);
+
     // Opens beside `owner`, on which it works, stays above it and has the focus.
     void showAbove(const QWidget& owner);
     // Shows the form before all other windows, with the focus.
@@ -50,6 +56,7 @@ protected:
     virtual void release();
 
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

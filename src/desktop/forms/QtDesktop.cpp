@@ -1,6 +1,7 @@
 #include "desktop/forms/QtDesktop.h"
 
 #include "desktop/SafeLink.h"
+#include "desktop/forms/Form.h"
 #include "desktop/forms/StoredColour.h"
 
 #include <QApplication>
@@ -64,12 +65,21 @@ MessageBoxes::Answer answerOf(int button)
     }
 }
 
+// The window that a dialog stands above, which gets the keyboard back afterwards.
+struct Owner {
+    ~Owner() { Form::expectActive(QApplication::activeWindow() ? nullptr : window.data()); }
+    operator QWidget*() const { return window; }
+
+    QPointer<QWidget> window = Form::inUse();
+};
+
 } // namespace
 
 MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& text, Icon icon,
                                           Buttons buttons)
 {
-    QMessageBox box(iconOf(icon), title, QString(), buttonsOf(buttons), QApplication::activeWindow());
+    const Owner owner;
+    QMessageBox box(iconOf(icon), title, QString(), buttonsOf(buttons), owner);
     box.setTextFormat(Qt::PlainText);
     box.setText(text.size() > longestText ? text.left(longestText) + QChar(0x2026) : text);
     if (text.size() > longestText)
@@ -84,7 +94,8 @@ MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& t
 std::optional<QString> QtMessageBoxes::input(const QString& title, const QString& prompt,
                                              const QString& preset)
 {
-    QInputDialog dialog(QApplication::activeWindow());
+    const Owner owner;
+    QInputDialog dialog(owner);
     dialog.setWindowTitle(title);
     dialog.setInputMode(QInputDialog::TextInput);
     dialog.setLabelText(prompt);
@@ -101,13 +112,12 @@ std::optional<QString> QtMessageBoxes::input(const QString& title, const QString
 
 QString QtFileDialogs::openFile(const QString& title, const QString& filter)
 {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, QString(), filter);
+    return QFileDialog::getOpenFileName(Owner(), title, QString(), filter);
 }
 
 std::optional<int> QtLookDialogs::colour(int current)
 {
-    const QColor chosen =
-        QColorDialog::getColor(storedcolour::toColour(current), QApplication::activeWindow());
+    const QColor chosen = QColorDialog::getColor(storedcolour::toColour(current), Owner());
     return chosen.isValid() ? std::optional(storedcolour::fromColour(chosen)) : std::nullopt;
 }
 
@@ -119,7 +129,7 @@ std::optional<FontChoice> QtLookDialogs::font(const FontChoice& current)
     initial.setBold(current.bold);
     initial.setItalic(current.italic);
     bool accepted = false;
-    const QFont chosen = QFontDialog::getFont(&accepted, initial, QApplication::activeWindow());
+    const QFont chosen = QFontDialog::getFont(&accepted, initial, Owner());
     if (!accepted || chosen == initial)
         return std::nullopt;
     return FontChoice{chosen.family(), chosen.pointSizeF(), chosen.bold(), chosen.italic()};
