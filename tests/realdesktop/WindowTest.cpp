@@ -1,9 +1,11 @@
 #include "contacts/forms/RosterForm.h"
+#include "desktop/forms/QtDesktop.h"
 #include "realdesktop/ClientTest.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
+#include <QApplication>
 #include <QPlainTextEdit>
 
 // What the window manager and the client make of the windows together.
@@ -72,6 +74,26 @@ private slots:
         const auto* entry = ui::find<QPlainTextEdit>(form("MessageForm"), "txtMsg");
         QVERIFY(SOON(entry->toPlainText() == "Hark!"));
         QVERIFY(isActive(chat()));
+    }
+
+    // An answer can come before the window manager has seen to the window that waits for it, or to the one
+    // that had a question above it.
+    void aQuestionStandsAboveTheWindowThatWillBeActive()
+    {
+        mainForm().hide();
+        QVERIFY(SOON(!QApplication::activeWindow()));
+        Form form(program->session().windows.registry, "Form");
+        form.show();
+        QtMessageBoxes boxes;
+        QList<QWidget*> owners;
+        for (int question = 0; question < 2; ++question) {
+            ui::onNextDialog([&owners](QWidget* box) {
+                owners += box->parentWidget();
+                box->close();
+            });
+            boxes.information("Title", "Text");
+        }
+        QCOMPARE(owners, QList<QWidget*>({&form, &form}));
     }
 
     void theMainWindowBecomesAnIconAndComesBack()

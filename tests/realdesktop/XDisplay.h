@@ -44,8 +44,6 @@ public:
     // The window, iconic ones too, whose title begins with `title`.
     Window window(const QString& title) const;
     Window active() const { return numbers(root_, "_NET_ACTIVE_WINDOW").value(0); }
-    // The window that this one stands above, as a dialog.
-    Window owner(Window window) const { return numbers(window, "WM_TRANSIENT_FOR").value(0); }
     State state(Window window) const { return State(numbers(window, "WM_STATE").value(0)); }
     // On the screen, without the frame; and the frame around it.
     QRect place(Window window) const;
