@@ -2,19 +2,11 @@
 
 #include "engine/Xml.h"
 
-#include <gsasl.h>
-
-AuthRequest AuthPeer::standardRequest()
-{
-    return {"juliet", "r0m30", "capulet.example", "balcony", true, false};
-}
-
 void AuthPeer::open(const QString& features, const QString& streamId)
 {
-    features_ =
-        features.isNull()
-            ? std::make_unique<pugi::xml_document>()
-            : xml::parsed("<features xmlns=\"http://etherx.jabber.org/streams\">" + features + "</features>");
+    features_ = features.isNull() ? std::make_unique<pugi::xml_document>()
+                                  : xml::parsed(R"(<features xmlns="http://etherx.jabber.org/streams">)" +
+                                                features + "</features>");
     auth.streamOpened(features_->document_element(), streamId);
 }
 
@@ -45,53 +37,38 @@ QString mechanisms(const QStringList& names)
     return "<mechanisms xmlns=\"urn:ietf:params:xml:ns:xmpp-sasl\">" + inner + "</mechanisms>";
 }
 
-class SaslServer::Private
-{
-public:
-    Private(const QByteArray& userName, const QByteArray& secret) : user(userName), password(secret)
-    {
-        gsasl_init(&context);
-        gsasl_callback_hook_set(context, this);
-        gsasl_callback_set(context, [](Gsasl* gsasl, Gsasl_session* session, Gsasl_property property) -> int {
-            return static_cast<Private*>(gsasl_callback_hook_get(gsasl))->provide(session, property);
-        });
-    }
-
-    ~Private()
-    {
-        gsasl_finish(session);
-        gsasl_done(context);
-    }
-
-    int provide(Gsasl_session* asking, Gsasl_property property) const
-    {
-        if (property == GSASL_PASSWORD && user == gsasl_property_fast(asking, GSASL_AUTHID))
-            return gsasl_property_set(asking, GSASL_PASSWORD, password.constData());
-        if (property == GSASL_SCRAM_ITER)
-            return gsasl_property_set(asking, GSASL_SCRAM_ITER, "4096");
-        return GSASL_NO_CALLBACK;
-    }
-
-    QByteArray user;
-    QByteArray password;
-    Gsasl* context = nullptr;
-    Gsasl_session* session = nullptr;
-};
-
 SaslServer::SaslServer(const QString& mechanism, const QByteArray& user, const QByteArray& password)
-    : d_(std::make_unique<Private>(user, password))
+    : user_(user), password_(password)
 {
-    gsasl_server_start(d_->context, mechanism.toLatin1().constData(), &d_->session);
+    gsasl_init(&context_);
+    gsasl_callback_hook_set(context_, this);
+    gsasl_callback_set(context_, [](Gsasl* gsasl, Gsasl_session* session, Gsasl_property property) -> int {
+        return static_cast<SaslServer*>(gsasl_callback_hook_get(gsasl))->provide(session, property);
+    });
+    gsasl_server_start(context_, mechanism.toLatin1().constData(), &session_);
 }
 
-SaslServer::~SaslServer() = default;
+SaslServer::~SaslServer()
+{
+    gsasl_finish(session_);
+    gsasl_done(context_);
+}
+
+int SaslServer::provide(Gsasl_session* asking, Gsasl_property property) const
+{
+    if (property == GSASL_PASSWORD && user_ == gsasl_property_fast(asking, GSASL_AUTHID))
+        return gsasl_property_set(asking, GSASL_PASSWORD, password_.constData());
+    if (property == GSASL_SCRAM_ITER)
+        return gsasl_property_set(asking, GSASL_SCRAM_ITER, "4096");
+    return GSASL_NO_CALLBACK;
+}
 
 QByteArray SaslServer::step(const QByteArray& base64)
 {
     char* text = nullptr;
-    const int code = gsasl_step64(d_->session, base64.constData(), &text);
+    const int code = gsasl_step64(session_, base64.constData(), &text);
     ok_ = code == GSASL_OK;
     const QByteArray answer(text);
     gsasl_free(text);
-    return code == GSASL_OK || code == GSASL_NEEDS_MORE ? answer : QByteArray();
+    return ok_ || code == GSASL_NEEDS_MORE ? answer : QByteArray();
 }

@@ -2,20 +2,23 @@
 
 #include "engine/wire/auth/StreamAuth.h"
 
-#include <QByteArray>
-#include <QString>
 #include <QStringList>
-#include <pugixml.hpp>
+#include <gsasl.h>
 
-#include <memory>
+// <mechanisms/> with these names.
+QString mechanisms(const QStringList& names);
 
 // The server's side of a sign-in: it reads what StreamAuth wrote, and feeds answers as text.
 class AuthPeer
 {
 public:
-    explicit AuthPeer(AuthRequest request = standardRequest()) : auth(std::move(request)) {}
-    // juliet of capulet.example with the password "r0m30", over an encrypted stream.
-    static AuthRequest standardRequest();
+    // By default of juliet of capulet.example with the password "r0m30", over an encrypted stream.
+    explicit AuthPeer(AuthRequest request = {"juliet", "r0m30", "capulet.example", "balcony", true, false})
+        : auth(std::move(request))
+    {
+    }
+    // The same, with a stream open that offers these mechanisms.
+    explicit AuthPeer(const QStringList& offered) : AuthPeer() { open(mechanisms(offered)); }
 
     // Opens a stream with these children of <features/>; a null text opens one without features.
     void open(const QString& features, const QString& streamId = {});
@@ -31,22 +34,24 @@ private:
     std::unique_ptr<pugi::xml_document> written_;
 };
 
-// <mechanisms/> with these names.
-QString mechanisms(const QStringList& names);
-
 // A SASL server that knows one account's password.
 class SaslServer
 {
 public:
     SaslServer(const QString& mechanism, const QByteArray& user, const QByteArray& password);
     ~SaslServer();
+    Q_DISABLE_COPY(SaslServer)
 
     // The server's next word to the client's `base64`, in base64. `ok` tells that it accepts the client.
     QByteArray step(const QByteArray& base64);
     bool ok() const { return ok_; }
 
 private:
-    class Private;
-    std::unique_ptr<Private> d_;
+    int provide(Gsasl_session* asking, Gsasl_property property) const;
+
+    QByteArray user_;
+    QByteArray password_;
+    Gsasl* context_ = nullptr;
+    Gsasl_session* session_ = nullptr;
     bool ok_ = false;
 };

@@ -2,17 +2,11 @@
 
 #include "engine/Xml.h"
 
-namespace
-{
-
-const QString firstStanza = "<iq type=\"get\" id=\"roster\"><query xmlns=\"jabber:iq:roster\"/></iq>";
-const QString infoNamespace = "http://jabber.org/protocol/disco#info";
-
-} // namespace
+static const QString infoNamespace = "http://jabber.org/protocol/disco#info";
 
 void BridgeRig::meetSilentServer()
 {
-    down(firstStanza);
+    down("<iq type='get' id='roster'><query xmlns='jabber:iq:roster'/></iq>");
     takeWire();
 }
 
@@ -40,19 +34,6 @@ void BridgeRig::take(const BridgeOutput& out)
     }
     for (const auto& stanza : out.up)
         up_ << stanza->Xml();
-}
-
-void BridgeRig::down(const QString& stanza)
-{
-    take(bridge_.down(stanza.toUtf8()));
-}
-void BridgeRig::up(const QString& stanza)
-{
-    take(bridge_.up(Stanza::fromXml(stanza)));
-}
-void BridgeRig::tick(qint64 nowMs)
-{
-    take(bridge_.tick(nowMs));
 }
 
 bool BridgeRig::answer(const QString& to, const QString& payload, const QString& content, const QString& type)

@@ -3,7 +3,6 @@
 #include "engine/bridge/Bridge.h"
 #include "engine/bridge/TranslatorTable.h"
 
-#include <QString>
 #include <QStringList>
 
 // A bridge in a session of romeo@montague.example, with both its ends in hand.
@@ -25,9 +24,9 @@ public:
     // The same, without the answer.
     void meetSilentServer();
 
-    void down(const QString& stanza);
-    void up(const QString& stanza);
-    void tick(qint64 nowMs);
+    void down(const QString& stanza) { take(bridge_.down(stanza.toUtf8())); }
+    void up(const QString& stanza) { take(bridge_.up(Stanza::fromXml(stanza))); }
+    void tick(qint64 nowMs) { take(bridge_.tick(nowMs)); }
 
     // What went out since the last call.
     QStringList takeWire() { return std::exchange(wire_, {}); }
@@ -44,4 +43,9 @@ private:
     QStringList wire_;
     QStringList up_;
     QStringList questions_;
+};
+
+// One that has met a server of today.
+struct TodaysRig : BridgeRig {
+    explicit TodaysRig(const QStringList& features = {}) { meetServerOfToday(features); }
 };

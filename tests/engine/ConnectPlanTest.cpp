@@ -2,8 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class ConnectPlanTest : public QObject
 {
     Q_OBJECT
@@ -23,7 +21,6 @@ private slots:
         row("IPv6 and port", "[::1]:65535", "::1", 65535, false);
         row("other letters", "münchen.example", "münchen.example", 0, true);
     }
-
     void readsServerTexts()
     {
         QFETCH(QString, text);
@@ -55,11 +52,9 @@ private slots:
         row("an address of the web", "http://capulet.example/", "");
         row("a JID", "romeo@capulet.example", "not the name of a server");
     }
-
     void saysWhatIsWrongWithAServerText()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, says);
+        const auto [text, says] = fetched<QString, QString>();
         const auto address = ServerAddress::parsed(text);
         QVERIFY(!address.isValid());
         QVERIFY2(address.error().contains(says), qPrintable(address.error()));
@@ -84,13 +79,9 @@ private slots:
         row("never more than a handful", "a.example", false, "", "1 a 1,1 b 1,1 c 1,1 d 1,1 e 1,1 f 1,1 g 1",
             "a:1,b:1,c:1,d:1,e:1,f:1");
     }
-
     void plansTheWays()
     {
-        QFETCH(QString, server);
-        QFETCH(bool, secure);
-        QFETCH(QString, direct);
-        QFETCH(QString, plain);
+        const auto [server, secure, direct, plain] = fetched<QString, bool, QString, QString>();
         const auto records = [](const QString& text) {
             QList<SrvRecord> list;
             for (const auto& entry : text.split(u',', Qt::SkipEmptyParts)) {

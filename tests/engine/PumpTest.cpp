@@ -7,58 +7,49 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
-// Writes down what comes, and may do something with each.
-struct Recorder : ApplicationPlugIn {
-    QStringList came;
-    std::function<void()> onEach = [] {};
-    int depth = 0;
-    int deepest = 0;
-
-    void OnPresence(PlugInContext& context) override { take(context.Stanza().PresenceFields().Type()); }
-    void OnMessage(PlugInContext& context) override { take(context.Stanza().MessageFields().Body()); }
-    void take(const QString& what)
-    {
-        came += what;
-        deepest = std::max(deepest, ++depth);
-        onEach();
-        --depth;
-    }
-};
-
-// The engine as the client holds it, save for the timer: whatever happens, nobody waits for a tick of it.
-struct Pump {
-    Pump() { core.PluginManager->PlugIn(&recorder, nullptr); }
-    void say(const QString& body)
-    {
-        core.PluginManager->Queue()->deliver(
-            Stanza::fromXml(QStringLiteral("<message from=\"a@b\"><body>%1</body></message>").arg(body)));
-    }
-
-    RecordingHost host;
-    Recorder recorder;
-    TempVRXCore core{std::make_unique<GatewayClient>(host)};
-};
-
-// So many turns of the event loop, as a window would notice them.
-void turns(int count)
-{
-    QEventLoop loop;
-    QTimer turn;
-    QObject::connect(&turn, &QTimer::timeout, &loop, [&] { --count > 0 ? void() : loop.quit(); });
-    turn.start();
-    loop.exec();
-}
-
-} // namespace
-
 class PumpTest : public QObject
 {
     Q_OBJECT
+
+    // Writes down what comes, and may do something with each.
+    struct Recorder : ApplicationPlugIn {
+        QStringList came;
+        std::function<void()> onEach = [] {};
+        int depth = 0;
+        int deepest = 0;
+
+        void OnPresence(PlugInContext& context) override { take(context.Stanza().PresenceFields().Type()); }
+        void OnMessage(PlugInContext& context) override { take(context.Stanza().MessageFields().Body()); }
+        void take(const QString& what)
+        {
+            came += what;
+            deepest = std::max(deepest, ++depth);
+            onEach();
+            --depth;
+        }
+    };
+    // The engine as the client holds it, save for the timer: whatever happens, nobody waits for a tick of it.
+    struct Pump {
+        Pump() { core.PluginManager->PlugIn(&recorder, nullptr); }
+        void say(const QString& body)
+        {
+            core.PluginManager->Queue()->deliver(
+                Stanza::fromXml(QStringLiteral("<message from=\"a@b\"><body>%1</body></message>").arg(body)));
+        }
+
+        RecordingHost host;
+        Recorder recorder;
+        TempVRXCore core{std::make_unique<GatewayClient>(host)};
+    };
+    // So many turns of the event loop, as a window would notice them.
+    static void turns(int count)
+    {
+        QEventLoop loop;
+        QTimer turn;
+        QObject::connect(&turn, &QTimer::timeout, &loop, [&] { --count > 0 ? void() : loop.quit(); });
+        turn.start();
+        loop.exec();
+    }
 
 private slots:
     void aSessionNeedsNoTimer_data()
@@ -68,11 +59,9 @@ private slots:
         row("SASL", false, false);
         row("TLS", false, true);
     }
-
     void aSessionNeedsNoTimer()
     {
-        QFETCH(bool, isLegacy);
-        QFETCH(bool, isDirectTls);
+        const auto [isLegacy, isDirectTls] = fetched<bool, bool>();
         Pump pump;
         ScriptedServer server;
         isLegacy ? server.onLegacySignIn() : server.onSaslSignIn();

@@ -2,66 +2,54 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
 using Event = StreamParser::Event;
-
 const QByteArray head = "<?xml version='1.0' encoding='UTF-8'?>\n<stream:stream xmlns='jabber:client' id='7' "
                         "from='a.example' xmlns:stream='http://etherx.jabber.org/streams' version='1.0'>";
-
-// What a parser made of some bytes.
-struct Seen {
-    QStringList elements;
-    bool closed = false;
-    QByteArray condition;
-    bool operator==(const Seen&) const = default;
-};
-
-void drain(StreamParser& parser, Seen& seen)
-{
-    for (auto event = parser.next(); event != Event::None; event = parser.next()) {
-        if (event == Event::Element)
-            seen.elements += parser.takeElement()->Xml();
-        seen.closed = event == Event::Closed;
-        if (event == Event::Broken)
-            seen.condition = parser.fault().condition;
-        if (event == Event::Closed || event == Event::Broken)
-            return;
-    }
-}
-
-Seen parsed(const QList<QByteArray>& pieces)
-{
-    StreamParser parser;
-    Seen seen;
-    for (const auto& piece : pieces) {
-        parser.feed(piece);
-        drain(parser, seen);
-    }
-    return seen;
-}
-
-QList<QByteArray> inPieces(const QByteArray& bytes, qsizetype size)
-{
-    QList<QByteArray> pieces;
-    for (qsizetype at = 0; at < bytes.size(); at += size)
-        pieces += bytes.mid(at, size);
-    return pieces;
-}
-
-QByteArray nested(int depth)
-{
-    return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
-}
-
-} // namespace
 
 class StreamParserTest : public QObject
 {
     Q_OBJECT
+
+    // What a parser made of some bytes.
+    struct Seen {
+        QStringList elements;
+        bool closed = false;
+        QByteArray condition;
+        bool operator==(const Seen&) const = default;
+    };
+    static void drain(StreamParser& parser, Seen& seen)
+    {
+        for (auto event = parser.next(); event != Event::None; event = parser.next()) {
+            if (event == Event::Element)
+                seen.elements += parser.takeElement()->Xml();
+            seen.closed = event == Event::Closed;
+            if (event == Event::Broken)
+                seen.condition = parser.fault().condition;
+            if (event == Event::Closed || event == Event::Broken)
+                return;
+        }
+    }
+    static Seen parsed(const QList<QByteArray>& pieces)
+    {
+        StreamParser parser;
+        Seen seen;
+        for (const auto& piece : pieces) {
+            parser.feed(piece);
+            drain(parser, seen);
+        }
+        return seen;
+    }
+    static QList<QByteArray> inPieces(const QByteArray& bytes, qsizetype size)
+    {
+        QList<QByteArray> pieces;
+        for (qsizetype at = 0; at < bytes.size(); at += size)
+            pieces += bytes.mid(at, size);
+        return pieces;
+    }
+    static QByteArray nested(int depth)
+    {
+        return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
+    }
 
 private slots:
     void splitAnywhereGivesTheSame_data()
@@ -70,8 +58,7 @@ private slots:
         row("attributes and text", QByteArray("<message to='a' from=\"b'c\"><body>x y</body></message>"),
             "<message to=\"a\" from=\"b'c\"><body>x y</body></message>");
         row("entities",
-            QByteArray("<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body>"
-                       "</message>"),
+            QByteArray("<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body></message>"),
             "<message a=\"&lt;&quot;\"><body>&amp;&lt;&gt;'€A</body></message>");
         row("many bytes a character", QByteArray("<message n='ü'><body>é€😀</body></message>"),
             "<message n=\"ü\"><body>é€😀</body></message>");
@@ -82,11 +69,9 @@ private slots:
         row("prefix", QByteArray("<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"),
             "<iq type=\"get\"><q xmlns=\"u:q\"/></iq>");
     }
-
     void splitAnywhereGivesTheSame()
     {
-        QFETCH(QByteArray, stanza);
-        QFETCH(QString, expected);
+        const auto [stanza, expected] = fetched<QByteArray, QString>();
         const QByteArray all = head + stanza + " <presence/></stream:stream>";
         const Seen whole{{expected, "<presence/>"}, true, {}};
         QCOMPARE(parsed({all}).elements, whole.elements);
@@ -117,8 +102,7 @@ private slots:
         row("stream's own element",
             QByteArray("<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"),
             "<features xmlns=\"http://etherx.jabber.org/streams\"><starttls "
-            "xmlns=\"urn:tls\"><required/></starttls>"
-            "</features>");
+            "xmlns=\"urn:tls\"><required/></starttls></features>");
         row("child back in the client's namespace",
             QByteArray("<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"),
             "<message><f xmlns=\"u:f\"><message xmlns=\"jabber:client\"/></f></message>");
@@ -127,11 +111,9 @@ private slots:
             QByteArray("<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"),
             "<iq id=\"1\" xml:lang=\"de\"/>");
     }
-
     void normalises()
     {
-        QFETCH(QByteArray, wire);
-        QFETCH(QString, expected);
+        const auto [wire, expected] = fetched<QByteArray, QString>();
         QCOMPARE(parsed({head + wire}).elements, QStringList{expected});
     }
 
@@ -173,11 +155,9 @@ private slots:
         row("1,000 attributes", head + crowded, limit);
         row("300,000 elements", head + "<a>" + QByteArray("<b/>").repeated(300'000), limit);
     }
-
     void breachesEndTheStream()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, condition);
+        const auto [bytes, condition] = fetched<QByteArray, QByteArray>();
         for (const qsizetype size : {qsizetype(16'384), bytes.size() / 1'000 + 1}) {
             const auto seen = parsed(inPieces(bytes, size));
             QCOMPARE(seen.condition, condition);
@@ -203,11 +183,9 @@ private slots:
         row("cdata", QByteArray("<message><![CDATA["), QByteArray(16'000, 'x'));
         row("elements", QByteArray("<message>"), QByteArray("<body>xxxxxxx</body>").repeated(800));
     }
-
     void anEndlessStanzaIsRefusedWhileItArrives()
     {
-        QFETCH(QByteArray, beginning);
-        QFETCH(QByteArray, filling);
+        const auto [beginning, filling] = fetched<QByteArray, QByteArray>();
         StreamParser parser;
         Seen seen;
         parser.feed(head + "<presence/>" + beginning);
@@ -217,7 +195,7 @@ private slots:
             parser.feed(filling);
             drain(parser, seen);
         }
-        QCOMPARE(seen.condition, QByteArray("policy-violation"));
+        QCOMPARE(seen.condition, "policy-violation");
         QCOMPARE(seen.elements, QStringList{"<presence/>"});
         QVERIFY(fed < 5 * 1024 * 1024);
     }
@@ -231,12 +209,7 @@ private slots:
                      QByteArray::number(i % 50) + "</group></item>";
         const QByteArray roster =
             "<iq type='result'><query xmlns='jabber:iq:roster'>" + items + "</query></iq>";
-        StreamParser parser;
-        Seen seen;
-        for (const auto& piece : inPieces(head + roster + roster, 16'384)) {
-            parser.feed(piece);
-            drain(parser, seen);
-        }
+        const auto seen = parsed(inPieces(head + roster + roster, 16'384));
         QCOMPARE(seen.elements.size(), 2);
         QCOMPARE(seen.elements.last().count("<group>"), 10'000);
     }

@@ -50,13 +50,6 @@ bool Peer::signIn(const QByteArray& user, const QByteArray& password, const QByt
         .contains("<iq type=\"result\" id=\"auth\"/>");
 }
 
-bool Peer::appear(const QByteArray& user, const QByteArray& resource)
-{
-    const bool isIn = signIn(user, "secret", resource);
-    ask("<presence/>");
-    return isIn;
-}
-
 // A request that no server knows closes each question: its refusal comes after all other answers.
 QByteArray Peer::ask(const QByteArray& xml)
 {
@@ -78,4 +71,12 @@ bool Peer::sees(const QByteArray& part)
 bool Peer::isClosed()
 {
     return waitFor([&] { return socket.state() == QAbstractSocket::UnconnectedState; });
+}
+
+OnlinePeer::OnlinePeer(sandbox::SandboxServer& server, const QByteArray& user, const QByteArray& host)
+    : Peer(server, host)
+{
+    if (!signIn(user, "secret"))
+        qFatal("%s isn't let in", user.constData());
+    ask("<presence/>");
 }

@@ -12,8 +12,6 @@ public:
 
     // Opens the stream and signs in with the password in clear. False if the server refuses.
     bool signIn(const QByteArray& user, const QByteArray& password, const QByteArray& resource = "Desk");
-    // Signs in and says that it is available; what that brings is thrown away.
-    bool appear(const QByteArray& user, const QByteArray& resource = "Desk");
 
     // Sends `xml` and gives all that came until the server had dealt with it.
     QByteArray ask(const QByteArray& xml);
@@ -33,4 +31,11 @@ public:
 private:
     QByteArray host_;
     int asked_ = 0;
+};
+
+// One that has signed in and says that it is available; what that brought is thrown away.
+class OnlinePeer : public Peer
+{
+public:
+    OnlinePeer(sandbox::SandboxServer& server, const QByteArray& user, const QByteArray& host = "im.test");
 };
