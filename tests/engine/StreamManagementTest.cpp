@@ -18,9 +18,12 @@ class StreamManagementTest : public QObject
         handle(management, "<enabled xmlns=\"urn:xmpp:sm:3\" id=\"a&amp;b\" resume=\"true\"/>");
         return management;
     }
-    static void acknowledge(StreamManagement& management, const char* count)
+    static StreamManagement withThreeSent()
     {
-        handle(management, QStringLiteral("<a xmlns=\"urn:xmpp:sm:3\" h=\"%1\"/>").arg(QLatin1String(count)));
+        auto management = enabled();
+        for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
+            management.sent(stanza);
+        return management;
     }
 
 private slots:
@@ -38,11 +41,9 @@ private slots:
     void keepsWhatIsNotAcknowledged()
     {
         QFETCH(QStringList, counts);
-        auto management = enabled();
-        for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
-            management.sent(stanza);
+        auto management = withThreeSent();
         for (const auto& count : std::as_const(counts))
-            acknowledge(management, count.toLatin1().constData());
+            handle(management, "<a xmlns=\"urn:xmpp:sm:3\" h=\"" + count + "\"/>");
         QTEST(static_cast<int>(management.unacknowledged()), "left");
     }
 
@@ -72,9 +73,7 @@ private slots:
 
     void resendsAfterResuming()
     {
-        auto management = enabled();
-        for (const char* stanza : {"<message id='1'/>", "<message id='2'/>", "<message id='3'/>"})
-            management.sent(stanza);
+        auto management = withThreeSent();
         management.resumed(*Stanza::fromXml("<resumed xmlns=\"urn:xmpp:sm:3\" h=\"1\"/>"));
         const auto output = management.takeOutput();
         QCOMPARE(output.mid(0, 2), (QList<QByteArray>{"<message id='2'/>", "<message id='3'/>"}));

@@ -2,6 +2,7 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
+using namespace Qt::StringLiterals;
 using Event = StreamParser::Event;
 const QByteArray head = "<?xml version='1.0' encoding='UTF-8'?>\n<stream:stream xmlns='jabber:client' id='7' "
                         "from='a.example' xmlns:stream='http://etherx.jabber.org/streams' version='1.0'>";
@@ -55,18 +56,17 @@ private slots:
     void splitAnywhereGivesTheSame_data()
     {
         columns<QByteArray, QString>("stanza", "expected");
-        row("attributes and text", QByteArray("<message to='a' from=\"b'c\"><body>x y</body></message>"),
+        row("attributes and text", "<message to='a' from=\"b'c\"><body>x y</body></message>"_ba,
             "<message to=\"a\" from=\"b'c\"><body>x y</body></message>");
-        row("entities",
-            QByteArray("<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body></message>"),
+        row("entities", "<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body></message>"_ba,
             "<message a=\"&lt;&quot;\"><body>&amp;&lt;&gt;'€A</body></message>");
-        row("many bytes a character", QByteArray("<message n='ü'><body>é€😀</body></message>"),
+        row("many bytes a character", "<message n='ü'><body>é€😀</body></message>"_ba,
             "<message n=\"ü\"><body>é€😀</body></message>");
-        row("cdata", QByteArray("<message><body>a<![CDATA[<b>]]&]]>c</body></message>"),
+        row("cdata", "<message><body>a<![CDATA[<b>]]&]]>c</body></message>"_ba,
             "<message><body>a&lt;b&gt;]]&amp;c</body></message>");
-        row("mixed content", QByteArray("<message>a<b/> <c>d</c>\r\ne</message>"),
+        row("mixed content", "<message>a<b/> <c>d</c>\r\ne</message>"_ba,
             "<message>a<b/> <c>d</c>\ne</message>");
-        row("prefix", QByteArray("<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"),
+        row("prefix", "<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"_ba,
             "<iq type=\"get\"><q xmlns=\"u:q\"/></iq>");
     }
     void splitAnywhereGivesTheSame()
@@ -97,18 +97,17 @@ private slots:
     {
         columns<QByteArray, QString>("wire", "expected");
         row("default namespace said again",
-            QByteArray("<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>"),
+            "<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>"_ba,
             "<iq><query xmlns=\"jabber:iq:auth\"><username/></query></iq>");
         row("stream's own element",
-            QByteArray("<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"),
+            "<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"_ba,
             "<features xmlns=\"http://etherx.jabber.org/streams\"><starttls "
             "xmlns=\"urn:tls\"><required/></starttls></features>");
         row("child back in the client's namespace",
-            QByteArray("<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"),
+            "<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"_ba,
             "<message><f xmlns=\"u:f\"><message xmlns=\"jabber:client\"/></f></message>");
-        row("no namespace", QByteArray("<iq><q xmlns=''/></iq>"), "<iq><q xmlns=\"\"/></iq>");
-        row("attributes of others are not ours",
-            QByteArray("<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"),
+        row("no namespace", "<iq><q xmlns=''/></iq>"_ba, "<iq><q xmlns=\"\"/></iq>");
+        row("attributes of others are not ours", "<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"_ba,
             "<iq id=\"1\" xml:lang=\"de\"/>");
     }
     void normalises()
@@ -140,12 +139,12 @@ private slots:
         row("an overlong form", head + "<message>\xC0\xAF</message>", malformed);
         row("a surrogate", head + "<message>\xED\xA0\x80</message>", malformed);
         row("a control character", head + "<message>&#1;</message>", malformed);
-        row("UTF-16", QByteArray("<\0?\0x\0m\0l\0", 10), malformed);
-        row("another encoding", QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a/>"),
-            QByteArray("unsupported-encoding"));
-        row("no XML", QByteArray("SSH-2.0-OpenSSH_9.2\r\n"), malformed);
-        row("no stream", QByteArray("<html><body/></html>"), QByteArray("invalid-namespace"));
-        row("text between stanzas", head + "<presence/>hello<presence/>", QByteArray("bad-format"));
+        row("UTF-16", "<\0?\0x\0m\0l\0"_ba, malformed);
+        row("another encoding", "<?xml version='1.0' encoding='ISO-8859-1'?><a/>"_ba,
+            "unsupported-encoding"_ba);
+        row("no XML", "SSH-2.0-OpenSSH_9.2\r\n"_ba, malformed);
+        row("no stream", "<html><body/></html>"_ba, "invalid-namespace"_ba);
+        row("text between stanzas", head + "<presence/>hello<presence/>", "bad-format"_ba);
         row("65 deep", head + nested(65), limit);
         row("10,000 deep", head + nested(10'000), limit);
         QByteArray crowded = "<a";
@@ -178,10 +177,10 @@ private slots:
     void anEndlessStanzaIsRefusedWhileItArrives_data()
     {
         columns<QByteArray, QByteArray>("beginning", "filling");
-        row("text", QByteArray("<message><body>"), QByteArray(16'000, 'x'));
-        row("attribute", QByteArray("<message a='"), QByteArray(16'000, 'x'));
-        row("cdata", QByteArray("<message><![CDATA["), QByteArray(16'000, 'x'));
-        row("elements", QByteArray("<message>"), QByteArray("<body>xxxxxxx</body>").repeated(800));
+        row("text", "<message><body>"_ba, QByteArray(16'000, 'x'));
+        row("attribute", "<message a='"_ba, QByteArray(16'000, 'x'));
+        row("cdata", "<message><![CDATA["_ba, QByteArray(16'000, 'x'));
+        row("elements", "<message>"_ba, QByteArray("<body>xxxxxxx</body>").repeated(800));
     }
     void anEndlessStanzaIsRefusedWhileItArrives()
     {
