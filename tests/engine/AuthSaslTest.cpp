@@ -1,7 +1,8 @@
 #include "AuthPeer.h"
-#include "engine/Xml.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
+
+#include <gsasl.h>
 
 using State = StreamAuth::State;
 
@@ -14,12 +15,57 @@ class AuthSaslTest : public QObject
         return "<" + name + " xmlns=\"urn:ietf:params:xml:ns:xmpp-sasl\">" + inner + "</" + name + ">";
     }
 
+    // A SASL server that knows one account's password.
+    struct SaslServer {
+        SaslServer(const QString& mechanism, const QByteArray& user, const QByteArray& password)
+            : user(user), password(password)
+        {
+            gsasl_init(&context);
+            gsasl_callback_hook_set(context, this);
+            gsasl_callback_set(context, [](Gsasl* gsasl, Gsasl_session* asking, Gsasl_property property) {
+                return static_cast<SaslServer*>(gsasl_callback_hook_get(gsasl))->provide(asking, property);
+            });
+            gsasl_server_start(context, mechanism.toLatin1().constData(), &session);
+        }
+        ~SaslServer()
+        {
+            gsasl_finish(session);
+            gsasl_done(context);
+        }
+        Q_DISABLE_COPY(SaslServer)
+
+        int provide(Gsasl_session* asking, Gsasl_property property) const
+        {
+            if (property == GSASL_PASSWORD && user == gsasl_property_fast(asking, GSASL_AUTHID))
+                return gsasl_property_set(asking, GSASL_PASSWORD, password.constData());
+            if (property == GSASL_SCRAM_ITER)
+                return gsasl_property_set(asking, GSASL_SCRAM_ITER, "4096");
+            return GSASL_NO_CALLBACK;
+        }
+        // The server's next word to the client's `base64`, in base64. `ok` tells that it accepts the client.
+        QByteArray step(const QByteArray& base64)
+        {
+            char* text = nullptr;
+            const int code = gsasl_step64(session, base64.constData(), &text);
+            ok = code == GSASL_OK;
+            const QByteArray answer(text);
+            gsasl_free(text);
+            return ok || code == GSASL_NEEDS_MORE ? answer : QByteArray();
+        }
+
+        QByteArray user;
+        QByteArray password;
+        Gsasl* context = nullptr;
+        Gsasl_session* session = nullptr;
+        bool ok = false;
+    };
+
     // Feeds the server's words until it accepts or refuses; what is left to say stands in the result.
     static QByteArray converse(AuthPeer& peer, SaslServer& server)
     {
         for (int round = 0; round < 5; ++round) {
             const auto word = server.step(xml::text(peer.written()).toLatin1());
-            if (server.ok() || word.isEmpty())
+            if (server.ok || word.isEmpty())
                 return word;
             peer.feed(sasl("challenge", word));
         }
@@ -47,7 +93,7 @@ private slots:
             peer.feed(sasl("success"));
         } else {
             const auto last = converse(peer, server);
-            QVERIFY(server.ok());
+            QVERIFY(server.ok);
             QCOMPARE(peer.auth.state(), State::Working);
             peer.feed(sasl("success", last));
         }
@@ -74,32 +120,26 @@ private slots:
             AuthPeer peer(QStringList{"SCRAM-SHA-256"});
             SaslServer server("SCRAM-SHA-256", "juliet", "r0m30");
             converse(peer, server);
-            QVERIFY(server.ok());
+            QVERIFY(server.ok);
             peer.feed(sasl("success", success));
             QCOMPARE(peer.auth.state(), State::Failed);
             QVERIFY(!peer.auth.takeErrorStanza());
         }
     }
 
-    void badChallengeEndsTheExchange_data()
-    {
-        columns<QByteArray>("message");
-        row("another nonce", QByteArray("r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096"));
-        row("endless work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000"));
-        row("no work", QByteArray("r=NONCEx,s=QSXCR+Q6sek8bf92,i=0"));
-        row("nonsense", QByteArray("\xff\x00,,,", 5));
-        row("nothing", QByteArray());
-    }
     void badChallengeEndsTheExchange()
     {
-        QFETCH(QByteArray, message);
-        AuthPeer peer(QStringList{"SCRAM-SHA-1"});
-        const auto first = QByteArray::fromBase64(xml::text(peer.written()).toLatin1());
-        message.replace("NONCE", first.mid(first.indexOf(",r=") + 3));
-        peer.feed(sasl("challenge", message.toBase64()));
-        QCOMPARE(peer.auth.state(), State::Failed);
-        QVERIFY(peer.writtenText().startsWith("<abort"));
-        QVERIFY(!peer.auth.error().isEmpty());
+        for (QByteArray message : std::initializer_list<QByteArray>{
+                 "r=someoneelse,s=QSXCR+Q6sek8bf92,i=4096", "r=NONCEx,s=QSXCR+Q6sek8bf92,i=2000000000",
+                 "r=NONCEx,s=QSXCR+Q6sek8bf92,i=0", QByteArray("\xff\x00,,,", 5), QByteArray()}) {
+            AuthPeer peer(QStringList{"SCRAM-SHA-1"});
+            const auto first = QByteArray::fromBase64(xml::text(peer.written()).toLatin1());
+            message.replace("NONCE", first.mid(first.indexOf(",r=") + 3));
+            peer.feed(sasl("challenge", message.toBase64()));
+            QCOMPARE(peer.auth.state(), State::Failed);
+            QVERIFY(peer.writtenText().startsWith("<abort"));
+            QVERIFY(!peer.auth.error().isEmpty());
+        }
     }
 
     void wrongPasswordReachesTheClientOnceAsItsOwnError()
@@ -108,7 +148,7 @@ private slots:
         peer.open(mechanisms({"SCRAM-SHA-1"}) + "<auth xmlns=\"http://jabber.org/features/iq-auth\"/>");
         SaslServer server("SCRAM-SHA-1", "juliet", "another");
         converse(peer, server);
-        QVERIFY(!server.ok());
+        QVERIFY(!server.ok);
         peer.feed(sasl("failure", "<not-authorized/><text>Wrong &lt;word&gt;</text>"));
         QCOMPARE(peer.auth.state(), State::Failed);
         const auto error = peer.auth.takeErrorStanza();
@@ -121,23 +161,18 @@ private slots:
         QVERIFY(!peer.writtenText().contains("jabber:iq:auth"));
     }
 
-    void failureIsToldApart_data()
-    {
-        columns<QString, bool>("condition", "refusesAccount");
-        row("disabled", "account-disabled", true);
-        row("expired", "credentials-expired", true);
-        row("for now", "temporary-auth-failure", false);
-        row("aborted", "aborted", false);
-        row("last mechanism", "invalid-mechanism", false);
-    }
     void failureIsToldApart()
     {
-        const auto [condition, refusesAccount] = fetched<QString, bool>();
-        AuthPeer peer(QStringList{"PLAIN"});
-        peer.feed(sasl("failure", "<" + condition + "/>"));
-        QCOMPARE(peer.auth.state(), State::Failed);
-        QCOMPARE(bool(peer.auth.takeErrorStanza()), refusesAccount);
-        QVERIFY(!peer.auth.error().isEmpty());
+        const QStringList ofTheAccount{"account-disabled", "credentials-expired"};
+        for (const auto& condition :
+             ofTheAccount + QStringList{"temporary-auth-failure", "aborted", "invalid-mechanism"}) {
+            AuthPeer peer(QStringList{"PLAIN"});
+            peer.feed(sasl("failure", "<" + condition + "/>"));
+            QCOMPARE(peer.auth.state(), State::Failed);
+            QVERIFY2(bool(peer.auth.takeErrorStanza()) == ofTheAccount.contains(condition),
+                     qPrintable(condition));
+            QVERIFY(!peer.auth.error().isEmpty());
+        }
     }
 
     void unwantedMechanismGivesWayToTheNext()

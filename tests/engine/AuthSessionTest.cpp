@@ -1,5 +1,4 @@
 #include "AuthPeer.h"
-#include "engine/Xml.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 

@@ -1,5 +1,4 @@
 #include "BridgeRig.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 
 // A server that speaks the old dialect: nothing is changed, in either direction.

@@ -1,5 +1,4 @@
 #include "support/GatewayRig.h"
-#include "support/Table.h"
 #include "support/TestCertificate.h"
 #include "support/TestRunner.h"
 
@@ -119,29 +118,26 @@ private slots:
         }
     }
 
-    void secureTakesTlsOrNothing_data()
-    {
-        columns<QByteArray, QByteArray>("features", "answer");
-        row("not offered", plain, QByteArray());
-        row("no features", ScriptedServer::header(false), QByteArray());
-        row("refused", ScriptedServer::header() + offer,
-            QByteArray("<failure xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"));
-    }
     void secureTakesTlsOrNothing()
     {
-        const auto [features, answer] = fetched<QByteArray, QByteArray>();
-        GatewayRig rig;
-        rig.gateway->setSecure(true);
-        // Direct TLS is tried first; to a server that waits for it in clear it is a long line of noise.
-        rig.server.on(QByteArray("\x16\x03", 2), "nonsense", ScriptedServer::Then::Close);
-        rig.server.on("<stream:stream", features);
-        rig.server.on("<starttls", answer);
-        CONNECT_UNTIL(rig, rig.isClosed());
-        QCOMPARE(rig.server.connections(), 2);
-        QVERIFY2(rig.host.progress.value(0).contains(u"no secure connection"),
-                 qPrintable(rig.host.progress.value(0)));
-        QVERIFY(!rig.server.received().contains("</auth>") &&
-                !rig.server.received().contains("jabber:iq:auth"));
+        const std::pair<QByteArray, QByteArray> words[] = {
+            {plain, {}},
+            {ScriptedServer::header(false), {}},
+            {ScriptedServer::header() + offer, "<failure xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"}};
+        for (const auto& [features, answer] : words) {
+            GatewayRig rig;
+            rig.gateway->setSecure(true);
+            // Direct TLS is tried first; to a server that waits for it in clear it is a long line of noise.
+            rig.server.on(QByteArray("\x16\x03", 2), "nonsense", ScriptedServer::Then::Close);
+            rig.server.on("<stream:stream", features);
+            rig.server.on("<starttls", answer);
+            CONNECT_UNTIL(rig, rig.isClosed());
+            QCOMPARE(rig.server.connections(), 2);
+            QVERIFY2(rig.host.progress.value(0).contains(u"no secure connection"),
+                     qPrintable(rig.host.progress.value(0)));
+            QVERIFY(!rig.server.received().contains("</auth>") &&
+                    !rig.server.received().contains("jabber:iq:auth"));
+        }
     }
 
     void directTlsIsTriedWhenSecure()

@@ -4,7 +4,6 @@
 #include "engine/wire/session/GatewayClient.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 
 class PumpTest : public QObject

@@ -18,8 +18,9 @@ class StreamParserTest : public QObject
         QByteArray condition;
         bool operator==(const Seen&) const = default;
     };
-    static void drain(StreamParser& parser, Seen& seen)
+    static void feed(StreamParser& parser, const QByteArray& bytes, Seen& seen)
     {
+        parser.feed(bytes);
         for (auto event = parser.next(); event != Event::None; event = parser.next()) {
             if (event == Event::Element)
                 seen.elements += parser.takeElement()->Xml();
@@ -34,10 +35,8 @@ class StreamParserTest : public QObject
     {
         StreamParser parser;
         Seen seen;
-        for (const auto& piece : pieces) {
-            parser.feed(piece);
-            drain(parser, seen);
-        }
+        for (const auto& piece : pieces)
+            feed(parser, piece, seen);
         return seen;
     }
     static QList<QByteArray> inPieces(const QByteArray& bytes, qsizetype size)
@@ -187,13 +186,10 @@ private slots:
         const auto [beginning, filling] = fetched<QByteArray, QByteArray>();
         StreamParser parser;
         Seen seen;
-        parser.feed(head + "<presence/>" + beginning);
-        drain(parser, seen);
+        feed(parser, head + "<presence/>" + beginning, seen);
         qsizetype fed = 0;
-        for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size()) {
-            parser.feed(filling);
-            drain(parser, seen);
-        }
+        for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size())
+            feed(parser, filling, seen);
         QCOMPARE(seen.condition, "policy-violation");
         QCOMPARE(seen.elements, QStringList{"<presence/>"});
         QVERIFY(fed < 5 * 1024 * 1024);
@@ -217,8 +213,7 @@ private slots:
     {
         StreamParser parser;
         Seen seen;
-        parser.feed(head + "<success xmlns='urn:sasl'/><mess");
-        drain(parser, seen);
+        feed(parser, head + "<success xmlns='urn:sasl'/><mess", seen);
         parser.reset();
         parser.feed(QByteArray(head).replace("id='7'", "id='8'").replace("version='1.0'>", "version='0.9'>"));
         QCOMPARE(parser.next(), Event::Opened);

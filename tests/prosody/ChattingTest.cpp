@@ -1,10 +1,8 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
+#include "engine/Xml.h"
 #include "prosody/ProsodyFixture.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
-
-const QString chatStates = QStringLiteral("http://jabber.org/protocol/chatstates");
 
 // Two friends, one at this client and one at another program.
 class ChattingTest : public QObject
@@ -15,7 +13,8 @@ class ChattingTest : public QObject
     {
         const auto state = stanza.root().child("composing");
         return stanza.kind() == Stanza::Kind::Message && state &&
-               state.attribute("xmlns").value() == chatStates && !stanza.root().child("body");
+               xml::attribute(state, "xmlns") == "http://jabber.org/protocol/chatstates" &&
+               !stanza.root().child("body");
     }
 
     ProsodyServer server_;

@@ -1,5 +1,4 @@
 #include "Peer.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 
 class Rosters : public QObject

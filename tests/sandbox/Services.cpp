@@ -44,8 +44,8 @@ private slots:
         const QByteArray info = "http://jabber.org/protocol/disco#info";
         row("agents", iq("", "jabber:iq:agents"),
             "<agent jid=\"msn.im.test\"><name>MSN &amp; more</name><service>msn</service><transport>");
-        row("agents: directory", iq("", "jabber:iq:agents"),
-            "<agent jid=\"users.im.test\"><name>User Directory</name>");
+        row("agents: users", iq("", "jabber:iq:agents"),
+            R"(<agent jid="users.im.test"><name>User Directory</name>)");
         row("administrator's namespaces", iq("im.test", "jabber:iq:browse"), "<ns>jabber:iq:admin</ns>");
         row("directories", iq("im.test", "jabber:iq:browse"),
             R"(<service type="jud" jid="users.im.test" name=)");
