@@ -2,60 +2,47 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include "engine/Xml.h"
-
-#include <QCryptographicHash>
-#include <QTest>
-
 using State = StreamAuth::State;
 
-namespace
-{
-
-const QString bindFeature = "<bind xmlns=\"urn:ietf:params:xml:ns:xmpp-bind\"/>";
-const QString sessionFeature = "<session xmlns=\"urn:ietf:params:xml:ns:xmpp-session\"/>";
-const QString iqAuthFeature = "<auth xmlns=\"http://jabber.org/features/iq-auth\"/>";
-
-void signIn(AuthPeer& peer)
-{
-    peer.open(mechanisms({"PLAIN"}));
-    peer.writtenText();
-    peer.feed("<success xmlns=\"urn:ietf:params:xml:ns:xmpp-sasl\"/>");
-    QCOMPARE(peer.auth.state(), State::RestartStream);
-}
-
-QString bound(const QString& jid)
-{
-    return "<iq type='result' id='brelo-bind'><bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'><jid>" + jid +
-           "</jid></bind></iq>";
-}
-
-QString authFields(const QString& fields)
-{
-    return "<iq type='result' id='brelo-auth1'><query xmlns='jabber:iq:auth'><username/><resource/>" +
-           fields + "</query></iq>";
-}
-
-} // namespace
+const QString bindFeature = "<bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'/>";
+const QString iqAuthFeature = "<auth xmlns='http://jabber.org/features/iq-auth'/>";
 
 class AuthSessionTest : public QObject
 {
     Q_OBJECT
 
+    struct SignedInPeer : AuthPeer {
+        SignedInPeer()
+        {
+            open(mechanisms({"PLAIN"}));
+            writtenText();
+            feed("<success xmlns='urn:ietf:params:xml:ns:xmpp-sasl'/>");
+            QCOMPARE(auth.state(), State::RestartStream);
+        }
+    };
+    static QString bound(const QString& jid)
+    {
+        return "<iq type='result' id='brelo-bind'><bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'><jid>" +
+               jid + "</jid></bind></iq>";
+    }
+    static QString authFields(const QString& fields)
+    {
+        return "<iq type='result' id='brelo-auth1'><query xmlns='jabber:iq:auth'><username/><resource/>" +
+               fields + "</query></iq>";
+    }
+
 private slots:
     void resourceIsBound()
     {
-        AuthPeer peer;
-        signIn(peer);
+        SignedInPeer peer;
         peer.open(bindFeature + "<sm xmlns='urn:xmpp:sm:2'/><sm xmlns='urn:xmpp:sm:3'/>");
         QCOMPARE(peer.writtenText(),
-                 QString("<iq type=\"set\" id=\"brelo-bind\"><bind "
-                         "xmlns=\"urn:ietf:params:xml:ns:xmpp-bind\"><resource>balcony</resource>"
-                         "</bind></iq>"));
+                 R"(<iq type="set" id="brelo-bind"><bind xmlns="urn:ietf:params:xml:ns:xmpp-bind">)"
+                 R"(<resource>balcony</resource></bind></iq>)");
         QVERIFY(peer.auth.boundJid().isEmpty());
         peer.feed(bound("juliet@capulet.example/balcony-7"));
         QCOMPARE(peer.auth.state(), State::Bound);
-        QCOMPARE(peer.auth.boundJid(), QString("juliet@capulet.example/balcony-7"));
+        QCOMPARE(peer.auth.boundJid(), "juliet@capulet.example/balcony-7");
         QVERIFY(peer.auth.offersStreamManagement());
     }
 
@@ -63,16 +50,13 @@ private slots:
     {
         columns<QString, bool>("feature", "opened");
         row("none", "", false);
-        row("required", sessionFeature, true);
+        row("required", "<session xmlns='urn:ietf:params:xml:ns:xmpp-session'/>", true);
         row("optional", "<session xmlns='urn:ietf:params:xml:ns:xmpp-session'><optional/></session>", false);
     }
-
     void sessionIsOpenedOnlyWhereAServerInsists()
     {
-        QFETCH(QString, feature);
-        QFETCH(bool, opened);
-        AuthPeer peer;
-        signIn(peer);
+        const auto [feature, opened] = fetched<QString, bool>();
+        SignedInPeer peer;
         peer.open(bindFeature + feature);
         peer.writtenText();
         peer.feed(bound("juliet@capulet.example/x"));
@@ -84,29 +68,21 @@ private slots:
         QVERIFY(!peer.auth.offersStreamManagement());
     }
 
-    void takenResourceGivesWayToTheServersChoice_data()
-    {
-        columns<QString>("error");
-        row("taken", "<conflict xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
-        row("no resource", "<bad-request xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
-        row("not wanted", "<not-acceptable xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>");
-    }
-
     void takenResourceGivesWayToTheServersChoice()
     {
-        QFETCH(QString, error);
-        AuthPeer peer;
-        signIn(peer);
-        peer.open(bindFeature);
-        peer.writtenText();
-        const QString refusal =
-            "<iq type='error' id='brelo-bind'><error type='modify'>" + error + "</error></iq>";
-        peer.feed(refusal);
-        const QString next = peer.writtenText();
-        QVERIFY2(next.contains("<bind") && !next.contains("resource"), qPrintable(next));
-        peer.feed(refusal);
-        QCOMPARE(peer.auth.state(), State::Failed);
-        QVERIFY(!peer.auth.takeErrorStanza());
+        for (const QString error : {"conflict", "bad-request", "not-acceptable"}) {
+            SignedInPeer peer;
+            peer.open(bindFeature);
+            peer.writtenText();
+            const auto refusal = "<iq type='error' id='brelo-bind'><error type='modify'><" + error +
+                                 " xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/></error></iq>";
+            peer.feed(refusal);
+            const QString next = peer.writtenText();
+            QVERIFY2(next.contains("<bind") && !next.contains("resource"), qPrintable(next));
+            peer.feed(refusal);
+            QCOMPARE(peer.auth.state(), State::Failed);
+            QVERIFY(!peer.auth.takeErrorStanza());
+        }
     }
 
     void brokenSessionFails_data()
@@ -118,13 +94,10 @@ private slots:
         row("forbidden", bindFeature, "<iq type='error' id='brelo-bind'><error code='403'/></iq>");
         row("error without an error", bindFeature, "<iq type='error' id='brelo-bind'/>");
     }
-
     void brokenSessionFails()
     {
-        QFETCH(QString, features);
-        QFETCH(QString, answer);
-        AuthPeer peer;
-        signIn(peer);
+        const auto [features, answer] = fetched<QString, QString>();
+        SignedInPeer peer;
         peer.open(features);
         if (!answer.isEmpty())
             peer.feed(answer);
@@ -146,35 +119,24 @@ private slots:
         row("no stream id", iqAuthFeature, both, "", "<password>r0m30</password>");
         row("password only", iqAuthFeature, "<password/>", "3EE948B0", "<password>r0m30</password>");
     }
-
     void oldSignInSendsTheDigestBeforeThePassword()
     {
-        QFETCH(QString, features);
-        QFETCH(QString, fields);
-        QFETCH(QString, streamId);
-        QFETCH(QString, secret);
+        const auto [features, fields, streamId, secret] = fetched<QString, QString, QString, QString>();
         AuthPeer peer;
         peer.open(features, streamId);
-        QCOMPARE(
-            peer.writtenText(),
-            QString(
-                "<iq type=\"get\" id=\"brelo-auth1\" to=\"capulet.example\"><query xmlns=\"jabber:iq:auth\">"
-                "<username>juliet</username></query></iq>"));
+        const QString iq = R"(<iq type="%1" id="brelo-auth%2" to="capulet.example"><query )"
+                           "xmlns=\"jabber:iq:auth\"><username>juliet</username>%3</query></iq>";
+        QCOMPARE(peer.writtenText(), iq.arg("get", "1", ""));
         peer.feed(authFields(fields));
-        QCOMPARE(peer.writtenText(),
-                 "<iq type=\"set\" id=\"brelo-auth2\" to=\"capulet.example\"><query xmlns=\"jabber:iq:auth\">"
-                 "<username>juliet</username>" +
-                     secret + "<resource>balcony</resource></query></iq>");
+        QCOMPARE(peer.writtenText(), iq.arg("set", "2", secret + "<resource>balcony</resource>"));
         peer.feed("<iq type='result' id='brelo-auth2'/>");
         QCOMPARE(peer.auth.state(), State::Bound);
-        QCOMPARE(peer.auth.boundJid(), QString("juliet@capulet.example/balcony"));
+        QCOMPARE(peer.auth.boundJid(), "juliet@capulet.example/balcony");
     }
 
     void oldSignInKeepsThePasswordOffAnOpenStream()
     {
-        auto request = AuthPeer::standardRequest();
-        request.encrypted = false;
-        AuthPeer peer(request);
+        AuthPeer peer({"juliet", "r0m30", "capulet.example", "balcony", false, false});
         peer.open(QString(), "id");
         peer.writtenText();
         peer.feed(authFields("<password/>"));
@@ -185,22 +147,16 @@ private slots:
     void oldServersRefusalPassesUp_data()
     {
         columns<QString, QString>("error", "up");
-        const QString whole =
-            "<iq type=\"error\" id=\"brelo-auth1\"><query xmlns=\"jabber:iq:auth\"><username>juliet"
-            "</username></query><error code=\"401\">Unauthorized</error></iq>";
+        const QString iq = "<iq type=\"error\" id=\"brelo-auth1\">%1</iq>";
+        const QString error = "<error code=\"401\">No</error>", query = "<query xmlns=\"jabber:iq:auth\"";
+        const QString whole = iq.arg(query + "><username>juliet</username></query>" + error);
         row("as it is", whole, whole);
-        row("without its query", "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"401\">No</error></iq>",
-            "<iq type=\"error\" id=\"brelo-auth1\"><query xmlns=\"jabber:iq:auth\"/><error "
-            "code=\"401\">No</error>"
-            "</iq>");
-        row("doesn't know the dialect", "<iq type=\"error\" id=\"brelo-auth1\"><error code=\"503\"/></iq>",
-            "");
+        row("without its query", iq.arg(error), iq.arg(query + "/>" + error));
+        row("doesn't know the dialect", iq.arg("<error code=\"503\"/>"), "");
     }
-
     void oldServersRefusalPassesUp()
     {
-        QFETCH(QString, error);
-        QFETCH(QString, up);
+        const auto [error, up] = fetched<QString, QString>();
         AuthPeer peer;
         peer.open(QString(), "id");
         peer.feed(error);
@@ -211,8 +167,7 @@ private slots:
 
     void serverWithoutAKnownWayFailsWithASentence()
     {
-        AuthPeer peer;
-        peer.open(mechanisms({"X-OTHER"}));
+        AuthPeer peer(QStringList{"X-OTHER"});
         QCOMPARE(peer.auth.state(), State::Failed);
         QVERIFY(!peer.auth.error().isEmpty());
         QCOMPARE(peer.writtenText(), QString());
@@ -220,11 +175,9 @@ private slots:
 
     void namesAreEscaped()
     {
-        auto request = AuthPeer::standardRequest();
-        request.user = "a<b>&\"";
-        AuthPeer peer(request);
+        AuthPeer peer({"a<b>&\"", "r0m30", "capulet.example", "balcony", true, false});
         peer.open(QString());
-        QCOMPARE(xml::text(peer.written().child("query").child("username")), request.user);
+        QCOMPARE(xml::text(peer.written().child("query").child("username")), "a<b>&\"");
     }
 };
 

@@ -3,102 +3,84 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
 const QString info = "<query xmlns='http://jabber.org/protocol/disco#info'>%1</query>";
-
-// A session of romeo@montague.example that is told what happens, one word or two at a time, and writes down
-// what the bridge's requests come to.
-class Script
-{
-public:
-    Script() { begin(); }
-    void play(const QString& events)
-    {
-        for (const auto& event : events.split(u'|'))
-            step(event.section(u' ', 0, 0), event.section(u' ', 1));
-    }
-
-    BridgeContext context;
-    QStringList log;
-
-private:
-    void begin() { context.begin({"romeo@montague.example/orchard", "montague.example"}); }
-
-    void step(const QString& event, const QString& address)
-    {
-        // A request of the id 7, of one that is made, of no deadline; a question what stands there.
-        if (event == "ask")
-            ask({.to = address, .payload = {}, .id = "7"});
-        else if (event == "make")
-            ask({.to = address, .payload = {}});
-        else if (event == "wait")
-            ask({.to = address, .payload = {}, .deadlineMs = std::nullopt});
-        else if (event == "learn")
-            learn(address);
-        else if (event == "tick")
-            context.timers.tick(address.toInt());
-        else if (event == "begin")
-            begin();
-        else
-            answer(event, address);
-        for (const auto& text : std::exchange(context.out, {}).wire)
-            noteSent(xml::parsed(QString::fromUtf8(text))->document_element());
-    }
-
-    void ask(const Exchange::Request& request)
-    {
-        context.exchange.ask(request, [this, number = ++asked_](const Exchange::Answer& answer) {
-            log << QString::number(number) + (answer.result() ? "=result" : result(answer.error));
-        });
-    }
-
-    void learn(const QString& address)
-    {
-        context.knowledge.whenKnown(address, [this](const Knowledge::Service& service) {
-            const bool isOfToday = service.kind == Knowledge::Kind::OfToday;
-            log << (isOfToday ? service.info.features.join(u' ') : "old" + result(service.error));
-        });
-    }
-
-    static QString result(const StanzaError& error)
-    {
-        return QString("=%1%2").arg(error.code).arg(error.serverText);
-    }
-
-    // To the request that was sent last: a result with features, without; an error.
-    void answer(const QString& kind, const QString& from)
-    {
-        const QString error = "<error type='cancel'><item-not-found "
-                              "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>gone</error>";
-        const auto content = kind == "error" ? error : info.arg(kind == "info" ? "<feature var='f'/>" : "");
-        const auto sender = from.isEmpty() ? QString() : QString(" from='%1'").arg(from);
-        const auto text = QString("<iq type='%1' id='%2'%3>%4</iq>")
-                              .arg(kind == "error" ? "error" : "result", id_, sender, content);
-        if (!context.exchange.take(Stanza::fromXml(text)))
-            log << "passed";
-    }
-
-    void noteSent(pugi::xml_node iq)
-    {
-        id_ = xml::attribute(iq, "id");
-        if (iq.child("query"))
-            log << "?" + xml::attribute(iq, "to");
-    }
-
-    int asked_ = 0;
-    QString id_;
-};
-
-} // namespace
 
 // The bridge's own requests, and what it learns by them.
 class BridgeExchangeTest : public QObject
 {
     Q_OBJECT
+
+    // A session of romeo@montague.example that is told what happens, one word or two at a time, and writes
+    // down what the bridge's requests come to.
+    struct Script {
+        Script() { begin(); }
+        void begin() { context.begin({"romeo@montague.example/orchard", "montague.example"}); }
+        void play(const QString& events)
+        {
+            for (const auto& event : events.split(u'|'))
+                step(event.section(u' ', 0, 0), event.section(u' ', 1));
+        }
+        void step(const QString& event, const QString& address)
+        {
+            // A request of the id 7, of one that is made, of no deadline; a question what stands there.
+            if (event == "ask")
+                ask({.to = address, .payload = {}, .id = "7"});
+            else if (event == "make")
+                ask({.to = address, .payload = {}});
+            else if (event == "wait")
+                ask({.to = address, .payload = {}, .deadlineMs = std::nullopt});
+            else if (event == "learn")
+                learn(address);
+            else if (event == "tick")
+                context.timers.tick(address.toInt());
+            else if (event == "begin")
+                begin();
+            else
+                answer(event, address);
+            for (const auto& text : std::exchange(context.out, {}).wire)
+                noteSent(xml::parsed(QString::fromUtf8(text))->document_element());
+        }
+        void ask(const Exchange::Request& request)
+        {
+            context.exchange.ask(request, [this, number = ++asked](const Exchange::Answer& answer) {
+                log << QString::number(number) + (answer.result() ? "=result" : result(answer.error));
+            });
+        }
+        void learn(const QString& address)
+        {
+            context.knowledge.whenKnown(address, [this](const Knowledge::Service& service) {
+                const bool isOfToday = service.kind == Knowledge::Kind::OfToday;
+                log << (isOfToday ? service.info.features.join(u' ') : "old" + result(service.error));
+            });
+        }
+        static QString result(const StanzaError& error)
+        {
+            return QString("=%1%2").arg(error.code).arg(error.serverText);
+        }
+        // To the request that was sent last: a result with features, without; an error.
+        void answer(const QString& kind, const QString& from)
+        {
+            const QString error = "<error type='cancel'><item-not-found "
+                                  "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/>gone</error>";
+            const auto content =
+                kind == "error" ? error : info.arg(kind == "info" ? "<feature var='f'/>" : "");
+            const auto sender = from.isEmpty() ? QString() : QString(" from='%1'").arg(from);
+            const auto text = QString("<iq type='%1' id='%2'%3>%4</iq>")
+                                  .arg(kind == "error" ? "error" : "result", id, sender, content);
+            if (!context.exchange.take(Stanza::fromXml(text)))
+                log << "passed";
+        }
+        void noteSent(pugi::xml_node iq)
+        {
+            id = xml::attribute(iq, "id");
+            if (iq.child("query"))
+                log << "?" + xml::attribute(iq, "to");
+        }
+        BridgeContext context;
+        QStringList log;
+        int asked = 0;
+        QString id; // of the request that was sent last
+    };
 
 private slots:
     void requestsComeToAnEnd_data()
@@ -137,11 +119,9 @@ private slots:
         row("silent", "learn c.x|tick 0|tick 10000|info c.x|learn c.x", "?c.x|old=504|old=504");
         row("anew in a new session", "learn c.x|begin|learn c.x|info c.x", "?c.x|?c.x|f");
     }
-
     void requestsComeToAnEnd()
     {
-        QFETCH(QString, events);
-        QFETCH(QString, log);
+        const auto [events, log] = fetched<QString, QString>();
         Script script;
         script.play(events);
         QCOMPARE(script.log.join(u'|'), log);

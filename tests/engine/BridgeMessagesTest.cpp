@@ -2,15 +2,8 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
 const QString state = "<%1 xmlns=\"http://jabber.org/protocol/chatstates\"/>";
 const QString oldTyping = "<x xmlns=\"jabber:x:event\"><composing/></x>";
-
-} // namespace
 
 // Messages to and from a server of today.
 class BridgeMessagesTest : public QObject
@@ -39,13 +32,10 @@ private slots:
         const QString presence = "<presence ><status>online</status></presence>";
         row("presence", presence, presence);
     }
-
     void sentMessagesAreTranslated()
     {
-        QFETCH(QString, sent);
-        QFETCH(QString, wire);
-        BridgeRig rig;
-        rig.meetServerOfToday();
+        const auto [sent, wire] = fetched<QString, QString>();
+        TodaysRig rig;
         rig.down(sent);
         QCOMPARE(rig.takeWire(), QStringList{wire});
     }
@@ -119,9 +109,8 @@ private slots:
                     "</body><x xmlns=\"jabber:x:conference\" jid=\"r@c\"/></message>",
                 "");
         };
-        const QString mediated =
-            "<x xmlns='http://jabber.org/protocol/muc#user'><invite from='a@b/c'><reason>Come"
-            "</reason></invite><password>p</password></x>";
+        const QString mediated = "<x xmlns='http://jabber.org/protocol/muc#user'><invite "
+                                 "from='a@b/c'><reason>Come</reason></invite><password>p</password></x>";
         const QString direct = "<x xmlns='jabber:x:conference' jid='r@c' reason='Hey'/>";
         invitation("mediated", "<message from='r@c' to='me@x'>" + mediated + "</message>", "Come");
         invitation("mediated and direct",
@@ -133,14 +122,10 @@ private slots:
                    "jid='r@c'/><x xmlns='jabber:x:delay' stamp='1'/></message>",
                    "Text");
     }
-
     void receivedMessagesAreTranslated()
     {
-        QFETCH(QString, message);
-        QFETCH(QString, up);
-        QFETCH(QString, wire);
-        BridgeRig rig;
-        rig.meetServerOfToday();
+        const auto [message, up, wire] = fetched<QString, QString, QString>();
+        TodaysRig rig;
         rig.up(message);
         QCOMPARE(rig.takeUp().join(u'|'), up);
         QCOMPARE(rig.takeWire().join(u'|'), wire);

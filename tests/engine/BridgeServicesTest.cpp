@@ -2,73 +2,51 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
 const QString browse = "<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"montague.example\">"
                        "<query xmlns=\"jabber:iq:browse\"></query></iq>";
-const QString refused = "<error type='auth'><forbidden xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/></error>";
-
-QString namespaces(const QString& inner)
-{
-    return "<iq type=\"result\" id=\"VRX_GET_SUPPORTEDNS\" from=\"montague.example\">"
-           "<query xmlns=\"jabber:iq:browse\">" +
-           inner + "</query></iq>";
-}
-
-QString commands(const QString& node)
-{
-    return "<query xmlns='http://jabber.org/protocol/disco#items'><item jid='montague.example' node='" +
-           node + "'/></query>";
-}
-
-QString account(const QString& type)
-{
-    return "<query xmlns='http://jabber.org/protocol/disco#info'><identity category='account' type='" + type +
-           "'/></query>";
-}
-
-QString cardRequest(const QString& to)
-{
-    return "<iq type=\"get\" id=\"vcard_wj_3\" to=\"" + to + "\"><VCARD xmlns=\"vcard-temp\"/></iq>";
-}
-
-} // namespace
 
 // What servers of today offer under other names: namespaces and vCards.
 class BridgeServicesTest : public QObject
 {
     Q_OBJECT
 
+    static QString namespaces(const QString& inner)
+    {
+        return R"(<iq type="result" id="VRX_GET_SUPPORTEDNS" from="montague.example">)"
+               "<query xmlns=\"jabber:iq:browse\">" +
+               inner + "</query></iq>";
+    }
+    static QString cardRequest(const QString& to)
+    {
+        return "<iq type=\"get\" id=\"vcard_wj_3\" to=\"" + to + "\"><VCARD xmlns=\"vcard-temp\"/></iq>";
+    }
+
 private slots:
     void administratorIsToldByTheServer_data()
     {
         columns<QString, QString, bool>("aboutAccount", "aboutCommands", "isAdmin");
-        const QString admin = "http://jabber.org/protocol/admin#add-user";
-        row("by the account", account("admin"), commands("ping"), true);
-        row("by the commands", account("registered"), commands(admin), true);
-        row("nobody special", account("registered"), commands("ping"), false);
-        row("refused both", "", "", false);
+        const QString disco = "<query xmlns='http://jabber.org/protocol/disco#";
+        const QString refused = "<error type='auth'/>";
+        const QString account = disco + "info'><identity category='account' type='%1'/></query>";
+        const QString command = disco + "items'><item jid='montague.example' node='%1'/></query>";
+        const QString admin = command.arg("http://jabber.org/protocol/admin#add-user");
+        row("by the account", account.arg("admin"), command.arg("ping"), true);
+        row("by the commands", account.arg("registered"), admin, true);
+        row("nobody special", account.arg("registered"), command.arg("ping"), false);
+        row("refused both", refused, refused, false);
     }
-
     void administratorIsToldByTheServer()
     {
-        QFETCH(QString, aboutAccount);
-        QFETCH(QString, aboutCommands);
-        QFETCH(bool, isAdmin);
-        BridgeRig rig;
-        rig.meetServerOfToday({"jabber:iq:roster", "a&amp;b"});
+        const auto [aboutAccount, aboutCommands, isAdmin] = fetched<QString, QString, bool>();
+        TodaysRig rig({"jabber:iq:roster", "a&amp;b"});
         rig.down(browse);
         QCOMPARE(rig.takeWire().size(), 2);
         const auto reply = [&](const QString& to, const QString& payload, const QString& content) {
-            return rig.answer(to, payload, content.isEmpty() ? refused : content,
-                              content.isEmpty() ? "error" : "result");
+            return rig.answer(to, payload, content, content.startsWith("<error") ? "error" : "result");
         };
-        QVERIFY(reply(BridgeRig::ownBare, "disco#info", aboutAccount));
+        QVERIFY(reply(rig.ownBare, "disco#info", aboutAccount));
         QCOMPARE(rig.takeUp(), QStringList());
-        QVERIFY(reply(BridgeRig::server, "protocol/commands", aboutCommands));
+        QVERIFY(reply(rig.server, "protocol/commands", aboutCommands));
         const QString admin = isAdmin ? "<ns>jabber:iq:admin</ns>" : "";
         const QStringList answer{namespaces("<ns>jabber:iq:roster</ns><ns>a&amp;b</ns>" + admin)};
         QCOMPARE(rig.takeUp(), answer);
@@ -81,8 +59,7 @@ private slots:
 
     void namespacesAreListedEvenWhenTheServerFallsSilent()
     {
-        BridgeRig rig;
-        rig.meetServerOfToday({"x"});
+        TodaysRig rig({"x"});
         rig.down(browse);
         rig.down(browse);
         rig.tick(0);
@@ -97,82 +74,59 @@ private slots:
         row("another address", QString(browse).replace("montague", "capulet"), QStringList());
         row("another question", QString(browse).replace("VRX_GET_SUPPORTEDNS", "x"), QStringList());
     }
-
     void browseThatIsNotForTheServerOfTodayPasses()
     {
-        QFETCH(QString, text);
-        QFETCH(QStringList, features);
-        BridgeRig rig;
-        rig.meetServerOfToday(features);
+        const auto [text, features] = fetched<QString, QStringList>();
+        TodaysRig rig(features);
         rig.down(text);
         QCOMPARE(rig.takeWire(), QStringList{text});
     }
 
     void cardComesUpInTheDialect_data()
     {
-        columns<QString, QString, QString>("asked", "answer", "up");
-        const QString a = "juliet@capulet.example";
-        const QString head = "<iq id='vcard_wj_3' type='%1'%2>";
-        const QString from = " from='juliet@capulet.example'";
-        const QString upHead = "<iq id=\"vcard_wj_3\" type=\"%1\" from=\"%2\">";
-        const QString empty = "<VCARD xmlns=\"vcard-temp\"/></iq>";
-        row("full", a,
-            head.arg("result", from) +
-                "<vCard "
-                "xmlns='vcard-temp'><ADR><HOME/><EXTADD>1</EXTADD><CTRY>IT</CTRY></ADR><TEL><FAX/><HOME/>"
-                "<NUMBER>12</NUMBER></TEL><EMAIL><INTERNET/><USERID>a@b</USERID></EMAIL><TEL>3</TEL></"
-                "vCard></iq>",
-            upHead.arg("result", a) +
-                "<VCARD "
-                "xmlns=\"vcard-temp\"><ADR><HOME/><EXTADD>1</EXTADD><COUNTRY>IT</COUNTRY></ADR><TEL><fax/>"
-                "<HOME/>12</TEL><EMAIL><PREF/><INTERNET/>a@b</EMAIL><TEL><VOICE/>3</TEL></VCARD></iq>");
-        row("empty card", a, head.arg("result", from) + "<vCard xmlns='vcard-temp'/></iq>",
-            upHead.arg("result", a) + empty);
-        row("no card", a, head.arg("result", from) + "</iq>", upHead.arg("result", a) + empty);
-        row("old spelling", a, head.arg("result", from) + "<VCARD xmlns='vcard-temp'/></iq>",
-            upHead.arg("result", a) + empty);
-        row("error", a, head.arg("error", from) + "<error code='404'>no</error></iq>",
-            upHead.arg("error", a) + "<VCARD xmlns=\"vcard-temp\"/><error code=\"404\">no</error></iq>");
-        row("own, without a sender", "Romeo@montague.example", head.arg("result", "") + "</iq>",
-            upHead.arg("result", "Romeo@montague.example") + empty);
+        columns<QString, QString, QString, QString>("type", "from", "content", "up");
+        const QString juliet = "juliet@capulet.example", empty = "<VCARD xmlns=\"vcard-temp\"/>";
+        row("full", "result", juliet,
+            "<vCard xmlns='vcard-temp'><ADR><HOME/><EXTADD>1</EXTADD><CTRY>IT</CTRY></ADR><TEL><FAX/><HOME/>"
+            "<NUMBER>12</NUMBER></TEL><EMAIL><INTERNET/><USERID>a@b</USERID></EMAIL><TEL>3</TEL></vCard>",
+            R"(<VCARD xmlns="vcard-temp"><ADR><HOME/><EXTADD>1</EXTADD><COUNTRY>IT</COUNTRY></ADR><TEL>)"
+            "<fax/><HOME/>12</TEL><EMAIL><PREF/><INTERNET/>a@b</EMAIL><TEL><VOICE/>3</TEL></VCARD>");
+        row("empty card", "result", juliet, "<vCard xmlns='vcard-temp'/>", empty);
+        row("no card", "result", juliet, "", empty);
+        row("old spelling", "result", juliet, "<VCARD xmlns='vcard-temp'/>", empty);
+        row("error", "error", juliet, "<error code='404'>no</error>",
+            empty + "<error code=\"404\">no</error>");
+        row("own, without a sender", "result", "", "", empty);
     }
-
     void cardComesUpInTheDialect()
     {
-        QFETCH(QString, asked);
-        QFETCH(QString, answer);
-        QFETCH(QString, up);
-        BridgeRig rig;
-        rig.meetServerOfToday();
-        rig.takeWire();
+        const auto [type, from, content, up] = fetched<QString, QString, QString, QString>();
+        const auto asked = from.isEmpty() ? "Romeo@montague.example" : from;
+        TodaysRig rig;
         rig.down(cardRequest("someone@else.example"));
         rig.down(cardRequest(asked));
-        const auto request = QString(cardRequest(asked)).replace("VCARD", "vCard");
-        QCOMPARE(rig.takeWire().last(), request);
+        QCOMPARE(rig.takeWire().last(), cardRequest(asked).replace("VCARD", "vCard"));
         // The window of a card waits for a slow server.
         rig.tick(0);
         rig.tick(60'000);
-        rig.up(answer);
-        QCOMPARE(rig.takeUp(), QStringList{up});
+        const auto sender = from.isEmpty() ? "" : " from='" + from + '\'';
+        rig.up("<iq id='vcard_wj_3' type='" + type + '\'' + sender + '>' + content + "</iq>");
+        const QString answer = R"(<iq id="vcard_wj_3" type="%1" from="%2">%3</iq>)";
+        QCOMPARE(rig.takeUp(), QStringList{answer.arg(type, asked, up)});
     }
 
     void writtenCardIsSpelledAsTheSchemaHasIt()
     {
-        BridgeRig rig;
-        rig.meetServerOfToday();
-        rig.takeWire();
+        TodaysRig rig;
         rig.down(
-            "<iq type=\"set\" id=\"JCOM_51\"><VCARD version=\"3.0\" "
-            "xmlns=\"vcard-temp\"><FN>a</FN><TEL><fax/>"
+            R"(<iq type="set" id="JCOM_51"><VCARD version="3.0" xmlns="vcard-temp"><FN>a</FN><TEL><fax/>)"
             "<HOME/>12</TEL><TEL><MSG/><HOME/></TEL><ADR><HOME/><EXTADD>x</EXTADD><COUNTRY>IT</COUNTRY></ADR>"
             "<EMAIL><INTERNET/><PREF/>a@b</EMAIL></VCARD></iq>");
         QCOMPARE(
-            rig.takeWire(),
-            QStringList{
-                "<iq type=\"set\" id=\"JCOM_51\"><vCard version=\"3.0\" xmlns=\"vcard-temp\"><FN>a</FN>"
-                "<TEL><FAX/><HOME/><NUMBER>12</NUMBER></TEL><TEL><MSG/><HOME/><NUMBER/></TEL><ADR><HOME/>"
-                "<EXTADD>x</EXTADD><CTRY>IT</CTRY></ADR><EMAIL><INTERNET/><PREF/><USERID>a@b</USERID>"
-                "</EMAIL></vCard></iq>"});
+            rig.takeWire().last(),
+            R"(<iq type="set" id="JCOM_51"><vCard version="3.0" xmlns="vcard-temp"><FN>a</FN><TEL><FAX/>)"
+            "<HOME/><NUMBER>12</NUMBER></TEL><TEL><MSG/><HOME/><NUMBER/></TEL><ADR><HOME/><EXTADD>x</EXTADD>"
+            "<CTRY>IT</CTRY></ADR><EMAIL><INTERNET/><PREF/><USERID>a@b</USERID></EMAIL></vCard></iq>");
         rig.up("<iq type=\"result\" id=\"JCOM_51\"/>");
         QCOMPARE(rig.takeUp(), QStringList{"<iq type=\"result\" id=\"JCOM_51\"/>"});
     }
@@ -191,14 +145,10 @@ private slots:
             "service-unavailable");
         row("nothing", "set", "", "service-unavailable");
     }
-
     void othersQuestionsAreAnsweredHere()
     {
-        QFETCH(QString, type);
-        QFETCH(QString, payload);
-        QFETCH(QString, reply);
-        BridgeRig rig;
-        rig.meetServerOfToday();
+        const auto [type, payload, reply] = fetched<QString, QString, QString>();
+        TodaysRig rig;
         rig.up("<iq id='x&amp;1' from='a@b/c' type='" + type + "'>" + payload + "</iq>");
         QCOMPARE(rig.takeUp().isEmpty(), !reply.isEmpty());
         const auto wire = rig.takeWire();
@@ -212,24 +162,19 @@ private slots:
     void errorsGainTheirOldCodeAndAText_data()
     {
         columns<QString, QString>("error", "up");
-        const QString stanzas = "xmlns=\"urn:ietf:params:xml:ns:xmpp-stanzas\"";
-        row("condition only", "<error type=\"cancel\"><item-not-found " + stanzas + "/></error>",
-            "<error type=\"cancel\" code=\"404\"><item-not-found " + stanzas +
-                "/>There is no such address.</error>");
-        row("with a text",
-            "<error type=\"auth\"><forbidden " + stanzas + "/><text " + stanzas + ">no</text></error>",
-            "<error type=\"auth\" code=\"403\"><forbidden " + stanzas + "/><text " + stanzas +
-                ">no</text></error>");
+        const QString stanzas = " xmlns=\"urn:ietf:params:xml:ns:xmpp-stanzas\"";
+        const QString gone = "<error type=\"cancel\"%1><item-not-found" + stanzas + "/>%2</error>";
+        row("condition only", gone.arg("", ""), gone.arg(" code=\"404\"", "There is no such address."));
+        const QString told =
+            R"(<error type="auth"%1><forbidden)" + stanzas + "/><text" + stanzas + ">no</text></error>";
+        row("with a text", told.arg(""), told.arg(" code=\"403\""));
         row("old", "<error code=\"404\">no</error>", "<error code=\"404\">no</error>");
     }
-
     void errorsGainTheirOldCodeAndAText()
     {
-        QFETCH(QString, error);
-        QFETCH(QString, up);
+        const auto [error, up] = fetched<QString, QString>();
         for (const QString name : {"iq", "message", "presence"}) {
-            BridgeRig rig;
-            rig.meetServerOfToday();
+            TodaysRig rig;
             const auto whole = "<" + name + " from=\"a@b\" type=\"error\">%1</" + name + ">";
             rig.up(whole.arg(error));
             QCOMPARE(rig.takeUp(), QStringList{whole.arg(up)});

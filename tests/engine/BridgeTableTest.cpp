@@ -2,75 +2,60 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
-// Says what it sees, and deals with the stanzas that hold "dealt".
-class Recorder : public Translator
-{
-public:
-    Recorder(QString name, QStringList& log) : name_(std::move(name)), log_(log) {}
-
-    void begin(BridgeContext& context) override
-    {
-        presences = &context.presences;
-        ++beginnings;
-    }
-    bool down(const ClientStanza& stanza, BridgeContext&) override { return see(stanza.text); }
-    bool up(std::shared_ptr<Stanza>& stanza, BridgeContext&) override { return see(stanza->Xml().toUtf8()); }
-
-    PresenceRoutes* presences = nullptr;
-    int beginnings = 0;
-
-private:
-    bool see(const QByteArray& text)
-    {
-        log_ << name_;
-        return text.contains("dealt");
-    }
-
-    QString name_;
-    QStringList& log_;
-};
-
-// A bridge whose translators only look on. The one for presence has asked for a room's.
-struct Onlookers {
-    using Kind = TranslatorRow::Kind;
-    using Server = TranslatorRow::Server;
-
-    std::shared_ptr<Recorder> recorder(const char* name)
-    {
-        return std::make_shared<Recorder>(QString::fromLatin1(name), log);
-    }
-
-    QString seenBy(bool isDown, const QString& stanza)
-    {
-        log.clear();
-        isDown ? rig.down(stanza) : rig.up(stanza);
-        return log.join(u' ');
-    }
-
-    QStringList log;
-    std::shared_ptr<Recorder> room = recorder("room");
-    BridgeRig rig{{{Kind::Request, "x", Server::Any, recorder("request")},
-                   {Kind::PeerRequest, "x", Server::Any, recorder("peer")},
-                   {Kind::Message, "x", Server::Any, recorder("extension")},
-                   {Kind::Message, "", Server::OfToday, recorder("today")},
-                   {Kind::Message, "", Server::Any, room},
-                   {Kind::Error, "", Server::OfToday, recorder("error")},
-                   {Kind::Presence, "", Server::Any, room}}};
-};
-
 const QString roomPresence = "<presence to='room@rooms.x/me'/>";
-
-} // namespace
 
 // Which translators are asked about a stanza.
 class BridgeTableTest : public QObject
 {
     Q_OBJECT
+
+    // Says what it sees, and deals with the stanzas that hold "dealt".
+    struct Recorder : Translator {
+        Recorder(const char* name, QStringList& log) : name(name), log(log) {}
+        void begin(BridgeContext& context) override
+        {
+            presences = &context.presences;
+            ++beginnings;
+        }
+        bool down(const ClientStanza& stanza, BridgeContext&) override { return see(stanza.text); }
+        bool up(std::shared_ptr<Stanza>& stanza, BridgeContext&) override
+        {
+            return see(stanza->Xml().toUtf8());
+        }
+        bool see(const QByteArray& text)
+        {
+            log << name;
+            return text.contains("dealt");
+        }
+
+        const char* name;
+        QStringList& log;
+        PresenceRoutes* presences = nullptr;
+        int beginnings = 0;
+    };
+    // A bridge whose translators only look on. The one for presence has asked for a room's.
+    struct Onlookers {
+        using Kind = TranslatorRow::Kind;
+        using Server = TranslatorRow::Server;
+
+        std::shared_ptr<Recorder> recorder(const char* name) { return std::make_shared<Recorder>(name, log); }
+        QString seenBy(bool isDown, const QString& stanza)
+        {
+            log.clear();
+            isDown ? rig.down(stanza) : rig.up(stanza);
+            return log.join(u' ');
+        }
+
+        QStringList log;
+        std::shared_ptr<Recorder> room = recorder("room");
+        BridgeRig rig{{{Kind::Request, "x", Server::Any, recorder("request")},
+                       {Kind::PeerRequest, "x", Server::Any, recorder("peer")},
+                       {Kind::Message, "x", Server::Any, recorder("extension")},
+                       {Kind::Message, "", Server::OfToday, recorder("today")},
+                       {Kind::Message, "", Server::Any, room},
+                       {Kind::Error, "", Server::OfToday, recorder("error")},
+                       {Kind::Presence, "", Server::Any, room}}};
+    };
 
 private slots:
     void translatorsSeeWhatTheirRowsSay_data()
@@ -102,12 +87,9 @@ private slots:
         row("a stranger's", false, "<presence from='a@b/room@rooms.x' to='room@rooms.x'/>", "");
         row("nobody's", false, "<presence/>", "");
     }
-
     void translatorsSeeWhatTheirRowsSay()
     {
-        QFETCH(bool, isDown);
-        QFETCH(QString, stanza);
-        QFETCH(QString, seenBy);
+        const auto [isDown, stanza, seenBy] = fetched<bool, QString, QString>();
         Onlookers world;
         world.rig.meetServerOfToday();
         world.room->presences->add("Room@rooms.x", *world.room);
@@ -123,8 +105,8 @@ private slots:
     {
         Onlookers world;
         world.rig.meetOldServer();
-        QCOMPARE(world.seenBy(true, "<message to='a@b'/>"), QString("room"));
-        QCOMPARE(world.seenBy(false, "<message type='error'/>"), QString("room"));
+        QCOMPARE(world.seenBy(true, "<message to='a@b'/>"), "room");
+        QCOMPARE(world.seenBy(false, "<message type='error'/>"), "room");
     }
 
     void presenceGoesOnlyToWhomAskedAndAsLongAsItIsAskedFor()
@@ -134,11 +116,13 @@ private slots:
         QCOMPARE(world.seenBy(true, roomPresence), QString());
         presences.add("room@rooms.x", *world.room);
         presences.add({}, *world.room);
-        QCOMPARE(world.seenBy(true, roomPresence), QString("room"));
-        QCOMPARE(world.seenBy(true, "<presence/>"), QString("room"));
+        QCOMPARE(world.seenBy(true, roomPresence), "room");
+        QCOMPARE(world.seenBy(true, "<presence/>"), "room");
         presences.remove("ROOM@rooms.x");
         QCOMPARE(world.seenBy(true, roomPresence), QString());
+        QCOMPARE(world.room->beginnings, 1); // though it has two rows
         world.rig.begin();
+        QCOMPARE(world.room->beginnings, 2);
         QCOMPARE(world.seenBy(true, "<presence/>"), QString());
     }
 
@@ -150,14 +134,6 @@ private slots:
         world.rig.down("<presence to='room@rooms.x' id='dealt'/>");
         world.rig.up("<presence from='room@rooms.x' id='dealt'/>");
         QCOMPARE(world.rig.takeWire() + world.rig.takeUp(), QStringList());
-    }
-
-    void translatorOfSeveralRowsBeginsASessionOnce()
-    {
-        Onlookers world;
-        QCOMPARE(world.room->beginnings, 1);
-        world.rig.begin();
-        QCOMPARE(world.room->beginnings, 2);
     }
 };
 

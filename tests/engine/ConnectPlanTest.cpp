@@ -2,8 +2,6 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
 class ConnectPlanTest : public QObject
 {
     Q_OBJECT
@@ -23,7 +21,6 @@ private slots:
         row("IPv6 and port", "[::1]:65535", "::1", 65535, false);
         row("other letters", "münchen.example", "münchen.example", 0, true);
     }
-
     void readsServerTexts()
     {
         QFETCH(QString, text);
@@ -34,35 +31,30 @@ private slots:
         QTEST(address.asksDns(), "asksDns");
     }
 
-    void saysWhatIsWrongWithAServerText_data()
-    {
-        columns<QString, QString>("text", "says");
-        row("empty", "", "No server is given");
-        row("only blanks", " \t ", "No server is given");
-        row("blanks inside", "capulet example", "has blanks");
-        row("line end inside", "capulet\nexample", "has blanks");
-        row("no host", ":5222", "before the port");
-        row("empty port", "capulet.example:", "is not a port");
-        row("port in letters", "capulet.example:xmpp", "is not a port");
-        row("port 0", "capulet.example:0", "is not a port");
-        row("port too large", "capulet.example:65536", "is not a port");
-        row("port far too large", "capulet.example:99999999999", "is not a port");
-        row("negative port", "capulet.example:-1", "is not a port");
-        row("open bracket", "[::1", "IPv6 address in brackets");
-        row("name in brackets", "[capulet.example]:5222", "IPv6 address in brackets");
-        row("after the bracket", "[::1]5222", "only a colon and a port");
-        row("no IPv6 address", "1:2:3", "not the name of a server");
-        row("an address of the web", "http://capulet.example/", "");
-        row("a JID", "romeo@capulet.example", "not the name of a server");
-    }
-
     void saysWhatIsWrongWithAServerText()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, says);
-        const auto address = ServerAddress::parsed(text);
-        QVERIFY(!address.isValid());
-        QVERIFY2(address.error().contains(says), qPrintable(address.error()));
+        const std::pair<QString, QString> texts[] = {{"", "No server is given"},
+                                                     {" \t ", "No server is given"},
+                                                     {"capulet example", "has blanks"},
+                                                     {"capulet\nexample", "has blanks"},
+                                                     {":5222", "before the port"},
+                                                     {"capulet.example:", "is not a port"},
+                                                     {"capulet.example:xmpp", "is not a port"},
+                                                     {"capulet.example:0", "is not a port"},
+                                                     {"capulet.example:65536", "is not a port"},
+                                                     {"capulet.example:99999999999", "is not a port"},
+                                                     {"capulet.example:-1", "is not a port"},
+                                                     {"[::1", "IPv6 address in brackets"},
+                                                     {"[capulet.example]:5222", "IPv6 address in brackets"},
+                                                     {"[::1]5222", "only a colon and a port"},
+                                                     {"1:2:3", "not the name of a server"},
+                                                     {"http://capulet.example/", ""},
+                                                     {"romeo@capulet.example", "not the name of a server"}};
+        for (const auto& [text, says] : texts) {
+            const auto address = ServerAddress::parsed(text);
+            QVERIFY2(!address.isValid() && address.error().contains(says),
+                     qPrintable(text + ": " + address.error()));
+        }
     }
 
     void plansTheWays_data()
@@ -84,13 +76,9 @@ private slots:
         row("never more than a handful", "a.example", false, "", "1 a 1,1 b 1,1 c 1,1 d 1,1 e 1,1 f 1,1 g 1",
             "a:1,b:1,c:1,d:1,e:1,f:1");
     }
-
     void plansTheWays()
     {
-        QFETCH(QString, server);
-        QFETCH(bool, secure);
-        QFETCH(QString, direct);
-        QFETCH(QString, plain);
+        const auto [server, secure, direct, plain] = fetched<QString, bool, QString, QString>();
         const auto records = [](const QString& text) {
             QList<SrvRecord> list;
             for (const auto& entry : text.split(u',', Qt::SkipEmptyParts)) {

@@ -1,88 +1,68 @@
-#include "engine/wire/socket/StreamParser.h"
 #include "support/GatewayRig.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
 const QByteArray management = "<sm xmlns='urn:xmpp:sm:3'/>";
-
-// Signed in, with everything that the engine asks by itself already on the wire.
-void signIn(GatewayRig& rig)
-{
-    rig.server.onLegacySignIn();
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isUp() && rig.server.received().contains("jabber:iq:agents"));
-    rig.up.clear();
-}
-
-void signInManaged(GatewayRig& rig)
-{
-    rig.server.onSaslSignIn(management);
-    rig.server.on("<enable", "<enabled xmlns='urn:xmpp:sm:3' id='session-1' resume='true'/>");
-    rig.connectToServer();
-    TICK_UNTIL(rig, rig.isUp() && rig.server.scriptIsDone());
-    rig.server.say("<message from='juliet@a.example'><body>first</body></message>");
-    TICK_UNTIL(rig, rig.up.last().contains(u"first"));
-    rig.up.clear();
-}
-
-} // namespace
 
 // The session: stanzas both ways, and the ways in which it ends.
 class GatewaySessionTest : public QObject
 {
     Q_OBJECT
 
+    // Signed in, with everything that the engine asks by itself already on the wire.
+    struct SignedInRig : GatewayRig {
+        SignedInRig()
+        {
+            server.onLegacySignIn();
+            CONNECT_UNTIL(*this, isUp() && server.received().contains("jabber:iq:agents"));
+            up.clear();
+        }
+    };
+    struct ManagedRig : GatewayRig {
+        ManagedRig()
+        {
+            server.onSaslSignIn(management);
+            server.on("<enable", "<enabled xmlns='urn:xmpp:sm:3' id='session-1' resume='true'/>");
+            CONNECT_UNTIL(*this, isUp() && server.scriptIsDone());
+            server.say("<message from='juliet@a.example'><body>first</body></message>");
+            TICK_UNTIL(*this, up.last().contains(u"first"));
+            up.clear();
+        }
+    };
+
 private slots:
     void stanzasPassBothWays()
     {
-        GatewayRig rig;
-        signIn(rig);
+        SignedInRig rig;
         rig.send("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>");
         rig.send("<presence><status>online</status></presence>");
         TICK_UNTIL(rig, rig.server.received().contains("<presence><status>online</status></presence>"));
         QVERIFY(rig.server.received().contains("<body>é &amp; ü</body>"));
-        rig.server.say(
-            "<presence from='juliet@a.example/x'/><message from='juliet@a.example/x'><body>&lt;3</body>"
-            "</message>");
+        rig.server.say("<presence from='juliet@a.example/x'/><message><body>&lt;3</body></message>");
         TICK_UNTIL(rig, rig.up.size() == 2);
         QCOMPARE(rig.up.first(), "<presence from=\"juliet@a.example/x\"/>");
         QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
     }
 
-    void aMessageToOneselfStaysAtHome_data()
-    {
-        columns<QString, bool>("to", "isOwn");
-        row("the resource asked for", "romeo@127.0.0.1/garden", true);
-        row("the resource that the server gave", "romeo@127.0.0.1/orchard", true);
-        row("another one of the account's", "romeo@127.0.0.1/home", false);
-    }
-
     void aMessageToOneselfStaysAtHome()
     {
-        QFETCH(QString, to);
-        QFETCH(bool, isOwn);
-        GatewayRig rig;
-        rig.server.onSaslSignIn();
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isUp());
-        rig.up.clear();
-        const QString text = QStringLiteral("<message to=\"%1\"><body>self</body></message>").arg(to);
-        QVERIFY(rig.queue->sendBuilt(Stanza::fromXml(text)->root(), nullptr));
-        rig.send("<presence/>");
-        TICK_UNTIL(rig, rig.server.received().contains("<presence/>"));
-        QCOMPARE(rig.up.contains(text), isOwn);
-        QCOMPARE(rig.server.received().contains("self"), !isOwn);
+        // The resource asked for, the one that the server gave, another one of the account's.
+        for (const QString resource : {"garden", "orchard", "home"}) {
+            GatewayRig rig;
+            rig.server.onSaslSignIn();
+            CONNECT_UNTIL(rig, rig.isUp());
+            const auto text = "<message to=\"romeo@127.0.0.1/" + resource + "\"><body>self</body></message>";
+            QVERIFY(rig.queue->sendBuilt(Stanza::fromXml(text)->root(), nullptr));
+            rig.send("<presence/>");
+            TICK_UNTIL(rig, rig.server.received().contains("<presence/>"));
+            QCOMPARE(rig.up.contains(text), resource != "home");
+            QCOMPARE(rig.server.received().contains("self"), resource == "home");
+        }
     }
 
     void aFloodWaitsForTheClient()
     {
-        GatewayRig rig;
-        signIn(rig);
+        SignedInRig rig;
         constexpr int flood = 3'000;
         rig.server.say(QByteArray("<presence from='juliet@a.example/x'><status>here</status></presence>")
                            .repeated(flood));
@@ -99,13 +79,12 @@ private slots:
 
     void answersThatNobodyAskedForAreIgnored()
     {
-        GatewayRig rig;
-        signIn(rig);
-        rig.server.say("<iq type='set' id='p' from='mallory@b.example'><query xmlns='jabber:iq:roster'><item "
-                       "jid='mallory@b.example' subscription='both'/></query></iq>"
-                       "<iq type='result' id='brelo-roster' from='mallory@b.example'><query "
-                       "xmlns='jabber:iq:roster'/></iq>"
-                       "<message from='juliet@a.example'><body>end</body></message>");
+        SignedInRig rig;
+        const QByteArray iq =
+            "<iq type='%' id='brelo-roster' from='mallory@b.example'><query "
+            "xmlns='jabber:iq:roster'><item jid='mallory@b.example' subscription='both'/></query></iq>";
+        rig.server.say(QByteArray(iq).replace('%', "set") + QByteArray(iq).replace('%', "result") +
+                       "<message><body>end</body></message>");
         TICK_UNTIL(rig, !rig.up.isEmpty() && rig.up.last().contains(u"end"));
         QVERIFY2(!rig.up.join(u'\n').contains(u"jabber:iq:roster"), qPrintable(rig.up.join(u'\n')));
     }
@@ -118,13 +97,10 @@ private slots:
         row("10,000 deep", QByteArray("<a>").repeated(10'000), QByteArray("policy-violation"));
         row("10 MiB", "<message><body>" + QByteArray(10 * 1024 * 1024, 'x'), QByteArray("policy-violation"));
     }
-
     void aBreachClosesTheStream()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, condition);
-        GatewayRig rig;
-        signIn(rig);
+        const auto [bytes, condition] = fetched<QByteArray, QByteArray>();
+        SignedInRig rig;
         rig.server.say(bytes);
         TICK_UNTIL(rig, rig.isClosed());
         QCOMPARE(rig.up.size(), 1);
@@ -134,35 +110,27 @@ private slots:
             QVERIFY2(rig.server.received().contains("<" + condition), rig.server.received().constData());
     }
 
-    void aLostConnectionIsToldOnce_data()
-    {
-        columns<QByteArray>("last");
-        row("suddenly", QByteArray());
-        row("in a stanza", QByteArray("<message from='juliet@a.example'><bo"));
-        row("closed", QByteArray("</stream:stream>"));
-        row("stream error", QByteArray("<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-"
-                                       "streams'/></stream:error></stream:stream>"));
-    }
-
     void aLostConnectionIsToldOnce()
     {
-        QFETCH(QByteArray, last);
-        GatewayRig rig;
-        signIn(rig);
-        rig.server.say("<message from='juliet@a.example'><body>whole</body></message>" + last);
-        rig.server.hangUp();
-        TICK_UNTIL(rig, rig.isClosed());
-        for (int i = 0; i < 5; ++i)
-            rig.tick();
-        QCOMPARE(rig.up.size(), 2);
-        QVERIFY(rig.up.first().contains(u"whole"));
-        QVERIFY(!rig.gateway->isconnected());
+        for (const char* last : {"", "<message from='juliet@a.example'><bo", "</stream:stream>",
+                                 "<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-streams'/>"
+                                 "</stream:error></stream:stream>"}) {
+            SignedInRig rig;
+            rig.server.say(QByteArray("<message from='juliet@a.example'><body>whole</body></message>") +
+                           last);
+            rig.server.hangUp();
+            TICK_UNTIL(rig, rig.isClosed());
+            for (int i = 0; i < 5; ++i)
+                rig.tick();
+            QCOMPARE(rig.up.size(), 2);
+            QVERIFY(rig.up.first().contains(u"whole"));
+            QVERIFY(!rig.gateway->isconnected());
+        }
     }
 
     void leavingSendsWhatIsQueued()
     {
-        GatewayRig rig;
-        signIn(rig);
+        SignedInRig rig;
         rig.send("<presence type=\"unavailable\"/>");
         rig.gateway->DoDisconnect();
         QVERIFY(!rig.gateway->isconnected());
@@ -176,8 +144,7 @@ private slots:
 
     void leavingWaitsOnlyAWhile()
     {
-        GatewayRig rig;
-        signIn(rig);
+        SignedInRig rig;
         rig.gateway->DoDisconnect();
         rig.tick();
         QVERIFY(!rig.isClosed());
@@ -188,8 +155,7 @@ private slots:
 
     void aDeadConnectionIsNoticed()
     {
-        GatewayRig rig;
-        signIn(rig);
+        SignedInRig rig;
         rig.now += 61'000;
         TICK_UNTIL(rig, rig.server.received().contains("urn:xmpp:ping"));
         rig.server.say(" ");
@@ -204,8 +170,7 @@ private slots:
 
     void aLostSessionIsTakenUpAgain()
     {
-        GatewayRig rig;
-        signInManaged(rig);
+        ManagedRig rig;
         rig.server.on("<message", {}, ScriptedServer::Then::Abort);
         rig.server.onSasl(management);
         rig.send("<message to=\"juliet@a.example\"><body>unheard</body></message>");
@@ -213,8 +178,8 @@ private slots:
         QVERIFY(rig.gateway->isconnected());
         rig.send("<message to=\"juliet@a.example\"><body>meanwhile</body></message>");
         TICK_UNTIL(rig, rig.server.received().contains("<resume"));
-        QVERIFY(rig.server.received().contains("previd=\"session-1\""));
-        QVERIFY(rig.server.received().contains(" h=\"1\""));
+        QVERIFY(rig.server.received().contains("previd=\"session-1\"") &&
+                rig.server.received().contains(" h=\"1\""));
         rig.server.say("<resumed xmlns='urn:xmpp:sm:3' previd='session-1' h='0'/>");
         TICK_UNTIL(rig, rig.server.received().contains("meanwhile"));
         QVERIFY(rig.server.received().indexOf("unheard") < rig.server.received().indexOf("meanwhile"));
@@ -224,8 +189,7 @@ private slots:
 
     void aSessionThatIsGoneEnds()
     {
-        GatewayRig rig;
-        signInManaged(rig);
+        ManagedRig rig;
         rig.server.onSasl(management);
         rig.server.hangUp();
         TICK_UNTIL(rig, rig.server.received().contains("<resume"));

@@ -1,68 +1,55 @@
 #include "support/GatewayRig.h"
-#include "support/Table.h"
 #include "support/TestCertificate.h"
 #include "support/TestRunner.h"
-
-#include <QTest>
-
-namespace
-{
 
 const QByteArray offer =
     "<stream:features><starttls xmlns='urn:ietf:params:xml:ns:xmpp-tls'/></stream:features>";
 const QByteArray proceed = "<proceed xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>";
-
-QByteArray fingerprint()
-{
-    return testCertificate::certificate().digest(QCryptographicHash::Sha256);
-}
-
-void offerTls(ScriptedServer& server)
-{
-    server.on("<stream:stream", ScriptedServer::header() + offer);
-    server.on("<starttls", proceed, ScriptedServer::Then::StartTls);
-}
-
-} // namespace
+const QByteArray plain = ScriptedServer::header() +
+                         "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>"
+                         "<mechanism>PLAIN</mechanism></mechanisms></stream:features>";
 
 // The server's certificate is signed by itself and carries another name: a person has to judge it.
 class GatewayTlsTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void theQuestionDecides_data()
+    static QByteArray fingerprint()
     {
-        columns<CertificateAnswer>("answer");
-        row("refuse", CertificateAnswer::Refuse);
-        row("once", CertificateAnswer::AcceptOnce);
-        row("always", CertificateAnswer::AcceptAlways);
+        return testCertificate::certificate().digest(QCryptographicHash::Sha256);
+    }
+    static void offerTls(ScriptedServer& server)
+    {
+        server.on("<stream:stream", ScriptedServer::header() + offer);
+        server.on("<starttls", proceed, ScriptedServer::Then::StartTls);
     }
 
+private slots:
     void theQuestionDecides()
     {
-        QFETCH(CertificateAnswer, answer);
-        const bool accepted = answer != CertificateAnswer::Refuse;
-        GatewayRig rig;
-        rig.host.certificateAnswer = answer;
-        QByteArray before;
-        rig.host.duringQuestion = [&] { before = rig.server.received(); };
-        offerTls(rig.server);
-        rig.server.onSaslSignIn();
-        rig.connectToServer();
-        TICK_UNTIL(rig, accepted ? rig.isUp() : rig.isClosed());
-        QCOMPARE(rig.host.certificates.size(), 1);
-        const auto info = rig.host.certificates.first();
-        QCOMPARE(info.subject, "server.test");
-        QCOMPARE(info.sha256, fingerprint());
-        QVERIFY(info.problems.size() >= 2);
-        QVERIFY(info.notAfter > info.notBefore);
-        QVERIFY2(!before.contains("</auth>") && before.endsWith("/>"), before.constData());
-        QCOMPARE(rig.host.pins.contains("127.0.0.1"), answer == CertificateAnswer::AcceptAlways);
-        QCOMPARE(rig.server.received().contains("</auth>"), accepted);
-        QVERIFY(rig.host.plainQuestions.isEmpty());
-        if (!accepted)
-            QVERIFY(rig.host.progress.value(0).contains(u"certificate"));
+        using enum CertificateAnswer;
+        for (const auto answer : {Refuse, AcceptOnce, AcceptAlways}) {
+            const bool accepted = answer != CertificateAnswer::Refuse;
+            GatewayRig rig;
+            rig.host.certificateAnswer = answer;
+            QByteArray before;
+            rig.host.duringQuestion = [&] { before = rig.server.received(); };
+            offerTls(rig.server);
+            rig.server.onSaslSignIn();
+            CONNECT_UNTIL(rig, accepted ? rig.isUp() : rig.isClosed());
+            QCOMPARE(rig.host.certificates.size(), 1);
+            const auto info = rig.host.certificates.first();
+            QCOMPARE(info.subject, "server.test");
+            QCOMPARE(info.sha256, fingerprint());
+            QVERIFY(info.problems.size() >= 2);
+            QVERIFY(info.notAfter > info.notBefore);
+            QVERIFY2(!before.contains("</auth>") && before.endsWith("/>"), before.constData());
+            QCOMPARE(rig.host.pins.contains("127.0.0.1"), answer == CertificateAnswer::AcceptAlways);
+            QCOMPARE(rig.server.received().contains("</auth>"), accepted);
+            QVERIFY(rig.host.plainQuestions.isEmpty());
+            if (!accepted)
+                QVERIFY(rig.host.progress.value(0).contains(u"certificate"));
+        }
     }
 
     void aPinnedCertificateIsNotAskedFor()
@@ -71,16 +58,14 @@ private slots:
         rig.host.pins["127.0.0.1"] = fingerprint();
         offerTls(rig.server);
         rig.server.onSaslSignIn();
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isUp());
+        CONNECT_UNTIL(rig, rig.isUp());
         QVERIFY(rig.host.certificates.isEmpty());
         rig.gateway->DoDisconnect();
 
         rig.host.pins["127.0.0.1"] = QByteArray(32, 'x');
         rig.host.certificateAnswer = CertificateAnswer::Refuse;
         offerTls(rig.server);
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isClosed());
+        CONNECT_UNTIL(rig, rig.isClosed());
         QCOMPARE(rig.host.certificates.size(), 1);
     }
 
@@ -92,8 +77,7 @@ private slots:
         offerTls(rig.server);
         rig.server.onSaslSignIn("<sm xmlns='urn:xmpp:sm:3'/>");
         rig.server.on("<enable", "<enabled xmlns='urn:xmpp:sm:3' id='session-1' resume='true'/>");
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isUp() && rig.server.scriptIsDone());
+        CONNECT_UNTIL(rig, rig.isUp() && rig.server.scriptIsDone());
         rig.server.say("<message from='a@b'><body>first</body></message>");
         TICK_UNTIL(rig, rig.up.last().contains(u"first"));
         rig.host.pins["127.0.0.1"] = QByteArray(32, 'x');
@@ -110,65 +94,50 @@ private slots:
     {
         GatewayRig rig;
         offerTls(rig.server);
-        rig.server.on("<stream:stream",
-                      ScriptedServer::header() +
-                          "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>"
-                          "<mechanism>PLAIN</mechanism></mechanisms></stream:features>");
+        rig.server.on("<stream:stream", plain);
         rig.server.on("</auth>",
                       "<failure xmlns='urn:ietf:params:xml:ns:xmpp-sasl'><not-authorized/></failure>");
-        rig.connectToServer();
-        TICK_UNTIL(rig, !rig.up.isEmpty());
+        CONNECT_UNTIL(rig, !rig.up.isEmpty());
 
         offerTls(rig.server);
         rig.server.on("<stream:stream", ScriptedServer::header() + "<stream:features/>");
-        rig.server.on("</iq>",
-                      "<iq type='result' id='$id'><query xmlns='jabber:iq:register'><username/><password/>"
-                      "</query></iq>");
+        rig.server.on("</iq>", "<iq type='result' id='$id'><query "
+                               "xmlns='jabber:iq:register'><username/><password/></query></iq>");
         rig.server.on("</iq>", "<iq type='result' id='$id'/>");
         rig.send("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
                  "</username><password>secret</password></query></iq>");
         TICK_UNTIL(rig, rig.up.last().contains(u"VRX_new"));
 
-        for (const int questions :
-             {1, 2}) { // the sign-in that follows is part of the same answer, a later one isn't
+        // The sign-in that follows is part of the same answer, a later one isn't.
+        for (const int questions : {1, 2}) {
             rig.up.clear();
             offerTls(rig.server);
             rig.server.onSaslSignIn();
-            rig.connectToServer();
-            TICK_UNTIL(rig, rig.isUp());
+            CONNECT_UNTIL(rig, rig.isUp());
             QCOMPARE(rig.host.certificates.size(), questions);
         }
     }
 
-    void secureTakesTlsOrNothing_data()
-    {
-        columns<QByteArray, QByteArray>("features", "answer");
-        const QByteArray plain =
-            "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'><mechanism>"
-            "PLAIN</mechanism></mechanisms></stream:features>";
-        row("not offered", ScriptedServer::header() + plain, QByteArray());
-        row("no features", ScriptedServer::header(false), QByteArray());
-        row("refused", ScriptedServer::header() + offer,
-            QByteArray("<failure xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"));
-    }
-
     void secureTakesTlsOrNothing()
     {
-        QFETCH(QByteArray, features);
-        QFETCH(QByteArray, answer);
-        GatewayRig rig;
-        rig.gateway->setSecure(true);
-        // Direct TLS is tried first; to a server that waits for it in clear it is a long line of noise.
-        rig.server.on(QByteArray("\x16\x03", 2), "nonsense", ScriptedServer::Then::Close);
-        rig.server.on("<stream:stream", features);
-        rig.server.on("<starttls", answer);
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isClosed());
-        QCOMPARE(rig.server.connections(), 2);
-        QVERIFY2(rig.host.progress.value(0).contains(u"no secure connection"),
-                 qPrintable(rig.host.progress.value(0)));
-        QVERIFY(!rig.server.received().contains("</auth>") &&
-                !rig.server.received().contains("jabber:iq:auth"));
+        const std::pair<QByteArray, QByteArray> words[] = {
+            {plain, {}},
+            {ScriptedServer::header(false), {}},
+            {ScriptedServer::header() + offer, "<failure xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"}};
+        for (const auto& [features, answer] : words) {
+            GatewayRig rig;
+            rig.gateway->setSecure(true);
+            // Direct TLS is tried first; to a server that waits for it in clear it is a long line of noise.
+            rig.server.on(QByteArray("\x16\x03", 2), "nonsense", ScriptedServer::Then::Close);
+            rig.server.on("<stream:stream", features);
+            rig.server.on("<starttls", answer);
+            CONNECT_UNTIL(rig, rig.isClosed());
+            QCOMPARE(rig.server.connections(), 2);
+            QVERIFY2(rig.host.progress.value(0).contains(u"no secure connection"),
+                     qPrintable(rig.host.progress.value(0)));
+            QVERIFY(!rig.server.received().contains("</auth>") &&
+                    !rig.server.received().contains("jabber:iq:auth"));
+        }
     }
 
     void directTlsIsTriedWhenSecure()
@@ -177,8 +146,7 @@ private slots:
         rig.gateway->setSecure(true);
         rig.server.setDirectTls();
         rig.server.onLegacySignIn();
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isUp());
+        CONNECT_UNTIL(rig, rig.isUp());
         QCOMPARE(rig.server.connections(), 1);
         QCOMPARE(rig.host.certificates.size(), 1);
     }
@@ -188,8 +156,7 @@ private slots:
         GatewayRig rig;
         rig.server.on("<stream:stream", ScriptedServer::header() + offer);
         rig.server.on("<starttls", proceed + "<stream:features/>");
-        rig.connectToServer();
-        TICK_UNTIL(rig, rig.isClosed());
+        CONNECT_UNTIL(rig, rig.isClosed());
         QVERIFY(rig.host.certificates.isEmpty());
     }
 
@@ -201,8 +168,7 @@ private slots:
             rig.host.duringQuestion = [&] { destroy ? rig.gateway.reset() : rig.gateway->DoDisconnect(); };
             offerTls(rig.server);
             rig.server.onSaslSignIn();
-            rig.connectToServer();
-            TICK_UNTIL(rig, !rig.host.certificates.isEmpty() && (destroy || rig.isClosed()));
+            CONNECT_UNTIL(rig, !rig.host.certificates.isEmpty() && (destroy || rig.isClosed()));
             TICK_UNTIL(rig, !rig.server.isConnected());
             QVERIFY(rig.host.pins.isEmpty());
             QCOMPARE(rig.server.received().count("<stream:stream"), 1);

@@ -2,37 +2,28 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
-IqTracker session()
-{
-    IqTracker tracker;
-    tracker.begin("Romeo@montague.example/orchard", "montague.example");
-    return tracker;
-}
-
-QByteArray get(const QString& to, const QString& id = "1")
-{
-    const auto address = to.isNull() ? QString() : " to=\"" + to + '"';
-    return ("<iq type=\"get\" id=\"" + id + '"' + address + "><query xmlns=\"x\"/></iq>").toUtf8();
-}
-
-bool accepts(IqTracker& tracker, const QString& from, const QString& type = "result",
-             const QString& inner = {})
-{
-    const auto sender = from.isNull() ? QString() : " from=\"" + from + '"';
-    return tracker.accepts(
-        *Stanza::fromXml("<iq id=\"1\" type=\"" + type + '"' + sender + ">" + inner + "</iq>"));
-}
-
-} // namespace
-
 class IqTrackerTest : public QObject
 {
     Q_OBJECT
+
+    static IqTracker session()
+    {
+        IqTracker tracker;
+        tracker.begin("Romeo@montague.example/orchard", "montague.example");
+        return tracker;
+    }
+    static QByteArray get(const QString& to, const QString& id = "1")
+    {
+        const auto address = to.isNull() ? QString() : " to=\"" + to + '"';
+        return ("<iq type=\"get\" id=\"" + id + '"' + address + "><query xmlns=\"x\"/></iq>").toUtf8();
+    }
+    static bool accepts(IqTracker& tracker, const QString& from, const QString& type = "result",
+                        const QString& inner = {})
+    {
+        const auto sender = from.isNull() ? QString() : " from=\"" + from + '"';
+        return tracker.accepts(
+            *Stanza::fromXml("<iq id=\"1\" type=\"" + type + '"' + sender + ">" + inner + "</iq>"));
+    }
 
 private slots:
     void answerCountsOnlyFromTheAddressAsked_data()
@@ -47,10 +38,10 @@ private slots:
         row("stranger", "a@b", "evil@b", false);
         row("nobody for a contact", "a@b", none, false);
         row("server for a contact", "a@b", "montague.example", false);
-        for (const auto* to :
-             {"", "romeo@montague.example", "romeo@montague.example/orchard", "montague.example"}) {
-            for (const auto* from :
-                 {"", "romeo@montague.example", "Romeo@Montague.Example/orchard", "montague.example"})
+        const char* home[] = {"", "romeo@montague.example", "Romeo@Montague.Example/orchard",
+                              "montague.example"};
+        for (const auto* to : home) {
+            for (const auto* from : home)
                 QTest::addRow("home '%s' from '%s'", to, from)
                     << (*to ? QString(to) : none) << (*from ? QString(from) : none) << true;
             QTest::addRow("home '%s' from a stranger", to) << QString(to) << "a@b" << false;
@@ -58,12 +49,9 @@ private slots:
                 << QString(to) << "romeo@montague.example/x" << false;
         }
     }
-
     void answerCountsOnlyFromTheAddressAsked()
     {
-        QFETCH(QString, to);
-        QFETCH(QString, from);
-        QFETCH(bool, accepted);
+        const auto [to, from, accepted] = fetched<QString, QString, bool>();
         auto tracker = session();
         tracker.sent(get(to));
         QCOMPARE(accepts(tracker, from), accepted);
@@ -84,29 +72,24 @@ private slots:
         tracker.sent(get("a@b"));
         tracker.sent(get("c@d"));
         tracker.sent(get("c@d"));
-        QVERIFY(accepts(tracker, "c@d"));
-        QVERIFY(accepts(tracker, "a@b"));
-        QVERIFY(accepts(tracker, "c@d"));
+        QVERIFY(accepts(tracker, "c@d") && accepts(tracker, "a@b") && accepts(tracker, "c@d"));
         QVERIFY(!accepts(tracker, "c@d"));
         QVERIFY(!accepts(tracker, "a@b"));
-    }
-
-    void onlyRequestsAreOutstanding_data()
-    {
-        columns<QByteArray>("sent");
-        row("nothing", QByteArray());
-        row("result", QByteArray("<iq type='result' id='1' to='a@b'/>"));
-        row("another id", get("a@b", "2"));
-        row("message", QByteArray("<message type='get' id='1' to='a@b'/>"));
-        row("not well-formed", QByteArray("<iq type='get' id='1' to='a@b'"));
+        // A new session forgets the old one's requests.
+        tracker.sent(get("a@b"));
+        tracker.begin("romeo@montague.example/orchard", "montague.example");
+        QVERIFY(!accepts(tracker, "a@b"));
     }
 
     void onlyRequestsAreOutstanding()
     {
-        QFETCH(QByteArray, sent);
-        auto tracker = session();
-        tracker.sent(sent);
-        QVERIFY(!accepts(tracker, "a@b"));
+        for (const QByteArray& sent : {QByteArray(), QByteArray("<iq type='result' id='1' to='a@b'/>"),
+                                       get("a@b", "2"), QByteArray("<message type='get' id='1' to='a@b'/>"),
+                                       QByteArray("<iq type='get' id='1' to='a@b'")}) {
+            auto tracker = session();
+            tracker.sent(sent);
+            QVERIFY(!accepts(tracker, "a@b"));
+        }
     }
 
     void listsThatSteerTheClientComeFromHomeOnly_data()
@@ -118,11 +101,9 @@ private slots:
         row("hidden behind another", "<query xmlns='x'/><query xmlns='jabber:iq:roster'/>", false);
         row("file", "<query xmlns='jabber:iq:oob'/>", true);
     }
-
     void listsThatSteerTheClientComeFromHomeOnly()
     {
-        QFETCH(QString, inner);
-        QFETCH(bool, fromStranger);
+        const auto [inner, fromStranger] = fetched<QString, bool>();
         auto tracker = session();
         QCOMPARE(accepts(tracker, "a@b", "set", inner), fromStranger);
         QCOMPARE(accepts(tracker, "romeo@montague.example/elsewhere", "set", inner), fromStranger);
@@ -139,14 +120,6 @@ private slots:
         QVERIFY(!accepts(tracker, "a@b", ""));
         QVERIFY(!accepts(tracker, "a@b", "push"));
         QVERIFY(tracker.accepts(*Stanza::fromXml("<message/>")));
-    }
-
-    void newSessionForgetsTheOldOnesRequests()
-    {
-        auto tracker = session();
-        tracker.sent(get("a@b"));
-        tracker.begin("romeo@montague.example/orchard", "montague.example");
-        QVERIFY(!accepts(tracker, "a@b"));
     }
 };
 

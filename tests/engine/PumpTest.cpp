@@ -4,93 +4,76 @@
 #include "engine/wire/session/GatewayClient.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QTest>
-
-namespace
-{
-
-// Writes down what comes, and may do something with each.
-struct Recorder : ApplicationPlugIn {
-    QStringList came;
-    std::function<void()> onEach = [] {};
-    int depth = 0;
-    int deepest = 0;
-
-    void OnPresence(PlugInContext& context) override { take(context.Stanza().PresenceFields().Type()); }
-    void OnMessage(PlugInContext& context) override { take(context.Stanza().MessageFields().Body()); }
-    void take(const QString& what)
-    {
-        came += what;
-        deepest = std::max(deepest, ++depth);
-        onEach();
-        --depth;
-    }
-};
-
-// The engine as the client holds it, save for the timer: whatever happens, nobody waits for a tick of it.
-struct Pump {
-    Pump() { core.PluginManager->PlugIn(&recorder, nullptr); }
-    void say(const QString& body)
-    {
-        core.PluginManager->Queue()->deliver(
-            Stanza::fromXml(QStringLiteral("<message from=\"a@b\"><body>%1</body></message>").arg(body)));
-    }
-
-    RecordingHost host;
-    Recorder recorder;
-    TempVRXCore core{std::make_unique<GatewayClient>(host)};
-};
-
-// So many turns of the event loop, as a window would notice them.
-void turns(int count)
-{
-    QEventLoop loop;
-    QTimer turn;
-    QObject::connect(&turn, &QTimer::timeout, &loop, [&] { --count > 0 ? void() : loop.quit(); });
-    turn.start();
-    loop.exec();
-}
-
-} // namespace
 
 class PumpTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void aSessionNeedsNoTimer_data()
+    // Writes down what comes, and may do something with each.
+    struct Recorder : ApplicationPlugIn {
+        QStringList came;
+        std::function<void()> onEach = [] {};
+        int depth = 0;
+        int deepest = 0;
+
+        void OnPresence(PlugInContext& context) override { take(context.Stanza().PresenceFields().Type()); }
+        void OnMessage(PlugInContext& context) override { take(context.Stanza().MessageFields().Body()); }
+        void take(const QString& what)
+        {
+            came += what;
+            deepest = std::max(deepest, ++depth);
+            onEach();
+            --depth;
+        }
+    };
+    // The engine as the client holds it, save for the timer: whatever happens, nobody waits for a tick of it.
+    struct Pump {
+        Pump() { core.PluginManager->PlugIn(&recorder, nullptr); }
+        void say(const QString& body)
+        {
+            core.PluginManager->Queue()->deliver(
+                Stanza::fromXml(QStringLiteral("<message from=\"a@b\"><body>%1</body></message>").arg(body)));
+        }
+
+        RecordingHost host;
+        Recorder recorder;
+        TempVRXCore core{std::make_unique<GatewayClient>(host)};
+    };
+    // So many turns of the event loop, as a window would notice them.
+    static void turns(int count)
     {
-        columns<bool, bool>("isLegacy", "isDirectTls");
-        row("jabber:iq:auth", true, false);
-        row("SASL", false, false);
-        row("TLS", false, true);
+        QEventLoop loop;
+        QTimer turn;
+        QObject::connect(&turn, &QTimer::timeout, &loop, [&] { --count > 0 ? void() : loop.quit(); });
+        turn.start();
+        loop.exec();
     }
 
+private slots:
     void aSessionNeedsNoTimer()
     {
-        QFETCH(bool, isLegacy);
-        QFETCH(bool, isDirectTls);
-        Pump pump;
-        ScriptedServer server;
-        isLegacy ? server.onLegacySignIn() : server.onSaslSignIn();
-        if (isDirectTls)
-            server.setDirectTls();
-        pump.core.Gateway->setSecure(isDirectTls);
-        QString resource = "garden";
-        pump.core.Gateway->DoConnect("romeo", "s3cret", server.address(), resource);
-        QTRY_COMPARE(pump.recorder.came, QStringList("connect"));
-        QTRY_VERIFY(server.received().contains("jabber:iq:agents"));
-        pump.core.PluginManager->Queue()->sendRaw("<message to=\"a@b\"><body>out</body></message>", nullptr);
-        QTRY_VERIFY(server.received().contains("<body>out</body>"));
-        server.say("<message from='a@b'><body>in</body></message>");
-        QTRY_COMPARE(pump.recorder.came.last(), "in");
-        pump.core.Gateway->DoDisconnect();
-        QTRY_VERIFY(server.received().endsWith("</stream:stream>"));
-        server.hangUp();
-        QTRY_COMPARE(pump.recorder.came.last(), "close");
+        for (const QString way : {"jabber:iq:auth", "SASL", "TLS"}) {
+            Pump pump;
+            ScriptedServer server;
+            way == "jabber:iq:auth" ? server.onLegacySignIn() : server.onSaslSignIn();
+            if (way == "TLS")
+                server.setDirectTls();
+            pump.core.Gateway->setSecure(way == "TLS");
+            QString resource = "garden";
+            pump.core.Gateway->DoConnect("romeo", "s3cret", server.address(), resource);
+            QTRY_COMPARE(pump.recorder.came, QStringList("connect"));
+            QTRY_VERIFY(server.received().contains("jabber:iq:agents"));
+            pump.core.PluginManager->Queue()->sendRaw("<message to=\"a@b\"><body>out</body></message>",
+                                                      nullptr);
+            QTRY_VERIFY(server.received().contains("<body>out</body>"));
+            server.say("<message from='a@b'><body>in</body></message>");
+            QTRY_COMPARE(pump.recorder.came.last(), "in");
+            pump.core.Gateway->DoDisconnect();
+            QTRY_VERIFY(server.received().endsWith("</stream:stream>"));
+            server.hangUp();
+            QTRY_COMPARE(pump.recorder.came.last(), "close");
+        }
     }
 
     void whoeverPutsAStanzaInWakesTheEngine()

@@ -1,56 +1,43 @@
+#include "engine/Xml.h"
 #include "engine/wire/auth/AccountRegistration.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include "engine/Xml.h"
-
-#include <QTest>
-
 using State = AccountRegistration::State;
-
-namespace
-{
-
-const QByteArray request =
-    "<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>juliet"
-    "</username><password>a&amp;b</password><resource></resource></query></iq>";
-
-QString fields(const QString& inner)
-{
-    return "<iq type='result' id='brelo-register1'><query xmlns='jabber:iq:register'>" + inner +
-           "</query></iq>";
-}
-
-QString form(const QString& inner)
-{
-    return "<x xmlns='jabber:x:data' type='form'><field var='FORM_TYPE' "
-           "type='hidden'><value>jabber:iq:register"
-           "</value></field><field var='username'><required/></field><field var='password'/>" +
-           inner + "</x>";
-}
-
-AccountRegistration begun(bool encrypted = true)
-{
-    AccountRegistration registration({"juliet", "", "capulet.example", "", encrypted, false}, request);
-    registration.streamOpened({});
-    return registration;
-}
-
-void feed(AccountRegistration& registration, const QString& xml)
-{
-    registration.feed(*Stanza::fromXml(xml));
-}
-
-QString written(AccountRegistration& registration)
-{
-    return QString::fromUtf8(registration.takeOutput().join());
-}
-
-} // namespace
 
 class RegistrationTest : public QObject
 {
     Q_OBJECT
+
+    static QString fields(const QString& inner)
+    {
+        return "<iq type='result' id='brelo-register1'><query xmlns='jabber:iq:register'>" + inner +
+               "</query></iq>";
+    }
+    static QString form(const QString& inner)
+    {
+        return "<x xmlns='jabber:x:data' type='form'><field var='FORM_TYPE' type='hidden'><value>"
+               "jabber:iq:register</value></field><field var='username'><required/></field>"
+               "<field var='password'/>" +
+               inner + "</x>";
+    }
+    static AccountRegistration begun(bool encrypted = true)
+    {
+        AccountRegistration registration(
+            {"juliet", "", "capulet.example", "", encrypted, false},
+            R"(<iq type="set" id="VRX_new"><query xmlns="jabber:iq:register"><username>)"
+            "juliet</username><password>a&amp;b</password><resource></resource></query></iq>");
+        registration.streamOpened({});
+        return registration;
+    }
+    static void feed(AccountRegistration& registration, const QString& xml)
+    {
+        registration.feed(*Stanza::fromXml(xml));
+    }
+    static QString written(AccountRegistration& registration)
+    {
+        return QString::fromUtf8(registration.takeOutput().join());
+    }
 
 private slots:
     void fieldsAreAskedForAndFilled_data()
@@ -58,9 +45,9 @@ private slots:
         columns<QString, QString>("offered", "sent");
         const QString flat = "<instructions>Hi</instructions><username/><password/>";
         const QString filledForm =
-            "<x xmlns=\"jabber:x:data\" type=\"submit\"><field var=\"FORM_TYPE\"><value>"
-            "jabber:iq:register</value></field><field var=\"username\"><value>juliet</value>"
-            "</field><field var=\"password\"><value>a&amp;b</value></field>";
+            R"(<x xmlns="jabber:x:data" type="submit"><field var="FORM_TYPE"><value>)"
+            R"(jabber:iq:register</value></field><field var="username"><value>juliet</value>)"
+            R"(</field><field var="password"><value>a&amp;b</value></field>)";
         const QString filledFlat = "<username>juliet</username><password>a&amp;b</password>";
         row("flat", flat, filledFlat);
         row("flat with more", flat + "<email/><key>k1</key>", filledFlat + "<email></email><key>k1</key>");
@@ -71,24 +58,19 @@ private slots:
             filledForm + "<field var=\"list\"><value>1</value></field></x>");
         row("form that wants too much", flat + form("<field var='ocr'><required/></field>"), filledFlat);
     }
-
     void fieldsAreAskedForAndFilled()
     {
-        QFETCH(QString, offered);
-        QFETCH(QString, sent);
+        const auto [offered, sent] = fetched<QString, QString>();
         auto registration = begun();
-        QCOMPARE(written(registration),
-                 QString("<iq type=\"get\" id=\"brelo-register1\" to=\"capulet.example\">"
-                         "<query xmlns=\"jabber:iq:register\"/></iq>"));
+        const QString iq = R"(<iq type="%1" id="brelo-register%2" to="capulet.example"><query )"
+                           "xmlns=\"jabber:iq:register\"%3</iq>";
+        QCOMPARE(written(registration), iq.arg("get", "1", "/>"));
         feed(registration, fields(offered));
-        QCOMPARE(written(registration),
-                 "<iq type=\"set\" id=\"brelo-register2\" to=\"capulet.example\"><query "
-                 "xmlns=\"jabber:iq:register\">" +
-                     sent + "</query></iq>");
+        QCOMPARE(written(registration), iq.arg("set", "2", ">" + sent + "</query>"));
         feed(registration, "<iq type='result' id='brelo-register2'/>");
         QCOMPARE(registration.state(), State::Done);
         QCOMPARE(registration.takeResult()->Xml(),
-                 QString("<iq type=\"result\" id=\"VRX_new\" from=\"capulet.example\"/>"));
+                 "<iq type=\"result\" id=\"VRX_new\" from=\"capulet.example\"/>");
         QVERIFY(!registration.takeResult());
     }
 
@@ -97,40 +79,35 @@ private slots:
         columns<QString, QString, QString>("answer", "code", "text");
         const QString error =
             "<iq type='error' id='brelo-register1'><query xmlns='jabber:iq:register'/>%1</iq>";
-        const QString stanzas = "xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'";
+        const QString today = error.arg("<error type='cancel'>%1</error>");
+        const QString stanzas = " xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'";
         row("old", error.arg("<error code='409'>Username Not Available</error>"), "409",
             "Username Not Available");
         row("of today",
-            error.arg("<error type='cancel'><conflict " + stanzas + "/><text " + stanzas +
-                      ">The &lt;name&gt; is taken.</text></error>"),
+            today.arg("<conflict" + stanzas + "/><text" + stanzas + ">The &lt;name&gt; is taken.</text>"),
             "409", "The <name> is taken.");
-        row("without a word", error.arg("<error type='cancel'><not-allowed " + stanzas + "/></error>"), "405",
+        row("without a word", today.arg("<not-allowed" + stanzas + "/>"), "405",
             "The server does not allow this.");
         row("without an error", error.arg(""), "500", "The server answered with error 500.");
         row("on the web only",
-            fields("<instructions>Register there:</instructions><x "
-                   "xmlns='jabber:x:oob'><url>https://x.example/"
-                   "</url></x>"),
-            "406", "Register there: https://x.example/");
-        row("a picture to read",
-            fields(form("<instructions>Read it</instructions><field var='ocr'><required/></field>")), "406",
-            "Read it");
+            fields("<instructions>See:</instructions><x xmlns='jabber:x:oob'><url>https://x.y/</url></x>"),
+            "406", "See: https://x.y/");
+        const QString picture =
+            form("<instructions>Read it</instructions><field var='ocr'><required/></field>");
+        row("a picture to read", fields(picture), "406", "Read it");
         row("no fields", "<iq type='result' id='brelo-register1'/>", "406",
             "The server does not let this program make accounts.");
     }
-
     void failureCarriesTheServersWords()
     {
-        QFETCH(QString, answer);
-        QFETCH(QString, code);
-        QFETCH(QString, text);
+        const auto [answer, code, text] = fetched<QString, QString, QString>();
         auto registration = begun();
         written(registration);
         feed(registration, answer);
         QCOMPARE(written(registration), QString());
         const auto result = registration.takeResult();
         QVERIFY(result);
-        QCOMPARE(xml::attribute(result->root(), "id"), QString("VRX_new"));
+        QCOMPARE(xml::attribute(result->root(), "id"), "VRX_new");
         const auto error = result->IqFields().Document().select_node("//iq/error").node();
         QCOMPARE(xml::attribute(error, "code"), code);
         QCOMPARE(xml::text(error), text);
@@ -140,7 +117,7 @@ private slots:
     {
         auto registration = begun(false);
         QCOMPARE(written(registration), QString());
-        QCOMPARE(xml::attribute(registration.takeResult()->root(), "type"), QString("error"));
+        QCOMPARE(xml::attribute(registration.takeResult()->root(), "type"), "error");
     }
 
     void whatDoesNotFitIsIgnored()
@@ -159,7 +136,7 @@ private slots:
         auto registration = begun();
         registration.fail("Gone.");
         registration.fail("Gone again.");
-        QCOMPARE(xml::text(registration.takeResult()->root()), QString("Gone."));
+        QCOMPARE(xml::text(registration.takeResult()->root()), "Gone.");
         QVERIFY(!registration.takeResult());
     }
 };

@@ -2,91 +2,75 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
+using namespace Qt::StringLiterals;
 using Event = StreamParser::Event;
-
 const QByteArray head = "<?xml version='1.0' encoding='UTF-8'?>\n<stream:stream xmlns='jabber:client' id='7' "
                         "from='a.example' xmlns:stream='http://etherx.jabber.org/streams' version='1.0'>";
-
-// What a parser made of some bytes.
-struct Seen {
-    QStringList elements;
-    bool closed = false;
-    QByteArray condition;
-    bool operator==(const Seen&) const = default;
-};
-
-void drain(StreamParser& parser, Seen& seen)
-{
-    for (auto event = parser.next(); event != Event::None; event = parser.next()) {
-        if (event == Event::Element)
-            seen.elements += parser.takeElement()->Xml();
-        seen.closed = event == Event::Closed;
-        if (event == Event::Broken)
-            seen.condition = parser.fault().condition;
-        if (event == Event::Closed || event == Event::Broken)
-            return;
-    }
-}
-
-Seen parsed(const QList<QByteArray>& pieces)
-{
-    StreamParser parser;
-    Seen seen;
-    for (const auto& piece : pieces) {
-        parser.feed(piece);
-        drain(parser, seen);
-    }
-    return seen;
-}
-
-QList<QByteArray> inPieces(const QByteArray& bytes, qsizetype size)
-{
-    QList<QByteArray> pieces;
-    for (qsizetype at = 0; at < bytes.size(); at += size)
-        pieces += bytes.mid(at, size);
-    return pieces;
-}
-
-QByteArray nested(int depth)
-{
-    return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
-}
-
-} // namespace
 
 class StreamParserTest : public QObject
 {
     Q_OBJECT
 
+    // What a parser made of some bytes.
+    struct Seen {
+        QStringList elements;
+        bool closed = false;
+        QByteArray condition;
+        bool operator==(const Seen&) const = default;
+    };
+    static void feed(StreamParser& parser, const QByteArray& bytes, Seen& seen)
+    {
+        parser.feed(bytes);
+        for (auto event = parser.next(); event != Event::None; event = parser.next()) {
+            if (event == Event::Element)
+                seen.elements += parser.takeElement()->Xml();
+            seen.closed = event == Event::Closed;
+            if (event == Event::Broken)
+                seen.condition = parser.fault().condition;
+            if (event == Event::Closed || event == Event::Broken)
+                return;
+        }
+    }
+    static Seen parsed(const QList<QByteArray>& pieces)
+    {
+        StreamParser parser;
+        Seen seen;
+        for (const auto& piece : pieces)
+            feed(parser, piece, seen);
+        return seen;
+    }
+    static QList<QByteArray> inPieces(const QByteArray& bytes, qsizetype size)
+    {
+        QList<QByteArray> pieces;
+        for (qsizetype at = 0; at < bytes.size(); at += size)
+            pieces += bytes.mid(at, size);
+        return pieces;
+    }
+    static QByteArray nested(int depth)
+    {
+        return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
+    }
+
 private slots:
     void splitAnywhereGivesTheSame_data()
     {
         columns<QByteArray, QString>("stanza", "expected");
-        row("attributes and text", QByteArray("<message to='a' from=\"b'c\"><body>x y</body></message>"),
+        row("attributes and text", "<message to='a' from=\"b'c\"><body>x y</body></message>"_ba,
             "<message to=\"a\" from=\"b'c\"><body>x y</body></message>");
-        row("entities",
-            QByteArray("<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body>"
-                       "</message>"),
+        row("entities", "<message a='&lt;&quot;'><body>&amp;&lt;&gt;&apos;&#x20AC;&#65;</body></message>"_ba,
             "<message a=\"&lt;&quot;\"><body>&amp;&lt;&gt;'€A</body></message>");
-        row("many bytes a character", QByteArray("<message n='ü'><body>é€😀</body></message>"),
+        row("many bytes a character", "<message n='ü'><body>é€😀</body></message>"_ba,
             "<message n=\"ü\"><body>é€😀</body></message>");
-        row("cdata", QByteArray("<message><body>a<![CDATA[<b>]]&]]>c</body></message>"),
+        row("cdata", "<message><body>a<![CDATA[<b>]]&]]>c</body></message>"_ba,
             "<message><body>a&lt;b&gt;]]&amp;c</body></message>");
-        row("mixed content", QByteArray("<message>a<b/> <c>d</c>\r\ne</message>"),
+        row("mixed content", "<message>a<b/> <c>d</c>\r\ne</message>"_ba,
             "<message>a<b/> <c>d</c>\ne</message>");
-        row("prefix", QByteArray("<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"),
+        row("prefix", "<x:iq xmlns:x='jabber:client' type='get'><q xmlns='u:q'/></x:iq>"_ba,
             "<iq type=\"get\"><q xmlns=\"u:q\"/></iq>");
     }
-
     void splitAnywhereGivesTheSame()
     {
-        QFETCH(QByteArray, stanza);
-        QFETCH(QString, expected);
+        const auto [stanza, expected] = fetched<QByteArray, QString>();
         const QByteArray all = head + stanza + " <presence/></stream:stream>";
         const Seen whole{{expected, "<presence/>"}, true, {}};
         QCOMPARE(parsed({all}).elements, whole.elements);
@@ -112,26 +96,22 @@ private slots:
     {
         columns<QByteArray, QString>("wire", "expected");
         row("default namespace said again",
-            QByteArray("<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>"),
+            "<iq xmlns='jabber:client'><query xmlns='jabber:iq:auth'><username/></query></iq>"_ba,
             "<iq><query xmlns=\"jabber:iq:auth\"><username/></query></iq>");
         row("stream's own element",
-            QByteArray("<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"),
+            "<stream:features><starttls xmlns='urn:tls'><required/></starttls></stream:features>"_ba,
             "<features xmlns=\"http://etherx.jabber.org/streams\"><starttls "
-            "xmlns=\"urn:tls\"><required/></starttls>"
-            "</features>");
+            "xmlns=\"urn:tls\"><required/></starttls></features>");
         row("child back in the client's namespace",
-            QByteArray("<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"),
+            "<message><f xmlns='u:f'><message xmlns='jabber:client'/></f></message>"_ba,
             "<message><f xmlns=\"u:f\"><message xmlns=\"jabber:client\"/></f></message>");
-        row("no namespace", QByteArray("<iq><q xmlns=''/></iq>"), "<iq><q xmlns=\"\"/></iq>");
-        row("attributes of others are not ours",
-            QByteArray("<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"),
+        row("no namespace", "<iq><q xmlns=''/></iq>"_ba, "<iq><q xmlns=\"\"/></iq>");
+        row("attributes of others are not ours", "<iq xmlns:e='u:e' e:from='evil' id='1' xml:lang='de'/>"_ba,
             "<iq id=\"1\" xml:lang=\"de\"/>");
     }
-
     void normalises()
     {
-        QFETCH(QByteArray, wire);
-        QFETCH(QString, expected);
+        const auto [wire, expected] = fetched<QByteArray, QString>();
         QCOMPARE(parsed({head + wire}).elements, QStringList{expected});
     }
 
@@ -158,12 +138,12 @@ private slots:
         row("an overlong form", head + "<message>\xC0\xAF</message>", malformed);
         row("a surrogate", head + "<message>\xED\xA0\x80</message>", malformed);
         row("a control character", head + "<message>&#1;</message>", malformed);
-        row("UTF-16", QByteArray("<\0?\0x\0m\0l\0", 10), malformed);
-        row("another encoding", QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a/>"),
-            QByteArray("unsupported-encoding"));
-        row("no XML", QByteArray("SSH-2.0-OpenSSH_9.2\r\n"), malformed);
-        row("no stream", QByteArray("<html><body/></html>"), QByteArray("invalid-namespace"));
-        row("text between stanzas", head + "<presence/>hello<presence/>", QByteArray("bad-format"));
+        row("UTF-16", "<\0?\0x\0m\0l\0"_ba, malformed);
+        row("another encoding", "<?xml version='1.0' encoding='ISO-8859-1'?><a/>"_ba,
+            "unsupported-encoding"_ba);
+        row("no XML", "SSH-2.0-OpenSSH_9.2\r\n"_ba, malformed);
+        row("no stream", "<html><body/></html>"_ba, "invalid-namespace"_ba);
+        row("text between stanzas", head + "<presence/>hello<presence/>", "bad-format"_ba);
         row("65 deep", head + nested(65), limit);
         row("10,000 deep", head + nested(10'000), limit);
         QByteArray crowded = "<a";
@@ -173,11 +153,9 @@ private slots:
         row("1,000 attributes", head + crowded, limit);
         row("300,000 elements", head + "<a>" + QByteArray("<b/>").repeated(300'000), limit);
     }
-
     void breachesEndTheStream()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, condition);
+        const auto [bytes, condition] = fetched<QByteArray, QByteArray>();
         for (const qsizetype size : {qsizetype(16'384), bytes.size() / 1'000 + 1}) {
             const auto seen = parsed(inPieces(bytes, size));
             QCOMPARE(seen.condition, condition);
@@ -198,26 +176,21 @@ private slots:
     void anEndlessStanzaIsRefusedWhileItArrives_data()
     {
         columns<QByteArray, QByteArray>("beginning", "filling");
-        row("text", QByteArray("<message><body>"), QByteArray(16'000, 'x'));
-        row("attribute", QByteArray("<message a='"), QByteArray(16'000, 'x'));
-        row("cdata", QByteArray("<message><![CDATA["), QByteArray(16'000, 'x'));
-        row("elements", QByteArray("<message>"), QByteArray("<body>xxxxxxx</body>").repeated(800));
+        row("text", "<message><body>"_ba, QByteArray(16'000, 'x'));
+        row("attribute", "<message a='"_ba, QByteArray(16'000, 'x'));
+        row("cdata", "<message><![CDATA["_ba, QByteArray(16'000, 'x'));
+        row("elements", "<message>"_ba, QByteArray("<body>xxxxxxx</body>").repeated(800));
     }
-
     void anEndlessStanzaIsRefusedWhileItArrives()
     {
-        QFETCH(QByteArray, beginning);
-        QFETCH(QByteArray, filling);
+        const auto [beginning, filling] = fetched<QByteArray, QByteArray>();
         StreamParser parser;
         Seen seen;
-        parser.feed(head + "<presence/>" + beginning);
-        drain(parser, seen);
+        feed(parser, head + "<presence/>" + beginning, seen);
         qsizetype fed = 0;
-        for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size()) {
-            parser.feed(filling);
-            drain(parser, seen);
-        }
-        QCOMPARE(seen.condition, QByteArray("policy-violation"));
+        for (; fed < 10 * 1024 * 1024 && seen.condition.isEmpty(); fed += filling.size())
+            feed(parser, filling, seen);
+        QCOMPARE(seen.condition, "policy-violation");
         QCOMPARE(seen.elements, QStringList{"<presence/>"});
         QVERIFY(fed < 5 * 1024 * 1024);
     }
@@ -231,12 +204,7 @@ private slots:
                      QByteArray::number(i % 50) + "</group></item>";
         const QByteArray roster =
             "<iq type='result'><query xmlns='jabber:iq:roster'>" + items + "</query></iq>";
-        StreamParser parser;
-        Seen seen;
-        for (const auto& piece : inPieces(head + roster + roster, 16'384)) {
-            parser.feed(piece);
-            drain(parser, seen);
-        }
+        const auto seen = parsed(inPieces(head + roster + roster, 16'384));
         QCOMPARE(seen.elements.size(), 2);
         QCOMPARE(seen.elements.last().count("<group>"), 10'000);
     }
@@ -245,8 +213,7 @@ private slots:
     {
         StreamParser parser;
         Seen seen;
-        parser.feed(head + "<success xmlns='urn:sasl'/><mess");
-        drain(parser, seen);
+        feed(parser, head + "<success xmlns='urn:sasl'/><mess", seen);
         parser.reset();
         parser.feed(QByteArray(head).replace("id='7'", "id='8'").replace("version='1.0'>", "version='0.9'>"));
         QCOMPARE(parser.next(), Event::Opened);

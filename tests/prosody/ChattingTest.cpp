@@ -1,30 +1,21 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
+#include "engine/Xml.h"
 #include "prosody/ProsodyFixture.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
-
-#include <QPlainTextEdit>
-#include <QStatusBar>
-
-namespace
-{
-
-const QString chatStates = QStringLiteral("http://jabber.org/protocol/chatstates");
-
-bool isTyping(const Stanza& stanza)
-{
-    const auto state = stanza.root().child("composing");
-    return stanza.kind() == Stanza::Kind::Message && state &&
-           state.attribute("xmlns").value() == chatStates && !stanza.root().child("body");
-}
-
-} // namespace
 
 // Two friends, one at this client and one at another program.
 class ChattingTest : public QObject
 {
     Q_OBJECT
+
+    static bool isTyping(const Stanza& stanza)
+    {
+        const auto state = stanza.root().child("composing");
+        return stanza.kind() == Stanza::Kind::Message && state &&
+               xml::attribute(state, "xmlns") == "http://jabber.org/protocol/chatstates" &&
+               !stanza.root().child("body");
+    }
 
     ProsodyServer server_;
 
@@ -45,86 +36,74 @@ private slots:
         QCOMPARE(f.row(f.peer)->text, "Juliet");
         QCOMPARE(f.row(f.peer)->parent->text, "Verona & <co>");
         QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, "Offline");
-        {
-            SlixmppPeer juliet(server_, "juliet", "rose");
-            QVERIFY(f.isOnline(juliet));
-            QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
-            QTRY_VERIFY(f.seesPeer());
-            juliet.tell("presence", {{"show", "dnd"}, {"status", "at <church> & \"home\" 💒"}});
-            QTRY_COMPARE(f.live.client.MyRoster.record(f.peer)->StatusMsg, "at <church> & \"home\" 💒");
-            QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, "dnd");
+        QVERIFY(f.startJuliet());
+        QTRY_VERIFY(f.juliet->heardPresence(f.own, QString()));
+        QTRY_VERIFY(f.seesPeer());
+        f.juliet->tell("presence", {{"show", "dnd"}, {"status", "at <church> & \"home\" 💒"}});
+        QTRY_COMPARE(f.live.client.MyRoster.record(f.peer)->StatusMsg, "at <church> & \"home\" 💒");
+        QCOMPARE(f.live.client.MyRoster.record(f.peer)->Status, "dnd");
 
-            ui::choose(f.live.rosterForm(), "mRosterSAway");
-            QTRY_VERIFY(juliet.heard([](const Stanza& stanza) {
-                return stanza.kind() == Stanza::Kind::Presence && stanza.PresenceFields().Show() == u"away" &&
-                       !stanza.PresenceFields().Status().isEmpty();
-            }));
-        }
+        ui::choose(f.live.rosterForm(), "mRosterSAway");
+        QTRY_VERIFY(f.juliet->heard([](const Stanza& stanza) {
+            return stanza.kind() == Stanza::Kind::Presence && stanza.PresenceFields().Show() == u"away" &&
+                   !stanza.PresenceFields().Status().isEmpty();
+        }));
+        f.juliet.reset();
         QTRY_VERIFY(!f.seesPeer());
         QVERIFY(f.row(f.peer));
     }
 
-    void messagesBothWays_data()
-    {
-        columns<QString>("text");
-        row("plain", "What light through yonder window breaks?");
-        row("markup", "<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;");
-        row("emoji", "🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית");
-    }
-
     void messagesBothWays()
     {
-        QFETCH(QString, text);
-        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
-        QVERIFY(f.signIn());
-        QVERIFY(f.isOnline(juliet));
+        QVERIFY(f.signInBoth());
         auto* window = f.open(f.peer);
         QVERIFY(window);
-        f.typeInto(*window, text);
-        QTRY_VERIFY(juliet.heard(isTyping));
-        QVERIFY(!juliet.heardBody(text));
-        ui::click(window, "cmdSend");
-        QTRY_VERIFY(juliet.heardBody(text));
-        QCOMPARE(f.transcript(*window).count(text), 1);
+        for (const QString text :
+             {"What light through yonder window breaks?", "<b>a & b</b> \"quoted\" 'so' ]]> &amp; &#65;",
+              "🌹 👩‍❤️‍👨 ♥ ü ß 中文 עברית"}) {
+            f.juliet->forget();
+            f.typeInto(*window, text);
+            QTRY_VERIFY(f.juliet->heard(isTyping));
+            QVERIFY(!f.juliet->heardBody(text));
+            ui::click(window, "cmdSend");
+            QTRY_VERIFY(f.juliet->heardBody(text));
+            QCOMPARE(f.transcript(*window).count(text), 1);
 
-        juliet.say(f.own, text);
-        QTRY_COMPARE(f.transcript(*window).count(text), 2);
-        QVERIFY(f.live.world.boxes.shown.isEmpty());
+            f.juliet->say(f.own, text);
+            QTRY_COMPARE(f.transcript(*window).count(text), 2);
+            QVERIFY(f.live.world.boxes.shown.isEmpty());
+        }
     }
 
     void typingIsShown()
     {
-        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
-        QVERIFY(f.signIn());
-        QVERIFY(f.isOnline(juliet));
+        QVERIFY(f.signInBoth());
         auto* window = f.open(f.peer);
         QVERIFY(window);
         // Her presence tells that the server knows of ours: a typing notice to nobody is dropped.
         QTRY_VERIFY(f.seesPeer());
         const QString before = f.transcript(*window);
         auto* panel = ui::find<QStatusBar>(window, "StatusBar1");
-        juliet.tell("typing", {{"to", f.own}});
+        f.juliet->tell("typing", {{"to", f.own}});
         QTRY_VERIFY(panel->currentMessage().contains("typing"));
         QCOMPARE(f.transcript(*window), before);
-        juliet.say(f.own, "Ay me!");
+        f.juliet->say(f.own, "Ay me!");
         QTRY_VERIFY(f.transcript(*window).contains("Ay me!"));
         QVERIFY(!panel->currentMessage().contains("typing"));
     }
 
     void messagesSentMeanwhileComeAtTheNextSignIn()
     {
-        SlixmppPeer juliet(server_, "juliet", "rose");
         ProsodyFixture f(server_);
-        QVERIFY(f.signIn());
-        QVERIFY(f.isOnline(juliet));
+        QVERIFY(f.signInBoth());
         QVERIFY(f.signOut());
-        QTRY_VERIFY(juliet.heardPresence(f.own, "unavailable"));
-        juliet.forget();
-        juliet.say(f.own, "Good morrow");
+        QTRY_VERIFY(f.juliet->heardPresence(f.own, "unavailable"));
+        f.juliet->forget();
+        f.juliet->say(f.own, "Good morrow");
         QVERIFY(f.signIn());
-        QTRY_VERIFY(juliet.heardPresence(f.own, QString()));
+        QTRY_VERIFY(f.juliet->heardPresence(f.own, QString()));
         QTRY_VERIFY(f.seesPeer());
         QTRY_VERIFY(f.visible("MessageForm"));
         QVERIFY(f.transcript(*f.visible("MessageForm")).contains("Good morrow"));

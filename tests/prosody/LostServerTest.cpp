@@ -4,8 +4,6 @@
 #include "session/forms/SignInForm.h"
 #include "support/TestRunner.h"
 
-#include <QPlainTextEdit>
-
 // The server goes away under an open conversation, and comes back.
 class LostServerTest : public QObject
 {
@@ -38,8 +36,7 @@ private slots:
         QVERIFY(!f.visible("MessageForm"));
 
         QVERIFY2(server.start(), qPrintable(server.problem()));
-        SlixmppPeer juliet(server, "juliet", "rose");
-        QVERIFY(f.isOnline(juliet));
+        QVERIFY(f.startJuliet());
         ui::choose(main, "Toolbar1Button1");
         QTRY_VERIFY(f.live.ui->windows.session.signIn().isVisible());
         QVERIFY(f.signIn());
@@ -48,8 +45,8 @@ private slots:
         QVERIFY(window);
         QCOMPARE(ui::find<QPlainTextEdit>(window, "txtMsg")->toPlainText(), unsent);
         ui::click(window, "cmdSend");
-        QTRY_VERIFY(juliet.heardBody(unsent));
-        juliet.say(f.own, "He speaks");
+        QTRY_VERIFY(f.juliet->heardBody(unsent));
+        f.juliet->say(f.own, "He speaks");
         QTRY_VERIFY(f.transcript(*window).contains("He speaks"));
     }
 

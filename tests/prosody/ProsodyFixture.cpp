@@ -4,15 +4,7 @@
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
 
-#include <QPlainTextEdit>
-#include <QTest>
-
-namespace
-{
-
-constexpr int patienceMs = 20'000;
-
-}
+static constexpr int patienceMs = 20'000;
 
 ProsodyFixture::ProsodyFixture(ProsodyServer& to)
     : server(to), live([&to](SettingsStore& store) { store.pinCertificate("localhost", to.fingerprint()); })
@@ -34,11 +26,12 @@ bool ProsodyFixture::signOut()
     });
 }
 
-bool ProsodyFixture::isOnline(SlixmppPeer& peer)
+bool ProsodyFixture::startJuliet()
 {
-    const bool online = QTest::qWaitFor([&peer] { return peer.isOnline(); }, patienceMs);
+    juliet = std::make_unique<SlixmppPeer>(server, "juliet", "rose");
+    const bool online = QTest::qWaitFor([this] { return juliet->isOnline(); }, patienceMs);
     if (!online)
-        qWarning("%s", peer.problem().constData());
+        qWarning("%s", juliet->problem().constData());
     return online;
 }
 
@@ -57,17 +50,6 @@ Form* ProsodyFixture::visible(const char* name)
             return form;
     }
     return nullptr;
-}
-
-QString ProsodyFixture::transcript(const Form& window, const char* name)
-{
-    return ui::find<QPlainTextEdit>(&window, name)->toPlainText();
-}
-
-void ProsodyFixture::typeInto(const Form& window, const QString& text)
-{
-    auto* entry = ui::find<QPlainTextEdit>(&window, "txtMsg");
-    entry->insertPlainText(text); // an emoji is no key
 }
 
 bool ProsodyFixture::seesPeer() const

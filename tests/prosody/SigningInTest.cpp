@@ -5,51 +5,41 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QTimer>
-
-namespace
-{
-
-// The person before the certificate question: clicks the buttons in order, and refuses when there are no
-// more.
-class CertificateReader : public QObject
-{
-public:
-    explicit CertificateReader(QList<const char*> clicks) : clicks_(std::move(clicks))
-    {
-        connect(&watch_, &QTimer::timeout, this, &CertificateReader::look);
-        watch_.start(5);
-    }
-
-    QStringList fingerprints; // as they were shown, without the line end
-
-private:
-    void look()
-    {
-        auto* dialog = QApplication::activeModalWidget();
-        if (!dialog || dialog->objectName() != QLatin1String("CertificateForm"))
-            return;
-        fingerprints += ui::find<QLabel>(dialog, "lblFingerprint")->text().replace(u'\n', u':');
-        ui::click(dialog, clicks_.isEmpty() ? "cmdRefuse" : clicks_.takeFirst());
-    }
-
-    QList<const char*> clicks_;
-    QTimer watch_;
-};
-
-QString shown(const QByteArray& sha256)
-{
-    return QString::fromLatin1(sha256.toHex(':')).toUpper();
-}
-
-} // namespace
-
 // The ways into a server as it is shipped today: encryption required, SCRAM, a certificate nobody knows.
 class SigningInTest : public QObject
 {
     Q_OBJECT
+
+    // The person before the certificate question: clicks the buttons in order, and refuses when there are no
+    // more.
+    class CertificateReader : public QObject
+    {
+    public:
+        explicit CertificateReader(QList<const char*> clicks) : clicks_(std::move(clicks))
+        {
+            connect(&watch_, &QTimer::timeout, this, &CertificateReader::look);
+            watch_.start(5);
+        }
+
+        QStringList fingerprints; // as they were shown, without the line end
+
+    private:
+        void look()
+        {
+            auto* dialog = QApplication::activeModalWidget();
+            if (!dialog || dialog->objectName() != QLatin1String("CertificateForm"))
+                return;
+            fingerprints += ui::find<QLabel>(dialog, "lblFingerprint")->text().replace(u'\n', u':');
+            ui::click(dialog, clicks_.isEmpty() ? "cmdRefuse" : clicks_.takeFirst());
+        }
+
+        QList<const char*> clicks_;
+        QTimer watch_;
+    };
+    static QString shown(const QByteArray& sha256)
+    {
+        return QString::fromLatin1(sha256.toHex(':')).toUpper();
+    }
 
     using Answer = MessageBoxes::Answer;
     ProsodyServer server_;
@@ -68,15 +58,20 @@ private slots:
 
     void refusedCertificateEndsTheAttempt()
     {
-        CertificateReader reader({"cmdRefuse"});
-        LiveClient live;
-        live.signIn(server_.address());
-        QTRY_COMPARE(reader.fingerprints, QStringList{shown(server_.fingerprint())});
-        QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
-        QVERIFY(!live.client.isConnected());
-        ui::click(live.form("LoggingInForm"), "Command1");
-        QTRY_VERIFY(live.ui->windows.session.signIn().isVisible());
-        QCOMPARE(reader.fingerprints.size(), 1);
+        for (const bool anotherIsPinned : {false, true}) {
+            CertificateReader reader({"cmdRefuse"});
+            LiveClient live([&](SettingsStore& store) {
+                if (anotherIsPinned)
+                    store.pinCertificate("localhost", QByteArray(32, 'x'));
+            });
+            live.signIn(server_.address());
+            QTRY_COMPARE(reader.fingerprints, QStringList{shown(server_.fingerprint())});
+            QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
+            QVERIFY(!live.client.isConnected());
+            ui::click(live.form("LoggingInForm"), "Command1");
+            QTRY_VERIFY(live.ui->windows.session.signIn().isVisible());
+            QCOMPARE(reader.fingerprints.size(), 1);
+        }
     }
 
     void acceptedCertificateIsAskedForAgainUnlessPinned_data()
@@ -85,11 +80,9 @@ private slots:
         row("once", QList{"cmdOnce", "cmdOnce"}, false);
         row("for always", QList{"cmdAlways"}, true);
     }
-
     void acceptedCertificateIsAskedForAgainUnlessPinned()
     {
-        QFETCH(QList<const char*>, clicks);
-        QFETCH(bool, pinned);
+        const auto [clicks, pinned] = fetched<QList<const char*>, bool>();
         CertificateReader reader(clicks);
         LiveClient live;
         live.signIn(server_.address());
@@ -103,37 +96,21 @@ private slots:
         QCOMPARE(reader.fingerprints.size(), clicks.size());
     }
 
-    void anotherCertificateThanThePinnedOneIsAskedFor()
-    {
-        CertificateReader reader({});
-        LiveClient live([](SettingsStore& store) { store.pinCertificate("localhost", QByteArray(32, 'x')); });
-        live.signIn(server_.address());
-        QTRY_COMPARE(reader.fingerprints.size(), 1);
-        QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
-        QVERIFY(!live.client.isConnected());
-    }
-
-    void firstTimeYesMakesTheAccount_data()
-    {
-        columns<QString, QString>("name", "password");
-        row("plain", "mercutio", "jest");
-        row("special", "tybalt", "<king> & \"cats\"");
-    }
-
     void firstTimeYesMakesTheAccount()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, password);
-        // Of the three streams that this takes only the first one asks.
-        CertificateReader reader({"cmdOnce"});
-        LiveClient live;
-        live.world.boxes.answers = {Answer::Yes};
-        live.signIn(server_.address(), name, password);
-        QVERIFY(isOnline(live));
-        QCOMPARE(live.world.boxes.shown.size(), 1);
-        QCOMPARE(live.world.boxes.shown.first().title, "Information");
-        QVERIFY(server_.hasAccount(name));
-        QCOMPARE(reader.fingerprints.size(), 1);
+        for (const auto& [name, password] :
+             {std::pair<QString, QString>("mercutio", "jest"), {"tybalt", "<king> & \"cats\""}}) {
+            // Of the three streams that this takes only the first one asks.
+            CertificateReader reader({"cmdOnce"});
+            LiveClient live;
+            live.world.boxes.answers = {Answer::Yes};
+            live.signIn(server_.address(), name, password);
+            QVERIFY(isOnline(live));
+            QCOMPARE(live.world.boxes.shown.size(), 1);
+            QCOMPARE(live.world.boxes.shown.first().title, "Information");
+            QVERIFY(server_.hasAccount(name));
+            QCOMPARE(reader.fingerprints.size(), 1);
+        }
     }
 
     void firstTimeYesForATakenNameSaysWhy()

@@ -32,16 +32,6 @@ void SlixmppPeer::tell(const char* command, QJsonObject arguments)
     process_.write(QJsonDocument(arguments).toJson(QJsonDocument::Compact) + '\n');
 }
 
-void SlixmppPeer::say(const QString& to, const QString& body)
-{
-    tell("send", {{"to", to}, {"body", body}});
-}
-
-void SlixmppPeer::presence(const QString& to, const QString& type)
-{
-    tell("presence", {{"to", to}, {"type", type}});
-}
-
 const Stanza* SlixmppPeer::latest(const Test& test) const
 {
     for (auto stanza = stanzas_.rbegin(); stanza != stanzas_.rend(); ++stanza) {

@@ -29,8 +29,8 @@ public:
 
     // One command of peer.py.
     void tell(const char* command, QJsonObject arguments = {});
-    void say(const QString& to, const QString& body);
-    void presence(const QString& to, const QString& type);
+    void say(const QString& to, const QString& body) { tell("send", {{"to", to}, {"body", body}}); }
+    void presence(const QString& to, const QString& type) { tell("presence", {{"to", to}, {"type", type}}); }
 
     // The latest stanza that came in and passes, or null.
     const Stanza* latest(const Test& test) const;

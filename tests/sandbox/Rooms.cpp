@@ -1,14 +1,10 @@
 #include "Peer.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-using sandbox::SandboxServer;
-
 class Rooms : public QObject
 {
     Q_OBJECT
-    SandboxServer* server_ = nullptr;
+    std::unique_ptr<sandbox::SandboxServer> server_;
 
     static QByteArray to(const QByteArray& room) { return "to=\"" + room + "@conference.im.test\""; }
     static QByteArray question(const QByteArray& room)
@@ -32,26 +28,24 @@ class Rooms : public QObject
 private slots:
     void init()
     {
-        server_ = new SandboxServer;
+        server_ = std::make_unique<sandbox::SandboxServer>();
         server_->world().addAccount("romeo", "secret");
         server_->world().addAccount("juliet", "secret");
         server_->world().addRoom("garden", "The Garden").seat("Nils");
         QVERIFY(server_->listen());
     }
-    void cleanup() { delete server_; }
 
-    void roomTellsItsName()
+    void roomTellsItsNameAndWantsOne()
     {
-        Peer peer(*server_);
-        QVERIFY(peer.appear("romeo"));
+        OnlinePeer peer(*server_, "romeo");
         QVERIFY(peer.ask(question("garden")).contains("<name>The Garden</name><nick/>"));
         QVERIFY(peer.ask(question("attic")).contains("<error code=\"404\">"));
+        QVERIFY(peer.ask(entry("")).contains("<error code=\"406\">"));
     }
 
     void othersComeBeforeTheOwnEntry()
     {
-        Peer peer(*server_);
-        QVERIFY(peer.appear("romeo"));
+        OnlinePeer peer(*server_, "romeo");
         const QByteArray got = peer.ask(entry("R &amp; M"));
         const auto nils = got.indexOf("<user jid=\"garden@conference.im.test/nils\" name=\"Nils\"/>");
         const auto nilsPresence = got.indexOf("<presence from=\"garden@conference.im.test/nils\"");
@@ -65,20 +59,17 @@ private slots:
 
     void membersTalkChangeAndLeave()
     {
-        Peer romeo(*server_), juliet(*server_);
-        QVERIFY(romeo.appear("romeo"));
-        QVERIFY(juliet.appear("juliet"));
+        OnlinePeer romeo(*server_, "romeo"), juliet(*server_, "juliet");
         const QByteArray id = idIn(romeo.ask(entry("Romeo")));
         QVERIFY(juliet.ask(entry("Romeo")).contains("<error code=\"409\">"));
         const QByteArray hers = idIn(juliet.ask(entry("Juliet")));
         QVERIFY(romeo.news().contains("<user jid=\"" + hers + "\" name=\"Juliet\"/>"));
 
-        const QByteArray said =
-            romeo.ask("<message " + to("garden") +
-                      " type=\"GroupChat\"><subject>S</subject><body>/me waves &lt;</body></message>");
-        const QByteArray line =
-            "type=\"groupchat\" to=\"romeo@im.test/Desk\"><subject>S</subject><body>/me waves &lt;</body>";
-        QVERIFY2(said.contains("<message from=\"" + id + "\" " + line), said);
+        const QByteArray line = "<subject>S</subject><body>/me waves &lt;</body>";
+        const auto said = romeo.ask("<message " + to("garden") + " type='GroupChat'>" + line + "</message>");
+        QVERIFY2(said.contains("<message from=\"" + id + "\" type=\"groupchat\" to=\"romeo@im.test/Desk\">" +
+                               line),
+                 said);
         QVERIFY(juliet.news().contains("<body>/me waves &lt;</body>"));
 
         romeo.ask("<presence " + to("garden") + "><show>away</show></presence>");
@@ -99,15 +90,12 @@ private slots:
         QVERIFY2(left.endsWith(gone + "</query></iq>"), left);
         QVERIFY(juliet.news().contains(gone));
         QVERIFY(romeo.ask("<presence " + to("garden") + " type=\"unavailable\"/>").isEmpty());
-        QVERIFY(romeo.ask("<message " + to("garden") + " type=\"groupchat\"><body>x</body></message>")
-                    .contains("code=\"404\""));
+        QVERIFY(romeo.ask("<message " + to("garden") + " type='groupchat'/>").contains("code=\"404\""));
     }
 
     void lostConnectionLeaves()
     {
-        Peer romeo(*server_), juliet(*server_);
-        QVERIFY(romeo.appear("romeo"));
-        QVERIFY(juliet.appear("juliet"));
+        OnlinePeer romeo(*server_, "romeo"), juliet(*server_, "juliet");
         const QByteArray id = idIn(romeo.ask(entry("Romeo")));
         juliet.ask(entry("Juliet"));
         romeo.socket.abort();
@@ -116,8 +104,7 @@ private slots:
 
     void madeRoomLivesWhileItIsUsed()
     {
-        Peer peer(*server_);
-        QVERIFY(peer.appear("romeo"));
+        OnlinePeer peer(*server_, "romeo");
         QVERIFY(peer.ask(entry("Romeo", "attic")).contains("id=\"VRX_CONF_DATA\""));
         QVERIFY(peer.ask(question("attic")).contains("<name>attic</name>"));
         peer.ask("<presence " + to("attic") + " type=\"unavailable\"/>");
@@ -125,13 +112,6 @@ private slots:
         peer.ask(entry("Romeo"));
         peer.ask("<presence " + to("garden") + " type=\"unavailable\"/>");
         QVERIFY(peer.ask(question("garden")).contains("The Garden"));
-    }
-
-    void entryNeedsANick()
-    {
-        Peer peer(*server_);
-        QVERIFY(peer.appear("romeo"));
-        QVERIFY(peer.ask(entry("")).contains("<error code=\"406\">"));
     }
 };
 

@@ -2,24 +2,24 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QCryptographicHash>
-#include <QTest>
-
-using sandbox::SandboxServer;
-
 class SigningIn : public QObject
 {
     Q_OBJECT
-    SandboxServer* server_ = nullptr;
+    std::unique_ptr<sandbox::SandboxServer> server_;
+
+    static QByteArray query(const QString& what, const QString& fields, const QString& to = {})
+    {
+        const QString iq = "<iq type='set' id='a'%1><query xmlns='jabber:iq:%2'>%3</query></iq>";
+        return iq.arg(to, what, fields).toUtf8();
+    }
 
 private slots:
     void init()
     {
-        server_ = new SandboxServer;
+        server_ = std::make_unique<sandbox::SandboxServer>();
         server_->world().addAccount("romeo", "secret");
         QVERIFY(server_->listen());
     }
-    void cleanup() { delete server_; }
 
     void headerHasNoVersionAndTheClientsNameForTheHost()
     {
@@ -31,34 +31,28 @@ private slots:
 
     void passwordDecides_data()
     {
-        columns<QByteArray, QByteArray>("fields", "answer");
-        const QByteArray good = "<username>romeo</username><resource>Desk</resource>";
-        row("plain", good + "<password>secret</password>", QByteArray("<iq type=\"result\" id=\"a\"/>"));
-        row("digest", good + "<digest>DIGEST</digest>", QByteArray("<iq type=\"result\" id=\"a\"/>"));
-        row("wrong digest", good + "<digest>00</digest>", QByteArray("code=\"401\""));
-        row("wrong password", good + "<password>Secret</password>", QByteArray("code=\"401\""));
-        row("none", good, QByteArray("code=\"401\""));
-        row("stranger",
-            QByteArray("<username>tybalt</username><resource>x</resource>"
-                       "<password>secret</password>"),
-            QByteArray("code=\"401\""));
-        row("no resource", QByteArray("<username>romeo</username><password>secret</password>"),
-            QByteArray("code=\"406\""));
+        columns<QString, QString>("fields", "answer");
+        const QString good = "<username>romeo</username><resource>Desk</resource>";
+        row("plain", good + "<password>secret</password>", "<iq type=\"result\" id=\"a\"/>");
+        row("digest", good + "<digest>DIGEST</digest>", "<iq type=\"result\" id=\"a\"/>");
+        row("wrong digest", good + "<digest>00</digest>", "code=\"401\"");
+        row("wrong password", good + "<password>Secret</password>", "code=\"401\"");
+        row("none", good, "code=\"401\"");
+        row("stranger", "<username>tybalt</username><resource>x</resource><password>secret</password>",
+            "code=\"401\"");
+        row("no resource", "<username>romeo</username><password>secret</password>", "code=\"406\"");
     }
     void passwordDecides()
     {
-        QFETCH(QByteArray, fields);
-        QFETCH(QByteArray, answer);
+        auto [fields, answer] = fetched<QString, QString>();
         Peer peer(*server_);
         const QByteArray header = peer.openStream();
         const auto from = header.indexOf(" id=\"") + 5;
-        const QByteArray streamId = header.mid(from, header.indexOf('"', from) - from);
-        fields.replace("DIGEST",
-                       QCryptographicHash::hash(streamId + "secret", QCryptographicHash::Sha1).toHex());
-        const QByteArray got =
-            peer.ask("<iq type=\"set\" id=\"a\"><query xmlns=\"jabber:iq:auth\">" + fields + "</query></iq>");
-        QVERIFY2(got.contains(answer), got);
-        QCOMPARE(got.contains("<iq type=\"error\" id=\"a\"><query xmlns=\"jabber:iq:auth\"/><error code="),
+        const QByteArray secret = header.mid(from, header.indexOf('"', from) - from) + "secret";
+        fields.replace("DIGEST", QCryptographicHash::hash(secret, QCryptographicHash::Sha1).toHex());
+        const QByteArray got = peer.ask(query("auth", fields));
+        QVERIFY2(got.contains(answer.toUtf8()), got);
+        QCOMPARE(got.contains(R"(<iq type="error" id="a"><query xmlns="jabber:iq:auth"/><error code=)"),
                  answer.startsWith("code"));
     }
 
@@ -90,56 +84,47 @@ private slots:
 
     void registers_data()
     {
-        columns<QByteArray, QByteArray, QByteArray>("user", "password", "answer");
-        row("new", QByteArray("a&amp;b"), QByteArray("x&lt;"),
-            QByteArray("<iq type=\"result\" id=\"VRX_new\"/>"));
-        row("taken", QByteArray("romeo"), QByteArray("x"), QByteArray("code=\"409\""));
-        row("no password", QByteArray("paris"), QByteArray(), QByteArray("code=\"406\""));
+        columns<QString, QString, QString>("user", "password", "answer");
+        row("new", "a&amp;b", "x&lt;", "<iq type=\"result\" id=\"a\"/>");
+        row("taken", "romeo", "x", "code=\"409\"");
+        row("no password", "paris", "", "code=\"406\"");
     }
     void registers()
     {
-        QFETCH(QByteArray, user);
-        QFETCH(QByteArray, password);
-        QFETCH(QByteArray, answer);
+        const auto [user, password, answer] = fetched<QString, QString, QString>();
         Peer peer(*server_);
         peer.openStream();
-        const QByteArray got =
-            peer.ask("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>" + user +
-                     "</username><password>" + password + "</password><resource/></query></iq>");
-        QVERIFY2(got.contains(answer), got);
-        QCOMPARE(Peer(*server_).signIn(user, password), answer.contains("result"));
+        const auto got = peer.ask(query("register", "<username>" + user + "</username><password>" + password +
+                                                        "</password><resource/>"));
+        QVERIFY2(got.contains(answer.toUtf8()), got);
+        QCOMPARE(Peer(*server_).signIn(user.toUtf8(), password.toUtf8()), answer.contains("result"));
     }
 
     void changesPasswords_data()
     {
-        columns<bool, QByteArray, QByteArray>("admin", "user", "answer");
-        row("own", false, QByteArray("romeo"), QByteArray("result"));
-        row("another's", false, QByteArray("paris@im.test"), QByteArray("code=\"403\""));
-        row("another's, as administrator", true, QByteArray("paris@im.test"), QByteArray("result"));
-        row("nobody's", true, QByteArray("ghost"), QByteArray("code=\"404\""));
+        columns<bool, QString, QString>("admin", "user", "answer");
+        row("own", false, "romeo", "result");
+        row("another's", false, "paris@im.test", "code=\"403\"");
+        row("another's, as administrator", true, "paris@im.test", "result");
+        row("nobody's", true, "ghost", "code=\"404\"");
     }
     void changesPasswords()
     {
-        QFETCH(bool, admin);
-        QFETCH(QByteArray, user);
-        QFETCH(QByteArray, answer);
+        const auto [admin, user, answer] = fetched<bool, QString, QString>();
         server_->world().addAccount("romeo", "secret", admin);
         server_->world().addAccount("paris", "old");
-        Peer peer(*server_);
-        QVERIFY(peer.signIn("romeo", "secret"));
-        const QByteArray got =
-            peer.ask("<iq type=\"set\" id=\"p\" to=\"im.test\"><query xmlns=\"jabber:iq:register\">"
-                     "<username>" +
-                     user + "</username><password>new</password></query></iq>");
-        QVERIFY2(got.contains(answer), got);
-        QCOMPARE(Peer(*server_).signIn(user.split('@').first(), "new"), answer == "result");
+        OnlinePeer peer(*server_, "romeo");
+        const auto got = peer.ask(
+            query("register", "<username>" + user + "</username><password>new</password>", " to='im.test'"));
+        QVERIFY2(got.contains(answer.toUtf8()), got);
+        QCOMPARE(Peer(*server_).signIn(user.section('@', 0, 0).toUtf8(), "new"), answer == "result");
     }
 
     void removedAccountIsGone()
     {
         Peer peer(*server_);
         QVERIFY(peer.signIn("romeo", "secret"));
-        peer.write("<iq type=\"set\" id=\"u\"><query xmlns=\"jabber:iq:register\"><remove/></query></iq>");
+        peer.write(query("register", "<remove/>"));
         QVERIFY(peer.isClosed());
         QVERIFY(!Peer(*server_).signIn("romeo", "secret"));
     }

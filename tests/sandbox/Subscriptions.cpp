@@ -2,55 +2,46 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-using sandbox::SandboxServer;
-
 class Subscriptions : public QObject
 {
     Q_OBJECT
-    SandboxServer* server_ = nullptr;
+    std::unique_ptr<sandbox::SandboxServer> server_;
 
 private slots:
     void init()
     {
-        server_ = new SandboxServer;
+        server_ = std::make_unique<sandbox::SandboxServer>();
         server_->world().addAccount("romeo", "secret");
         server_->world().addAccount("juliet", "secret");
         QVERIFY(server_->listen());
     }
-    void cleanup() { delete server_; }
 
     void twoPeopleBecomeFriendsAndPart()
     {
-        Peer romeo(*server_), juliet(*server_);
-        QVERIFY(romeo.appear("romeo"));
-        QVERIFY(juliet.appear("juliet"));
+        OnlinePeer romeo(*server_, "romeo"), juliet(*server_, "juliet");
 
-        QVERIFY(romeo.ask("<presence to=\"juliet@im.test\" type=\"subscribe\"/>")
+        QVERIFY(romeo.ask("<presence to='juliet@im.test' type='subscribe'/>")
                     .contains("<item jid=\"juliet@im.test\" subscription=\"none\" ask=\"subscribe\"/>"));
-        QCOMPARE(juliet.news(),
-                 QByteArray("<presence from=\"romeo@im.test\" to=\"juliet@im.test\" type=\"subscribe\"/>"));
+        QCOMPARE(juliet.news(), R"(<presence from="romeo@im.test" to="juliet@im.test" type="subscribe"/>)");
 
-        QVERIFY(juliet.ask("<presence to=\"romeo@im.test\" type=\"subscribed\"/>")
-                    .contains("<item jid=\"romeo@im.test\" subscription=\"from\"/>"));
+        QVERIFY(juliet.ask("<presence to='romeo@im.test' type='subscribed'/>")
+                    .contains(R"(<item jid="romeo@im.test" subscription="from"/>)"));
         const QByteArray granted = romeo.news();
         QVERIFY(granted.contains("type=\"subscribed\""));
-        QVERIFY(granted.contains("<item jid=\"juliet@im.test\" subscription=\"to\"/>"));
+        QVERIFY(granted.contains(R"(<item jid="juliet@im.test" subscription="to"/>)"));
         QVERIFY(granted.endsWith("<presence from=\"juliet@im.test/Desk\" to=\"romeo@im.test\"/>"));
 
-        QVERIFY(juliet.ask("<presence to=\"romeo@im.test\" type=\"unsubscribed\"/>")
-                    .contains("<item jid=\"romeo@im.test\" subscription=\"none\"/>"));
+        QVERIFY(juliet.ask("<presence to='romeo@im.test' type='unsubscribed'/>")
+                    .contains(R"(<item jid="romeo@im.test" subscription="none"/>)"));
         const QByteArray ended = romeo.news();
-        QVERIFY(ended.contains("<item jid=\"juliet@im.test\" subscription=\"none\"/>"));
+        QVERIFY(ended.contains(R"(<item jid="juliet@im.test" subscription="none"/>)"));
         QVERIFY(ended.contains("from=\"juliet@im.test/Desk\" to=\"romeo@im.test\" type=\"unavailable\""));
     }
 
     void requestWaitsForSignInAndIsNoContact()
     {
-        Peer romeo(*server_);
-        QVERIFY(romeo.appear("romeo"));
-        romeo.ask("<presence to=\"juliet@im.test\" type=\"subscribe\"/>");
+        OnlinePeer romeo(*server_, "romeo");
+        romeo.ask("<presence to='juliet@im.test' type='subscribe'/>");
         Peer juliet(*server_);
         QVERIFY(juliet.signIn("juliet", "secret"));
         QVERIFY(juliet.ask("<iq type=\"get\" id=\"g\"><query xmlns=\"jabber:iq:roster\"/></iq>")
@@ -63,15 +54,13 @@ private slots:
     {
         server_->world().addContact("romeo", "juliet");
         server_->world().addContact("juliet", "romeo");
-        Peer romeo(*server_), juliet(*server_);
-        QVERIFY(romeo.appear("romeo"));
-        QVERIFY(juliet.appear("juliet"));
+        OnlinePeer romeo(*server_, "romeo"), juliet(*server_, "juliet");
         romeo.ask("<iq type=\"set\" id=\"d\"><query xmlns=\"jabber:iq:roster\">"
                   "<item jid=\"juliet@im.test\" subscription=\"remove\"/></query></iq>");
         const QByteArray got = juliet.news();
         QVERIFY2(got.contains("type=\"unsubscribe\"") && got.contains("type=\"unsubscribed\""), got);
         QVERIFY(got.contains("<item jid=\"romeo@im.test\" name=\"romeo\" subscription=\"none\"/>") ||
-                got.contains("<item jid=\"romeo@im.test\" subscription=\"none\"/>"));
+                got.contains(R"(<item jid="romeo@im.test" subscription="none"/>)"));
     }
 
     void personaAnswersAsTold_data()
@@ -83,13 +72,11 @@ private slots:
     }
     void personaAnswersAsTold()
     {
-        QFETCH(int, asked);
-        QFETCH(QByteArray, answer);
+        const auto [asked, answer] = fetched<int, QByteArray>();
         auto& paris = server_->world().addPersona("paris@verona.example", "Paris");
         paris.whenAsked = sandbox::Persona::Asked(asked);
         paris.online = true;
-        Peer romeo(*server_);
-        QVERIFY(romeo.appear("romeo"));
+        OnlinePeer romeo(*server_, "romeo");
         const QByteArray got = romeo.ask("<presence to=\"paris@verona.example\" type=\"subscribe\"/>");
         QVERIFY2(got.contains(answer), got);
         QCOMPARE(got.contains("<presence from=\"paris@verona.example/Home\""),

@@ -36,3 +36,9 @@ public:
 
 // Ticks the rig until `condition` holds.
 #define TICK_UNTIL(rig, condition) QTRY_VERIFY((rig).tick() && (condition))
+// Connects the rig to its server first.
+#define CONNECT_UNTIL(rig, condition)                                                                        \
+    do {                                                                                                     \
+        (rig).connectToServer();                                                                             \
+        TICK_UNTIL(rig, condition);                                                                          \
+    } while (false)
