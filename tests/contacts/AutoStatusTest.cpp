@@ -8,6 +8,16 @@ class AutoStatusTest : public QObject
 {
     Q_OBJECT
 
+    int become(StatusCommand chosen)
+    {
+        const auto next = status_->tick(chosen);
+        return next ? int(*next) : -1;
+    }
+
+    RecordingDesktop outside_;
+    Client client_;
+    std::unique_ptr<AutoStatus> status_;
+
 private slots:
     void init()
     {
@@ -37,7 +47,6 @@ private slots:
         row("chosen by hand stays", 0, XAway, false, "ax", nothing);
         row("nothing to come back from", 0, Available, true, "ax", nothing);
     }
-
     void aRestingPointerChangesTheStatus()
     {
         const auto [idle, chosen, active, timers] = fetched<int, StatusCommand, bool, QString>();
@@ -77,17 +86,6 @@ private slots:
         status_->AutoStatusActive = true;
         QCOMPARE(become(StatusCommand::XAway), int(StatusCommand::Available));
     }
-
-private:
-    int become(StatusCommand chosen)
-    {
-        const auto next = status_->tick(chosen);
-        return next ? int(*next) : -1;
-    }
-
-    RecordingDesktop outside_;
-    Client client_;
-    std::unique_ptr<AutoStatus> status_;
 };
 
 BRELO_TEST(AutoStatusTest)

@@ -10,6 +10,9 @@ class BlockedContactsTest : public QObject
 {
     Q_OBJECT
 
+    static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
+    static QByteArray banned(const QString& items) { return ("<banned>" + items + "</banned>\n").toUtf8(); }
+
 private slots:
     void aMissingFileIsMadeAtTheFirstLoad()
     {
@@ -18,89 +21,77 @@ private slots:
         QCOMPARE(BlockedContacts(client).load(), QString());
         QCOMPARE(files::read(profile.path() + "/data/Brelo/BreloIM/ConfigFile/BannedList.xml"),
                  QByteArray("<banned></banned>\n"));
-        const auto others = QFile::permissions(listFile()) &
-                            ~(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-        QCOMPARE(int(others), 0);
+        constexpr auto owners = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        QCOMPARE(int(QFile::permissions(listFile()) & ~owners), 0);
     }
 
     void aFileIsLoadedOnce_data()
     {
-        columns<QByteArray, QStringList>("text", "expected");
-        row("twice the same", QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>"),
-            QStringList({"a@x", "b@x"}));
-        row("escaped", QByteArray("<banned>\r\n <item>a&amp;b@x</item>\r\n</banned>\r\n"),
-            QStringList("a&b@x"));
-        row("8-bit of old", QByteArray("<banned><item>ren\xE9@x</item></banned>"),
-            QStringList(QString::fromUtf8("ren\u00e9@x")));
-        row("UTF-8", QByteArray("<banned><item>ren\xC3\xA9@x</item></banned>"),
-            QStringList(QString::fromUtf8("ren\u00e9@x")));
-        row("an empty item", QByteArray("<banned><item/></banned>"), QStringList());
+        columns<QString, QString>("bytes", "expected");
+        row("twice the same", "<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>", "a@x b@x");
+        row("escaped", "<banned>\r\n <item>a&amp;b@x</item>\r\n</banned>\r\n", "a&b@x");
+        row("8-bit of old", QString::fromLatin1("<banned><item>ren\xE9@x</item></banned>"), "ren\u00e9@x");
+        row("UTF-8", QString::fromLatin1("<banned><item>ren\xC3\xA9@x</item></banned>"), "ren\u00e9@x");
+        row("an empty item", "<banned><item/></banned>", "");
     }
-
     void aFileIsLoadedOnce()
     {
-        QFETCH(QByteArray, text);
+        QFETCH(QString, bytes);
         TempProfile profile;
-        files::write(listFile(), text);
+        files::write(listFile(), bytes.toLatin1());
         Client client;
         QCOMPARE(BlockedContacts(client).load(), QString());
         QCOMPARE(BlockedContacts(client).load(), QString());
         QStringList loaded;
         for (int position = 1; position <= client.MyBanList.Count(); ++position)
             loaded += client.MyBanList.Item(position)->JID;
-        QTEST(loaded, "expected");
+        QTEST(loaded.join(' '), "expected");
     }
 
     void aChangeIsWritten_data()
     {
-        // change: + or - and the address
-        columns<QByteArray, QString, QByteArray>("before", "change", "after");
-        row("add", QByteArray("<banned></banned>\n"), "+a&b@x",
-            QByteArray("<banned><item>a&amp;b@x</item></banned>\n"));
-        row("add twice", QByteArray("<banned><item>a@x</item></banned>"), "+a@x",
-            QByteArray("<banned><item>a@x</item><item>a@x</item></banned>\n"));
-        row("remove the first only",
-            QByteArray("<banned><item>a@x</item><item>b@x</item><item>a@x</item></banned>"), "-a@x",
-            QByteArray("<banned><item>b@x</item><item>a@x</item></banned>\n"));
-        row("remove a stranger", QByteArray("<banned><item>a@x</item></banned>"), "-A@x",
-            QByteArray("<banned><item>a@x</item></banned>\n"));
-        row("add to no file", QByteArray(), "+a@x", QByteArray("<banned><item>a@x</item></banned>\n"));
+        // before, after: the items; change: + or - and the address
+        columns<QString, QString, QString>("before", "change", "after");
+        const QString a = "<item>a@x</item>";
+        row("add", "", "+a&b@x", "<item>a&amp;b@x</item>");
+        row("add twice", a, "+a@x", a + a);
+        row("remove the first only", a + "<item>b@x</item>" + a, "-a@x", "<item>b@x</item>" + a);
+        row("remove a stranger", a, "-A@x", a);
+        row("add to no file", "none", "+a@x", a);
     }
-
     void aChangeIsWritten()
     {
-        const auto [before, change] = fetched<QByteArray, QString>();
+        const auto [before, change, after] = fetched<QString, QString, QString>();
         TempProfile profile;
-        if (!before.isEmpty())
-            files::write(listFile(), before);
+        if (before != "none")
+            files::write(listFile(), banned(before));
         Client client;
         BlockedContacts blocked(client);
         if (change.startsWith('-'))
             client.MyBanList.Add(change.mid(1));
-        QCOMPARE(change.startsWith('+') ? blocked.add(change.mid(1) + "/home") : blocked.remove(1),
-                 QString());
+        QVERIFY(
+            (change.startsWith('+') ? blocked.add(change.mid(1) + "/home") : blocked.remove(1)).isEmpty());
         QCOMPARE(blocked.contains(change.mid(1) + "/work"), change.startsWith('+'));
-        QTEST(files::read(listFile()), "after");
+        QCOMPARE(files::read(listFile()), banned(after));
         // Nothing of the writing is left beside it.
-        QCOMPARE(QFileInfo(listFile()).dir().entryList(QDir::Files | QDir::Hidden),
-                 QStringList("BannedList.xml"));
+        const QStringList left = QFileInfo(listFile()).dir().entryList(QDir::Files | QDir::Hidden);
+        QCOMPARE(left, QStringList("BannedList.xml"));
     }
 
     void aFileThatCannotBeUsedIsLeftAlone_data()
     {
-        columns<QByteArray, bool, int>("text", "readOnly", "loaded");
-        row("no XML", QByteArray("these are my foes"), false, -1);
-        row("cut in half", QByteArray("<banned><item>a@x</it"), false, -1);
-        row("empty", QByteArray(), false, -1);
-        row("something else", QByteArray("<html><item>a@x</item></html>"), false, -1);
-        row("read-only", QByteArray("<banned><item>a@x</item></banned>"), true, 1);
+        columns<QString, bool, int>("text", "readOnly", "loaded");
+        row("no XML", "these are my foes", false, -1);
+        row("cut in half", "<banned><item>a@x</it", false, -1);
+        row("empty", "", false, -1);
+        row("something else", "<html><item>a@x</item></html>", false, -1);
+        row("read-only", "<banned><item>a@x</item></banned>", true, 1);
     }
-
     void aFileThatCannotBeUsedIsLeftAlone()
     {
-        const auto [text, readOnly, loaded] = fetched<QByteArray, bool, int>();
+        const auto [text, readOnly, loaded] = fetched<QString, bool, int>();
         TempProfile profile;
-        files::write(listFile(), text);
+        files::write(listFile(), text.toUtf8());
         if (readOnly)
             QFile::setPermissions(listFile(), QFile::ReadOwner);
         Client client;
@@ -111,7 +102,7 @@ private slots:
         QVERIFY(blocked.remove(1).contains(listFile()));
         QVERIFY(blocked.contains("b@x")); // for this run
         QCOMPARE(client.MyBanList.Count(), qMax(loaded, 0) + 1);
-        QCOMPARE(files::read(listFile()), text);
+        QCOMPARE(files::read(listFile()), text.toUtf8());
     }
 
     void aFolderThatCannotBeMadeIsTold()
@@ -123,9 +114,6 @@ private slots:
         QVERIFY(!BlockedContacts(client).add("a@x").isEmpty());
         QCOMPARE(files::read(profile.path() + "/data/Brelo"), QByteArray("in the way"));
     }
-
-private:
-    static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
 };
 
 BRELO_TEST(BlockedContactsTest)

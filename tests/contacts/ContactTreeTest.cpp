@@ -6,6 +6,10 @@ class ContactTreeTest : public QObject
 {
     Q_OBJECT
 
+    int position(const QString& key) { return tree_->NodeIndexOfKey(key); }
+    TreeNode* node(const QString& key) { return tree_->Item(position(key)); }
+    std::unique_ptr<ContactTree> tree_;
+
 private slots:
     void init()
     {
@@ -28,7 +32,6 @@ private slots:
         row("another case", "A@x", 0, 0, 0);
         row("nothing", "", 0, 0, 0);
     }
-
     void aLookUpFindsLeavesByKeyOrText()
     {
         QFETCH(QString, name);
@@ -37,32 +40,26 @@ private slots:
         QTEST(tree_->NodeIndexOfKey(name), "any");
     }
 
-    void anAddThatCannotStandAddsNothing_data()
-    {
-        columns<QString, QString>("parent", "key");
-        row("taken key", "Fixed", "a@x");
-        row("taken group", "", "Friends");
-        row("empty key", "Fixed", "");
-        row("no such parent", "Nobody", "c@x");
-    }
-
     void anAddThatCannotStandAddsNothing()
     {
-        const auto [parent, key] = fetched<QString, QString>();
-        QCOMPARE(tree_->add(parent, key, "Text", "Offline"), nullptr);
-        QCOMPARE(tree_->Count(), 5);
-        QCOMPARE(tree_->NodeIndexByKey("Text"), 0);
+        using Place = std::pair<QString, QString>; // parent and key
+        for (const auto& [parent, key] :
+             {Place("Fixed", "a@x"), Place("", "Friends"), Place("Fixed", ""), Place("Nobody", "c@x")}) {
+            QCOMPARE(tree_->add(parent, key, "Text", "Offline"), nullptr);
+            QCOMPARE(tree_->Count(), 5);
+            QCOMPARE(tree_->NodeIndexByKey("Text"), 0);
+        }
     }
 
     void namesFollowTheirNodes()
     {
-        tree_->setText(*tree_->Item(position("a@x")), "Anna");
+        tree_->setText(*node("a@x"), "Anna");
         QCOMPARE(tree_->NodeIndexByKey("Ann"), 0);
         QCOMPARE(tree_->NodeIndexByKey("Anna"), 3);
-        QVERIFY(tree_->remove(tree_->Item(position("a@x"))));
+        QVERIFY(tree_->remove(node("a@x")));
         QCOMPARE(tree_->NodeIndexByKey("Anna"), 0);
         QCOMPARE(tree_->NodeIndexByKey("a@x"), 4); // by its text, now that the key is gone
-        QVERIFY(tree_->remove(tree_->Item(position("Friends"))));
+        QVERIFY(tree_->remove(node("Friends")));
         QCOMPARE(tree_->Count(), 2);
         QCOMPARE(tree_->NodeIndexByKey("a@x"), 0);
         QVERIFY(!tree_->remove(nullptr));
@@ -76,9 +73,9 @@ private slots:
         QCOMPARE(position("Empty"), 4);
         QCOMPARE(tree_->Item(5), nullptr);
         TreeNode* empty = tree_->Item(4);
-        tree_->move(tree_->Item(position("a@x")), empty);
+        tree_->move(node("a@x"), empty);
         QCOMPARE(empty->children.size(), std::size_t{1});
-        QCOMPARE(tree_->Item(position("b@x"))->row, 0);
+        QCOMPARE(node("b@x")->row, 0);
     }
 
     void viewsHearOfManyNewNodesOnce()
@@ -90,13 +87,13 @@ private slots:
         QSignalSpy waits(tree_.get(), &ContactTree::unsettled);
         for (int contact = 0; contact < 500; ++contact)
             tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
-        tree_->remove(tree_->Item(position("c7@x")));
+        tree_->remove(node("c7@x"));
         QCOMPARE(waits.count(), 1);
         tree_->settle();
         tree_->settle();
         QCOMPARE(resets.count(), 1);
         QCOMPARE(rows.count(), 0);
-        QCOMPARE(tree_->rowCount(tree_->indexOf(tree_->Item(position("Friends")))), 501);
+        QCOMPARE(tree_->rowCount(tree_->indexOf(node("Friends"))), 501);
     }
 
     void viewsHearOfChangesOnceAGroup()
@@ -106,25 +103,25 @@ private slots:
         tree_->settle();
         QSignalSpy changes(tree_.get(), &QAbstractItemModel::dataChanged);
         for (const auto& key : {"c6@x", "c3@x", "c4@x", "c3@x"}) {
-            tree_->setImage(*tree_->Item(position(key)), "Online");
-            tree_->setLook(*tree_->Item(position(key)), true, 5);
+            tree_->setImage(*node(key), "Online");
+            tree_->setLook(*node(key), true, 5);
         }
-        tree_->setImage(*tree_->Item(position("c0@x")), "Offline"); // as it was
+        tree_->setImage(*node("c0@x"), "Offline"); // as it was
         QCOMPARE(changes.count(), 0);
         tree_->settle();
         QCOMPARE(changes.count(), 1);
-        QCOMPARE(changes[0][0].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c3@x"));
-        QCOMPARE(changes[0][1].toModelIndex().data(ContactTree::KeyRole).toString(), QString("c6@x"));
+        QCOMPARE(changes[0][0].toModelIndex().data(ContactTree::KeyRole).toString(), "c3@x");
+        QCOMPARE(changes[0][1].toModelIndex().data(ContactTree::KeyRole).toString(), "c6@x");
     }
 
     void anIndexOfARemovedNodeIsGoodUntilSettled()
     {
         tree_->settle();
-        const QModelIndex index = tree_->indexOf(tree_->Item(position("b@x")));
+        const QModelIndex index = tree_->indexOf(node("b@x"));
         tree_->clear();
         tree_->addGroup("Friends", "");
-        QCOMPARE(index.data().toString(), QString("a@x"));
-        QCOMPARE(index.parent().data().toString(), QString("Friends"));
+        QCOMPARE(index.data().toString(), "a@x");
+        QCOMPARE(index.parent().data().toString(), "Friends");
         QCOMPARE(tree_->retiredCount(), std::size_t{5});
         tree_->settle();
         QCOMPARE(tree_->retiredCount(), std::size_t{0});
@@ -133,21 +130,16 @@ private slots:
     void anEditOfARebuiltNodeIsStillTold()
     {
         tree_->settle();
-        const QModelIndex edited = tree_->indexOf(tree_->Item(position("a@x")));
+        const QModelIndex edited = tree_->indexOf(node("a@x"));
         tree_->clear();
         tree_->addGroup("Friends", "");
         tree_->add("Friends", "a@x", "Ann", "Online");
         QSignalSpy edits(tree_.get(), &ContactTree::labelEdited);
         QVERIFY(tree_->setData(edited, "Annie"));
         QCOMPARE(edits.value(0), QVariantList({"a@x", "Ann", "Annie"}));
-        QCOMPARE(tree_->Item(position("a@x"))->text, QString("Annie"));
-        QVERIFY(!tree_->setData(tree_->indexOf(tree_->Item(position("a@x"))), "Annie"));
+        QCOMPARE(node("a@x")->text, "Annie");
+        QVERIFY(!tree_->setData(tree_->indexOf(node("a@x")), "Annie"));
     }
-
-private:
-    int position(const QString& key) { return tree_->NodeIndexOfKey(key); }
-
-    std::unique_ptr<ContactTree> tree_;
 };
 
 BRELO_TEST(ContactTreeTest)

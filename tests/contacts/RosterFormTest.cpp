@@ -1,13 +1,14 @@
 #include "contacts/WindowFixture.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 // The main window and the small windows of its commands.
 class RosterFormTest : public QObject
 {
     Q_OBJECT
 
+    std::optional<WindowFixture> window;
 private slots:
+    void init() { window.emplace(); }
+
     void aStatusCommandShowsAndSends_data()
     {
         // sent: show and status
@@ -18,22 +19,20 @@ private slots:
         row("dnd", "mRosterSDND", "Do not disturb", "dnd|I'm busy, go away.");
         row("free", "mRosterSFFC", "Free for Chat", "chat|");
     }
-
     void aStatusCommandShowsAndSends()
     {
         const auto [entry, label, sent] = fetched<QString, QString, QString>();
-        WindowFixture window;
-        window.choose(entry);
+        window->choose(entry);
         const QString presence = "<presence><show>%1</show><status>%2</status></presence>";
-        QCOMPARE(window.engine.takeSent(),
-                 QStringList(presence.arg(sent.section('|', 0, 0), sent.section('|', 1))));
-        window.engine.gateway().connected = false;
-        window.choose(entry);
-        QVERIFY(window.engine.takeSent().isEmpty());
-        QCOMPARE(window.form->findChild<QLabel*>("StatusBar2Panel2")->text(), label);
+        const QString expected = presence.arg(sent.section('|', 0, 0), sent.section('|', 1));
+        QCOMPARE(window->engine.takeSent(), QStringList(expected));
+        window->engine.gateway().connected = false;
+        window->choose(entry);
+        QVERIFY(window->engine.takeSent().isEmpty());
+        QCOMPARE(window->form->findChild<QLabel*>("StatusBar2Panel2")->text(), label);
         QStringList checked;
         for (const auto& rule : statusrules::all()) {
-            if (window.action(rule.menuItem)->isChecked())
+            if (window->action(rule.menuItem)->isChecked())
                 checked += rule.menuItem;
         }
         QCOMPARE(checked, QStringList(entry));
@@ -41,94 +40,85 @@ private slots:
 
     void theStatusFollowsThePointerAtTheTrigger()
     {
-        WindowFixture window;
-        window.client.settings.AutoAwayTimer = true;
-        auto& trigger = window.form->myITriggerReceiver();
-        window.outside.pointer.at = {5, 5};
-        trigger.Trigger();
-        window.outside.clock.time = window.outside.clock.time.addSecs(301);
-        trigger.Trigger();
-        trigger.Trigger();
-        QCOMPARE(
-            window.engine.takeSent(),
-            QStringList("<presence><show>away</show><status>Al momento non al computer</status></presence>"));
-        window.outside.pointer.at = {6, 5};
-        trigger.Trigger();
-        QCOMPARE(window.engine.takeSent(),
-                 QStringList("<presence><show></show><status></status></presence>"));
-        window.choose("mRosterSDND");
-        window.outside.pointer.at = {7, 5};
-        trigger.Trigger();
-        QCOMPARE(window.form->status(), StatusCommand::DND);
+        window->client.settings.AutoAwayTimer = true;
+        const auto moved = [this](int x) {
+            window->outside.pointer.at = {x, 5};
+            window->form->myITriggerReceiver().Trigger();
+        };
+        moved(5);
+        window->outside.clock.time = window->outside.clock.time.addSecs(301);
+        moved(5);
+        moved(5);
+        const QString presence = "<presence><show>%1</show><status>%2</status></presence>";
+        QCOMPARE(window->engine.takeSent(), QStringList(presence.arg("away", "Al momento non al computer")));
+        moved(6);
+        QCOMPARE(window->engine.takeSent(), QStringList(presence.arg("", "")));
+        window->choose("mRosterSDND");
+        moved(7);
+        QCOMPARE(window->form->status(), StatusCommand::DND);
     }
 
     void theSwitchTurnsTheListOver()
     {
-        WindowFixture window;
-        QAction* button = window.action("Toolbar1Button4");
-        window.choose("mRosterFShowAll");
-        QVERIFY(window.client.settings.ShowOnlineUsers && button->isChecked());
-        QCOMPARE(button->toolTip(), QString("Show all Contacts"));
-        QCOMPARE(window.action("mRosterFShowAll")->text(), QString("Show all Contacts"));
-        QCOMPARE(window.engine.takeSent(), QStringList("<presence/>"));
-        QCOMPARE(window.roster->tree().NodeIndexByKey("a@x"), 0);
-        window.engine.gateway().connected = false;
+        QAction* button = window->action("Toolbar1Button4");
+        window->choose("mRosterFShowAll");
+        QVERIFY(window->client.settings.ShowOnlineUsers && button->isChecked());
+        QCOMPARE(button->toolTip(), "Show all Contacts");
+        QCOMPARE(window->action("mRosterFShowAll")->text(), "Show all Contacts");
+        QCOMPARE(window->engine.takeSent(), QStringList("<presence/>"));
+        QCOMPARE(window->roster->tree().NodeIndexByKey("a@x"), 0);
+        window->engine.gateway().connected = false;
         button->trigger();
-        QVERIFY(window.client.settings.ShowOnlineUsers && button->isChecked());
-        window.engine.gateway().connected = true;
+        QVERIFY(window->client.settings.ShowOnlineUsers && button->isChecked());
+        window->engine.gateway().connected = true;
         button->trigger();
-        QVERIFY(!window.client.settings.ShowOnlineUsers && !button->isChecked());
-        QVERIFY(window.roster->tree().NodeIndexByKey("a@x") != 0);
+        QVERIFY(!window->client.settings.ShowOnlineUsers && !button->isChecked());
+        QVERIFY(window->roster->tree().NodeIndexByKey("a@x") != 0);
     }
 
     void startChatAsksForAnAddress_data()
     {
         using Answer = MessageBoxes::Answer;
         columns<QString, int, QString, QString>("selected", "answer", "typed", "opened");
-        row("selected contact", "a@x", -1, "", "a@x false");
-        row("nothing selected, typed", "", int(Answer::Yes), "z@x/r", "z@x/r true");
-        row("a fixed group", "Contacts", int(Answer::Yes), "z@x", "z@x true");
+        row("selected contact", "a@x", -1, "", "conversation a@x");
+        row("nothing selected, typed", "", int(Answer::Yes), "z@x/r", "conversation z@x/r trick");
+        row("a fixed group", "Contacts", int(Answer::Yes), "z@x", "conversation z@x trick");
         row("typed nothing", "", int(Answer::Yes), "", "");
         row("no", "", int(Answer::No), "z@x", "");
         row("cancel", "", int(Answer::Cancel), "z@x", "");
     }
-
     void startChatAsksForAnAddress()
     {
         const auto [selected, answer, typed] = fetched<QString, int, QString>();
-        WindowFixture window;
         if (!selected.isEmpty())
-            window.select(selected);
+            window->select(selected);
         else
-            window.view->clearSelected();
-        window.outside.boxes.answers = {MessageBoxes::Answer(qMax(answer, 0))};
-        window.outside.boxes.inputs = {typed};
-        QString opened;
-        connect(window.form, &RosterForm::openConversation, this,
-                [&](const QString& jid, bool trick) { opened = jid + (trick ? " true" : " false"); });
-        window.choose("mRosterTBeginC");
-        QTEST(opened, "opened");
-        QCOMPARE(!window.outside.boxes.shown.isEmpty(), answer >= 0);
+            window->view->clearSelected();
+        window->outside.boxes.answers = {MessageBoxes::Answer(qMax(answer, 0))};
+        window->outside.boxes.inputs = {typed};
+        QStringList opened;
+        window->listen(opened);
+        window->choose("mRosterTBeginC");
+        QTEST(opened.join(','), "opened");
+        QCOMPARE(!window->outside.boxes.shown.isEmpty(), answer >= 0);
+        const QString question =
+            "Please, select a contact first; do you want to add the identifier directly?";
         if (answer >= 0)
-            QCOMPARE(window.outside.boxes.shown[0],
-                     (RecordingBoxes::Box{
-                         "Attention!",
-                         "Please, select a contact first; do you want to add the identifier directly?",
-                         MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNoCancel}));
+            QCOMPARE(window->outside.boxes.shown[0],
+                     (RecordingBoxes::Box{"Attention!", question, MessageBoxes::Icon::Question,
+                                          MessageBoxes::Buttons::YesNoCancel}));
     }
 
     void commandsSendOrAsk_data()
     {
         columns<QString, QString, QString>("command", "sent", "signal");
-        const QString browse =
-            R"(<iq type="get" id="VRX_GET_SERVICE" to="montague.example"><query xmlns="jabber:iq:browse"></query></iq>)";
+        const QString browse = R"(<iq type="get" id="VRX_GET_SERVICE" to="montague.example">)"
+                               R"(<query xmlns="jabber:iq:browse"></query></iq>)";
+        const QString card = R"(<iq type="get" id="vcard_wj_3" to="%1"><VCARD xmlns="vcard-temp"/></iq>)";
         row("find", "mRosterFFind", browse, "find");
         row("find by the tool bar", "Toolbar1Button2", browse, "find");
-        row("own vCard", "mRosterFModVCard",
-            R"(<iq type="get" id="vcard_wj_3" to="romeo@montague.example"><VCARD xmlns="vcard-temp"/></iq>)",
-            "");
-        row("a vCard", "mRosterFContrVC",
-            R"(<iq type="get" id="vcard_wj_3" to="z@x"><VCARD xmlns="vcard-temp"/></iq>)", "");
+        row("own vCard", "mRosterFModVCard", card.arg("romeo@montague.example"), "");
+        row("a vCard", "mRosterFContrVC", card.arg("z@x"), "");
         row("refresh", "Toolbar1Button5", "<presence/>", "");
         row("preferences", "mRosterTPref", "", "page Personal");
         row("gateways", "mRosterTGateways", "", "page Gateways");
@@ -139,21 +129,14 @@ private slots:
         row("connect", "mRosterTConn", "", "connect");
         row("exit", "mRosterTExit", "", "exit");
     }
-
     void commandsSendOrAsk()
     {
         const auto [command, sent] = fetched<QString, QString>();
-        WindowFixture window;
-        window.outside.boxes.inputs = {QString("z@x")};
+        window->outside.boxes.inputs = {QString("z@x")};
         QStringList signal;
-        connect(window.form, &RosterForm::findContactsRequested, this, [&] { signal += "find"; });
-        connect(window.form, &RosterForm::showPreferences, this,
-                [&](const QString& page) { signal += "page " + page; });
-        connect(window.form, &RosterForm::disconnectRequested, this, [&] { signal += "disconnect"; });
-        connect(window.form, &RosterForm::connectRequested, this, [&] { signal += "connect"; });
-        connect(window.form, &RosterForm::exitRequested, this, [&] { signal += "exit"; });
-        window.choose(command);
-        QCOMPARE(window.engine.takeSent().join('\n'), sent);
+        window->listen(signal);
+        window->choose(command);
+        QCOMPARE(window->engine.takeSent().join('\n'), sent);
         QTEST(signal.join(','), "signal");
     }
 
@@ -166,75 +149,67 @@ private slots:
         row("login", "Toolbar1Button6", "www.x", "https://www.x/module.php?mod=user&op=Login");
         row("no site", "mRosterHFunz", "", "");
     }
-
     void webEntriesOpenPages()
     {
         const auto [entry, site] = fetched<QString, QString>();
-        WindowFixture window;
-        window.client.site.WebSite = site;
-        window.choose(entry);
-        QTEST(window.outside.links.opened.join(','), "opened");
-        auto* bar = window.form->findChild<QStatusBar*>("StatusBar1");
+        window->client.site.WebSite = site;
+        window->choose(entry);
+        QTEST(window->outside.links.opened.join(','), "opened");
+        auto* bar = window->form->findChild<QStatusBar*>("StatusBar1");
         QCOMPARE(bar->isVisible() && !bar->currentMessage().isEmpty(), site.isEmpty());
         if (!entry.startsWith("mRosterH"))
             return;
-        window.outside.links.opened.clear();
-        window.engine.gateway().connected = false;
-        window.choose(entry);
-        QVERIFY(window.outside.links.opened.isEmpty());
+        window->outside.links.opened.clear();
+        window->engine.gateway().connected = false;
+        window->choose(entry);
+        QVERIFY(window->outside.links.opened.isEmpty());
     }
 
     void aRealCloseEmptiesTheLists()
     {
-        WindowFixture window;
-        window.client.MyBanList.Add("z@x");
-        window.client.SessionClosing = true;
-        QVERIFY(window.form->requestUnload(CloseMode::Code));
-        const auto& client = window.client;
-        QCOMPARE(client.MyRoster.Count() + client.MyAgents.Count() + client.MyGroups.Count() +
-                     client.MyBanList.Count(),
-                 0);
-        QVERIFY(!window.registry.find("RosterForm"));
+        auto& client = window->client;
+        client.MyBanList.Add("z@x");
+        client.SessionClosing = true;
+        QVERIFY(window->form->requestUnload(CloseMode::Code));
+        QCOMPARE(client.MyRoster.Count() + client.MyAgents.Count(), 0);
+        QCOMPARE(client.MyGroups.Count() + client.MyBanList.Count(), 0);
+        QVERIFY(!window->registry.find("RosterForm"));
     }
 
     void removeContactIsOpenForContactsOnly()
     {
-        WindowFixture window;
-        auto* menu = window.form->findChild<QMenu*>("mRosterFriends");
+        auto* menu = window->form->findChild<QMenu*>("mRosterFriends");
         for (const auto& key : {"Pals", "a@x"}) {
-            window.select(key);
+            window->select(key);
             menu->popup({});
-            QCOMPARE(window.action("mRosterFDel")->isEnabled(), key == QString("a@x"));
+            QCOMPARE(window->action("mRosterFDel")->isEnabled(), key == QString("a@x"));
             menu->close();
         }
     }
 
     void aGroupIsMade()
     {
-        WindowFixture window;
-        window.choose("mRosterFCreate");
-        Form* form = window.window("AddGroupForm");
+        window->choose("mRosterFCreate");
+        Form* form = window->window("AddGroupForm");
         QVERIFY(form && form->isVisible());
-        QCOMPARE(form->windowHandle()->transientParent(), window.form->windowHandle());
-        form->findChild<QLineEdit*>("txtGroup")->setText("Mine");
-        QTest::keyClick(form->findChild<QLineEdit*>("txtGroup"), Qt::Key_Return);
-        auto& tree = window.roster->tree();
-        const TreeNode* made = tree.Item(tree.NodeIndexOfKey("Mine"));
-        QVERIFY(made);
-        QCOMPARE(made->tag, QString("NewGroup"));
-        QVERIFY(window.client.MyGroups.Exists("Mine"));
+        QCOMPARE(form->windowHandle()->transientParent(), window->form->windowHandle());
+        auto* name = form->findChild<QLineEdit*>("txtGroup");
+        name->setText("Mine");
+        QTest::keyClick(name, Qt::Key_Return);
+        QVERIFY(window->node("Mine"));
+        QCOMPARE(window->node("Mine")->tag, "NewGroup");
+        QVERIFY(window->client.MyGroups.Exists("Mine"));
         QVERIFY(form->isVisible());
-        const int groups = window.client.MyGroups.Count();
+        const int groups = window->client.MyGroups.Count();
         for (const char* refused : {"Mine", "", "  "}) {
-            form->findChild<QLineEdit*>("txtGroup")->setText(refused);
+            name->setText(refused);
             form->findChild<QPushButton*>("cmdAddGroup")->click();
-            QCOMPARE(window.outside.boxes.shown.size(), 1);
-            window.outside.boxes.shown.clear();
+            QCOMPARE(std::exchange(window->outside.boxes.shown, {}).size(), 1);
         }
-        QCOMPARE(window.client.MyGroups.Count(), groups);
-        QVERIFY(window.engine.takeSent().isEmpty());
+        QCOMPARE(window->client.MyGroups.Count(), groups);
+        QVERIFY(window->engine.takeSent().isEmpty());
         form->findChild<QPushButton*>("cmdClose")->click();
-        QVERIFY(!window.window("AddGroupForm"));
+        QVERIFY(!window->window("AddGroupForm"));
     }
 
     void aContactIsMoved_data()
@@ -247,36 +222,31 @@ private slots:
         row("the last one of the old default", "e@x", "Pals", "Eve Amici LASTITEMINGROUP", "Pals Club Amici");
         row("the last one without a group", "d@x", "", "d@x Contacts LASTITEMINGROUP", "Pals Club Amici");
     }
-
     void aContactIsMoved()
     {
         const auto [key, group] = fetched<QString, QString>();
-        WindowFixture window;
-        window.push("<item jid='e@x' name='Eve' subscription='both'><group>Amici</group></item>");
-        window.select(key);
-        window.choose("mnuContextMoveFriend");
-        Form* form = window.window("MoveFriendForm");
+        window->push("<item jid='e@x' name='Eve' subscription='both'><group>Amici</group></item>");
+        window->select(key);
+        window->choose("mnuContextMoveFriend");
+        Form* form = window->window("MoveFriendForm");
         QVERIFY(form && form->isVisible());
         auto* combo = form->findChild<QComboBox*>("combogroup");
-        QTEST(form->findChild<QLabel*>("Friends")->text() + " " +
-                  form->findChild<QLineEdit*>("OldGroup")->text() + " " + form->Tag,
-              "shown");
-        QCOMPARE(combo->itemText(0) + " " + combo->itemText(1), QString("Pals Club"));
+        const QStringList shown{form->findChild<QLabel*>("Friends")->text(),
+                                form->findChild<QLineEdit*>("OldGroup")->text(), form->Tag};
+        QTEST(shown.join(' '), "shown");
+        QCOMPARE(combo->itemText(0) + " " + combo->itemText(1), "Pals Club");
         QTest::keyClicks(combo->lineEdit(), group);
         form->findChild<QPushButton*>("cmdMoveGroup")->click();
-        QCOMPARE(
-            window.engine.takeSent(),
-            QStringList(
-                QString(
-                    R"(<iq id="UP_ITEM" type="set"><query xmlns="jabber:iq:roster"><item jid="%1" name="%2">)"
-                    R"(<group>%3</group></item></query></iq>)")
-                    .arg(key, window.client.MyRoster.record(key)->nick, group.toHtmlEscaped())));
-        QCOMPARE(window.client.MyRoster.record(key)->group, group);
+        const auto& record = *window->client.MyRoster.record(key);
+        const QString sent = R"(<iq id="UP_ITEM" type="set"><query xmlns="jabber:iq:roster"><item jid="%1" )"
+                             R"(name="%2"><group>%3</group></item></query></iq>)";
+        QCOMPARE(window->engine.takeSent(), QStringList(sent.arg(key, record.nick, group.toHtmlEscaped())));
+        QCOMPARE(record.group, group);
         QStringList left;
-        for (int position = 1; position <= window.client.MyGroups.Count(); ++position)
-            left += window.client.MyGroups.Item(position)->ExtName;
+        for (int position = 1; position <= window->client.MyGroups.Count(); ++position)
+            left += window->client.MyGroups.Item(position)->ExtName;
         QTEST(left.join(' '), "groups");
-        QVERIFY(!window.window("MoveFriendForm"));
+        QVERIFY(!window->window("MoveFriendForm"));
     }
 };
 

@@ -2,15 +2,12 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-namespace
-{
-
 using Answer = MessageBoxes::Answer;
 using Buttons = MessageBoxes::Buttons;
 
 // Runs `act` on the box that comes up next, inside its event loop.
 template <typename Box, typename Act>
-void whenShown(Act act)
+static void whenShown(Act act)
 {
     QTimer::singleShot(0, qApp, [act] {
         auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
@@ -18,8 +15,6 @@ void whenShown(Act act)
         act(box);
     });
 }
-
-} // namespace
 
 class BoxesTest : public QObject
 {
@@ -63,7 +58,7 @@ private slots:
 
     void textsArePlain()
     {
-        const QString text = QStringLiteral("<img src='http://a.example'>&amp;");
+        const QString text = "<img src='http://a.example'>&amp;";
         whenShown<QMessageBox>([text](QMessageBox* box) {
             QCOMPARE(box->windowTitle(), "Title");
             QCOMPARE(box->text(), text);
@@ -84,7 +79,7 @@ private slots:
 
     void aLongTextStaysOnTheScreen()
     {
-        const QString text = QStringLiteral("line\n").repeated(2000);
+        const QString text = QString("line\n").repeated(2000);
         whenShown<QMessageBox>([text](QMessageBox* box) {
             QVERIFY(box->text().size() < 2000);
             QCOMPARE(box->detailedText(), text);
@@ -102,8 +97,7 @@ private slots:
             QTest::keyClick(edit, Qt::Key_Return);
         });
         const auto typed = QtMessageBoxes().input("T", "P", "pre");
-        QVERIFY(typed);
-        QVERIFY(typed->contains("<typed>"));
+        QVERIFY(typed && typed->contains("<typed>"));
     }
 };
 

@@ -13,9 +13,22 @@ class SoundPlayerTest : public QObject
         explicit Noting(QStringList& list) : played(list) {}
         void PlaySoundFile(const QString& file, bool looped) override
         {
-            played += file + (looped ? QStringLiteral(" looped") : QString());
+            played += file + (looped ? " looped" : "");
         }
     };
+
+    QString file(const char* name) { return folder_.filePath(name); }
+    QtSoundPlayer::Maker maker()
+    {
+        return [this] {
+            ++made_;
+            return std::make_unique<Noting>(played_);
+        };
+    }
+
+    QTemporaryDir folder_;
+    QStringList played_;
+    int made_ = 0;
 
 private slots:
     void init()
@@ -29,13 +42,11 @@ private slots:
     void theLastOfSeveralCuesPlays()
     {
         QtSoundPlayer player(maker());
-        const QString one = folder_.filePath("one.wav");
-        const QString two = folder_.filePath("two.wav");
-        player.PlaySoundFile(one, false);
-        player.PlaySoundFile(two, true);
+        player.PlaySoundFile(file("one.wav"), false);
+        player.PlaySoundFile(file("two.wav"), true);
         QCOMPARE(made_, 0);
-        QTRY_COMPARE(played_, QStringList{two + QStringLiteral(" looped")});
-        player.PlaySoundFile(two, false);
+        QTRY_COMPARE(played_, QStringList{file("two.wav") + " looped"});
+        player.PlaySoundFile(file("two.wav"), false);
         QTRY_COMPARE(played_.size(), 2);
         QCOMPARE(made_, 1);
     }
@@ -43,13 +54,12 @@ private slots:
     void aFileThatIsMissingPlaysNothing()
     {
         QtSoundPlayer player(maker());
-        for (const QString& name :
-             {QString(), folder_.path(), folder_.filePath("no.wav"), QString("\\Sounds\\no.wav")}) {
+        for (const QString& name : {QString(), folder_.path(), file("no.wav"), QString("\\Sounds\\no.wav")}) {
             player.PlaySoundFile(name, false);
             QCoreApplication::processEvents();
         }
         QCOMPARE(made_, 0);
-        player.PlaySoundFile(folder_.filePath("one.wav"), false);
+        player.PlaySoundFile(file("one.wav"), false);
         QTRY_COMPARE(played_.size(), 1);
     }
 
@@ -61,24 +71,11 @@ private slots:
             return std::unique_ptr<SoundPlayer>();
         });
         for (int i = 0; i < 3; ++i) {
-            player.PlaySoundFile(folder_.filePath("one.wav"), false);
+            player.PlaySoundFile(file("one.wav"), false);
             QCoreApplication::processEvents();
         }
         QTRY_COMPARE(asked, 1);
     }
-
-private:
-    QtSoundPlayer::Maker maker()
-    {
-        return [this] {
-            ++made_;
-            return std::make_unique<Noting>(played_);
-        };
-    }
-
-    QTemporaryDir folder_;
-    QStringList played_;
-    int made_ = 0;
 };
 
 BRELO_TEST(SoundPlayerTest)

@@ -1,5 +1,4 @@
 #include "desktop/forms/WaitAnimation.h"
-
 #include "desktop/GifFile.h"
 #include "support/Files.h"
 #include "support/RecordingDesktop.h"
@@ -9,6 +8,18 @@
 class WaitAnimationTest : public QObject
 {
     Q_OBJECT
+
+    QString write(const GifFile& gif)
+    {
+        files::write(folder_.filePath("a.gif"), gif.bytes());
+        return folder_.filePath("a.gif");
+    }
+
+    // The colour at a point of the 8 x 8 pixels on show.
+    QColor pixel(int x, int y) { return animation_->grab().toImage().pixelColor(x, y); }
+    QTemporaryDir folder_;
+    RecordingBoxes boxes_;
+    std::unique_ptr<WaitAnimation> animation_;
 
 private slots:
     void init()
@@ -61,43 +72,23 @@ private slots:
         QCOMPARE(animation_->frameOnShow(), -1);
     }
 
-    void hostilePicturesShowNothing_data()
-    {
-        columns<int, int, bool>("width", "height", "decodable");
-        row("a screen beyond measure", 65535, 65535, true);
-        row("a screen one pixel too wide", 1025, 1, true);
-        row("a screen without an area", 0, 0, false);
-        row("no picture behind the head", 8, 8, false);
-    }
-
     void hostilePicturesShowNothing()
     {
-        const auto [width, height, decodable] = fetched<int, int, bool>();
-        GifFile file({width, height});
-        if (decodable)
-            file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);
-        else
-            file.bareSeparator().bareSeparator().bareSeparator();
-        const QImage empty = animation_->grab().toImage();
-        animation_->Start(write(file));
-        QCOMPARE(animation_->frameOnShow(), 0);
-        QCOMPARE(animation_->grab().toImage(), empty);
-        QVERIFY(animation_->sizeHint().width() <= 1024);
+        // A screen beyond measure, one a pixel too wide, one without an area, no picture behind the head.
+        for (const QSize size : {QSize(65535, 65535), QSize(1025, 1), QSize(0, 0), QSize(8, 8)}) {
+            init();
+            GifFile file(size);
+            if (size.width() > 8)
+                file.loop(0).frame(1, 1).frame(1, 1).frame(1, 1);
+            else
+                file.bareSeparator().bareSeparator().bareSeparator();
+            const QImage empty = animation_->grab().toImage();
+            animation_->Start(write(file));
+            QCOMPARE(animation_->frameOnShow(), 0);
+            QCOMPARE(animation_->grab().toImage(), empty);
+            QVERIFY(animation_->sizeHint().width() <= 1024);
+        }
     }
-
-private:
-    QString write(const GifFile& gif)
-    {
-        files::write(folder_.filePath("a.gif"), gif.bytes());
-        return folder_.filePath("a.gif");
-    }
-
-    // The colour at a point of the 8 x 8 pixels on show.
-    QColor pixel(int x, int y) { return animation_->grab().toImage().pixelColor(x, y); }
-
-    QTemporaryDir folder_;
-    RecordingBoxes boxes_;
-    std::unique_ptr<WaitAnimation> animation_;
 };
 
 BRELO_TEST(WaitAnimationTest)

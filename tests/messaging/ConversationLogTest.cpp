@@ -4,22 +4,17 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
-namespace
-{
-
-QWidget* reader(const MessagingFixture& f)
-{
-    return f.registry.find("LogMessageForm");
-}
-
-} // namespace
-
 // Conversation logs: their place, their failures, their reader.
 class ConversationLogTest : public QObject
 {
     Q_OBJECT
 
+    std::optional<MessagingFixture> f;
+    static QWidget* reader(const MessagingFixture& f) { return f.registry.find("LogMessageForm"); }
+
 private slots:
+    void init() { f.emplace(); }
+
     void logLiesInItsFolder_data()
     {
         columns<QString, QString>("peer", "file");
@@ -35,146 +30,126 @@ private slots:
         row("empty", "", ".log");
         row("script", "\xE6\x9C\xB1\xE9\xBA\x97@x", "\xE6\x9C\xB1\xE9\xBA\x97@x.log");
     }
-
     void logLiesInItsFolder()
     {
         const auto [peer, file] = fetched<QString, QString>();
-        MessagingFixture f;
-        QCOMPARE(f.hub->log().WriteLogLine("b", peer, {}, false), QString());
-        const QString folder = paths::logFolder() + QStringLiteral("/montague.example/romeo");
+        QCOMPARE(f->hub->log().WriteLogLine("b", peer, {}, false), QString());
+        const QString folder = paths::logFolder() + "/montague.example/romeo";
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(file));
-        QCOMPARE(f.logOf(peer), peer + QStringLiteral(" (07:08:09): b\r\n"));
+        QCOMPARE(f->logOf(peer), peer + " (07:08:09): b\r\n");
     }
 
     void namesNeverShareAFile()
     {
-        MessagingFixture f;
-        f.engine.gateway().server = QStringLiteral("..");
-        f.engine.gateway().userName = QStringLiteral("../x");
-        QSet<QString> files;
+        f->engine.gateway().server = "..";
+        f->engine.gateway().userName = "../x";
         const QString longest(300, u'a');
         const QStringList peers{
             longest + u'1', longest + u'2', QString(250, QChar(0x6731)), "%~", QString(), "a%41", "aA"};
+        QSet<QString> files;
         for (const auto& peer : peers) {
-            QCOMPARE(f.hub->log().WriteLogLine(peer, peer, {}, false), QString());
-            const QString path = QFileInfo(f.hub->log().path(peer)).canonicalFilePath();
-            QVERIFY2(path.startsWith(QFileInfo(paths::logFolder()).canonicalFilePath() + u'/'),
-                     qPrintable(path));
+            QCOMPARE(f->hub->log().WriteLogLine(peer, peer, {}, false), QString());
+            const QString path = QFileInfo(f->hub->log().path(peer)).canonicalFilePath();
+            const QString root = QFileInfo(paths::logFolder()).canonicalFilePath();
+            QVERIFY2(path.startsWith(root + u'/'), qPrintable(path));
             files += path;
         }
         QCOMPARE(files.size(), peers.size());
     }
 
-    void filesAreTheOwnersAlone()
+    void logsAreTheirAccountsAndTheOwnersAlone()
     {
-        MessagingFixture f;
-        f.message(juliet, "chat", "<body>secret</body>");
+        f->message(juliet, "chat", "<body>for romeo</body>");
         constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-        const QFileInfo file(f.hub->log().path(juliet));
+        const QFileInfo file(f->hub->log().path(juliet));
         QVERIFY(file.exists());
-        QVERIFY(!(file.permissions() & others));
-        QVERIFY(!(QFileInfo(file.path()).permissions() & others));
-    }
-
-    void accountsHaveLogsOfTheirOwn()
-    {
-        MessagingFixture f;
-        f.message(juliet, "chat", "<body>for romeo</body>");
-        f.engine.gateway().userName = QStringLiteral("tybalt");
-        QCOMPARE(f.logOf(juliet), QString());
-        f.message(juliet, "chat", "<body>for tybalt</body>");
-        QVERIFY(!f.logOf(juliet).contains("romeo"));
+        QVERIFY(!((file.permissions() | QFileInfo(file.path()).permissions()) & others));
+        f->engine.gateway().userName = "tybalt";
+        QCOMPARE(f->logOf(juliet), QString());
+        f->message(juliet, "chat", "<body>for tybalt</body>");
+        QVERIFY(!f->logOf(juliet).contains("romeo"));
     }
 
     void fullDiskIsToldOnce()
     {
-        MessagingFixture f;
-        const auto* window = f.open(juliet);
-        const QString path = f.hub->log().path(juliet);
-        const auto say = [&](const QString& text) {
-            f.message(juliet, "chat", QStringLiteral("<body>%1</body>").arg(text));
-        };
-        QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
+        const auto* window = f->open(juliet);
+        const QString path = f->hub->log().path(juliet);
+        QVERIFY(QFile::rename(path, path + ".kept"));
         QVERIFY(QFile::link("/dev/full", path));
-        say("one");
-        say("two");
-        QCOMPARE(f.world.boxes.shown.size(), 1);
-        QVERIFY(f.world.boxes.shown[0].text.contains(path));
-        QVERIFY(f.transcript(*window).contains(": one\n") && f.transcript(*window).contains(": two\n"));
-
+        f->message(juliet, "chat", "<body>one</body>");
+        f->message(juliet, "chat", "<body>two</body>");
+        QCOMPARE(f->world.boxes.shown.size(), 1);
+        QVERIFY(f->world.boxes.shown[0].text.contains(path));
+        QVERIFY(f->transcript(*window).contains(": one\n") && f->transcript(*window).contains(": two\n"));
         QVERIFY(QFile::remove(path));
-        say("three");
-        QVERIFY(f.logOf(juliet).contains("three"));
-        QCOMPARE(f.world.boxes.shown.size(), 1);
+        f->message(juliet, "chat", "<body>three</body>");
+        QVERIFY(f->logOf(juliet).contains("three"));
+        QCOMPARE(f->world.boxes.shown.size(), 1);
         // It has worked since, so that the next failure is news.
         QVERIFY(QFile::remove(path));
         QVERIFY(QDir().mkdir(path));
-        say("four");
-        QCOMPARE(f.world.boxes.shown.size(), 2);
+        f->message(juliet, "chat", "<body>four</body>");
+        QCOMPARE(f->world.boxes.shown.size(), 2);
     }
 
     void erasedLogIsEmpty()
     {
-        MessagingFixture f;
-        auto* window = f.open(juliet);
-        f.message(juliet, "chat", "<body>secret</body>");
-        f.control<QAction>(*window, "mnustrDelHistory").trigger();
-        QCOMPARE(f.logOf(juliet), "\r\n");
-        QVERIFY(f.world.boxes.shown.isEmpty());
-        f.control<QAction>(*window, "mnustroldconv").trigger();
-        QVERIFY(reader(f)->isVisible());
-        QCOMPARE(f.transcript(*reader(f)).trimmed(), QString());
-        reader(f)->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(reader(f)));
-        QTest::keyClick(reader(f), Qt::Key_Escape);
-        QVERIFY(!reader(f));
+        auto* window = f->open(juliet);
+        f->message(juliet, "chat", "<body>secret</body>");
+        f->control<QAction>(*window, "mnustrDelHistory").trigger();
+        QCOMPARE(f->logOf(juliet), "\r\n");
+        QVERIFY(f->world.boxes.shown.isEmpty());
+        f->control<QAction>(*window, "mnustroldconv").trigger();
+        QVERIFY(reader(*f)->isVisible());
+        QCOMPARE(f->transcript(*reader(*f)).trimmed(), QString());
+        reader(*f)->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(reader(*f)));
+        QTest::keyClick(reader(*f), Qt::Key_Escape);
+        QVERIFY(!reader(*f));
         // Where there is no folder yet, none is made, and every try is answered.
-        f.engine.gateway().userName = QStringLiteral("tybalt");
-        f.control<QAction>(*window, "mnustrDelHistory").trigger();
-        f.control<QAction>(*window, "mnustrDelHistory").trigger();
-        QCOMPARE(f.world.boxes.shown.size(), 2);
-        QVERIFY(!QFileInfo::exists(paths::logFolder() + QStringLiteral("/montague.example/tybalt")));
+        f->engine.gateway().userName = "tybalt";
+        f->control<QAction>(*window, "mnustrDelHistory").trigger();
+        f->control<QAction>(*window, "mnustrDelHistory").trigger();
+        QCOMPARE(f->world.boxes.shown.size(), 2);
+        QVERIFY(!QFileInfo::exists(paths::logFolder() + "/montague.example/tybalt"));
     }
 
     void readerShowsTheLog()
     {
-        MessagingFixture f;
-        f.hub->ShowMessageLog(juliet);
-        QCOMPARE(f.transcript(*reader(f)), "< no previous message >");
-        reader(f)->close();
-
-        f.hub->log().WriteLogHeader(juliet);
-        f.hub->log().WriteLogLine("one\ntwo http://x.example", juliet, {}, false);
-        f.hub->ShowMessageLog(juliet + QStringLiteral("/balcony"));
-        const auto* window = reader(f);
-        QCOMPARE(window->windowTitle(), juliet + QStringLiteral(" -- Message Log"));
-        QCOMPARE(f.transcript(*window),
-                 QStringLiteral("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
-                                "%1 (07:08:09): one\ntwo http://x.example\n")
+        f->hub->ShowMessageLog(juliet);
+        QCOMPARE(f->transcript(*reader(*f)), "< no previous message >");
+        reader(*f)->close();
+        f->hub->log().WriteLogHeader(juliet);
+        f->hub->log().WriteLogLine("one\ntwo http://x.example", juliet, {}, false);
+        f->hub->ShowMessageLog(juliet + "/balcony");
+        const auto* window = reader(*f);
+        QCOMPARE(window->windowTitle(), juliet + " -- Message Log");
+        QCOMPARE(f->transcript(*window),
+                 QString("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
+                         "%1 (07:08:09): one\ntwo http://x.example\n")
                      .arg(juliet));
         // Kept: not even a header is bold.
-        QCOMPARE(f.formatOf(*window, "*** New").fontWeight(), int(QFont::Normal));
-        QVERIFY(f.formatOf(*window, "x.example").isAnchor());
+        QCOMPARE(f->formatOf(*window, "*** New").fontWeight(), int(QFont::Normal));
+        QVERIFY(f->formatOf(*window, "x.example").isAnchor());
     }
 
     void readerSavesRichText()
     {
-        MessagingFixture f;
-        f.hub->log().WriteLogLine(QString::fromUtf8("{a\\b} \xC3\xA9"), juliet, {}, false);
-        f.hub->ShowMessageLog(juliet);
-        auto& save = f.control<QAction>(*reader(f), "mnuEditSave");
+        f->hub->log().WriteLogLine(QString::fromUtf8("{a\\b} \xC3\xA9"), juliet, {}, false);
+        f->hub->ShowMessageLog(juliet);
+        auto& save = f->control<QAction>(*reader(*f), "mnuEditSave");
         save.trigger();
-        const QString file = f.profile.path() + QStringLiteral("/log.rtf");
-        f.world.boxes.inputs = {file, f.profile.path() + QStringLiteral("/missing/log.rtf")};
+        const QString file = f->profile.path() + "/log.rtf";
+        f->world.boxes.inputs = {file, f->profile.path() + "/missing/log.rtf"};
         save.trigger();
         const QByteArray text = files::read(file);
         QVERIFY2(text.startsWith("{\\rtf1") && text.contains("\\{a\\\\b\\} \\u233?\\par") &&
                      text.endsWith("}\r\n"),
                  text.constData());
-        const auto before = f.world.boxes.shown.size();
+        const auto before = f->world.boxes.shown.size();
         save.trigger();
-        QCOMPARE(f.world.boxes.shown.size(), before + 2);
-        QCOMPARE(f.world.boxes.shown.last().icon, MessageBoxes::Icon::Exclamation);
+        QCOMPARE(f->world.boxes.shown.size(), before + 2);
+        QCOMPARE(f->world.boxes.shown.last().icon, MessageBoxes::Icon::Exclamation);
     }
 };
 

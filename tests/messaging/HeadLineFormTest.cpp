@@ -25,7 +25,6 @@ private slots:
             " <07:08>  x: error - There is no such address.\n");
         row("error without element", "<message from='x' type='error'><body>B</body></message>", "");
     }
-
     void messagesBecomeLines()
     {
         const auto [xml, lines] = fetched<QString, QString>();
@@ -40,12 +39,9 @@ private slots:
     void noticeHasItsColours()
     {
         MessagingFixture f;
-        auto& window = f.notices();
-        window.WriteMessage("sender", "body", "subject");
-        const auto* document = f.control<QPlainTextEdit>(window, "txtMsg").document();
-        const auto format = [&](const char* text) {
-            return document->find(QString::fromLatin1(text)).charFormat();
-        };
+        f.notices().WriteMessage("sender", "body", "subject");
+        const auto* document = f.control<QPlainTextEdit>(f.notices(), "txtMsg").document();
+        const auto format = [&](const QString& text) { return document->find(text).charFormat(); };
         QCOMPARE(format("sender").foreground().color(), QColor(85, 126, 186));
         QCOMPARE(format("subject").foreground().color(), QColor(Qt::black));
         QCOMPARE(format("subject").fontWeight(), int(QFont::Normal));
@@ -82,7 +78,6 @@ private slots:
         window.showAtPlace();
         QCOMPARE(window.pos(), QPoint(20, 30));
         QVERIFY(f.transcript(window, "txtMsg").endsWith(" - b\n"));
-
         f.client.SessionClosing = true;
         QVERIFY(window.requestUnload(CloseMode::Code));
         QVERIFY(!f.registry.find("HeadLineForm"));

@@ -22,7 +22,6 @@ private slots:
         row("inside a word", "xhttp://a.example", QStringList());
         row("only a scheme", "http://...", QStringList());
     }
-
     void linksAreFound()
     {
         const auto [text, targets] = fetched<QString, QStringList>();

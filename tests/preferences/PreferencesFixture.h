@@ -5,7 +5,9 @@
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "support/RecordingDesktop.h"
+#include "support/Table.h"
 #include "support/TempProfile.h"
+#include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
 // The preferences on settings of their own, shown.

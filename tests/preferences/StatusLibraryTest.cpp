@@ -2,125 +2,12 @@
 #include "PreferencesFixture.h"
 #include "settings/Paths.h"
 #include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 // The prepared status texts, in the page that edits them.
 class StatusLibraryTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void aMissingFileIsMadeWithTexts()
-    {
-        PreferencesFixture f;
-        auto* panel = page(f, "Extended Away");
-        QCOMPARE(texts(panel), "Extended Away|Gone Home|At Work|I'm sleeping");
-        QCOMPARE(StatusLibrary().states(),
-                 QStringList({"Available", "Away", "Extended Away", "Do Not Disturb", "Free For Chat"}));
-        QVERIFY(content().contains("<status type=\"Away\"><message>Not at my desk rigth now</message>"
-                                   "<message>Coffe Break</message></status>"));
-    }
-
-    void aChosenTextIsTheStatesText_data()
-    {
-        columns<QString, QString>("state", "changed"); // of Av, Away, xAway, DND and Free for Chat
-        row("Available", "Available", "two,Away,xAway,DND,FFC");
-        row("Away", "Away", "Av,two,xAway,DND,FFC");
-        row("Extended away", "Extended away", "Av,Away,two,DND,FFC");
-        row("Extended Away, kept", "Extended Away", "Av,Away,xAway,DND,FFC");
-        row("Do Not Disturb", "Do Not Disturb", "Av,Away,xAway,two,FFC");
-        row("Free for Chat", "Free for Chat", "Av,Away,xAway,DND,two");
-        row("Free For Chat, kept", "Free For Chat", "Av,Away,xAway,DND,FFC");
-    }
-
-    void aChosenTextIsTheStatesText()
-    {
-        QFETCH(QString, state);
-        Settings settings;
-        settings.StatusAv = "Av";
-        settings.StatusAway = "Away";
-        settings.StatusXAway = "xAway";
-        settings.StatusDND = "DND";
-        PreferencesFixture f(settings);
-        f.client.FreeForChatMsg = "FFC";
-        put(QStringLiteral("<breloim><status type=\"x\"/><status type=\"%1\"><message>one</message>"
-                           "<message>two</message></status></breloim>")
-                .arg(state)
-                .toUtf8());
-        auto* panel = page(f, state);
-        list(panel).setCurrentRow(0, QItemSelectionModel::NoUpdate); // as Tab does: nothing is chosen
-        list(panel).setCurrentRow(1);
-        const auto& now = f.client.settings;
-        QTEST(QStringList(
-                  {now.StatusAv, now.StatusAway, now.StatusXAway, now.StatusDND, f.client.FreeForChatMsg})
-                  .join(u','),
-              "changed");
-    }
-
-    void textsAreAddedWhereTheFileKnowsTheState_data()
-    {
-        columns<QString, QString, QString>("state", "typed", "after");
-        row("Available", "Available", "At <home> & well", "On Line|At <home> & well");
-        row("Away", "Away", "Lunch", "Not at my desk rigth now|Coffe Break|Lunch");
-        row("spelt otherwise", "Do Not Disturb", "Hush", "Do Not Disturb|In a meeting|Working");
-        row("nothing", "Available", "", "On Line");
-    }
-
-    void textsAreAddedWhereTheFileKnowsTheState()
-    {
-        const auto [state, typed] = fetched<QString, QString>();
-        PreferencesFixture f;
-        auto* panel = page(f, state);
-        f.outside.boxes.inputs = {typed};
-        ui::click(panel, "Command1");
-        QTEST(texts(panel), "after");
-        QCOMPARE(f.outside.boxes.shown.first().title, "Add Status Messages");
-        QCOMPARE(f.outside.boxes.shown.first().text, "Enter a message ...");
-        QCOMPARE(StatusLibrary().messages(state).join(u'|'), texts(panel));
-    }
-
-    void aTextIsRemoved()
-    {
-        PreferencesFixture f;
-        put("<breloim>\n <status type=\"Away\"><!-- mine --><message>a</message>\n "
-            "<message>b</message></status>"
-            "</breloim>");
-        auto* panel = page(f, "Away");
-        ui::click(panel, "Command2"); // nothing is selected
-        QCOMPARE(texts(panel), "a|b");
-        list(panel).setCurrentRow(0);
-        ui::click(panel, "Command2");
-        QCOMPARE(texts(panel), "b");
-        QVERIFY(content().contains("<!-- mine -->") && !content().contains("<message>a<"));
-    }
-
-    void aDamagedFileIsLeftAlone()
-    {
-        PreferencesFixture f;
-        put("<breloim><status type=\"Away\">");
-        auto* panel = f.page("Personal");
-        QCOMPARE(ui::find<QComboBox>(panel, "ComboStatus")->count(), 0);
-        QVERIFY(f.outside.boxes.shown.isEmpty());
-        f.outside.boxes.inputs = {"Lunch"};
-        ui::click(panel, "Command1");
-        QCOMPARE(content(), QByteArray("<breloim><status type=\"Away\">"));
-    }
-
-    void theContactListStaysOnTop()
-    {
-        PreferencesFixture f;
-        auto* panel = f.page("Personal");
-        QSignalSpy changed(f.form, &PreferencesForm::onTopChanged);
-        QVERIFY(ui::find<QRadioButton>(panel, "chkWndNotOnTop")->isChecked());
-        ui::find<QRadioButton>(panel, "chkAlwaysOnTop")->click();
-        QVERIFY(f.client.settings.OnTop);
-        ui::find<QRadioButton>(panel, "chkWndNotOnTop")->click();
-        QVERIFY(!f.client.settings.OnTop);
-        QCOMPARE(changed.count(), 2);
-    }
-
-private:
     static QString fileName() { return paths::configFolder() + "/StatusMsgs.xml"; }
     static void put(const QByteArray& text) { files::write(fileName(), text); }
     static QByteArray content() { return files::read(fileName()); }
@@ -137,6 +24,109 @@ private:
         for (int row = 0; row < list(panel).count(); ++row)
             all += list(panel).item(row)->text();
         return all.join(u'|');
+    }
+
+    std::optional<PreferencesFixture> f;
+private slots:
+    void init() { f.emplace(); }
+
+    void aMissingFileIsMadeWithTexts()
+    {
+        auto* panel = page(*f, "Extended Away");
+        QCOMPARE(texts(panel), "Extended Away|Gone Home|At Work|I'm sleeping");
+        QCOMPARE(StatusLibrary().states(),
+                 QStringList({"Available", "Away", "Extended Away", "Do Not Disturb", "Free For Chat"}));
+        QVERIFY(content().contains("<status type=\"Away\"><message>Not at my desk rigth "
+                                   "now</message><message>Coffe Break</message></status>"));
+    }
+
+    void aChosenTextIsTheStatesText_data()
+    {
+        columns<QString, QString>("state", "changed"); // of Av, Away, xAway, DND and Free for Chat
+        row("Available", "Available", "two,Away,xAway,DND,FFC");
+        row("Away", "Away", "Av,two,xAway,DND,FFC");
+        row("Extended away", "Extended away", "Av,Away,two,DND,FFC");
+        row("Extended Away, kept", "Extended Away", "Av,Away,xAway,DND,FFC");
+        row("Do Not Disturb", "Do Not Disturb", "Av,Away,xAway,two,FFC");
+        row("Free for Chat", "Free for Chat", "Av,Away,xAway,DND,two");
+        row("Free For Chat, kept", "Free For Chat", "Av,Away,xAway,DND,FFC");
+    }
+    void aChosenTextIsTheStatesText()
+    {
+        QFETCH(QString, state);
+        auto& now = f->client.settings;
+        const QList<QString*> all{&now.StatusAv, &now.StatusAway, &now.StatusXAway, &now.StatusDND,
+                                  &f->client.FreeForChatMsg};
+        QStringList before{"Av", "Away", "xAway", "DND", "FFC"};
+        for (int i = 0; i < all.size(); ++i)
+            *all[i] = before[i];
+        const QString file = "<breloim><status type='x'/><status type='%1'><message>one</message>"
+                             "<message>two</message></status></breloim>";
+        put(file.arg(state).toUtf8());
+        auto* panel = page(*f, state);
+        list(panel).setCurrentRow(0, QItemSelectionModel::NoUpdate); // as Tab does: nothing is chosen
+        list(panel).setCurrentRow(1);
+        QStringList after;
+        for (const auto* text : all)
+            after += *text;
+        QTEST(after.join(u','), "changed");
+    }
+
+    void textsAreAddedWhereTheFileKnowsTheState_data()
+    {
+        columns<QString, QString, QString>("state", "typed", "after");
+        row("Available", "Available", "At <home> & well", "On Line|At <home> & well");
+        row("Away", "Away", "Lunch", "Not at my desk rigth now|Coffe Break|Lunch");
+        row("spelt otherwise", "Do Not Disturb", "Hush", "Do Not Disturb|In a meeting|Working");
+        row("nothing", "Available", "", "On Line");
+    }
+    void textsAreAddedWhereTheFileKnowsTheState()
+    {
+        const auto [state, typed] = fetched<QString, QString>();
+        auto* panel = page(*f, state);
+        f->outside.boxes.inputs = {typed};
+        ui::click(panel, "Command1");
+        QTEST(texts(panel), "after");
+        QCOMPARE(f->outside.boxes.shown.first().title, "Add Status Messages");
+        QCOMPARE(f->outside.boxes.shown.first().text, "Enter a message ...");
+        QCOMPARE(StatusLibrary().messages(state).join(u'|'), texts(panel));
+    }
+
+    void aTextIsRemoved()
+    {
+        put("<breloim>\n <status type='Away'><!-- mine --><message>a</message>\n "
+            "<message>b</message></status>"
+            "</breloim>");
+        auto* panel = page(*f, "Away");
+        ui::click(panel, "Command2"); // nothing is selected
+        QCOMPARE(texts(panel), "a|b");
+        list(panel).setCurrentRow(0);
+        ui::click(panel, "Command2");
+        QCOMPARE(texts(panel), "b");
+        QVERIFY(content().contains("<!-- mine -->") && !content().contains("<message>a<"));
+    }
+
+    void aDamagedFileIsLeftAlone()
+    {
+        put("<breloim><status type=\"Away\">");
+        auto* panel = f->page("Personal");
+        QCOMPARE(ui::find<QComboBox>(panel, "ComboStatus")->count(), 0);
+        QVERIFY(f->outside.boxes.shown.isEmpty());
+        f->outside.boxes.inputs = {"Lunch"};
+        ui::click(panel, "Command1");
+        QCOMPARE(content(), QByteArray("<breloim><status type=\"Away\">"));
+    }
+
+    void theContactListStaysOnTop()
+    {
+        auto* panel = f->page("Personal");
+        QSignalSpy changed(f->form, &PreferencesForm::onTopChanged);
+        QVERIFY(ui::find<QRadioButton>(panel, "chkWndNotOnTop")->isChecked());
+        ui::find<QRadioButton>(panel, "chkAlwaysOnTop")->click();
+        QVERIFY(f->client.settings.OnTop);
+        ui::find<QRadioButton>(panel, "chkWndNotOnTop")->click();
+        QVERIFY(!f->client.settings.OnTop);
+        QCOMPARE(changed.count(), 2);
     }
 };
 

@@ -8,16 +8,6 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QAccessible>
-#include <QDirIterator>
-#include <QLabel>
-#include <QMenuBar>
-#include <QRadioButton>
-#include <QScopeGuard>
-#include <QScreen>
-#include <QTabBar>
-#include <QTest>
-
 #include <algorithm>
 
 namespace
@@ -35,7 +25,7 @@ void openConversation(FakeClient& c)
 
 void openCard(FakeClient& c, const QString& jid)
 {
-    c.inject(QStringLiteral("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
+    c.inject(QString("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
 }
 
 // The page is the word behind the form's name.
@@ -92,12 +82,20 @@ QString formOf(const char* row)
     return QString(row).section(' ', 0, 0);
 }
 
-// A form by its name, or a dialog of the sign-in window's.
-QWidget* window(const FakeClient& c, const QString& name)
-{
-    auto* form = c.registry.find(name);
-    return form ? form : c.signInForm().findChild<QWidget*>(name);
-}
+// A client with the window of the present row on screen.
+struct Shown : FakeClient {
+    QWidget* window;
+    Shown()
+    {
+        signIn();
+        (*static_cast<Open*>(QTest::qData("open", qMetaTypeId<Open>())))(*this);
+        const QString name = formOf(QTest::currentDataTag());
+        window = form(qPrintable(name));
+        if (!window)
+            window = ui::find<QWidget>(&signInForm(), qPrintable(name)); // a dialog of the sign-in window's
+        window->show();
+    }
+};
 
 QList<QWidget*> visibleControls(const QWidget* window)
 {
@@ -220,42 +218,28 @@ private slots:
         for (const auto& [name, open] : windows)
             row(name, open);
     }
+    void theKeysAndTheReaderFindEverything()
+    {
+        const Shown client;
+        client.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(client.window));
+        QCOMPARE(nameless(client.window).join(", "), QString());
+        QCOMPARE(clashing(client.window).join(", "), QString());
+        QCOMPARE(unreached(client.window).join(", "), QString());
+    }
 
     void nothingIsCutWithABigFont_data() { theKeysAndTheReaderFindEverything_data(); }
-
     void nothingIsCutWithABigFont()
     {
-        QFETCH(Open, open);
         const QFont usual = QApplication::font();
         const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
         QFont big = usual;
         big.setPointSize(16);
         QApplication::setFont(big);
-        FakeClient client;
-        client.signIn();
-        open(client);
-        auto* shown = window(client, formOf(QTest::currentDataTag()));
-        QVERIFY(shown);
-        shown->show();
-        QVERIFY(QTest::qWaitForWindowExposed(shown));
-        QCOMPARE(cut(shown).join(", "), QString());
-        QVERIFY(shown->screen()->availableGeometry().contains(shown->geometry()));
-    }
-
-    void theKeysAndTheReaderFindEverything()
-    {
-        QFETCH(Open, open);
-        FakeClient client;
-        client.signIn();
-        open(client);
-        auto* shown = window(client, formOf(QTest::currentDataTag()));
-        QVERIFY(shown);
-        shown->show();
-        shown->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(shown));
-        QCOMPARE(nameless(shown).join(", "), QString());
-        QCOMPARE(clashing(shown).join(", "), QString());
-        QCOMPARE(unreached(shown).join(", "), QString());
+        const Shown client;
+        QVERIFY(QTest::qWaitForWindowExposed(client.window));
+        QCOMPARE(cut(client.window).join(", "), QString());
+        QVERIFY(client.window->screen()->availableGeometry().contains(client.window->geometry()));
     }
 };
 

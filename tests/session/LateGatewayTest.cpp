@@ -1,40 +1,22 @@
 #include "session/LateGateway.h"
 
-#include "engine/ConnectionHost.h"
-#include "engine/StanzaQueue.h"
+#include "support/FakeEngine.h"
 #include "support/RecordingHost.h"
 #include "support/TestRunner.h"
 
-#include <QTest>
-
-namespace
-{
-
-// A gateway that only writes down how it was set up.
-class PlainGateway : public Gateway
-{
-public:
-    explicit PlainGateway(QStringList& log) : log_(log) {}
-    void DoConnect(const QString& user, const QString&, const QString& server, QString& resource) override
+// A gateway that writes down how it was set up, in order.
+struct NotingGateway : FakeGateway {
+    QStringList& log;
+    explicit NotingGateway(QStringList& list) : log(list) { connected = true; }
+    void DoConnect(const QString& user, const QString&, const QString& server, QString& name) override
     {
-        log_ += QStringList{"connect", user, server, resource}.join(u' ');
+        log += QStringList{"connect", user, server, name}.join(u' ');
     }
-    void DoDisconnect() override { log_ += QStringLiteral("disconnect"); }
-    bool isconnected() const override { return true; }
-    QString UserName() const override { return QStringLiteral("romeo"); }
-    QString Password() const override { return {}; }
-    QString Server() const override { return QStringLiteral("home"); }
-    bool Secure() const override { return false; }
-    void setSecure(bool on) override { log_ += on ? QStringLiteral("secure") : QStringLiteral("open"); }
-    void setProxy(const ProxyServer& proxy) override { log_ += QStringLiteral("proxy ") + proxy.host; }
-    void setQueue(std::shared_ptr<StanzaQueue>) override { log_ += QStringLiteral("queue"); }
-    void Trigger() override { log_ += QStringLiteral("trigger"); }
-
-private:
-    QStringList& log_;
+    void setSecure(bool on) override { log += on ? "secure" : "open"; }
+    void setProxy(const ProxyServer& value) override { log += "proxy " + value.host; }
+    void setQueue(std::shared_ptr<StanzaQueue>) override { log += "queue"; }
+    void Trigger() override { log += "trigger"; }
 };
-
-} // namespace
 
 class LateGatewayTest : public QObject
 {
@@ -45,17 +27,15 @@ private slots:
     {
         QStringList log;
         RecordingHost host;
-        LateGateway gateway(host, [&log](ConnectionHost&) { return std::make_unique<PlainGateway>(log); });
+        LateGateway gateway(host, [&log](ConnectionHost&) { return std::make_unique<NotingGateway>(log); });
         gateway.setQueue(std::make_shared<StanzaQueue>());
         gateway.setSecure(true);
         gateway.setProxy({ProxyServer::Kind::Socks4, "door", 1080, {}, {}});
         gateway.DoDisconnect();
         gateway.Trigger();
         QVERIFY(log.isEmpty());
-        QVERIFY(!gateway.isconnected());
-        QVERIFY(gateway.Secure());
-
-        QString resource = QStringLiteral("desk");
+        QVERIFY(!gateway.isconnected() && gateway.Secure());
+        QString resource = QString("desk");
         gateway.DoConnect("romeo", {}, "home:5222", resource);
         gateway.Trigger();
         gateway.DoConnect("romeo", {}, "home", resource);

@@ -6,8 +6,6 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QSignalSpy>
-
 // What the progress window says when a connection doesn't come up, and that Cancel always leads out.
 class ProgressTest : public QObject
 {
@@ -17,7 +15,7 @@ private slots:
     void tellsWhatWentWrong_data()
     {
         columns<QString, QString>("server", "says");
-        const QString address = QStringLiteral("$server");
+        const QString address = "$server";
         row("empty", QString(), "No server is given.");
         row("blanks only", "   ", "No server is given.");
         row("blanks within", "my server", "has blanks in it");
@@ -28,19 +26,16 @@ private slots:
         row("host that doesn't exist", QString(70, u'x'), "There is no server named");
         row("port that refuses", address, "the connection was refused");
     }
-
     void tellsWhatWentWrong()
     {
-        QFETCH(QString, server);
-        QFETCH(QString, says);
+        auto [server, says] = fetched<QString, QString>();
         ScriptedServer peer;
         const QString address = peer.address();
         peer.refuse();
         LiveClient live;
         live.signIn(server.replace("$server", address));
         QTRY_VERIFY2(live.progressText().contains(says), qPrintable(live.progressText()));
-        QVERIFY(live.progressText().startsWith("Connecting...\n"));
-        QVERIFY(!live.client.isConnected());
+        QVERIFY(live.progressText().startsWith("Connecting...\n") && !live.client.isConnected());
         QVERIFY(live.form("LoggingInForm")->isVisible());
         ui::click(live.form("LoggingInForm"), "Command1");
         QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm") &&

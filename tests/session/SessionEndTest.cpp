@@ -5,110 +5,84 @@
 #include "desktop/forms/WaitAnimation.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
-
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QPointer>
-#include <QSignalSpy>
-
-namespace
-{
-
-const QRect place(40, 60, 420, 640);
-
-QString panel(const RosterForm& form, int number)
-{
-    return ui::find<QLabel>(&form, qPrintable(QStringLiteral("StatusBar2Panel%1").arg(number)))->text();
-}
-
-QString message(const char* type)
-{
-    return QStringLiteral(
-               "<message from=\"juliet@montague.example/balcony\" to=\"romeo@montague.example/BreloIM\" "
-               "type=\"%1\"><body>hark</body></message>")
-        .arg(QLatin1String(type));
-}
-
-} // namespace
 
 // The ways in which a session ends, on the real windows.
 class SessionEndTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void cancelComesBackFromEveryStep_data()
+    static inline const QRect place{40, 60, 420, 640};
+    static QString panel(const RosterForm& form, int number)
     {
-        columns<int>("steps");
-        row("connecting", 0);
-        row("stream up", 1);
-        row("first list there", 2);
+        return ui::find<QLabel>(&form, qPrintable(QString("StatusBar2Panel%1").arg(number)))->text();
     }
 
+    static QString message(const char* type)
+    {
+        return QString("<message from='juliet@montague.example/balcony' to='romeo@montague.example/BreloIM' "
+                       "type='%1'><body>hark</body></message>")
+            .arg(QLatin1String(type));
+    }
+
+private slots:
     void cancelComesBackFromEveryStep()
     {
-        QFETCH(int, steps);
-        FakeClient live;
-        ui::click(&live.signInForm(), "Connect");
-        if (steps > 0)
-            live.streamUp();
-        if (steps > 1)
-            live.inject("<iq><query xmlns=\"jabber:iq:roster\"><item jid=\"a@b\" subscription=\"both\"/>"
-                        "</query></iq>");
-        QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
-        QCOMPARE(live.gateway->disconnects, 1);
-        QCOMPARE(live.registry.loaded(), QList<Form*>{&live.signInForm()});
-        QVERIFY(live.signInForm().isVisible());
-        QCOMPARE(live.client.MyRoster.Count() + live.client.MyGroups.Count(), 0);
-        QVERIFY(!live.client.IgnoreIQ);
-        live.signIn(); // and in again
-        QVERIFY(live.rosterForm()->isVisible() && !live.form("LoggingInForm"));
-    }
-
-    void lostConnectionLeavesTheMainWindow_data()
-    {
-        columns<bool>("byPage");
-        row("back by the tool bar", false);
-        row("back by the page's button", true);
+        for (int steps = 0; steps < 3; ++steps) { // connecting, the stream up, the first list there
+            FakeClient live;
+            ui::click(&live.signInForm(), "Connect");
+            if (steps > 0)
+                live.streamUp();
+            if (steps > 1)
+                live.inject(
+                    "<iq><query xmlns='jabber:iq:roster'><item jid='a@b' subscription='to'/></query></iq>");
+            QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
+            QCOMPARE(live.gateway->disconnects, 1);
+            QCOMPARE(live.registry.loaded(), QList<Form*>{&live.signInForm()});
+            QVERIFY(live.signInForm().isVisible());
+            QCOMPARE(live.client.MyRoster.Count() + live.client.MyGroups.Count(), 0);
+            QVERIFY(!live.client.IgnoreIQ);
+            live.signIn(); // and in again
+            QVERIFY(live.rosterForm()->isVisible() && !live.form("LoggingInForm"));
+        }
     }
 
     void lostConnectionLeavesTheMainWindow()
     {
-        QFETCH(bool, byPage);
-        FakeClient live;
-        live.signIn();
-        QCOMPARE(panel(*live.rosterForm(), 3), "OPEN");
-        live.inject(message("chat"));
-        live.inject(message("headline"));
-        live.streamLost();
-        QVERIFY(live.rosterForm()->isVisible());
-        QVERIFY(!live.signInForm().isVisible());
-        for (const Form* form : live.registry.loaded())
-            QVERIFY2(form == live.rosterForm() || !form->isVisible(), qPrintable(form->objectName()));
-        QCOMPARE(panel(*live.rosterForm(), 2), "Diconnected");
-        QCOMPARE(panel(*live.rosterForm(), 3), QString());
-        QVERIFY(!live.rosterForm()->Roster1->isVisible());
-        QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
-        QCOMPARE(live.world.tray.toolTip, "BreloIM - Disconnected");
-        QCOMPARE(live.trayEntry("mnuTrayConnect"), "Connect...");
-        // The connect buttons start again through the sign-in window.
-        const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
-        QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
-        if (byPage)
-            ui::click(live.rosterForm(), "cmdConnect");
-        else
-            ui::choose(live.rosterForm(), "Toolbar1Button1");
-        QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
-        live.client.settings.SSL = true;
-        live.signIn();
-        QVERIFY(live.rosterForm()->Roster1->isVisible());
-        QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());
-        QVERIFY(ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->isChecked());
-        QCOMPARE(panel(*live.rosterForm(), 2) + panel(*live.rosterForm(), 3), "AvailableSSL");
+        for (const bool byPage : {false, true}) {
+            FakeClient live;
+            live.signIn();
+            QCOMPARE(panel(*live.rosterForm(), 3), "OPEN");
+            live.inject(message("chat"));
+            live.inject(message("headline"));
+            live.streamLost();
+            QVERIFY(live.rosterForm()->isVisible() && !live.signInForm().isVisible());
+            for (const Form* form : live.registry.loaded())
+                QVERIFY2(form == live.rosterForm() || !form->isVisible(), qPrintable(form->objectName()));
+            QCOMPARE(panel(*live.rosterForm(), 2), "Diconnected");
+            QCOMPARE(panel(*live.rosterForm(), 3), QString());
+            QVERIFY(!live.rosterForm()->Roster1->isVisible());
+            QVERIFY(ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isVisible());
+            QCOMPARE(live.world.tray.toolTip, "BreloIM - Disconnected");
+            QCOMPARE(live.trayEntry("mnuTrayConnect"), "Connect...");
+            // The connect buttons start again through the sign-in window.
+            const auto* button = ui::find<QAction>(live.rosterForm(), "Toolbar1Button1");
+            QVERIFY(button->toolTip() == "Connect" && !button->isChecked());
+            if (byPage)
+                ui::click(live.rosterForm(), "cmdConnect");
+            else
+                ui::choose(live.rosterForm(), "Toolbar1Button1");
+            QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
+            live.client.settings.SSL = true;
+            live.signIn();
+            QVERIFY(live.rosterForm()->Roster1->isVisible());
+            QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());
+            QVERIFY(ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->isChecked());
+            QCOMPARE(panel(*live.rosterForm(), 2) + panel(*live.rosterForm(), 3), "AvailableSSL");
+        }
     }
 
     void windowPositionComesBack_data()
@@ -118,12 +92,9 @@ private slots:
         row("start in the tray ignores the place", 0, true, false);
         row("minimised loses the place", 1, false, false);
     }
-
     void windowPositionComesBack()
     {
-        QFETCH(int, state);
-        QFETCH(bool, startInTray);
-        QFETCH(bool, returns);
+        const auto [state, startInTray, returns] = fetched<int, bool, bool>();
         Settings stored;
         stored.StartInSystemTray = startInTray;
         FakeClient live(stored);
@@ -140,34 +111,28 @@ private slots:
         QCOMPARE(live.rosterForm()->isMinimized(), state == 1);
     }
 
-    void exitClosesAndWritesEverything_data()
-    {
-        columns<bool>("byTray");
-        row("tray", true);
-        row("menu", false);
-    }
-
     void exitClosesAndWritesEverything()
     {
-        QFETCH(bool, byTray);
-        FakeClient live;
-        live.signIn();
-        live.inject(message("chat"));
-        live.inject(message("headline"));
-        live.rosterForm()->setGeometry(place);
-        const QPointer<Form> chat = live.form("MessageForm");
-        QVERIFY(chat);
-        const QSignalSpy unloaded(&live.signInForm(), &SignInForm::unloaded);
-        if (byTray)
-            ui::choose(live.menus.menu(), "mnutrayExit");
-        else
-            ui::choose(live.rosterForm(), "mRosterTExit");
-        QCOMPARE(unloaded.size(), 1);
-        QCOMPARE(live.gateway->disconnects, 1);
-        QVERIFY(!live.rosterForm() && !live.form("MessageForm"));
-        QTRY_VERIFY(!chat);
-        QCOMPARE(live.storedSettings().UserName, "romeo");
-        QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
+        for (const bool byTray : {true, false}) {
+            FakeClient live;
+            live.signIn();
+            live.inject(message("chat"));
+            live.inject(message("headline"));
+            live.rosterForm()->setGeometry(place);
+            const QPointer<Form> chat = live.form("MessageForm");
+            QVERIFY(chat);
+            const QSignalSpy unloaded(&live.signInForm(), &SignInForm::unloaded);
+            if (byTray)
+                ui::choose(live.menus.menu(), "mnutrayExit");
+            else
+                ui::choose(live.rosterForm(), "mRosterTExit");
+            QCOMPARE(unloaded.size(), 1);
+            QCOMPARE(live.gateway->disconnects, 1);
+            QVERIFY(!live.rosterForm() && !live.form("MessageForm"));
+            QTRY_VERIFY(!chat);
+            QCOMPARE(live.storedSettings().UserName, "romeo");
+            QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
+        }
     }
 
     // The box stands on a handler of its window, inside the pump: both must live until it is answered.
@@ -197,10 +162,7 @@ private slots:
     void aDamagedBlockListIsToldOnce()
     {
         FakeClient live;
-        QVERIFY(QDir().mkpath(paths::configFolder()));
-        QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no list") > 0);
-        file.close();
+        files::write(paths::configFolder() + "/BannedList.xml", "no list");
         live.signIn();
         QCOMPARE(live.world.boxes.shown.size(), 1);
         QVERIFY(live.rosterForm()->isVisible());

@@ -4,20 +4,16 @@
 #include "preferences/forms/PreferencesForm.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-
 namespace
 {
 
-const QString juliet = QStringLiteral("juliet@montague.example");
-const QString stranger = QStringLiteral("paris@verona.example");
-const QString refusal = QStringLiteral("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
+const QString stranger = "paris@verona.example";
+const QString refusal = "<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>";
 
 using Act = std::function<void(FakeClient&)>;
 
@@ -32,18 +28,13 @@ struct Box {
     const char* always = ""; // there even when the session has ended
 };
 
-Act answering(MessageBoxes::Answer answer, const Act& show)
+Act answering(const Act& show, MessageBoxes::Answer answer = MessageBoxes::Answer::Yes)
 {
     return [answer, show](FakeClient& c) {
         c.world.boxes.answers = {answer};
         c.world.boxes.inputs = {stranger};
         show(c);
     };
-}
-
-Act yes(const Act& show)
-{
-    return answering(MessageBoxes::Answer::Yes, show);
 }
 
 void connecting(FakeClient& c)
@@ -53,9 +44,7 @@ void connecting(FakeClient& c)
 
 void damagedBlockList(FakeClient& c)
 {
-    QDir().mkpath(paths::configFolder());
-    QFile file(paths::configFolder() + QStringLiteral("/BannedList.xml"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no list") > 0);
+    files::write(paths::configFolder() + "/BannedList.xml", "no list");
     connecting(c);
     c.streamUp();
 }
@@ -74,9 +63,8 @@ void logThatCantBeWritten(FakeClient& c)
 
 void message(FakeClient& c)
 {
-    c.inject(QStringLiteral("<message from=\"%1/b\" to=\"romeo@montague.example/BreloIM\" type=\"chat\">"
-                            "<body>hark</body></message>")
-                 .arg(juliet));
+    c.inject("<message from='juliet@montague.example/b' to='romeo@montague.example/BreloIM' type='chat'>"
+             "<body>hark</body></message>");
 }
 
 void talking(FakeClient& c)
@@ -106,29 +94,30 @@ void underTheSecondBox(FakeClient& c)
 const Box boxes[] = {
     {"unreadable block list", damagedBlockList,
      [](FakeClient& c) {
-         c.inject("<iq><query xmlns=\"jabber:iq:roster\"><item jid=\"a@b\" subscription=\"both\"/></query>"
-                  "</iq>");
+         c.inject("<iq><query xmlns='jabber:iq:roster'><item jid='a@b' subscription='both'/></query></iq>");
      },
      "LoggingInForm RosterForm", "RosterForm"},
-    {"first time, yes", connecting, yes([](FakeClient& c) { c.inject(refusal); }), "LoggingInForm sent:1",
-     "LoggingInForm sent:1"},
+    {"first time, yes", connecting, answering([](FakeClient& c) { c.inject(refusal); }),
+     "LoggingInForm sent:1", "LoggingInForm sent:1"},
     {"first time, no", connecting,
-     answering(MessageBoxes::Answer::No, [](FakeClient& c) { c.inject(refusal); }), "SignInForm",
+     answering([](FakeClient& c) { c.inject(refusal); }, MessageBoxes::Answer::No), "SignInForm",
      "SignInForm"},
     {"account refused", connecting,
      [](FakeClient& c) { c.inject("<iq type=\"error\" id=\"VRX_new\"><error>taken</error></iq>"); },
      "SignInForm", "SignInForm"},
-    {"password in clear", connecting, yes([](FakeClient& c) { c.host->allowPlainPassword("a.example"); }),
-     "LoggingInForm allowed", "LoggingInForm allowed"},
-    {"start chat, question", signedIn, yes(choosing("RosterForm", "mRosterTBeginC")),
+    {"password in clear", connecting,
+     answering([](FakeClient& c) { c.host->allowPlainPassword("a.example"); }), "LoggingInForm allowed",
+     "LoggingInForm allowed"},
+    {"start chat, question", signedIn, answering(choosing("RosterForm", "mRosterTBeginC")),
      "MessageForm RosterForm", "RosterForm"},
-    {"start chat, identifier", signedIn, yes(underTheSecondBox), "MessageForm RosterForm", "RosterForm"},
-    {"check a card", signedIn, yes(choosing("RosterForm", "mRosterFContrVC")), "RosterForm sent:1",
+    {"start chat, identifier", signedIn, answering(underTheSecondBox), "MessageForm RosterForm",
+     "RosterForm"},
+    {"check a card", signedIn, answering(choosing("RosterForm", "mRosterFContrVC")), "RosterForm sent:1",
      "RosterForm"},
     {"log not written", logThatCantBeWritten, message, "MessageForm RosterForm", "RosterForm"},
-    {"block the peer", talking, yes(choosing("MessageForm", "mnustrblock")),
+    {"block the peer", talking, answering(choosing("MessageForm", "mnustrblock")),
      "MessageForm RosterForm sent:1 blocked", "RosterForm blocked", " blocked"},
-    {"block an address", blockedPage, yes([](FakeClient& c) {
+    {"block an address", blockedPage, answering([](FakeClient& c) {
          ui::click(qobject_cast<PreferencesForm*>(c.form("PreferencesForm"))->panel("Privacy"), "cmdAdd");
      }),
      "PreferencesForm RosterForm sent:1 blocked", "RosterForm blocked", " blocked"},
@@ -144,11 +133,11 @@ QString outcome(FakeClient& c)
     }
     found.sort();
     if (const auto sent = c.takeSent(); !sent.isEmpty())
-        found += QStringLiteral("sent:%1").arg(sent.size());
+        found += QString("sent:%1").arg(sent.size());
     if (c.client.MyBanList.Count() > 0)
-        found += QStringLiteral("blocked");
+        found += QString("blocked");
     if (c.store.plainPasswordAllowed("a.example"))
-        found += QStringLiteral("allowed");
+        found += QString("allowed");
     return found.join(u' ');
 }
 
@@ -179,11 +168,9 @@ private slots:
             add(box, "exit", entry("mnutrayExit"), always);
         }
     }
-
     void nothingGoesOnWithoutItsSession()
     {
-        QFETCH(Box, box);
-        QFETCH(Act, meanwhile);
+        const auto [box, meanwhile] = fetched<Box, Act>();
         FakeClient live;
         box.prepare(live);
         live.takeSent();
@@ -191,8 +178,7 @@ private slots:
         live.world.boxes.meanwhile = [&] { meanwhile(live); };
         box.show(live);
         live.client.Core->tick();
-        QVERIFY(live.world.boxes.shown.size() > before);
-        QVERIFY(!live.world.boxes.meanwhile);
+        QVERIFY(live.world.boxes.shown.size() > before && !live.world.boxes.meanwhile);
         QTEST(outcome(live), "outcome");
     }
 };

@@ -5,90 +5,69 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QSignalSpy>
-
-namespace
-{
-
-Settings account(bool savePassword, bool autoLogon = false)
-{
-    Settings settings;
-    settings.UserName = QStringLiteral("romeo");
-    settings.Server = QStringLiteral("montague.example");
-    settings.Resource = QStringLiteral("garden");
-    settings.Password = QStringLiteral("secret");
-    settings.SavePassword = savePassword;
-    settings.AutoLogon = autoLogon;
-    return settings;
-}
-
-QString text(const QWidget& form, const char* name)
-{
-    return ui::find<QLineEdit>(&form, name)->text();
-}
-bool isTicked(const QWidget& form, const char* name)
-{
-    return ui::find<QCheckBox>(&form, name)->isChecked();
-}
-
-} // namespace
-
 class SignInFormTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void fieldsComeFromTheSettings_data()
+    static Settings account(bool savePassword, bool autoLogon = false)
     {
-        columns<bool, QString>("savePassword", "password");
-        row("password kept", true, "secret");
-        row("password not kept", false, QString());
+        Settings settings;
+        settings.UserName = "romeo";
+        settings.Server = "montague.example";
+        settings.Resource = "garden";
+        settings.Password = "secret";
+        settings.SavePassword = savePassword;
+        settings.AutoLogon = autoLogon;
+        return settings;
     }
 
+    static QString text(const QWidget& form, const char* name)
+    {
+        return ui::find<QLineEdit>(&form, name)->text();
+    }
+    static bool isTicked(const QWidget& form, const char* name)
+    {
+        return ui::find<QCheckBox>(&form, name)->isChecked();
+    }
+
+private slots:
     void fieldsComeFromTheSettings()
     {
-        QFETCH(bool, savePassword);
-        Settings stored = account(savePassword);
-        stored.SSL = true;
-        FakeClient live(stored);
-        const auto& form = live.signInForm();
-        QCOMPARE(text(form, "txtUserName"), "romeo");
-        QTEST(text(form, "txtPassword"), "password");
-        QCOMPARE(ui::find<QComboBox>(&form, "txtServer")->currentText(), "montague.example");
-        QCOMPARE(ui::find<QComboBox>(&form, "txtServer")->count(), 3);
-        QCOMPARE(text(form, "txtResource"), "garden");
-        QCOMPARE(isTicked(form, "Check1"), savePassword);
-        QVERIFY(!isTicked(form, "Check2"));
-        QVERIFY(isTicked(form, "Check3"));
-        QCOMPARE(form.focusWidget()->objectName(), savePassword ? "Connect" : "txtPassword");
-        QCOMPARE(live.gateway->connects, 0);
+        for (const bool savePassword : {true, false}) {
+            Settings stored = account(savePassword);
+            stored.SSL = true;
+            FakeClient live(stored);
+            const auto& form = live.signInForm();
+            const auto* server = ui::find<QComboBox>(&form, "txtServer");
+            QCOMPARE(text(form, "txtUserName"), "romeo");
+            QCOMPARE(text(form, "txtPassword"), savePassword ? "secret" : "");
+            QCOMPARE(server->currentText(), "montague.example");
+            QCOMPARE(server->count(), 3);
+            QCOMPARE(text(form, "txtResource"), "garden");
+            QCOMPARE(isTicked(form, "Check1"), savePassword);
+            QVERIFY(!isTicked(form, "Check2") && isTicked(form, "Check3"));
+            QCOMPARE(form.focusWidget()->objectName(), savePassword ? "Connect" : "txtPassword");
+            QCOMPARE(live.gateway->connects, 0);
+        }
     }
 
     void checkBoxes_data()
     {
-        columns<QByteArray, int, bool, bool, QString>("box", "clicks", "savePassword", "autoLogon",
-                                                      "password");
-        row("save", QByteArray("Check1"), 1, true, false, "typed");
-        row("save and not", QByteArray("Check1"), 2, false, false, "typed");
-        row("auto-login saves the password", QByteArray("Check2"), 1, true, true, "typed");
-        row("and leaves it saved", QByteArray("Check2"), 2, true, false, "typed");
-        row("SSL", QByteArray("Check3"), 1, false, false, "");
+        columns<QString, int, bool, bool, QString>("box", "clicks", "savePassword", "autoLogon", "password");
+        row("save", "Check1", 1, true, false, "typed");
+        row("save and not", "Check1", 2, false, false, "typed");
+        row("auto-login saves the password", "Check2", 1, true, true, "typed");
+        row("and leaves it saved", "Check2", 2, true, false, "typed");
+        row("SSL", "Check3", 1, false, false, "");
     }
-
     void checkBoxes()
     {
-        QFETCH(QByteArray, box);
-        QFETCH(int, clicks);
+        const auto [box, clicks] = fetched<QString, int>();
         FakeClient live;
         const auto& form = live.signInForm();
         ui::type(&form, "txtPassword", "typed");
         for (int i = 0; i < clicks; ++i)
-            ui::find<QCheckBox>(&form, box.constData())->click();
+            ui::find<QCheckBox>(&form, qPrintable(box))->click();
         QTEST(live.client.settings.SavePassword, "savePassword");
         QTEST(live.client.settings.AutoLogon, "autoLogon");
         QTEST(live.client.settings.Password, "password");
@@ -131,26 +110,20 @@ private slots:
         QVERIFY(!form.isVisible());
         QVERIFY(live.rosterForm() && !live.rosterForm()->isVisible());
         QVERIFY(live.form("LoggingInForm")->isVisible());
-        QCOMPARE(ui::find<QPlainTextEdit>(live.form("LoggingInForm"), "Label1")->toPlainText(),
-                 "Connecting...");
-    }
-
-    void enterConnects_data()
-    {
-        columns<QByteArray>("control");
-        for (const char* name :
-             {"txtUserName", "txtPassword", "txtServer", "txtResource", "Check1", "Connect"})
-            row(name, QByteArray(name));
+        const auto* progress = ui::find<QPlainTextEdit>(live.form("LoggingInForm"), "Label1");
+        QCOMPARE(progress->toPlainText(), "Connecting...");
     }
 
     void enterConnects()
     {
-        QFETCH(QByteArray, control);
-        FakeClient live(account(true));
-        auto* widget = ui::find<QWidget>(&live.signInForm(), control.constData());
-        widget->setFocus();
-        QTest::keyClick(widget, Qt::Key_Return);
-        QCOMPARE(live.gateway->connects, 1);
+        for (const char* name :
+             {"txtUserName", "txtPassword", "txtServer", "txtResource", "Check1", "Connect"}) {
+            FakeClient live(account(true));
+            auto* widget = ui::find<QWidget>(&live.signInForm(), name);
+            widget->setFocus();
+            QTest::keyClick(widget, Qt::Key_Return);
+            QVERIFY2(live.gateway->connects == 1, name);
+        }
     }
 
     void focusSelectsTheWholeText()
@@ -170,11 +143,9 @@ private slots:
         row("stays in reach where there is no tray", false, false, QString());
         row("really ends after Disconnect", true, true, QString());
     }
-
     void closeBox()
     {
-        QFETCH(bool, reachable);
-        QFETCH(bool, ending);
+        const auto [reachable, ending] = fetched<bool, bool>();
         FakeClient live;
         live.world.tray.reachable = reachable;
         auto& form = live.signInForm();
@@ -189,37 +160,33 @@ private slots:
         QCOMPARE(live.gateway->disconnects, ending ? 1 : 0);
     }
 
-    void unloadWritesTheSettings_data()
-    {
-        columns<bool, QString>("savePassword", "password");
-        row("with the password", true, "new");
-        row("without", false, QString());
-    }
-
     void unloadWritesTheSettings()
     {
-        QFETCH(bool, savePassword);
-        FakeClient live;
-        const auto& form = live.signInForm();
-        if (savePassword)
-            ui::find<QCheckBox>(&form, "Check1")->click(); // before the password stands there
-        ui::type(&form, "txtUserName", "tybalt");
-        ui::type(&form, "txtServer", "capulet.example");
-        ui::type(&form, "txtPassword", "new");
-        ui::choose(live.menus.menu(), "mnutrayExit");
-        const Settings stored = live.storedSettings();
-        QCOMPARE(stored.UserName + u'@' + stored.Server, "tybalt@capulet.example");
-        QTEST(stored.Password, "password");
+        for (const bool savePassword : {true, false}) {
+            FakeClient live;
+            const auto& form = live.signInForm();
+            if (savePassword)
+                ui::find<QCheckBox>(&form, "Check1")->click(); // before the password stands there
+            ui::type(&form, "txtUserName", "tybalt");
+            ui::type(&form, "txtServer", "capulet.example");
+            ui::type(&form, "txtPassword", "new");
+            ui::choose(live.menus.menu(), "mnutrayExit");
+            const Settings stored = live.storedSettings();
+            QCOMPARE(stored.UserName + u'@' + stored.Server, "tybalt@capulet.example");
+            QCOMPARE(stored.Password, savePassword ? "new" : "");
+        }
     }
 
     void forgottenPasswordLeadsToTheSite()
     {
         FakeClient live;
-        live.client.site.WebSite = QStringLiteral("www.breloim.example");
-        QTest::mouseClick(ui::find<QLabel>(&live.signInForm(), "Label3"),
-                          Qt::LeftButton); // Help does nothing
+        live.client.site.WebSite = "www.breloim.example";
+        const auto click = [&live](const char* label) {
+            QTest::mouseClick(ui::find<QLabel>(&live.signInForm(), label), Qt::LeftButton);
+        };
+        click("Label3"); // Help does nothing
         QVERIFY(live.world.links.opened.isEmpty() && live.world.boxes.shown.isEmpty());
-        QTest::mouseClick(ui::find<QLabel>(&live.signInForm(), "Label6"), Qt::LeftButton);
+        click("Label6");
         QCOMPARE(live.world.links.opened, QStringList{"https://www.breloim.example/node.php?id=526"});
     }
 

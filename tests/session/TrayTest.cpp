@@ -5,8 +5,6 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QTest>
-
 // The tray's menu and icon before the real windows.
 class TrayTest : public QObject
 {
@@ -19,33 +17,34 @@ private slots:
     {
         FakeClient live;
         const auto entries = [&live] {
-            return QStringList{live.trayEntry("mnuTrayConnect"), live.trayEntry("mnuTrayRestore"),
-                               live.trayEntry("mnuTrayMinimize")};
+            return live.trayEntry("mnuTrayConnect") + '|' + live.trayEntry("mnuTrayRestore") + '|' +
+                   live.trayEntry("mnuTrayMinimize");
         };
-        const QString connectText = QStringLiteral("Connect...");
-        const QString disconnectText = QStringLiteral("Disconnect...");
-        const QString restore = QStringLiteral("Restore");
-        const QString minimize = QStringLiteral("Minimize");
-        QCOMPARE(entries(), (QStringList{connectText, QString(), minimize}));
+        QCOMPARE(entries(), "Connect...||Minimize");
         choose(live, "mnuTrayMinimize");
         QVERIFY(!live.signInForm().isVisible());
-        QCOMPARE(entries(), (QStringList{connectText, restore, QString()}));
+        QCOMPARE(entries(), "Connect...|Restore|");
         choose(live, "mnuTrayRestore");
         QVERIFY(live.signInForm().isVisible());
-        QCOMPARE(entries(), (QStringList{connectText, QString(), minimize}));
-
+        QCOMPARE(entries(), "Connect...||Minimize");
         live.signIn();
-        QCOMPARE(entries(), (QStringList{disconnectText, QString(), minimize}));
+        QCOMPARE(entries(), "Disconnect...||Minimize");
         choose(live, "mnuTrayMinimize");
-        QVERIFY(live.rosterForm()->isMinimized());
-        QVERIFY(live.form("ShowInTrayForm")->isVisible());
-        QCOMPARE(entries(), (QStringList{disconnectText, restore, QString()}));
+        QVERIFY(live.rosterForm()->isMinimized() && live.form("ShowInTrayForm")->isVisible());
+        QCOMPARE(entries(), "Disconnect...|Restore|");
+        live.trayControl->onDoubleClick(); // brings it back, as the entry does
+        QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
+        choose(live, "mnuTrayMinimize");
         choose(live, "mnuTrayRestore");
         QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
+        QCOMPARE(entries(), "Disconnect...||Minimize");
+        live.trayControl->onDoubleClick(); // leaves it alone
+        QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
+        QCOMPARE(entries(), "Disconnect...||Minimize");
         choose(live, "mnuTrayConnect");
         QCOMPARE(live.gateway->disconnects, 1);
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
-        QCOMPARE(entries().first(), connectText);
+        QVERIFY(entries().startsWith("Connect...|"));
     }
 
     // Neither signed in nor on the way: the entry still brings the sign-in window.
@@ -53,79 +52,49 @@ private slots:
     {
         FakeClient live;
         live.signInForm().hide();
+        live.trayControl->onDoubleClick(); // there is no main window yet
         choose(live, "mnuTrayConnect");
         QVERIFY(live.signInForm().isVisible());
     }
 
-    void statusEntries_data()
-    {
-        columns<QByteArray, QString>("entry", "show");
-        row("available", QByteArray("mnuTrayStatusAv"), "<show></show>");
-        row("away", QByteArray("mnuTrayStatusAway"), "<show>away</show>");
-        row("extended away", QByteArray("mnuTrayStatusXA"), "<show>xa</show>");
-        row("do not disturb", QByteArray("mnuTrayStatusDND"), "<show>dnd</show>");
-        row("free for chat", QByteArray("mnuTrayStatusFFC"), "<show>chat</show>");
-    }
-
     void statusEntries()
     {
-        QFETCH(QByteArray, entry);
-        QFETCH(QString, show);
-        FakeClient live;
-        choose(live, entry.constData());
-        QCOMPARE(live.takeSent(), QStringList());
-        live.signIn();
-        live.takeSent();
-        choose(live, entry.constData());
-        const QStringList sent = live.takeSent();
-        QCOMPARE(sent.size(), 1);
-        QVERIFY2(sent.at(0).contains(show), qPrintable(sent.at(0)));
-        for (const char* name : {"mnuTrayStatusAv", "mnuTrayStatusAway", "mnuTrayStatusXA",
-                                 "mnuTrayStatusDND", "mnuTrayStatusFFC"})
-            QCOMPARE(ui::find<QAction>(live.menus.menu(), name)->isChecked(), entry == name);
+        const QList<std::pair<const char*, QString>> shows{{"mnuTrayStatusAv", ""},
+                                                           {"mnuTrayStatusAway", "away"},
+                                                           {"mnuTrayStatusXA", "xa"},
+                                                           {"mnuTrayStatusDND", "dnd"},
+                                                           {"mnuTrayStatusFFC", "chat"}};
+        for (const auto& [chosen, show] : shows) {
+            FakeClient live;
+            choose(live, chosen);
+            QCOMPARE(live.takeSent(), QStringList());
+            live.signIn();
+            live.takeSent();
+            choose(live, chosen);
+            const QStringList sent = live.takeSent();
+            QCOMPARE(sent.size(), 1);
+            QVERIFY2(sent.at(0).contains("<show>" + show + "</show>"), qPrintable(sent.at(0)));
+            for (const auto& [name, unused] : shows)
+                QCOMPARE(ui::find<QAction>(live.menus.menu(), name)->isChecked(), name == chosen);
+        }
     }
 
-    void doubleClick_data()
-    {
-        columns<bool>("minimized");
-        row("brings a minimised main window back", true);
-        row("leaves an open one alone", false);
-    }
-
-    void doubleClick()
-    {
-        QFETCH(bool, minimized);
-        FakeClient live;
-        live.trayControl->onDoubleClick(); // no main window yet
-        live.signIn();
-        if (minimized)
-            choose(live, "mnuTrayMinimize");
-        live.trayControl->onDoubleClick();
-        QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
-        QCOMPARE(live.trayEntry("mnuTrayRestore"), QString());
-    }
-
-    void closingTheMainWindow_data()
-    {
-        columns<bool>("reachable");
-        row("hides it and says where it went", true);
-        row("leaves it in reach where there is no tray", false);
-    }
-
+    // It hides, and a window says where it went; where there is no tray, it stays in reach.
     void closingTheMainWindow()
     {
-        QFETCH(bool, reachable);
-        FakeClient live;
-        live.world.tray.reachable = reachable;
-        live.signIn();
-        live.rosterForm()->close();
-        QCOMPARE(live.gateway->disconnects, 0);
-        QVERIFY(live.rosterForm()->isMinimized());
-        QCOMPARE(live.rosterForm()->isVisible(), !reachable);
-        QCOMPARE(live.form("ShowInTrayForm") != nullptr, reachable);
-        QCOMPARE(live.trayEntry("mnuTrayRestore").isEmpty(), !reachable);
-        live.trayControl->onDoubleClick();
-        QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
+        for (const bool reachable : {true, false}) {
+            FakeClient live;
+            live.world.tray.reachable = reachable;
+            live.signIn();
+            live.rosterForm()->close();
+            QCOMPARE(live.gateway->disconnects, 0);
+            QVERIFY(live.rosterForm()->isMinimized());
+            QCOMPARE(live.rosterForm()->isVisible(), !reachable);
+            QCOMPARE(live.form("ShowInTrayForm") != nullptr, reachable);
+            QCOMPARE(live.trayEntry("mnuTrayRestore").isEmpty(), !reachable);
+            live.trayControl->onDoubleClick();
+            QVERIFY(live.rosterForm()->isVisible() && !live.rosterForm()->isMinimized());
+        }
     }
 };
 

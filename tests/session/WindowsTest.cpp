@@ -9,15 +9,15 @@
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QTreeWidget>
-
 // What one window does to another, and the ways to them.
 class WindowsTest : public QObject
 {
     Q_OBJECT
+
+    static PreferencesForm* preferences(FakeClient& live)
+    {
+        return qobject_cast<PreferencesForm*>(live.form("PreferencesForm"));
+    }
 
 private slots:
     void aBlockedContactIsUnblocked()
@@ -26,6 +26,8 @@ private slots:
         live.signIn();
         ui::choose(live.rosterForm(), "mRosterFBlocked");
         auto* page = preferences(live)->panel("Privacy");
+        const QString hark = "<message from='juliet@montague.example/balcony' type='chat' "
+                             "to='romeo@montague.example/BreloIM'><body>hark</body></message>";
         live.world.boxes.inputs = {"juliet@montague.example"};
         ui::click(page, "cmdAdd");
         const auto image = [&] {
@@ -35,34 +37,28 @@ private slots:
             return node ? node->image : QString();
         };
         QCOMPARE(image(), "notauth");
-        live.inject(message());
+        live.inject(hark);
         QVERIFY(!live.form("MessageForm"));
         ui::find<QListWidget>(page, "List1")->setCurrentRow(0);
         ui::click(page, "cmdRemove");
         QVERIFY(image() != "notauth");
-        live.inject(message());
+        live.inject(hark);
         QVERIFY(live.form("MessageForm"));
-    }
-
-    void menusLeadToThePages_data()
-    {
-        columns<QByteArray, QString>("entry", "page");
-        row("preferences", QByteArray("mRosterTPref"), "Personal");
-        row("gateways", QByteArray("mRosterTGateways"), "Gateways");
-        row("blocked contacts", QByteArray("mRosterFBlocked"), "Privacy");
     }
 
     void menusLeadToThePages()
     {
-        QFETCH(QByteArray, entry);
-        QFETCH(QString, page);
-        FakeClient live;
-        live.signIn();
-        for (int twice = 0; twice < 2; ++twice) {
-            ui::choose(live.rosterForm(), entry.constData());
-            QVERIFY(preferences(live) && preferences(live)->isVisible());
-            QCOMPARE(ui::find<QTreeWidget>(preferences(live), "TreeView1")->currentItem()->text(0), page);
-            QVERIFY(preferences(live)->panel(page)->isVisible());
+        const QList<std::pair<const char*, QString>> pages{
+            {"mRosterTPref", "Personal"}, {"mRosterTGateways", "Gateways"}, {"mRosterFBlocked", "Privacy"}};
+        for (const auto& [entry, page] : pages) {
+            FakeClient live;
+            live.signIn();
+            for (int twice = 0; twice < 2; ++twice) {
+                ui::choose(live.rosterForm(), entry);
+                QVERIFY(preferences(live) && preferences(live)->isVisible());
+                QCOMPARE(ui::find<QTreeWidget>(preferences(live), "TreeView1")->currentItem()->text(0), page);
+                QVERIFY(preferences(live)->panel(page)->isVisible());
+            }
         }
     }
 
@@ -107,26 +103,22 @@ private slots:
         QCOMPARE(ui::find<QLineEdit>(&live.signInForm(), "txtResource")->text(), "BreloIM");
     }
 
-    void aNoticeShowsItsWindow_data()
-    {
-        columns<QString>("xml");
-        row("headline", "<message from='montague.example' type='headline'><body>hark</body></message>");
-        row("error", "<message from='juliet@montague.example' type='error'><error>gone</error></message>");
-        row("authorisation", "<presence from='juliet@montague.example' type='subscribed'/>");
-    }
-
     void aNoticeShowsItsWindow()
     {
-        QFETCH(QString, xml);
-        FakeClient live;
-        live.signIn();
-        live.client.settings.CheckError = true;
-        for (int twice = 0; twice < 2; ++twice) { // once for a new window, once for a hidden one
-            live.inject(xml);
-            auto* notices = live.form("HeadLineForm");
-            QVERIFY(notices && notices->isVisible());
-            notices->close();
-            QVERIFY(!notices->isVisible());
+        for (const QString xml :
+             {"<message from='montague.example' type='headline'><body>hark</body></message>",
+              "<message from='juliet@montague.example' type='error'><error>gone</error></message>",
+              "<presence from='juliet@montague.example' type='subscribed'/>"}) {
+            FakeClient live;
+            live.signIn();
+            live.client.settings.CheckError = true;
+            for (int twice = 0; twice < 2; ++twice) { // once for a new window, once for a hidden one
+                live.inject(xml);
+                auto* notices = live.form("HeadLineForm");
+                QVERIFY2(notices && notices->isVisible(), qPrintable(xml));
+                notices->close();
+                QVERIFY(!notices->isVisible());
+            }
         }
     }
 
@@ -149,17 +141,6 @@ private slots:
         live.client.proxy = {ProxyServer::Kind::Socks5, "proxy.example", 1080, {}, {}};
         ui::click(&live.signInForm(), "Connect");
         QCOMPARE(live.gateway->proxy.host, "proxy.example");
-    }
-
-private:
-    static PreferencesForm* preferences(FakeClient& live)
-    {
-        return qobject_cast<PreferencesForm*>(live.form("PreferencesForm"));
-    }
-    static QString message()
-    {
-        return QStringLiteral("<message from=\"juliet@montague.example/balcony\" type=\"chat\" "
-                              "to=\"romeo@montague.example/BreloIM\"><body>hark</body></message>");
     }
 };
 

@@ -7,31 +7,26 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-namespace
-{
-
-const QString passwordPath = QStringLiteral("Program Settings/Password");
-
-QVariant inFile()
-{
-    return QSettings(paths::settingsFile(), QSettings::IniFormat).value(passwordPath);
-}
-
-Settings account(const QString& password, bool save = true)
-{
-    Settings settings;
-    settings.UserName = QStringLiteral("romeo");
-    settings.Server = QStringLiteral("montague.example");
-    settings.Password = password;
-    settings.SavePassword = save;
-    return settings;
-}
-
-} // namespace
-
 class PasswordTest : public QObject
 {
     Q_OBJECT
+
+    std::optional<TempProfile> profile_;
+    RecordingSecrets secrets_;
+    static QVariant inFile()
+    {
+        return QSettings(paths::settingsFile(), QSettings::IniFormat).value("Program Settings/Password");
+    }
+
+    static Settings account(const QString& password, bool save = true)
+    {
+        Settings settings;
+        settings.UserName = "romeo";
+        settings.Server = "montague.example";
+        settings.Password = password;
+        settings.SavePassword = save;
+        return settings;
+    }
 
     QString loaded()
     {
@@ -51,27 +46,22 @@ private slots:
         secrets_ = {};
     }
 
-    void isKeptOnlyWhenWanted_data()
-    {
-        columns<bool, bool>("autoLogon", "savePassword");
-        row("neither", false, false);
-        row("auto logon", true, false);
-        row("save password", false, true);
-        row("both", true, true);
-    }
     void isKeptOnlyWhenWanted()
     {
-        const auto [autoLogon, savePassword] = fetched<bool, bool>();
-        const bool wanted = autoLogon || savePassword;
-        SettingsStore store(paths::settingsFile());
-        QVERIFY(store.SaveSettings(account("old")));
-        Settings settings = account("new", savePassword);
-        settings.AutoLogon = autoLogon;
-        QVERIFY(store.SaveSettings(settings));
-        QCOMPARE(inFile().toString(), wanted ? QStringLiteral("new") : QStringLiteral("old"));
-        Settings read;
-        store.LoadSettings(read);
-        QCOMPARE(read.Password, wanted ? QStringLiteral("new") : QString());
+        for (const bool autoLogon : {false, true}) {
+            for (const bool savePassword : {false, true}) {
+                SettingsStore store(paths::settingsFile());
+                QVERIFY(store.SaveSettings(account("old")));
+                Settings settings = account("new", savePassword);
+                settings.AutoLogon = autoLogon;
+                QVERIFY(store.SaveSettings(settings));
+                const bool wanted = autoLogon || savePassword;
+                QCOMPARE(inFile().toString(), wanted ? "new" : "old");
+                Settings read;
+                store.LoadSettings(read);
+                QCOMPARE(read.Password, wanted ? "new" : "");
+            }
+        }
     }
 
     void liesInTheKeyringAndNotInTheFile()
@@ -115,14 +105,9 @@ private slots:
 
     void theModulesAreFound()
     {
-        QVERIFY(module::factory("breloim_keychain"));
-        QVERIFY(module::factory("breloim_sound"));
+        QVERIFY(module::factory("breloim_keychain") && module::factory("breloim_sound"));
         QVERIFY(!module::factory("breloim_missing"));
     }
-
-private:
-    std::optional<TempProfile> profile_;
-    RecordingSecrets secrets_;
 };
 
 BRELO_TEST(PasswordTest)

@@ -6,63 +6,61 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
-namespace
-{
-
-// Another value than `settings` holds, of the same type.
-QString changed(const SettingKey& key, const Settings& settings)
-{
-    if (std::holds_alternative<bool Settings::*>(key.member))
-        return key.text(settings) == QLatin1String("True") ? QStringLiteral("False") : QStringLiteral("True");
-    if (std::holds_alternative<QString Settings::*>(key.member))
-        return QStringLiteral(" @a \"b\", c;d=%41 \\ \n[é] ") + QLatin1String(key.key);
-    return QString::number(key.text(settings).toDouble() + 7, 'f', 2).remove(".00");
-}
-
-// The three keys that are never written read as their defaults.
-Settings asStored(Settings settings)
-{
-    settings.CharOnffLineBold = Settings().CharOnffLineBold;
-    settings.CharOffLineSize = Settings().CharOffLineSize;
-    settings.CharOffLineName = Settings().CharOffLineName;
-    return settings;
-}
-
-QStringList texts(const Settings& settings)
-{
-    QStringList all;
-    for (const SettingKey& key : settingKeys())
-        all += QLatin1String(key.key) + u'=' + key.text(settings);
-    return all;
-}
-
-QString stored(const char* path)
-{
-    return QSettings(paths::settingsFile(), QSettings::IniFormat).value(QLatin1String(path)).toString();
-}
-
-void store(const char* path, const QString& text)
-{
-    QSettings(paths::settingsFile(), QSettings::IniFormat).setValue(QLatin1String(path), text);
-}
-
-Settings loaded()
-{
-    Settings settings;
-    SettingsStore(paths::settingsFile()).LoadSettings(settings);
-    return settings;
-}
-
-bool save(const Settings& settings)
-{
-    return SettingsStore(paths::settingsFile()).SaveSettings(settings);
-}
-
-} // namespace
-
 class SettingsStoreTest : public QObject
 {
     Q_OBJECT
+
+    std::optional<TempProfile> profile_;
+
+    // Another value than `settings` holds, of the same type.
+    static QString changed(const SettingKey& key, const Settings& settings)
+    {
+        const QString now = key.text(settings);
+        if (std::holds_alternative<bool Settings::*>(key.member))
+            return now == "True" ? "False" : "True";
+        if (std::holds_alternative<QString Settings::*>(key.member))
+            return " @a \"b\", c;d=%41 \\ \n[é] " + QString(key.key);
+        return QString::number(now.toDouble() + 7, 'f', 2).remove(".00");
+    }
+
+    // The three keys that are never written read as their defaults.
+    static Settings asStored(Settings settings)
+    {
+        settings.CharOnffLineBold = Settings().CharOnffLineBold;
+        settings.CharOffLineSize = Settings().CharOffLineSize;
+        settings.CharOffLineName = Settings().CharOffLineName;
+        return settings;
+    }
+
+    static QStringList texts(const Settings& settings)
+    {
+        QStringList all;
+        for (const SettingKey& key : settingKeys())
+            all += QLatin1String(key.key) + u'=' + key.text(settings);
+        return all;
+    }
+
+    static QString stored(const char* path)
+    {
+        return QSettings(paths::settingsFile(), QSettings::IniFormat).value(QLatin1String(path)).toString();
+    }
+
+    static void store(const char* path, const QString& text)
+    {
+        QSettings(paths::settingsFile(), QSettings::IniFormat).setValue(QLatin1String(path), text);
+    }
+
+    static Settings loaded()
+    {
+        Settings settings;
+        SettingsStore(paths::settingsFile()).LoadSettings(settings);
+        return settings;
+    }
+
+    static bool save(const Settings& settings)
+    {
+        return SettingsStore(paths::settingsFile()).SaveSettings(settings);
+    }
 
 private slots:
     void init() { profile_.emplace(); }
@@ -84,29 +82,22 @@ private slots:
         QCOMPARE(texts(loaded()), texts(asStored(written)));
     }
 
-    void valuesStandAsTextUnderTheirKeys_data()
-    {
-        columns<QString>("text");
-        row("Program Settings/Check Yahoo! Mail", "False");
-        row("Program Settings/New Window on Top", "True");
-        row("Program Settings/Color Online", "12222037");
-        row("Program Settings/Char OnLine Size", "8.25");
-        row("Program Settings/Sponsor added", "False");
-        row("Program Settings/Version", BRELO_VERSION);
-        row("Program Settings/Session", "home");
-        row("Status Messages/DND", "I'm busy, go away.");
-        row("Program Settings/Char OnffLine Bold", QString());
-        row("Program Settings/Char OffLine Size", QString());
-        row("Program Settings/Char OffLine Name", QString());
-    }
     void valuesStandAsTextUnderTheirKeys()
     {
-        QFETCH(QString, text);
         Settings settings;
         settings.NewWindowOnTop = true;
-        settings.Resource = QStringLiteral("home");
+        settings.Resource = "home";
         QVERIFY(save(settings));
-        QCOMPARE(stored(QTest::currentDataTag()), text);
+        QCOMPARE(stored("Program Settings/Check Yahoo! Mail"), "False");
+        QCOMPARE(stored("Program Settings/New Window on Top"), "True");
+        QCOMPARE(stored("Program Settings/Color Online"), "12222037");
+        QCOMPARE(stored("Program Settings/Char OnLine Size"), "8.25");
+        QCOMPARE(stored("Program Settings/Sponsor added"), "False");
+        QCOMPARE(stored("Program Settings/Version"), BRELO_VERSION);
+        QCOMPARE(stored("Program Settings/Session"), "home");
+        QCOMPARE(stored("Status Messages/DND"), "I'm busy, go away.");
+        for (const char* unwritten : {"OnffLine Bold", "OffLine Size", "OffLine Name"})
+            QCOMPARE(stored(QByteArray("Program Settings/Char ") + unwritten), QString());
     }
 
     void spellingsThatDifferInCaseAreOneKey()
@@ -114,8 +105,7 @@ private slots:
         store("program settings/new window ON TOP", "True");
         store("Program Settings/Sponsor added", "true");
         Settings settings = loaded();
-        QVERIFY(settings.NewWindowOnTop);
-        QVERIFY(settings.SponsorAdded);
+        QVERIFY(settings.NewWindowOnTop && settings.SponsorAdded);
         settings.NewWindowOnTop = false;
         QVERIFY(save(settings));
         QVERIFY(!loaded().NewWindowOnTop);
@@ -163,8 +153,7 @@ private slots:
         store("Program Settings/Add Sponsors", "False");
         store(("Program Settings/" + key).toUtf8(), text);
         const Settings settings = loaded();
-        QVERIFY(settings.CheckError);
-        QVERIFY(!settings.AutoReconnect);
+        QVERIFY(settings.CheckError && !settings.AutoReconnect);
         QVERIFY(!settings.UserMode);
         QVERIFY2(settings.AddSponsors, "the reading went on");
         QCOMPARE(settings.Priority, "0");
@@ -174,31 +163,28 @@ private slots:
     void aResetLeavesSomeMembersAlone()
     {
         Settings settings;
-        settings.UserName = settings.Password = QStringLiteral("kept");
+        settings.UserName = settings.Password = "kept";
         settings.SavePassword = settings.OnTop = true;
         settings.NoBanList = settings.SoundOnOnLine = false;
-        settings.Resource = settings.AutoXAwayTimerMsg = QStringLiteral("lost");
+        settings.Resource = settings.AutoXAwayTimerMsg = "lost";
         SiteData site;
-        site.DefaultServer = QStringLiteral("im.example");
+        site.DefaultServer = "im.example";
         SettingsStore::LoadDefaults(settings, site);
         QCOMPARE(settings.UserName + settings.Password, "keptkept");
-        QVERIFY(settings.SavePassword && settings.OnTop && !settings.NoBanList);
-        QVERIFY(settings.SoundOnOnLine);
-        QCOMPARE(settings.SoundOnOnLineFile,
-                 paths::applicationFolder() + QStringLiteral("/Sounds/online.wav"));
-        QCOMPARE(settings.Server, "im.example");
-        QCOMPARE(settings.Resource, "BreloIM");
+        QVERIFY(settings.SavePassword && settings.OnTop && !settings.NoBanList && settings.SoundOnOnLine);
+        QCOMPARE(settings.SoundOnOnLineFile, paths::applicationFolder() + "/Sounds/online.wav");
+        QCOMPARE(settings.Server + u' ' + settings.Resource, "im.example BreloIM");
         QCOMPARE(settings.AutoXAwayTimerMsg, "Al momento non al computer per un po'");
     }
 
     void aCutFileNeverHarms()
     {
         Settings whole;
-        whole.UserName = QStringLiteral("romeo");
-        whole.Resource = QStringLiteral("garden");
+        whole.UserName = "romeo";
+        whole.Resource = "garden";
         QVERIFY(save(whole));
         const QByteArray bytes = files::read(paths::settingsFile());
-        const QString aside = paths::settingsFile() + QStringLiteral(".damaged");
+        const QString aside = paths::settingsFile() + ".damaged";
         int damaged = 0;
         for (qsizetype size = 0; size < bytes.size(); size += 13) {
             const QByteArray cut = bytes.left(size);
@@ -222,40 +208,34 @@ private slots:
         files::write(paths::settingsFile(), QByteArray(5000, '\0'));
         QVERIFY(loaded().CheckError);
         QVERIFY(SettingsStore(paths::settingsFile()).allowPlainPassword("a.example"));
-        QCOMPARE(files::read(paths::settingsFile() + QStringLiteral(".damaged")), QByteArray(5000, '\0'));
+        QCOMPARE(files::read(paths::settingsFile() + ".damaged"), QByteArray(5000, '\0'));
         QVERIFY(SettingsStore(paths::settingsFile()).plainPasswordAllowed("a.example"));
     }
 
     void onlyTheOwnerCanReadTheFile()
     {
-        constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-        for (const bool exists : {false, true}) {
-            const QString folder = QFileInfo(paths::settingsFile()).path();
-            if (exists) {
-                QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::Permissions(0x6644)));
-                QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7755)));
-            }
-            QVERIFY(save(Settings()));
-            QVERIFY(!(QFile::permissions(paths::settingsFile()) & others));
-            QVERIFY(!(QFile::permissions(folder) & others));
-        }
-        QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::Permissions(0x6644)));
-        Settings settings;
-        SettingsStore(paths::settingsFile()).LoadSettings(settings);
-        QVERIFY(!(QFile::permissions(paths::settingsFile()) & others));
+        const QString file = paths::settingsFile();
+        const QString folder = QFileInfo(file).path();
+        const auto open = [](const QString& name) { return int(QFile::permissions(name)) & 0x66; };
+        QVERIFY(save(Settings()));
+        QCOMPARE(open(file) | open(folder), 0);
+        QVERIFY(QFile::setPermissions(file, QFile::Permissions(0x6644)));
+        QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7755)));
+        QVERIFY(save(Settings()));
+        QCOMPARE(open(file) | open(folder), 0);
+        QVERIFY(QFile::setPermissions(file, QFile::Permissions(0x6644)));
+        (void)loaded();
+        QCOMPARE(open(file), 0);
     }
 
     void aFolderThatCantBeMadeIsTold()
     {
-        files::write(profile_->path() + QStringLiteral("/config"), "a file in the way");
+        files::write(profile_->path() + "/config", "a file in the way");
         QVERIFY(!save(Settings()));
         SettingsStore store(paths::settingsFile());
         QVERIFY(!store.saveWindowPosition(QRect(1, 2, 3, 4), 0));
         QVERIFY(!store.pinCertificate("a.example", QByteArray(32, 'x')));
     }
-
-private:
-    std::optional<TempProfile> profile_;
 };
 
 BRELO_TEST(SettingsStoreTest)
