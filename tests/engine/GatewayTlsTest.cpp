@@ -174,6 +174,35 @@ private slots:
             QCOMPARE(rig.server.received().count("<stream:stream"), 1);
         }
     }
+
+    // A server that no longer offers TLS makes the password a question again.
+    void leavingWithinTheQuestionOfAResumption_data()
+    {
+        columns<std::function<void(GatewayRig&)>>("leave");
+        const auto leaving = [](auto leave) { return std::function<void(GatewayRig&)>(leave); };
+        row("disconnect", leaving([](GatewayRig& rig) { rig.gateway->DoDisconnect(); }));
+        row("connect", leaving([](GatewayRig& rig) { rig.connectTo("bad server"); }));
+        row("destroy", leaving([](GatewayRig& rig) { rig.gateway.reset(); }));
+    }
+
+    void leavingWithinTheQuestionOfAResumption()
+    {
+        QFETCH(std::function<void(GatewayRig&)>, leave);
+        GatewayRig rig;
+        offerTls(rig.server);
+        rig.server.onSaslSignIn("<sm xmlns='urn:xmpp:sm:3'/>");
+        rig.server.on("<enable", "<enabled xmlns='urn:xmpp:sm:3' id='session-1' resume='true'/>");
+        rig.connectToServer();
+        TICK_UNTIL(rig, rig.isUp() && rig.server.scriptIsDone());
+        rig.server.say("<message from='a@b'><body>first</body></message>");
+        TICK_UNTIL(rig, rig.up.last().contains(u"first"));
+        rig.host.duringQuestion = [&] { leave(rig); };
+        rig.server.onSasl();
+        rig.server.hangUp();
+        TICK_UNTIL(rig, !rig.host.plainQuestions.isEmpty());
+        TICK_UNTIL(rig, !rig.gateway || ((rig.now += 1'000) && rig.isClosed()));
+        QVERIFY(!rig.gateway || !rig.gateway->isconnected());
+    }
 };
 
 BRELO_TEST(GatewayTlsTest)

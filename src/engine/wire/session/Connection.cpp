@@ -141,13 +141,19 @@ void Connection::waitForLeaving()
         queue_->deliver(Stanza::notice("close"));
 }
 
-void Connection::signIn()
+// Null when a question has ended in a new attempt, or in no connection at all.
+std::shared_ptr<SignIn> Connection::tickedSignIn()
 {
-    // Held here: the questions may end in a new attempt, or in no connection at all.
     const auto attempt = signIn_;
     const std::weak_ptr<char> life = life_;
     attempt->tick(clock_());
-    if (life.expired() || signIn_ != attempt)
+    return life.expired() || signIn_ != attempt ? nullptr : attempt;
+}
+
+void Connection::signIn()
+{
+    const auto attempt = tickedSignIn();
+    if (!attempt)
         return;
     if (attempt->state() != SignIn::State::Working)
         signInEnded();
@@ -223,15 +229,17 @@ void Connection::resuming()
             dial();
         return;
     }
-    signIn_->tick(now);
-    const auto link = signIn_->link();
+    const auto attempt = tickedSignIn();
+    if (!attempt)
+        return;
+    const auto link = attempt->link();
     if (link && link->state() == StreamLink::State::Judging) {
         // Nobody is asked in the middle of a session: a certificate that is not the one known ends it.
         return isKnown(link->certificate()) ? link->trustCertificate() : link->refuseCertificate();
     }
-    if (signIn_->state() == SignIn::State::Working)
+    if (attempt->state() == SignIn::State::Working)
         return;
-    const auto attempt = std::exchange(signIn_, nullptr);
+    signIn_.reset();
     if (attempt->state() == SignIn::State::Resumed) {
         phase_ = Phase::Online;
         heart_.start();

@@ -35,6 +35,7 @@ private:
     void step();
     void dial();
     DialContext dialContext() const;
+    std::shared_ptr<SignIn> tickedSignIn();
     void signIn();
     void signInEnded();
     void online();
