@@ -1,0 +1,98 @@
+#include "contacts/forms/RosterForm.h"
+#include "realdesktop/ClientTest.h"
+#include "support/Table.h"
+#include "support/TestRunner.h"
+#include "support/UiDriver.h"
+
+#include <QPlainTextEdit>
+
+// What the window manager and the client make of the windows together.
+class WindowTest : public ClientTest
+{
+    Q_OBJECT
+
+    enum Way { Enter, DoubleClick, Entry };
+    enum Before { Nothing, Closed, Iconic };
+
+private slots:
+    void anOpenedConversationIsReadyToType_data()
+    {
+        columns<Way, Before>("way", "before");
+        row("by Enter", Enter, Nothing);
+        row("by double click", DoubleClick, Nothing);
+        row("by the contact's menu", Entry, Nothing);
+        row("closed before", DoubleClick, Closed);
+        row("iconic before", DoubleClick, Iconic);
+    }
+
+    void anOpenedConversationIsReadyToType()
+    {
+        QFETCH(Way, way);
+        QFETCH(Before, before);
+        QVERIFY(before == Nothing || openChatByKeys());
+        const QRect left = before == Iconic ? putAside(chat()) : QRect();
+        if (before == Closed)
+            x.close(chat());
+        else if (before == Iconic)
+            x.minimise(chat());
+        QVERIFY(SOON((!chat() || x.state(chat()) == State::Iconic) && isActive(main())));
+        if (way == DoubleClick) {
+            clickContact("juliet", XDisplay::Left, 2);
+        } else if (way == Entry) {
+            clickContact("juliet", XDisplay::Right);
+            QVERIFY(SOON(x.menu()));
+            clickEntry("mnuContextSendMessage");
+        }
+        QVERIFY(way == Enter ? openChatByKeys() : SOON(isActive(chat())));
+        QVERIFY(before != Iconic || SOON(framed(chat()) == left));
+        QVERIFY(SOON(focus() == "txtMsg"));
+        x.type("Hark!");
+        x.press(XDisplay::Return);
+        QVERIFY(SOON(server->hasReceived("<body>Hark!</body>")));
+    }
+
+    void whatComesByItselfDoesNotTakeTheKeys_data()
+    {
+        columns<QString, QString>("xml", "title");
+        row("a notice", "<message from='127.0.0.1' type='headline'><body>news</body></message>", "Headlines");
+        row("a message", "<message from='tybalt@127.0.0.1/x' type='chat'><body>Ho!</body></message>",
+            "Tybalt");
+        row("a request", "<presence from='paris@127.0.0.1' type='subscribe'/>", "Authorization");
+    }
+
+    void whatComesByItselfDoesNotTakeTheKeys()
+    {
+        QFETCH(QString, xml);
+        QFETCH(QString, title);
+        QVERIFY(openChatByKeys());
+        server->client("romeo")->sendText(xml);
+        QVERIFY(SOON(x.window(title)));
+        x.settle();
+        x.type("Hark!");
+        const auto* entry = ui::find<QPlainTextEdit>(form("MessageForm"), "txtMsg");
+        QVERIFY(SOON(entry->toPlainText() == "Hark!"));
+        QVERIFY(isActive(chat()));
+    }
+
+    void theMainWindowBecomesAnIconAndComesBack()
+    {
+        const QRect before = putAside(main());
+        x.minimise(main());
+        QVERIFY(SOON(x.state(main()) == State::Iconic && mainForm().isMinimized()));
+        x.activate(main());
+        QVERIFY(SOON(isActive(main()) && !mainForm().isMinimized()));
+        QVERIFY(SOON(framed(main()) == before));
+    }
+
+    void menusAnswerToKeys()
+    {
+        x.press(u's', {XDisplay::Alt}); // Status
+        QVERIFY(SOON(x.menu()));
+        x.press(XDisplay::Down); // from the first entry to the next
+        x.press(XDisplay::Return);
+        QVERIFY(SOON(server->hasReceived("<show>away</show>")));
+    }
+};
+
+BRELO_TEST(WindowTest)
+#include "WindowTest.moc"
