@@ -40,7 +40,7 @@ private slots:
 
         x.close(main());
         QVERIFY(SOON(!main() && isActive(toldWhere()) && x.trayIcon()));
-        x.click(x.place(x.trayIcon()).center(), XDisplay::Left, 2);
+        QVERIFY(choosesInTheTray(2)); // Restore
         QVERIFY(SOON(isActive(main())));
         QVERIFY(leavesByTheTray());
         QVERIFY(read(paths::settingsFile()).contains("UserName=romeo"));
@@ -125,16 +125,22 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    bool leavesByTheTray()
+    // The entry of the icon's menu, counted from the end.
+    bool choosesInTheTray(int entry)
     {
         if (!SOON(x.trayIcon()))
             return false;
         x.click(x.place(x.trayIcon()).center(), XDisplay::Right);
-        if (!SOON(x.menu()))
-            return false;
-        x.press(XDisplay::Up); // from the end: Exit
+        const bool isOpen = SOON(x.menu());
+        for (; entry > 0; --entry)
+            x.press(XDisplay::Up);
         x.press(XDisplay::Return);
-        return SOON(program_->state() == QProcess::NotRunning) &&
+        return isOpen && SOON(!x.menu());
+    }
+
+    bool leavesByTheTray()
+    {
+        return choosesInTheTray(1) && SOON(program_->state() == QProcess::NotRunning) &&
                program_->exitStatus() == QProcess::NormalExit && program_->exitCode() == 0;
     }
 

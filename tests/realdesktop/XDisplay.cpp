@@ -26,9 +26,6 @@ XDisplay::XDisplay() : connection_(xcb_connect(nullptr, nullptr), &xcb_disconnec
     if (xcb_connection_has_error(x()))
         qFatal("no X display");
     root_ = xcb_setup_roots_iterator(xcb_get_setup(x())).data->root;
-    own_ = xcb_generate_id(x());
-    xcb_create_window(x(), XCB_COPY_FROM_PARENT, own_, root_, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
-                      0, nullptr);
     readKeyboard();
 }
 
@@ -150,15 +147,17 @@ void XDisplay::command(Window window, const char* message, std::initializer_list
     xcb_flush(x());
 }
 
+// Events go out together, as slow hands make no double click.
 void XDisplay::fake(quint8 event, quint8 detail, QPoint place)
 {
     xcb_test_fake_input(x(), event, detail, XCB_CURRENT_TIME, root_, qint16(place.x()), qint16(place.y()), 0);
-    xcb_flush(x());
 }
 
+// Two quick clicks at one place would be taken for a double click.
 void XDisplay::click(QPoint place, Button button, int times)
 {
-    fake(XCB_MOTION_NOTIFY, 0, place);
+    aside_ = -aside_;
+    fake(XCB_MOTION_NOTIFY, 0, place + QPoint(aside_, 0));
     for (int i = 0; i < times; ++i) {
         fake(XCB_BUTTON_PRESS, button);
         fake(XCB_BUTTON_RELEASE, button);
@@ -166,17 +165,29 @@ void XDisplay::click(QPoint place, Button button, int times)
     settle();
 }
 
-// It answers in order.
+bool XDisplay::hasWindowManager()
+{
+    return !property(root_, "_NET_SUPPORTING_WM_CHECK").isEmpty() && isAnswered(100);
+}
+
 void XDisplay::settle()
 {
-    xcb_delete_property(x(), own_, atom("_NET_FRAME_EXTENTS"));
-    command(own_, "_NET_REQUEST_FRAME_EXTENTS", {});
-    const QDeadlineTimer patience(10'000);
-    while (property(own_, "_NET_FRAME_EXTENTS").isEmpty()) {
-        if (patience.hasExpired())
-            qFatal("the window manager does not answer");
-        QThread::msleep(1);
-    }
+    if (!isAnswered(10'000))
+        qFatal("the window manager does not answer");
+}
+
+// It answers in order.
+bool XDisplay::isAnswered(int patienceMs)
+{
+    const Window window = xcb_generate_id(x());
+    xcb_create_window(x(), XCB_COPY_FROM_PARENT, window, root_, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
+                      0, nullptr);
+    command(window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    bool answered = false;
+    for (QDeadlineTimer patience(patienceMs); !answered && !patience.hasExpired(); QThread::msleep(1))
+        answered = !property(window, "_NET_FRAME_EXTENTS").isEmpty();
+    xcb_destroy_window(x(), window);
+    return answered;
 }
 
 void XDisplay::press(quint32 key, std::initializer_list<quint32> held)
@@ -191,6 +202,7 @@ void XDisplay::press(quint32 key, std::initializer_list<quint32> held)
         fake(XCB_KEY_PRESS, keys_[one].code);
     for (qsizetype i = all.size(); i-- > 0;)
         fake(XCB_KEY_RELEASE, keys_[all[i]].code);
+    xcb_flush(x());
 }
 
 void XDisplay::type(const QString& text)

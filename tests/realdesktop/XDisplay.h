@@ -34,7 +34,8 @@ public:
     // The display of the environment.
     XDisplay();
 
-    bool hasWindowManager() const { return !property(root_, "_NET_SUPPORTING_WM_CHECK").isEmpty(); }
+    // Whether one has finished its start.
+    bool hasWindowManager();
     // Whether somebody keeps a notification area, and the icon that is seen there.
     bool hasTray() const;
     Window trayIcon() const;
@@ -75,6 +76,7 @@ private:
 
     xcb_connection_t* x() const { return connection_.get(); }
     void readKeyboard();
+    bool isAnswered(int patienceMs);
     quint32 atom(const char* name) const;
     QByteArray property(Window window, const char* name) const;
     QList<quint32> numbers(Window window, const char* name) const;
@@ -85,6 +87,6 @@ private:
 
     std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> connection_;
     Window root_ = 0;
-    Window own_ = 0;
+    int aside_ = 3;
     QHash<quint32, Place> keys_;
 };
