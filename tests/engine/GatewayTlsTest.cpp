@@ -1,4 +1,5 @@
 #include "support/GatewayRig.h"
+#include "support/Table.h"
 #include "support/TestCertificate.h"
 #include "support/TestRunner.h"
 
