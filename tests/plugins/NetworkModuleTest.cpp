@@ -41,9 +41,6 @@ private slots:
         };
         row("whole", whole("207 Multi-Status"), Then::Stay, Outcome::Whole, 207, QByteArray("text"));
         row("an error", whole("500 Oops"), Then::Stay, Outcome::Whole, 500, QByteArray("text"));
-        row("no access", whole("401 No"), Then::Stay, Outcome::Whole, 401, QByteArray("text"));
-        row("not modified here", whole("412 Precondition Failed"), Then::Stay, Outcome::Whole, 412,
-            QByteArray("text"));
         row("led elsewhere",
             QByteArray("HTTP/1.1 302 Go\r\nSub-Id: 7\r\nLocation: /x\r\nContent-Length: 0\r\n\r\n"),
             Then::Stay, Outcome::Whole, 302, QByteArray());
@@ -52,7 +49,6 @@ private slots:
         row("too much", QByteArray("HTTP/1.1 200 OK\r\nSub-Id: 7\r\n\r\n") + QByteArray(5000, 'x'),
             Then::Stay, Outcome::TooLarge, 200, QByteArray(1001, 'x'));
         row("no HTTP", QByteArray("220 smtp ready\r\n"), Then::Close, Outcome::Unreachable, 0, QByteArray());
-        row("hung up", QByteArray(), Then::Abort, Outcome::Unreachable, 0, QByteArray());
     }
     void answersAreToldAsTheyAre()
     {

@@ -29,8 +29,7 @@ private slots:
 
     void anOpenedConversationIsReadyToType()
     {
-        QFETCH(Way, way);
-        QFETCH(Before, before);
+        const auto [way, before] = fetched<Way, Before>();
         QVERIFY(before == Nothing || openChatByKeys());
         const QRect left = before == Iconic ? putAside(chat()) : QRect();
         if (before == Closed)
@@ -64,8 +63,7 @@ private slots:
 
     void whatComesByItselfDoesNotTakeTheKeys()
     {
-        QFETCH(QString, xml);
-        QFETCH(QString, title);
+        const auto [xml, title] = fetched<QString, QString>();
         QVERIFY(openChatByKeys());
         server->client("romeo")->sendText(xml);
         QVERIFY(SOON(x.window(title)));

@@ -49,12 +49,14 @@ HttpCall::HttpCall(const HttpQuestion& question, HttpClient::Done done)
             [this](QNetworkReply*, QAuthenticator* authenticator) { authenticate(*authenticator); });
     limit_.setSingleShot(true);
     connect(&limit_, &QTimer::timeout, this, [this] { giveUp(Outcome::TimedOut); });
-    limit_.start(question_.mostMs);
+    limit_.start(qMax(0, question_.mostMs));
     QTimer::singleShot(0, this, &HttpCall::send);
 }
 
 void HttpCall::send()
 {
+    if (isGivenUp_)
+        return tell();
     if (!isAskable(question_.url)) {
         answer_.outcome = Outcome::BadUrl;
         return tell();
