@@ -169,6 +169,9 @@ private slots:
         QCOMPARE(list->node("Pals"), "none");
         QCOMPARE(list->find("Club")->children.size(), std::size_t{1});
         QCOMPARE(list->client.MyRoster.Count(), 2);
+        QVERIFY(list->sync.CommitRemoveItem("e@x")); // while the tree is drawn
+        QCOMPARE(list->node("Club"), "none");
+        QVERIFY(!list->client.MyGroups.Exists("Club"));
         QVERIFY(list->sync.CommitRemoveItem("f@x"));
         QVERIFY(list->find("Contacts"));
         QVERIFY(!list->sync.CommitRemoveItem("f@x"));

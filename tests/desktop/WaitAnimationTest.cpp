@@ -2,7 +2,6 @@
 #include "desktop/GifFile.h"
 #include "support/Files.h"
 #include "support/RecordingDesktop.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 
 class WaitAnimationTest : public QObject

@@ -1,7 +1,6 @@
 #include "FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 

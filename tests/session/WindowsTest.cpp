@@ -5,7 +5,6 @@
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "session/forms/SignInForm.h"
-#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 

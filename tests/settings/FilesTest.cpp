@@ -1,7 +1,6 @@
 #include "support/Files.h"
 #include "settings/CRegistry.h"
 #include "settings/Paths.h"
-#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 

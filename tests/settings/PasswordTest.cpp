@@ -3,7 +3,6 @@
 #include "settings/SecretStore.h"
 #include "settings/SettingsStore.h"
 #include "support/RecordingSecrets.h"
-#include "support/Table.h"
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
