@@ -1,4 +1,4 @@
-#include "FakeClient.h"
+#include "support/FakeClient.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "contacts/forms/RosterView.h"

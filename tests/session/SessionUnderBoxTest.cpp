@@ -1,4 +1,4 @@
-#include "FakeClient.h"
+#include "support/FakeClient.h"
 #include "messaging/forms/ChatWindow.h"
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"

@@ -1,5 +1,5 @@
 #include "session/forms/SignInForm.h"
-#include "FakeClient.h"
+#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"

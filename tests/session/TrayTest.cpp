@@ -1,4 +1,4 @@
-#include "FakeClient.h"
+#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
 #include "support/TestRunner.h"

@@ -21,6 +21,8 @@ class FakeClient
 public:
     // `stored` stands in the settings file before the client reads it.
     explicit FakeClient(const Settings& stored = {});
+    // With a gateway of the test's own; `make` is called once.
+    FakeClient(const Settings& stored, const std::function<std::unique_ptr<FakeGateway>()>& make);
     ~FakeClient();
 
     SignInForm& signInForm() const { return ui->windows.session.signIn(); }

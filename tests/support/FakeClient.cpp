@@ -1,16 +1,22 @@
-#include "FakeClient.h"
+#include "support/FakeClient.h"
 
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
 #include "support/UiDriver.h"
 
-FakeClient::FakeClient(const Settings& stored) : store(paths::settingsFile())
+FakeClient::FakeClient(const Settings& stored)
+    : FakeClient(stored, [] { return std::make_unique<FakeGateway>(); })
+{
+}
+
+FakeClient::FakeClient(const Settings& stored, const std::function<std::unique_ptr<FakeGateway>()>& make)
+    : store(paths::settingsFile())
 {
     store.SaveSettings(stored);
     client.desktop = world.desktop();
-    ui = std::make_unique<SessionUi>(registry, client, store, [this](ConnectionHost& asked) {
+    ui = std::make_unique<SessionUi>(registry, client, store, [&](ConnectionHost& asked) {
         host = &asked;
-        auto made = std::make_unique<FakeGateway>();
+        auto made = make();
         gateway = made.get();
         return made;
     });
