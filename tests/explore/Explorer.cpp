@@ -25,18 +25,17 @@ bool isOneElement(const QString& text)
     return !reader.hasError();
 }
 
+QString nameOf(const QWidget* control)
+{
+    return control->window()->objectName() + ' ' + control->objectName() + ' ' +
+           QString::fromLatin1(control->metaObject()->className());
+}
+
 // What ends a session or the program; a walk would do little else.
 bool isEnd(const QString& caption)
 {
     static const QStringList ends{"Exit", "Disconnect", "Connect", "Cancel"};
     return ends.contains(QString(caption).remove(u'&').section(u' ', 0, 0));
-}
-
-QList<QWidget*> controls(const Form& form)
-{
-    auto all = form.findChildren<QWidget*>();
-    all.removeIf([](const QWidget* widget) { return !widget->isVisible() || !widget->isEnabled(); });
-    return all;
 }
 
 // What the toolkit complains of stands in the journal.
@@ -146,9 +145,11 @@ void Explorer::step()
 void Explorer::settle()
 {
     nested_ = 0;
-    if (!isOver())
-        client_->client.Core->tick();
-    QCoreApplication::processEvents();
+    do {
+        if (!isOver())
+            client_->client.Core->tick();
+        QCoreApplication::processEvents();
+    } while (!isOver() && client_->client.Core->PluginManager->Queue()->inboundCount() > 0);
     for (const auto& text : gateway_->takeWire()) {
         if (!isOneElement(text) && badWire_.isEmpty())
             badWire_ = text;
@@ -233,48 +234,54 @@ void Explorer::changeLink()
     gateway_->lose();
 }
 
-void Explorer::choose()
+// Any control of a window that a person could use now and that `fits`.
+template <typename Control, typename Fits>
+Control* Explorer::any(const Fits& fits)
 {
     const auto* form = window();
     if (!form)
-        return;
-    auto actions = form->findChildren<QAction*>();
-    actions.removeIf([this](const QAction* action) {
-        return !action->isEnabled() || !action->isVisible() || action->menu() || action->isSeparator() ||
-               (isEnd(action->text()) && !maker_.chance(3));
+        return nullptr;
+    auto all = form->findChildren<Control*>();
+    all.removeIf([&](const Control* control) {
+        return !control->isVisible() || !control->isEnabled() || !fits(control);
     });
-    if (actions.isEmpty())
+    return all.isEmpty() ? nullptr : maker_.one(all);
+}
+
+void Explorer::choose()
+{
+    auto* action = any<QAction>([this](const QAction* entry) {
+        return !entry->menu() && !entry->isSeparator() && (!isEnd(entry->text()) || maker_.chance(3));
+    });
+    if (!action)
         return;
-    const QPointer<QAction> action = maker_.one(actions);
-    write("choose " + form->objectName() + ' ' + action->objectName() + ' ' + action->text());
+    write("choose " + action->objectName() + ' ' + action->text());
     action->trigger();
 }
 
 void Explorer::click()
 {
-    const auto* form = window();
-    if (!form)
-        return;
-    auto all = controls(*form);
-    all.removeIf([this](const QWidget* widget) {
+    auto* control = any<QWidget>([this](const QWidget* widget) {
         const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        return button && isEnd(button->text()) && !maker_.chance(3);
+        return !button || !isEnd(button->text()) || maker_.chance(3);
     });
-    if (all.isEmpty())
+    if (!control)
         return;
-    auto* control = maker_.one(all);
-    write("click " + form->objectName() + ' ' + control->objectName() + ' ' +
-          control->metaObject()->className());
+    write("click " + nameOf(control));
     const QPoint at = ui::activePart(control);
     const int kind = random_.bounded(10);
-    if (kind < 7) {
+    if (kind < 7)
         QTest::mouseClick(control, Qt::LeftButton, {}, at);
-    } else if (kind < 8) {
+    else if (kind < 8)
         QTest::mouseDClick(control, Qt::LeftButton, {}, at);
-    } else {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, control->mapToGlobal(at));
-        QCoreApplication::sendEvent(control, &event);
-    }
+    else
+        askMenu(control, at);
+}
+
+void Explorer::askMenu(QWidget* control, const QPoint& at)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, control->mapToGlobal(at));
+    QCoreApplication::sendEvent(control, &event);
 }
 
 void Explorer::key()
@@ -284,9 +291,8 @@ void Explorer::key()
                                        Qt::Key_F2,  Qt::Key_F5,     Qt::Key_F10,    Qt::Key_Delete,
                                        Qt::Key_A,   Qt::Key_C,      Qt::Key_F,      Qt::Key_H,
                                        Qt::Key_S,   Qt::Key_V,      Qt::Key_X,      Qt::Key_Home};
-    static const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier,      Qt::NoModifier,
-                                                        Qt::NoModifier,      Qt::ShiftModifier,
-                                                        Qt::ControlModifier, Qt::AltModifier};
+    static constexpr Qt::KeyboardModifier modifiers[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
+                                                         Qt::ControlModifier, Qt::AltModifier};
     auto* target = QApplication::focusWidget();
     if (const auto* form = window(); form && (!target || maker_.chance(20)))
         target = form->focusWidget();
@@ -294,57 +300,43 @@ void Explorer::key()
         return;
     const auto pressed = maker_.one(keys);
     const auto with = maker_.one(modifiers);
-    write(QStringLiteral("key ") + target->window()->objectName() + ' ' + target->objectName() + ' ' +
-          QKeySequence(int(with) | pressed).toString());
+    write("key " + nameOf(target) + ' ' + QKeySequence(int(with) | pressed).toString());
     QTest::keyClick(target, pressed, with);
 }
 
 void Explorer::typeText()
 {
-    const auto* form = window();
-    if (!form)
+    const QPointer<QWidget> control =
+        any<QWidget>([](const QWidget* widget) { return widget->testAttribute(Qt::WA_InputMethodEnabled); });
+    if (!control)
         return;
-    auto all = controls(*form);
-    all.removeIf([](const QWidget* widget) { return !widget->testAttribute(Qt::WA_InputMethodEnabled); });
-    if (all.isEmpty())
-        return;
-    auto* control = maker_.one(all);
     const QString text = maker_.text();
-    write("type " + form->objectName() + ' ' + control->objectName() + ' ' + text);
+    write("type " + nameOf(control) + ' ' + text);
     control->setFocus();
     QInputMethodEvent event;
     event.setCommitString(text);
     QCoreApplication::sendEvent(control, &event);
-    if (maker_.chance(40) && form->isVisible())
+    if (control && control->isVisible() && maker_.chance(40))
         QTest::keyClick(control, Qt::Key_Return);
 }
 
 void Explorer::row()
 {
-    const auto* form = window();
-    if (!form)
+    auto* view = any<QAbstractItemView>([](const QAbstractItemView* list) { return list->model(); });
+    if (!view)
         return;
-    auto all = form->findChildren<QAbstractItemView*>();
-    all.removeIf([](const QWidget* widget) { return !widget->isVisible() || !widget->isEnabled(); });
-    if (all.isEmpty())
-        return;
-    auto* view = maker_.one(all);
     auto index = view->rootIndex();
-    for (int depth = random_.bounded(3); depth >= 0 && view->model(); --depth) {
+    for (int depth = random_.bounded(3); depth >= 0; --depth) {
         if (const int rows = view->model()->rowCount(index))
             index = view->model()->index(random_.bounded(rows), 0, index);
     }
-    if (!index.isValid())
-        return;
-    write("row " + form->objectName() + ' ' + index.data().toString());
+    write("row " + nameOf(view) + ' ' + index.data().toString());
     view->setCurrentIndex(index);
     const QPoint at = view->visualRect(index).center();
-    if (maker_.chance(40)) {
+    if (maker_.chance(40))
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, at);
-    } else if (maker_.chance(40)) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, view->viewport()->mapToGlobal(at));
-        QCoreApplication::sendEvent(view->viewport(), &event);
-    }
+    else if (maker_.chance(40))
+        askMenu(view->viewport(), at);
 }
 
 void Explorer::moveWindow()

@@ -30,6 +30,9 @@ private:
     Form* window();
     void settle();
     void preset();
+    template <typename Control, typename Fits>
+    Control* any(const Fits& fits);
+    void askMenu(QWidget* control, const QPoint& at);
     void answerNested();
 
     void signIn();

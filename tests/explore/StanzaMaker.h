@@ -1,14 +1,14 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QRandomGenerator>
-#include <QStringList>
 
 // Makes stanzas as no decent server sends them: of the words that the client listens to, with odd addresses,
 // texts, types and nesting. The same seed makes the same stanzas.
 class StanzaMaker
 {
 public:
-    explicit StanzaMaker(QRandomGenerator& random) : random_(random) {}
+    explicit StanzaMaker(QRandomGenerator& random);
 
     // One whole stanza, well-formed but for one in a thousand.
     QByteArray stanza();
@@ -18,14 +18,15 @@ public:
     QString text();
     QString jid();
 
+    bool chance(int percent) { return random_.bounded(100) < percent; }
     template <typename List>
     auto one(const List& list)
     {
         return *(std::begin(list) + random_.bounded(int(std::size(list))));
     }
-    bool chance(int percent) { return random_.bounded(100) < percent; }
 
 private:
+    QString word(const char* kind);
     QString presence();
     QString message();
     QString iq();
@@ -34,4 +35,5 @@ private:
     QString attributes();
 
     QRandomGenerator& random_;
+    QJsonObject words_;
 };

@@ -1,6 +1,6 @@
 #include "session/forms/SignInForm.h"
-#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
+#include "support/FakeClient.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"

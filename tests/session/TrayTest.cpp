@@ -1,6 +1,6 @@
-#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
+#include "support/FakeClient.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 

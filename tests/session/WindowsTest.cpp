@@ -1,10 +1,10 @@
-#include "support/FakeClient.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "contacts/forms/RosterView.h"
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "session/forms/SignInForm.h"
+#include "support/FakeClient.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
