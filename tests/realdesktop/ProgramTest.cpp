@@ -2,11 +2,13 @@
 #include "settings/Paths.h"
 #include "settings/SettingsStore.h"
 #include "support/ChildProcess.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
+#include <QScreen>
 
 // The built program, driven by nothing but keys, pointer and window manager.
 class ProgramTest : public DesktopTest
@@ -58,6 +60,44 @@ private slots:
         QVERIFY(leavesByTheTray());
     }
 
+    // Stored places are logical pixels; the screen has 1280 by 1024 of its own.
+    void comesUpWhollyOnAScreen_data()
+    {
+        columns<int, QRect, QPoint>("scale", "stored", "corner");
+        const QPoint lastColumn(-1, 100);
+        row("in a corner", 1, QRect(0, 0, 300, 500), QPoint(0, 0));
+        row("zeros", 1, QRect(0, 0, 0, 0), QPoint(0, 0));
+        row("above the screen", 1, QRect(100, -50, 300, 500), QPoint(100, 0));
+        row("beyond its right edge", 1, QRect(1200, 100, 300, 500), lastColumn);
+        row("in a corner, twice as big", 2, QRect(0, 0, 300, 400), QPoint(0, 0));
+        row("beyond the edge, twice as big", 2, QRect(600, 50, 300, 400), lastColumn);
+        row("higher than the screen, twice as big", 2, QRect(50, 0, 300, 700), QPoint(100, 0));
+        row("on a screen that is gone", 1, QRect(3000, 100, 300, 500), QPoint(-1, -1));
+    }
+
+    void comesUpWhollyOnAScreen()
+    {
+        const auto [scale, stored, corner] = fetched<int, QRect, QPoint>();
+        Settings settings;
+        settings.UserName = "romeo";
+        settings.Password = "secret";
+        settings.Server = address();
+        settings.SavePassword = settings.AutoLogon = true;
+        SettingsStore store(paths::settingsFile());
+        QVERIFY(store.SaveSettings(settings) && store.saveWindowPosition(stored, 0));
+        start(scale);
+        QVERIFY(SOON(isActive(main()) && !x.window("Connection status")));
+        const QRect usable = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(SOON(usable.contains(framed(main()))));
+        const QRect frame = framed(main());
+        QVERIFY(corner.x() < 0 || frame.x() == corner.x());
+        QVERIFY(corner.y() < 0 || frame.y() == corner.y());
+        QVERIFY(usable.right() - frame.right() < 16 || corner.x() >= 0 || corner.y() < 0);
+        QVERIFY(stored.width() == 0 ? frame.width() > 100
+                                    : x.place(main()).width() == stored.width() * scale);
+        QVERIFY(leavesByTheTray());
+    }
+
     void loadsItsModulesWhenTheyAreNeeded()
     {
         Settings settings;
@@ -73,9 +113,12 @@ private slots:
     }
 
 private:
-    void start()
+    void start(int scale = 1)
     {
         program_.emplace();
+        auto around = QProcessEnvironment::systemEnvironment();
+        around.insert("QT_SCALE_FACTOR", QString::number(scale));
+        program_->setProcessEnvironment(around);
         child::endsWithUs(*program_);
         program_->setProcessChannelMode(QProcess::ForwardedChannels);
         program_->start(QCoreApplication::applicationDirPath() + "/breloim");

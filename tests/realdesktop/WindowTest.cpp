@@ -1,5 +1,6 @@
 #include "contacts/forms/RosterForm.h"
 #include "desktop/forms/QtDesktop.h"
+#include "desktop/forms/QtTrayIcon.h"
 #include "realdesktop/ClientTest.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QPlainTextEdit>
+#include <QScreen>
 
 // What the window manager and the client make of the windows together.
 class WindowTest : public ClientTest
@@ -14,7 +16,7 @@ class WindowTest : public ClientTest
     Q_OBJECT
 
     enum Way { Enter, DoubleClick, Entry };
-    enum Before { Nothing, Closed, Iconic };
+    enum Before { Nothing, Closed, ClosedByMouse, Iconic, CameAsIcon };
 
 private slots:
     void anOpenedConversationIsReadyToType_data()
@@ -24,18 +26,27 @@ private slots:
         row("by double click", DoubleClick, Nothing);
         row("by the contact's menu", Entry, Nothing);
         row("closed before", DoubleClick, Closed);
+        row("closed by its button", DoubleClick, ClosedByMouse);
+        row("came as an icon, restored, closed", DoubleClick, CameAsIcon);
         row("iconic before", DoubleClick, Iconic);
     }
 
     void anOpenedConversationIsReadyToType()
     {
         const auto [way, before] = fetched<Way, Before>();
-        QVERIFY(before == Nothing || openChatByKeys());
-        const QRect left = before == Iconic ? putAside(chat()) : QRect();
-        if (before == Closed)
-            x.close(chat());
+        if (before == CameAsIcon) {
+            julietSays("Ay me!");
+            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+            x.activate(chat());
+        }
+        QVERIFY(before == Nothing || (before == CameAsIcon ? SOON(isActive(chat())) : openChatByKeys()));
+        const QRect left = before == Nothing ? QRect() : putAside(chat());
+        if (before == ClosedByMouse)
+            click(form("MessageForm"), "cmdCancel");
         else if (before == Iconic)
             x.minimise(chat());
+        else if (before != Nothing)
+            x.close(chat());
         QVERIFY(SOON((!chat() || x.state(chat()) == State::Iconic) && isActive(main())));
         if (way == DoubleClick) {
             clickContact("juliet", XDisplay::Left, 2);
@@ -45,7 +56,7 @@ private slots:
             clickEntry("mnuContextSendMessage");
         }
         QVERIFY(way == Enter ? openChatByKeys() : SOON(isActive(chat())));
-        QVERIFY(before != Iconic || SOON(framed(chat()) == left));
+        QVERIFY(before == Nothing || SOON(framed(chat()) == left));
         QVERIFY(SOON(focus() == "txtMsg"));
         x.type("Hark!");
         x.press(XDisplay::Return);
@@ -94,14 +105,32 @@ private slots:
         QCOMPARE(owners, QList<QWidget*>({&form, &form}));
     }
 
-    void theMainWindowBecomesAnIconAndComesBack()
+    void theMainWindowGoesAndComesBack_data()
     {
-        const QRect before = putAside(main());
-        x.minimise(main());
-        QVERIFY(SOON(x.state(main()) == State::Iconic && mainForm().isMinimized()));
-        x.activate(main());
-        QVERIFY(SOON(isActive(main()) && !mainForm().isMinimized()));
-        QVERIFY(SOON(framed(main()) == before));
+        columns<bool, bool, int>("tray", "maximised", "trips");
+        row("as an icon", false, false, 1);
+        row("in the tray", true, false, 3);
+        row("maximised in the tray", true, true, 2);
+    }
+
+    void theMainWindowGoesAndComesBack()
+    {
+        const auto [tray, maximised, trips] = fetched<bool, bool, int>();
+        putAside(main());
+        if (maximised)
+            mainForm().showMaximized();
+        QVERIFY(!maximised || SOON(framed(main()).width() == QApplication::primaryScreen()->size().width()));
+        const QRect before = framed(main());
+        for (int trip = 0; trip < trips; ++trip) {
+            tray ? x.close(main()) : x.minimise(main());
+            QVERIFY(SOON(tray ? !main() : x.state(main()) == State::Iconic && mainForm().isMinimized()));
+            if (tray)
+                emit program->tray().doubleClicked();
+            else
+                x.activate(main());
+            QVERIFY(SOON(isActive(main()) && !mainForm().isMinimized()));
+            QVERIFY(SOON(framed(main()) == before));
+        }
     }
 
     void menusAnswerToKeys()

@@ -99,7 +99,8 @@ private slots:
         stored.StartInSystemTray = startInTray;
         FakeClient live(stored);
         live.signIn();
-        live.rosterForm()->setGeometry(place);
+        live.rosterForm()->setPlace(place.topLeft());
+        live.rosterForm()->resize(place.size());
         if (state == 1)
             live.rosterForm()->showMinimized();
         ui::choose(live.rosterForm(), "mRosterTDiscon");
@@ -107,7 +108,7 @@ private slots:
         QCOMPARE(written.geometry.value_or(QRect()), state == 1 ? QRect(0, 0, 0, 0) : place);
         QCOMPARE(written.state, state);
         live.signIn();
-        QCOMPARE(live.rosterForm()->geometry() == place, returns);
+        QCOMPARE(QRect(live.rosterForm()->pos(), live.rosterForm()->size()) == place, returns);
         QCOMPARE(live.rosterForm()->isMinimized(), state == 1);
     }
 
@@ -118,7 +119,8 @@ private slots:
             live.signIn();
             live.inject(message("chat"));
             live.inject(message("headline"));
-            live.rosterForm()->setGeometry(place);
+            live.rosterForm()->setPlace(place.topLeft());
+            live.rosterForm()->resize(place.size());
             const QPointer<Form> chat = live.form("MessageForm");
             QVERIFY(chat);
             const QSignalSpy unloaded(&live.signInForm(), &SignInForm::unloaded);

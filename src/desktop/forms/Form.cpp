@@ -1,5 +1,7 @@
 #include "desktop/forms/Form.h"
 
+#include "desktop/forms/WindowPlace.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -11,6 +13,30 @@
 #include <QWindow>
 
 #include <utility>
+
+namespace
+{
+
+QPointer<QWidget>& expected()
+{
+    static QPointer<QWidget> window;
+    return window;
+}
+
+// Frames differ; the last one that was seen is the best guess for the next.
+QMargins& usualFrame()
+{
+    static QMargins frame(4, 28, 4, 4);
+    return frame;
+}
+
+QPoint centred(QSize frame)
+{
+    return QRect(QGuiApplication::primaryScreen()->availableGeometry()).center() -
+           QRect(QPoint(), frame).center();
+}
+
+} // namespace
 
 Form::Form(FormRegistry& registry, const QString& name, QWidget* parent)
     : QMainWindow(parent), registry_(registry)
@@ -58,6 +84,7 @@ void Form::showAbove(const QWidget& owner)
 {
     if (!isVisible())
         setWindowFlag(Qt::Dialog);
+    prepare();
     winId(); // makes the native window
     windowHandle()->setTransientParent(owner.windowHandle());
     show();
@@ -66,9 +93,62 @@ void Form::showAbove(const QWidget& owner)
 
 void Form::bringUp()
 {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
+    if (entry_)
+        entry_->setFocus();
+}
+
+void Form::setPlace(QPoint place)
+{
+    place_ = place;
+    if (isVisible())
+        move(place);
+}
+
+void Form::setVisible(bool visible)
+{
+    if (visible && isHidden()) {
+        prepare();
+    } else if (!visible && isVisible()) {
+        place_ = pos();
+        prepared_ = false;
+    }
+    QMainWindow::setVisible(visible);
+}
+
+// What the window manager knows of a window outlives its hiding: that it came up as an icon, that it was
+// never moved by itself. So a window that is shown again is a new one, and takes its place before it has a
+// frame, which the window manager then puts there.
+void Form::prepare()
+{
+    if (std::exchange(prepared_, true))
+        return;
+    if (isMaximized() && shown_)
+        return; // it would lose the place that it had before
+    if (testAttribute(Qt::WA_WState_Created))
+        destroy();
+    ensurePolished();
+    if (!testAttribute(Qt::WA_Resized)) {
+        adjustSize();
+        setAttribute(Qt::WA_Resized, false);
+    }
+    fitScreen();
+    takePlace();
+    // The new native window knows of no state.
+    create();
+    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
+}
+
+void Form::takePlace()
+{
+    if (!place_)
+        return;
+    const QSize least = minimumSize().isEmpty() ? minimumSizeHint() : minimumSize();
+    const QRect frame(*place_, size().expandedTo(least).grownBy(usualFrame()));
+    move(windowplace::onAScreen(frame, windowplace::screens()).value_or(centred(frame.size())));
 }
 
 void Form::setDefaultButton(QPushButton* button)
@@ -79,17 +159,6 @@ void Form::setDefaultButton(QPushButton* button)
     if (button)
         button->setDefault(true);
 }
-
-namespace
-{
-
-QPointer<QWidget>& expected()
-{
-    static QPointer<QWidget> window;
-    return window;
-}
-
-} // namespace
 
 QWidget* Form::inUse()
 {
@@ -106,8 +175,12 @@ void Form::expectActive(QWidget* window)
 void Form::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        expectActive(nullptr);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow())
+        return;
+    expectActive(nullptr);
+    if (std::exchange(settling_, false))
+        settle();
+    emit activated();
 }
 
 void Form::showEvent(QShowEvent* event)
@@ -115,7 +188,13 @@ void Form::showEvent(QShowEvent* event)
     QMainWindow::showEvent(event);
     if (!event->spontaneous() && !testAttribute(Qt::WA_ShowWithoutActivating))
         expectActive(this);
-    if (event->spontaneous() || isMaximized() || isFullScreen())
+    if (event->spontaneous())
+        return;
+    shown_ = true;
+    if (entry_)
+        entry_->setFocus();
+    settling_ = true;
+    if (isMaximized() || isFullScreen())
         return;
     fitContent();
     fitScreen();
@@ -135,14 +214,24 @@ void Form::fitContent()
 // No button may lie beyond the edge of a small screen.
 void Form::fitScreen()
 {
-    constexpr QSize frame(8, 32); // what window managers put around a window, about
-    const QSize room = screen()->availableSize() - frame;
-    const QSize fitting = size().boundedTo(room);
-    if (fitting == size())
+    const auto* at = place_ ? QGuiApplication::screenAt(*place_) : nullptr;
+    const QSize largest = (at ? at : screen())->availableSize().shrunkBy(usualFrame());
+    if (size() == size().boundedTo(largest))
         return;
-    setMinimumSize(minimumSize().boundedTo(room));
-    resize(fitting);
-    move(screen()->availableGeometry().topLeft());
+    setMinimumSize(minimumSize().boundedTo(largest));
+    resize(size().boundedTo(largest));
+}
+
+// The frame is there: it may be wider than the one that was reckoned with.
+void Form::settle()
+{
+    const QRect frame = frameGeometry();
+    if (frame != geometry())
+        usualFrame() = {geometry().x() - frame.x(), geometry().y() - frame.y(),
+                        frame.right() - geometry().right(), frame.bottom() - geometry().bottom()};
+    const auto place = windowplace::onAScreen(frame, windowplace::screens());
+    if (place && *place != frame.topLeft() && !isMaximized())
+        move(*place);
 }
 
 void Form::closeEvent(QCloseEvent* event)

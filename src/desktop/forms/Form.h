@@ -6,12 +6,15 @@
 #include <QPushButton>
 #include <QString>
 
+#include <optional>
+
 class FormRegistry;
 
 // Why a form is asked to close.
 enum class CloseMode { User, Code, System };
 
-// A window of the program. It enters the registry at its making and leaves it when it is unloaded. Enter
+// A window of the program. It enters the registry at its making and leaves it when it is unloaded. However it
+// is shown, it returns to the place that it had, wholly on a screen, with the caret in its entry. Enter
 // clicks the default button and Escape the cancel button, as in a dialog.
 class Form : public QMainWindow
 {
@@ -37,12 +40,24 @@ public:
 
     // Opens beside `owner`, on which it works, stays above it and has the focus.
     void showAbove(const QWidget& owner);
-    // Shows the form before all other windows, with the focus.
+    // Shows the form before all other windows, with the focus. For windows that the person asks for.
     void bringUp();
+    // Whether the person has ever seen the form.
+    bool wasShown() const { return shown_; }
+    // Where the frame is to stand from here on.
+    void setPlace(QPoint place);
 
     void setDefaultButton(QPushButton* button);
     QPushButton* defaultButton() const { return default_; }
     void setCancelButton(QPushButton* button) { cancel_ = button; }
+    // The control that has the keyboard whenever the form comes up.
+    void setEntry(QWidget* entry) { entry_ = entry; }
+
+    void setVisible(bool visible) override;
+
+signals:
+    // The person works with the form now.
+    void activated();
 
 protected:
     // May refuse the close; a form that only hides does so here.
@@ -63,12 +78,20 @@ protected:
     FormRegistry& registry() const { return registry_; }
 
 private:
+    void prepare();
+    void takePlace();
     void fitContent();
     void fitScreen();
+    void settle();
 
     FormRegistry& registry_;
     QPointer<QPushButton> default_;
     QPointer<QPushButton> cancel_;
+    QPointer<QWidget> entry_;
+    std::optional<QPoint> place_; // of the frame; null while the window manager chooses it
+    bool shown_ = false;
+    bool prepared_ = false; // shown, or about to be
+    bool settling_ = false; // shown, and the frame has not been seen yet
     bool unloading_ = false;
 };
 

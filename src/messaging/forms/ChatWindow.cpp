@@ -4,7 +4,6 @@
 #include "contacts/StatusRules.h"
 #include "desktop/forms/Form.h"
 #include "engine/Jid.h"
-#include "messaging/WindowTag.h"
 #include "messaging/forms/HeadLineForm.h"
 #include "messaging/forms/MessageForm.h"
 #include "messaging/forms/RoomWindow.h"
@@ -177,20 +176,13 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
 // A message never takes the screen from the window in use. What the person opened comes to the front.
 void ChatWindow::showWindow(MessageForm& window)
 {
-    const bool minimised = !IsTrick && client_.settings.CurrentWindowOnTop && !window.isVisible() &&
-                           QApplication::activeWindow() != &window;
-    if (!window.isVisible()) {
-        if (minimised)
-            window.setWindowState(window.windowState() | Qt::WindowMinimized);
-        if (const auto place = windowtag::pixels(window.Tag))
-            window.move(*place);
-        window.show();
-    }
-    if (IsTrick) {
-        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-        window.raise();
-        window.activateWindow();
-    }
+    if (IsTrick)
+        return window.bringUp();
+    if (window.isVisible())
+        return;
+    if (client_.settings.CurrentWindowOnTop)
+        window.setWindowState(window.windowState() | Qt::WindowMinimized);
+    window.show();
 }
 
 void ChatWindow::showBalloon(const InboundMessage& message, bool room)

@@ -62,7 +62,7 @@ void HeadLineForm::showAtPlace()
 {
     if (isVisible())
         return;
-    move(GetLeftProp(*this) / windowtag::twipsPerPixel, GetTopProp(*this) / windowtag::twipsPerPixel);
+    setPlace(QPoint(GetLeftProp(*this), GetTopProp(*this)) / windowtag::twipsPerPixel);
     show();
 }
 
@@ -95,8 +95,8 @@ bool HeadLineForm::queryUnload(CloseMode)
 {
     if (client_.SessionClosing)
         return true;
-    hide();
     Tag = windowtag::of(pos());
+    hide();
     if (auto* main = registry().find(QStringLiteral("RosterForm")))
         main->activateWindow();
     return false;

@@ -33,7 +33,7 @@ MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
     connectMenus();
     setDefaultButton(ui_->cmdSend);
     setCancelButton(ui_->cmdCancel);
-    ui_->txtMsg->setFocus();
+    setEntry(ui_->txtMsg);
 }
 
 MessageForm::~MessageForm() = default;

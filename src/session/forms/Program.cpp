@@ -50,6 +50,11 @@ Program::~Program()
         registry_.deleteAllExcept(&ui_->windows.session.signIn());
 }
 
+QtTrayIcon& Program::tray()
+{
+    return world_->tray;
+}
+
 bool Program::start()
 {
     const QString missing = componentCheck();

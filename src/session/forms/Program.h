@@ -25,6 +25,7 @@ public:
     // For whoever drives the program from within; the session stands once it is started.
     SessionUi& session() const { return *ui_; }
     Client& client() { return client_; }
+    QtTrayIcon& tray();
 
 private:
     struct World;

@@ -22,10 +22,12 @@ SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store)
 {
 }
 
+// A window in the tray counts as minimised. One that nobody saw has no place of its own.
 void SessionEnd::saveWindowPosition()
 {
-    if (const auto* form = windows_.contacts.rosterForm())
-        store_.saveWindowPosition(form->geometry(), windowState(*form));
+    const auto* form = windows_.contacts.rosterForm();
+    if (form && form->wasShown())
+        store_.saveWindowPosition({form->pos(), form->size()}, form->isVisible() ? windowState(*form) : 1);
 }
 
 void SessionEnd::emptyLists()
@@ -37,8 +39,7 @@ void SessionEnd::emptyLists()
 
 void SessionEnd::showSignIn()
 {
-    windows_.session.signIn().show();
-    windows_.session.signIn().activateWindow();
+    windows_.session.signIn().bringUp();
 }
 
 void SessionEnd::returnToSignIn()

@@ -89,9 +89,13 @@ void SessionUi::loadBannedList()
 void SessionUi::loadWindowPosition()
 {
     auto& form = windows.contacts.makeRosterForm();
-    const auto position = store_.loadWindowPosition(form.geometry());
-    if (windowState(form) == 0 && !client_.settings.StartInSystemTray && position.geometry)
-        form.setGeometry(*position.geometry);
+    const auto position = store_.loadWindowPosition({form.pos(), form.size()});
+    if (windowState(form) == 0 && !client_.settings.StartInSystemTray && position.geometry) {
+        form.setPlace(position.geometry->topLeft());
+        // Zeros stand for a window that was minimised, whose size nobody kept.
+        if (!position.geometry->isEmpty())
+            form.resize(position.geometry->size());
+    }
     setWindowState(form, position.state);
 }
 

@@ -9,18 +9,6 @@
 
 #include <array>
 
-namespace
-{
-
-void bringUp(QWidget& window)
-{
-    window.showNormal();
-    window.raise();
-    window.activateWindow();
-}
-
-} // namespace
-
 TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus)
     : client_(client), windows_(windows), end_(end), menus_(menus)
 {
@@ -51,8 +39,8 @@ void TrayControl::follow(RosterForm& form)
 void TrayControl::onDoubleClick()
 {
     auto* form = windows_.contacts.rosterForm();
-    if (form && form->isMinimized()) {
-        bringUp(*form);
+    if (form && form->wasShown() && (form->isMinimized() || !form->isVisible())) {
+        form->bringUp();
         menus_.setMinimized(false);
     }
 }
@@ -80,9 +68,9 @@ void TrayControl::onConnect()
 void TrayControl::onRestore()
 {
     if (auto* form = windows_.contacts.rosterForm(); form && client_.isConnected())
-        bringUp(*form);
+        form->bringUp();
     else
-        bringUp(windows_.session.signIn());
+        windows_.session.signIn().bringUp();
     menus_.setMinimized(false);
 }
 
