@@ -74,8 +74,11 @@ void MessageForm::setUpEditing()
                      {ui_->mnuEditUndo, ui_->mnuEditCut, ui_->mnuEditCopy, ui_->mnuEditPaste, ui_->mnuEditDel,
                       ui_->mnuEditSelAll},
                      this);
-    connect(ui_->txtLog, &TranscriptView::menuRequested, ui_->mnuEdit,
-            [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
+    ui_->txtLog->moreText = tr(" [... and %1 more characters, which stand in the message log]");
+    connect(ui_->txtLog, &TranscriptView::menuRequested, ui_->mnuEdit, [this](const QPoint& at, bool shift) {
+        if (!shift)
+            ui_->mnuEdit->popup(at);
+    });
     connect(ui_->txtLog, &TranscriptView::typed, this, [this](const QString& text) {
         ui_->txtMsg->insertPlainText(text);
         ui_->txtMsg->setFocus();
@@ -241,13 +244,13 @@ void MessageForm::setPeer(const QString& jid)
 
 void MessageForm::setNick(const QString& nick)
 {
-    ui_->txtNick->setText(nick);
+    ui_->txtNick->setText(nick.left(longestLabel));
     ui_->txtNick->setCursorPosition(0);
 }
 
 void MessageForm::setStatusText(const QString& text)
 {
-    ui_->txtTOS->setText(text);
+    ui_->txtTOS->setText(text.left(longestLabel));
     ui_->txtTOS->setCursorPosition(0);
 }
 
