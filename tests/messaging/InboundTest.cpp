@@ -180,6 +180,19 @@ private slots:
         // There is nobody to tell of typing.
         QTest::keyClicks(&f->control<QWidget>(*forms.at(0), "txtMsg"), "hm");
         QCOMPARE(f->engine.takeSent(), QStringList());
+        // Its commands are for the sender.
+        auto* window = qobject_cast<MessageForm*>(forms.at(0));
+        window->cmdSend_Click();
+        QVERIFY(f->panel(*window).startsWith("Nothing was sent"));
+        f->world.boxes.answers = {MessageBoxes::Answer::Yes};
+        for (const char* name : {"mnustrblock", "mnustrvcard", "mnustroldconv"})
+            f->control<QAction>(*window, name).trigger();
+        QVERIFY(f->client.MyBanList.BannedJID(stranger));
+        QVERIFY(f->engine.takeSent().value(0).contains(QString("to=\"%1\"").arg(stranger)));
+        auto* log = f->registry.find("LogMessageForm");
+        QCOMPARE(log->windowTitle(), stranger + " -- Message Log");
+        QVERIFY(f->transcript(*log).contains("one"));
+        log->close();
         forms.at(0)->close();
         QCOMPARE(f->registry.loaded().size(), 1);
     }
