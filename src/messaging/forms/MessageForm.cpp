@@ -80,7 +80,7 @@ void MessageForm::setUpEditing()
             ui_->mnuEdit->popup(at);
     });
     connect(ui_->txtLog, &TranscriptView::typed, this, [this](const QString& text) {
-        ui_->txtMsg->insertPlainText(text);
+        ui_->txtMsg->insertMessage(text);
         ui_->txtMsg->setFocus();
     });
     connect(ui_->txtLog, &TranscriptView::linkPressed, this, [this](const QString& target) {
