@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr int longestLink = 8192; // characters; more than browsers take
-
 bool hasAttachment(const QUrl& mail)
 {
     const auto items = QUrlQuery(mail).queryItems();

@@ -1,6 +1,9 @@
 #include "messaging/LinkScanner.h"
 
+#include "desktop/SafeLink.h"
+
 #include <QRegularExpression>
+#include <QUrl>
 
 namespace
 {
@@ -14,14 +17,28 @@ bool mayHoldLink(const QString& text)
 qsizetype trimmedLength(QStringView link)
 {
     qsizetype length = link.size();
+    qsizetype unopened = link.count(u')') - link.count(u'(');
     while (length > 0) {
         const QChar last = link.at(length - 1);
-        const bool unopened = last == u')' && link.left(length).count(u')') > link.left(length).count(u'(');
-        if (!unopened && !QStringView(u".,;:!?'\"]}>").contains(last))
+        if (last == u')' ? unopened <= 0 : !QStringView(u".,;:!?'\"]}>").contains(last))
             break;
+        unopened -= last == u')';
         --length;
     }
     return length;
+}
+
+// As the desktop takes it: what an address can't hold is written in its escapes. Empty where no program could
+// open it, or none may.
+QString openable(const QString& link)
+{
+    if (link.size() > longestLink)
+        return {};
+    static const QRegularExpression stray(QStringLiteral("%(?![0-9A-Fa-f]{2})"));
+    QString whole = link.startsWith(u"www.", Qt::CaseInsensitive) ? QStringLiteral("http://") + link : link;
+    whole.replace(stray, QStringLiteral("%25"));
+    const QString encoded = QString::fromLatin1(QUrl(whole, QUrl::TolerantMode).toEncoded());
+    return isSafeLink(encoded) ? encoded : QString();
 }
 
 } // namespace
@@ -40,9 +57,9 @@ QList<FoundLink> findLinks(const QString& text)
         const qsizetype length = trimmedLength(match.capturedView());
         if (length <= match.capturedLength(1))
             continue;
-        const QString link = text.mid(match.capturedStart(), length);
-        const bool bare = link.startsWith(u"www.", Qt::CaseInsensitive);
-        links.append({match.capturedStart(), length, bare ? QStringLiteral("http://") + link : link});
+        const QString target = openable(text.mid(match.capturedStart(), length));
+        if (!target.isEmpty())
+            links.append({match.capturedStart(), length, target});
     }
     return links;
 }

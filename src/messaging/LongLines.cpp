@@ -1,48 +1,73 @@
 #include "messaging/LongLines.h"
 
-#include <algorithm>
-
 namespace longlines
 {
 
 namespace
 {
 
-constexpr qsizetype longestLine = 4096; // UTF-16 units
+constexpr int heaviestLine = 4096;       // as much as so many letters
+constexpr qsizetype longestText = 65536; // UTF-16 units
+constexpr int mostLines = 1000;
+
+bool beginsBlock(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator;
+}
+
+// Makes one sign of its neighbours: the joiner and the key cap, and the halves of flags, skin tones and tags
+// by their low or high surrogate.
+bool joins(char16_t u)
+{
+    return u == 0x200D || u == 0x20E3 || u == 0xDB40 || (u >= 0xDDE6 && u <= 0xDDFF) ||
+           (u >= 0xDFFB && u <= 0xDFFF);
+}
+
+// By what shaping costs: a colour font's ligatures are a hundred times as dear as letters, signs that combine
+// and controls ten times, and both the dearer the more of them stand in a line.
+int weightOf(QChar c)
+{
+    const auto u = c.unicode();
+    if (u < 0x300)
+        return 1;
+    if (joins(u))
+        return 400;
+    const bool combines = c.isMark() || c.category() == QChar::Other_Format ||
+                          u == QChar::ObjectReplacementCharacter || u == QChar::LineSeparator ||
+                          (u >= 0x1100 && u < 0x1200);
+    return combines ? 64 : c.isSurrogate() ? 4 : 1;
+}
 
 } // namespace
 
-bool endsLine(QChar c)
+qsizetype shownLength(QStringView text)
 {
-    return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
-}
-
-bool mustBreak(const QString& text)
-{
-    if (text.size() <= longestLine)
-        return false;
-    qsizetype length = 0;
-    for (const QChar c : text) {
-        length = endsLine(c) ? 0 : length + 1;
-        if (length > longestLine)
-            return true;
+    qsizetype length = qMin(text.size(), longestText);
+    int lines = 0;
+    for (qsizetype i = 0; i < length; ++i) {
+        if ((beginsBlock(text[i]) || text[i] == QChar::LineSeparator) && ++lines == mostLines)
+            length = i;
     }
-    return false;
+    const bool splits = length > 0 && length < text.size() && text[length - 1].isHighSurrogate();
+    return splits ? length - 1 : length;
 }
 
-qsizetype pieceLength(QStringView text, qsizetype start)
+qsizetype Cutter::take(QStringView text)
 {
-    const qsizetype most = qMin(longestLine, text.size() - start);
-    const auto piece = text.mid(start, most);
-    const auto lineEnd = std::find_if(piece.begin(), piece.end(), endsLine);
-    if (lineEnd != piece.end())
-        return lineEnd - piece.begin() + 1;
-    if (start + most == text.size())
-        return most;
-    const auto space = piece.lastIndexOf(u' ');
-    if (space > longestLine / 2)
-        return space + 1;
-    return piece.back().isHighSurrogate() ? most - 1 : most;
+    qsizetype blank = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        weight_ = beginsBlock(c) ? 0 : weight_ + weightOf(c);
+        if (weight_ == 0)
+            blank = 0;
+        if (weight_ > heaviestLine) {
+            weight_ = 0;
+            return blank > 0 ? blank : c.isLowSurrogate() && i > 0 ? i - 1 : i;
+        }
+        if (c == u' ' && weight_ > heaviestLine / 2)
+            blank = i + 1;
+    }
+    return text.size();
 }
 
 } // namespace longlines

@@ -2,16 +2,26 @@
 
 #include <QString>
 
-// Lines of extreme length, cut into pieces for the text layout: its cost grows with the square of an unbroken
-// line.
+// What the text layout can't take: its cost grows with the square of an unbroken line, and with every line
+// that a text holds.
 namespace longlines
 {
 
-bool endsLine(QChar c);
-// Whether `text` holds a line too long for the layout.
-bool mustBreak(const QString& text);
-// How much of `text`, from `start`, the next piece takes: up to and with the end of a line, or a part of a
-// long one. Prefers to cut behind a blank, and never splits a surrogate pair.
-qsizetype pieceLength(QStringView text, qsizetype start);
+// How much of `text` a transcript shows of one message: never half of a surrogate pair.
+qsizetype shownLength(QStringView text);
+
+// Cuts lines of extreme length into pieces that the layout takes in no time, over texts that are inserted one
+// behind the other. Signs that join their neighbours weigh more than letters.
+class Cutter
+{
+public:
+    void beginLine() { weight_ = 0; }
+    // How much of `text` goes in before the line has to be broken: all of it when it needn't. Prefers to cut
+    // behind a blank, and never splits a surrogate pair.
+    qsizetype take(QStringView text);
+
+private:
+    int weight_ = 0; // of the line so far
+};
 
 } // namespace longlines

@@ -23,18 +23,27 @@ bool PeerCommands::addContact(const QString& jid)
         boxes.exclamation(tr("Error"), tr("This Contact is already in your Contact List"));
         return false;
     }
-    SendStanza(*client_.Application, stanzas::addContact(jid));
+    if (!request(jid)) {
+        boxes.exclamation(tr("Error"), tr("Your request was not sent: there is no connection."));
+        return false;
+    }
+    boxes.information(tr("Notification"),
+                      tr("Your request has been submitted; waiting for a reply from your friend, the contact "
+                         "will be placed in a group called \"Waiting authorization\""));
+    return true;
+}
+
+bool PeerCommands::request(const QString& jid)
+{
+    if (!client_.isConnected() || !stanzas::send(client_, stanzas::addContact(jid)))
+        return false;
     auto& packet = client_.Application->OutPacket();
     packet.Clear();
     auto presence = packet.PresenceFields();
     presence.SetSubscribe();
     presence.setTo(jid);
     presence.setFrom(client_.ownBareJid());
-    packet.Send();
-    boxes.information(tr("Notification"),
-                      tr("Your request has been submitted; waiting for a reply from your friend, the contact "
-                         "will be placed in a group called \"Waiting authorization\""));
-    return true;
+    return packet.Send();
 }
 
 bool PeerCommands::block(const QString& jid)

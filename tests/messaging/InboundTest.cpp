@@ -1,10 +1,16 @@
 #include "messaging/InboundRules.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/RoomWindow.h"
+#include "messaging/forms/TranscriptView.h"
 #include "messaging/forms/authorizeForm.h"
 #include "services/forms/VCardForm.h"
+#include "support/Files.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
+
+#include <QScrollBar>
+#include <QTextBlock>
+#include <ctime>
 
 // What becomes of an inbound message: by its type and its sender, on real windows.
 class InboundTest : public QObject
@@ -174,6 +180,19 @@ private slots:
         // There is nobody to tell of typing.
         QTest::keyClicks(&f->control<QWidget>(*forms.at(0), "txtMsg"), "hm");
         QCOMPARE(f->engine.takeSent(), QStringList());
+        // Its commands are for the sender.
+        auto* window = qobject_cast<MessageForm*>(forms.at(0));
+        window->cmdSend_Click();
+        QVERIFY(f->panel(*window).startsWith("Nothing was sent"));
+        f->world.boxes.answers = {MessageBoxes::Answer::Yes};
+        for (const char* name : {"mnustrblock", "mnustrvcard", "mnustroldconv"})
+            f->control<QAction>(*window, name).trigger();
+        QVERIFY(f->client.MyBanList.BannedJID(stranger));
+        QVERIFY(f->engine.takeSent().value(0).contains(QString("to=\"%1\"").arg(stranger)));
+        auto* log = f->registry.find("LogMessageForm");
+        QCOMPARE(log->windowTitle(), stranger + " -- Message Log");
+        QVERIFY(f->transcript(*log).contains("one"));
+        log->close();
         forms.at(0)->close();
         QCOMPARE(f->registry.loaded().size(), 1);
     }
@@ -253,32 +272,66 @@ private slots:
         QCOMPARE(f->logOf(juliet), QString());
     }
 
+    // Of a text of extreme size the beginning: `shown` characters.
     void hostileTextsAreShownAsTheyCame_data()
     {
-        columns<QString>("text");
+        columns<QString, int>("text", "shown");
+        const auto row = [](const char* name, const QString& text, int shown = 0) {
+            QTest::newRow(name) << text << (shown ? shown : int(text.size()));
+        };
         row("markup", "<b>&amp;\"'</b> [*]");
         row("right to left", QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D\xE2\x80\xAE abc"));
         row("emoji", QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7"));
         row("object character", QString(QChar(0xFFFC)) + u'x');
-        row("long line", QString(100000, u'w'));
-        row("unbroken mebibyte", QString(1048576, u'w'));
-        row("emoji without end", QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5000) + "\nx");
-        row("a mebibyte", QString("word ").repeated(1048576 / 5));
+        row("long line", QString(60000, u'w'));
+        row("unbroken mebibyte", QString(1048576, u'w'), 65536);
+        row("emoji without end", QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5000) + "x");
+        row("joined emoji", QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D").repeated(35000), 65535);
+        row("combining", u'a' + QString(60000, QChar(0x301)));
+        row("a line of links", QString("www.a.b ").repeated(8000));
+        row("short lines", QString("a\n").repeated(500000), 1999);
+        row("line separators", QString(QString("a") + QChar::LineSeparator).repeated(500000), 1999);
     }
     void hostileTextsAreShownAsTheyCame()
     {
-        QFETCH(QString, text);
+        const auto [text, shown] = fetched<QString, int>();
         QString escaped = text;
         escaped.replace(u'&', "&amp;").replace(u'<', "&lt;");
         f->client.MyRoster.record(juliet)->nick = text.left(1000);
+        const clock_t began = clock();
         f->message(juliet, "chat", QString("<body>%1</body>").arg(escaped));
         auto* window = f->window(juliet);
         QVERIFY(window);
-        QVERIFY(f->transcript(*window).endsWith(QString(": ") + text + u'\n'));
-        QVERIFY(f->logOf(juliet).endsWith(QString("): ") + text + "\r\n"));
+        const auto& log = f->control<TranscriptView>(*window, "txtLog");
+        const QString expected = QString(text).replace(QChar::LineSeparator, u'\n').left(shown);
+        QVERIFY(f->transcript(*window).replace(QChar::LineSeparator, u'\n').contains(": " + expected));
+        const QString more = QLocale().toString(text.size() - shown) + " more characters, which stand in";
+        QCOMPARE(f->transcript(*window).contains(more), shown < text.size());
+        QCOMPARE(files::read(f->hub->log().path(juliet)).count(text.at(0) == u'a' ? "a" : "w"),
+                 QString(juliet + text).count(text.at(0) == u'a' ? u'a' : u'w'));
         window->showNormal();
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QVERIFY(window->width() < 1000);
+        for (auto block = log.document()->begin(); block.isValid(); block = block.next())
+            QVERIFY(block.length() <= 4200 + 2000); // what the layout can take in one piece
+        QVERIFY2(clock() - began < CLOCKS_PER_SEC, qPrintable(QString::number(clock() - began)));
+    }
+
+    void transcriptForgetsItsOldestLines()
+    {
+        auto* window = f->open(juliet);
+        auto& log = f->control<TranscriptView>(*window, "txtLog");
+        for (int i = 0; i < 9990; ++i)
+            log.appendLine({{TranscriptRun::Style::Plain, QString::number(i)}});
+        QCoreApplication::processEvents();
+        log.verticalScrollBar()->setValue(500);
+        for (int i = 0; i < 60; ++i) {
+            f->message(juliet, "chat", "<body>more</body>");
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(log.blockCount(), 10000);
+        // Who has scrolled back goes on reading where they were.
+        QCOMPARE(log.cursorForPosition({5, 5}).block().text(), "500");
     }
 
     void messageWithoutSenderBreaksNothing()

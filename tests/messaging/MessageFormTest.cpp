@@ -1,8 +1,11 @@
 #include "messaging/MessagingFixture.h"
+#include "messaging/forms/MessageEdit.h"
 #include "messaging/forms/TranscriptView.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
+
+#include <ctime>
 
 // What a person does in a message window.
 class MessageFormTest : public QObject
@@ -120,6 +123,48 @@ private slots:
         // A character that XML can't carry doesn't cost the stream.
         const QString sent = text + QChar(QChar::ReplacementCharacter) + "</body>";
         QVERIFY(f->engine.takeSent().value(0).contains(sent));
+    }
+
+    void entryTakesAnyTextQuickly_data()
+    {
+        columns<QString>("text");
+        row("unbroken", QString(200000, u'w'));
+        row("words", QString("rose ").repeated(40000));
+        row("joined emoji", QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D").repeated(60000));
+        row("lines", QString("a rose\n\nb").repeated(20000));
+    }
+    void entryTakesAnyTextQuickly()
+    {
+        QFETCH(QString, text);
+        auto* window = f->open(juliet);
+        auto& entry = f->control<MessageEdit>(*window, "txtMsg");
+        QGuiApplication::clipboard()->setText(text);
+        const clock_t began = clock();
+        entry.paste();
+        for (const auto edge : {QTextCursor::End, QTextCursor::Start}) {
+            entry.moveCursor(edge);
+            for (int i = 0; i < 10; ++i) {
+                type(*window, "k");
+                entry.grab();
+            }
+        }
+        QVERIFY2(clock() - began < CLOCKS_PER_SEC, qPrintable(QString::number(clock() - began)));
+        const QString whole = QString(10, u'k') + text + QString(10, u'k');
+        QVERIFY(entry.messageText() == whole);
+        while (entry.document()->isUndoAvailable())
+            entry.undo();
+        while (entry.document()->isRedoAvailable())
+            entry.redo();
+        QVERIFY(entry.messageText() == whole);
+        // A new line inside of a piece is one.
+        entry.moveCursor(QTextCursor::End);
+        QTest::keyClick(&entry, Qt::Key_Return, Qt::ShiftModifier);
+        type(*window, "z");
+        QVERIFY(entry.messageText() == whole + "\nz");
+        entry.selectAll();
+        entry.cut();
+        QVERIFY(QGuiApplication::clipboard()->text() == whole + "\nz");
+        QCOMPARE(entry.messageText(), QString());
     }
 
     void closingHidesAndReopensInPlace()

@@ -35,6 +35,25 @@ private slots:
             QVERIFY2(!f->control<QAction>(*window, name).isEnabled(), name);
     }
 
+    void commandsNeedAConnection()
+    {
+        f->message(stranger, "chat", "<body>hi</body>");
+        auto* window = f->window(stranger);
+        f->engine.gateway().connected = false;
+        QSignalSpy wishes(f->hub.get(), &ChatWindow::vCardRequested);
+        window->mnuToolsAdd_Click();
+        window->mnustrvcard_Click();
+        QVERIFY(f->panel(*window).contains("not connected"));
+        QVERIFY(f->world.boxes.shown.isEmpty() && wishes.isEmpty() && f->engine.takeSent().isEmpty());
+        for (const bool connected : {false, true}) {
+            f->engine.gateway().connected = connected;
+            emit f->control<QMenu>(*window, "mnuTools").aboutToShow();
+            for (const char* name : {"mnuToolsAdd", "Toolbar1Add", "mnustrvcard", "Toolbar1VCard",
+                                     "mnustrincchgr", "Toolbar1Invite", "mnustrsendfile", "Toolbar1Call"})
+                QVERIFY2(f->control<QAction>(*window, name).isEnabled() == connected, name);
+        }
+    }
+
     void addingAContactIsRefused()
     {
         f->message(stranger, "chat", "<body>hi</body>");

@@ -169,6 +169,8 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
         window.setPicture(QStringLiteral("Pendingauth"));
         window.setCanAdd(!decision.room);
         window.setPeer(decision.room ? message.from : message.bare);
+    } else {
+        window.setSender(message.bare);
     }
     window.setCaption(decision.room ? message.from : nick + QStringLiteral(" - ") + message.bare);
 }

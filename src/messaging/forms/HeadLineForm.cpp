@@ -7,16 +7,24 @@
 #include "messaging/WindowTag.h"
 #include "ui_HeadLineForm.h"
 
+#include <QMenu>
+
 namespace
 {
+
+constexpr qsizetype mostErrors = 10; // told of one stanza
 
 // Of an error without words the number is told in words.
 QStringList errorTexts(const Stanza& stanza)
 {
     QStringList texts;
-    for (const auto found : stanza.root().select_nodes(".//*[local-name()='error']")) {
+    const auto errors = stanza.root().select_nodes(".//*[local-name()='error']");
+    const QString sentence = errors.empty() ? QString() : StanzaError::of(stanza.root()).sentence();
+    for (const auto found : errors) {
+        if (texts.size() == mostErrors)
+            break;
         const QString text = xml::text(found.node());
-        texts += text.trimmed().isEmpty() ? StanzaError::of(stanza.root()).sentence() : text;
+        texts += text.trimmed().isEmpty() ? sentence : text;
     }
     return texts;
 }
@@ -35,6 +43,11 @@ HeadLineForm::HeadLineForm(FormRegistry& registry, Client& client)
     connect(ui_->Command1, &QPushButton::clicked, this, &HeadLineForm::Command1_Click);
     connect(ui_->txtMsg, &TranscriptView::linkPressed, this,
             [this](const QString& target) { client_.desktop.links->open(target); });
+    connect(ui_->txtMsg, &TranscriptView::menuRequested, this, [this](const QPoint& at) {
+        auto* menu = ui_->txtMsg->createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->popup(at);
+    });
 }
 
 HeadLineForm::~HeadLineForm() = default;

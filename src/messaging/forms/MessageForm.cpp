@@ -52,7 +52,7 @@ void MessageForm::setUpToolbar()
     };
     for (const auto& [button, key] : pictures)
         button->setIcon(ImageList::icon(QString::fromLatin1(key)));
-    ui_->Toolbar1Add->setEnabled(ui_->mnuToolsAdd->isEnabled());
+    refreshCommands();
     ui_->Toolbar1Return->setChecked(ui_->mnuToolsNoChar13->isChecked());
     connect(ui_->Toolbar1Block, &QAction::triggered, this, [this, &hub = hub_] {
         const SameSession same(client());
@@ -74,10 +74,13 @@ void MessageForm::setUpEditing()
                      {ui_->mnuEditUndo, ui_->mnuEditCut, ui_->mnuEditCopy, ui_->mnuEditPaste, ui_->mnuEditDel,
                       ui_->mnuEditSelAll},
                      this);
-    connect(ui_->txtLog, &TranscriptView::menuRequested, ui_->mnuEdit,
-            [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
+    ui_->txtLog->moreText = tr(" [... and %1 more characters, which stand in the message log]");
+    connect(ui_->txtLog, &TranscriptView::menuRequested, ui_->mnuEdit, [this](const QPoint& at, bool shift) {
+        if (!shift)
+            ui_->mnuEdit->popup(at);
+    });
     connect(ui_->txtLog, &TranscriptView::typed, this, [this](const QString& text) {
-        ui_->txtMsg->insertPlainText(text);
+        ui_->txtMsg->insertMessage(text);
         ui_->txtMsg->setFocus();
     });
     connect(ui_->txtLog, &TranscriptView::linkPressed, this, [this](const QString& target) {
@@ -93,6 +96,7 @@ void MessageForm::setUpEditing()
 void MessageForm::connectMenus()
 {
     connect(ui_->mnuFileClose, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->mnuTools, &QMenu::aboutToShow, this, &MessageForm::refreshCommands);
     connect(ui_->mnuToolsNoChar13, &QAction::triggered, this, &MessageForm::mnuToolsNoChar13_Click);
     connect(ui_->mnuToolsAdd, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
     connect(ui_->mnustroldconv, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
@@ -123,8 +127,10 @@ void MessageForm::WriteMessage(const MessageFields& fields)
 void MessageForm::cmdSend_Click()
 {
     const QString text = ui_->txtMsg->messageText();
-    if (ui_->txtTO->text().isEmpty() || text.isEmpty() || !Context)
+    if (text.isEmpty() || !Context)
         return;
+    if (ui_->txtTO->text().isEmpty())
+        return setPanelText(tr("Nothing was sent: you take no messages from people outside your list."));
     if (!client().isConnected())
         return setPanelText(tr("You are not connected. Your message was not sent."));
     const PlugInContext context = *Context;
@@ -148,7 +154,7 @@ void MessageForm::cmdSend_Click()
 // nobody to tell.
 void MessageForm::txtMsg_Change()
 {
-    const bool typed = !ui_->txtMsg->document()->isEmpty() && !peerJid().isEmpty();
+    const bool typed = !ui_->txtMsg->document()->isEmpty() && !ui_->txtTO->text().isEmpty();
     if (typed && client().isConnected() && typing_.textChanged())
         stanzas::send(client(), outbound::composing(peerJid()));
 }
@@ -163,6 +169,8 @@ void MessageForm::mnuToolsNoChar13_Click()
 
 void MessageForm::mnuToolsAdd_Click()
 {
+    if (!tellUnlessConnected())
+        return;
     const QPointer<MessageForm> self(this);
     if (commands_.addContact(peerJid()) && self)
         setCanAdd(false);
@@ -190,18 +198,22 @@ void MessageForm::mnustrDelHistory_Click()
 
 void MessageForm::mnustrvcard_Click()
 {
+    if (!tellUnlessConnected())
+        return;
     emit hub_.vCardRequested(peerJid());
     commands_.requestVCard(peerJid());
 }
 
 void MessageForm::mnustrincchgr_Click()
 {
-    emit hub_.inviteRequested(peerJid());
+    if (tellUnlessConnected())
+        emit hub_.inviteRequested(peerJid());
 }
 
 void MessageForm::mnustrsendfile_Click()
 {
-    emit hub_.callRequested(this);
+    if (tellUnlessConnected())
+        emit hub_.callRequested(this);
 }
 
 void MessageForm::sendByEmail()
@@ -236,18 +248,23 @@ void MessageForm::setPeer(const QString& jid)
 {
     ui_->txtTO->setText(jid);
     ui_->txtTO->setCursorPosition(0);
+    setSender(jid);
+}
+
+void MessageForm::setSender(const QString& jid)
+{
     ui_->toJIDmsg->setText(jid);
 }
 
 void MessageForm::setNick(const QString& nick)
 {
-    ui_->txtNick->setText(nick);
+    ui_->txtNick->setText(nick.left(longestLabel));
     ui_->txtNick->setCursorPosition(0);
 }
 
 void MessageForm::setStatusText(const QString& text)
 {
-    ui_->txtTOS->setText(text);
+    ui_->txtTOS->setText(text.left(longestLabel));
     ui_->txtTOS->setCursorPosition(0);
 }
 
@@ -262,8 +279,33 @@ void MessageForm::setPicture(const QString& imageKey)
 
 void MessageForm::setCanAdd(bool on)
 {
-    ui_->mnuToolsAdd->setEnabled(on);
-    ui_->Toolbar1Add->setEnabled(on);
+    canAdd_ = on;
+    refreshCommands();
+}
+
+void MessageForm::refreshCommands()
+{
+    const bool connected = client().isConnected();
+    for (auto* action : {ui_->mnuToolsAdd, ui_->Toolbar1Add})
+        action->setEnabled(connected && canAdd_);
+    for (auto* action : {ui_->mnustrvcard, ui_->Toolbar1VCard, ui_->mnustrincchgr, ui_->Toolbar1Invite,
+                         ui_->mnustrsendfile, ui_->Toolbar1Call})
+        action->setEnabled(connected);
+}
+
+bool MessageForm::tellUnlessConnected()
+{
+    refreshCommands();
+    if (!client().isConnected())
+        setPanelText(tr("You are not connected. Nothing was sent."));
+    return client().isConnected();
+}
+
+bool MessageForm::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
+        refreshCommands();
+    return SessionForm::event(event);
 }
 
 void MessageForm::setPanelText(const QString& text)

@@ -46,6 +46,8 @@ public:
     void setCaption(const QString& text);
     // The JID that messages go to, also as shown.
     void setPeer(const QString& jid);
+    // Whom the commands act on, in a window that can't answer.
+    void setSender(const QString& jid);
     void setNick(const QString& nick);
     void setStatusText(const QString& text);
     // A key of the shared image list.
@@ -72,8 +74,12 @@ public slots:
 
 protected:
     bool queryUnload(CloseMode mode) override;
+    bool event(QEvent* event) override;
 
 private:
+    // The commands that need a connection are off without one.
+    void refreshCommands();
+    bool tellUnlessConnected();
     void setUpToolbar();
     void setUpEditing();
     void connectMenus();
@@ -85,4 +91,5 @@ private:
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;
     QString picture_;
+    bool canAdd_ = false;
 };

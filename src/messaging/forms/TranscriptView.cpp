@@ -1,10 +1,10 @@
 #include "messaging/forms/TranscriptView.h"
 
 #include "messaging/LinkScanner.h"
-#include "messaging/LongLines.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -81,6 +81,7 @@ TranscriptView::TranscriptView(QWidget* parent) : QPlainTextEdit(parent), end_(d
 {
     setReadOnly(true);
     setUndoRedoEnabled(false);
+    setMaximumBlockCount(10000);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     viewport()->setMouseTracking(true);
     QPalette page = palette();
@@ -93,12 +94,16 @@ void TranscriptView::appendLine(std::initializer_list<TranscriptRun> runs)
 {
     beginEdit();
     for (const auto& run : runs) {
+        const qsizetype shown = longlines::shownLength(run.text);
         if (run.style == Style::Body || run.style == Style::Plain)
-            insertLinked(run.text, formatOf(run.style));
+            insertLinked(run.text.left(shown), formatOf(run.style));
         else
-            insertBroken(run.text, formatOf(run.style));
+            insertBroken(run.text.left(shown), formatOf(run.style));
+        if (shown < run.text.size())
+            insertBroken(moreText.arg(QLocale().toString(run.text.size() - shown)), formatOf(Style::Plain));
     }
     end_.insertBlock();
+    lines_.beginLine();
 }
 
 void TranscriptView::appendText(const QString& text, bool bold)
@@ -118,6 +123,7 @@ void TranscriptView::clearTranscript()
 {
     finishEdit();
     clear();
+    lines_.beginLine();
 }
 
 // The edit stays open until control returns to the event loop, so that a flood is laid out once a tick.
@@ -126,6 +132,8 @@ void TranscriptView::beginEdit()
     if (!editing_) {
         editing_ = true;
         follows_ = isAtEnd();
+        top_ = QTextCursor(firstVisibleBlock());
+        topNumber_ = top_.blockNumber();
         end_.beginEditBlock();
         QMetaObject::invokeMethod(this, &TranscriptView::finishEdit, Qt::QueuedConnection);
     }
@@ -140,6 +148,8 @@ void TranscriptView::finishEdit()
     end_.endEditBlock();
     if (follows_)
         scrollToEnd();
+    else if (top_.blockNumber() != topNumber_) // the oldest lines went
+        verticalScrollBar()->setValue(top_.block().firstLineNumber());
 }
 
 void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& format)
@@ -155,13 +165,11 @@ void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& fo
 
 void TranscriptView::insertBroken(const QString& text, const QTextCharFormat& format)
 {
-    if (!longlines::mustBreak(text))
-        return end_.insertText(text, format);
     for (qsizetype start = 0; start < text.size();) {
-        const qsizetype length = longlines::pieceLength(text, start);
+        const qsizetype length = lines_.take(QStringView(text).mid(start));
         end_.insertText(text.mid(start, length), format);
         start += length;
-        if (start < text.size() && !longlines::endsLine(text.at(start - 1))) {
+        if (start < text.size()) {
             end_.insertBlock();
             end_.block().setUserState(continued);
         }
@@ -238,7 +246,8 @@ void TranscriptView::mouseMoveEvent(QMouseEvent* event)
 
 void TranscriptView::contextMenuEvent(QContextMenuEvent* event)
 {
-    emit menuRequested(event->globalPos());
+    const bool shift = event->reason() == QContextMenuEvent::Mouse && event->modifiers() & Qt::ShiftModifier;
+    emit menuRequested(event->globalPos(), shift);
 }
 
 // A repaint that doesn't wait for the event loop must not meet lines without a layout.

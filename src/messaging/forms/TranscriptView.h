@@ -1,5 +1,7 @@
 #pragma once
 
+#include "messaging/LongLines.h"
+
 #include <QPlainTextEdit>
 #include <QString>
 #include <QTextCursor>
@@ -17,13 +19,17 @@ struct TranscriptRun {
 
 // A read-only transcript of coloured lines whose links can be pressed. Its page stays white in a dark desktop
 // too, since the colours of its lines are fixed. Lines that come together are laid out once; the text is
-// there at once.
+// there at once. Of a message of extreme size the beginning is shown, and the oldest lines go when there are
+// too many.
 class TranscriptView : public QPlainTextEdit
 {
     Q_OBJECT
 
 public:
     explicit TranscriptView(QWidget* parent = nullptr);
+
+    // Stands behind a text that is not shown whole; "%1" becomes the number of characters that are missing.
+    QString moreText = tr(" [... and %1 more characters]");
 
     // Appends the runs and ends the line. The view follows the end unless the person has scrolled away from
     // it.
@@ -40,7 +46,8 @@ signals:
     void linkPressed(const QString& target);
     // Text typed while the transcript has the focus.
     void typed(const QString& text);
-    void menuRequested(const QPoint& globalPosition);
+    // `shift` tells whether the key is held under the mouse's click.
+    void menuRequested(const QPoint& globalPosition, bool shift);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -61,6 +68,9 @@ private:
     QString linkAt(QPoint position) const;
 
     QTextCursor end_;
+    QTextCursor top_; // of the first line in view, and the number that it had, while an edit is open
+    int topNumber_ = 0;
+    longlines::Cutter lines_;
     bool editing_ = false;
     bool follows_ = true;
 };
