@@ -96,7 +96,9 @@ private:
     void start();
 
     void setStatus(StatusCommand command, bool automatic);
-    void checkStatus(StatusCommand command);
+    void showStatus(StatusCommand command);
+    // The client announced plain availability by itself.
+    void showAnnounced();
     void showPanel(const QString& imageKey, const QString& text);
     void showConnectButton(bool connected);
     void showSwitch();
@@ -106,6 +108,9 @@ private:
     void startChat();
     void removeContact();
     void checkVCard();
+    void refreshList();
+    // A sentence on what a command did.
+    void tell(const QString& text);
     void openSite(const QString& path);
     void openHelp(const QString& path);
     void openWebLogin();
