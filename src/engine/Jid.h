@@ -26,7 +26,7 @@ inline bool isAddress(const QString& text)
 {
     const QString address = bare(text);
     const auto at = address.indexOf(u'@');
-    const auto odd = [](QChar c) { return c.isSpace() || c < u' ' || QStringView(u"\"&'<>").contains(c); };
+    const auto odd = [](QChar c) { return c.isSpace() || c < u' '; };
     return !address.isEmpty() && at != 0 && address.indexOf(u'@', at + 1) < 0 && !address.endsWith(u'@') &&
            std::none_of(address.begin(), address.end(), odd) && !text.endsWith(u'/');
 }
