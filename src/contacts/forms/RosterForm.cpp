@@ -153,6 +153,7 @@ void RosterForm::showConnectButton(bool connected)
     button->setIcon(ImageList::icon(connected ? QStringLiteral("LightOn") : QStringLiteral("LightOff")));
     button->setText(caption);
     button->setToolTip(caption);
+    connectedShown_ = connected;
     button->setChecked(connected);
 }
 

@@ -103,7 +103,7 @@ private:
     void showConnectButton(bool connected);
     void showSwitch();
 
-    void toggleConnection();
+    void toggleConnection(bool on);
     void switchShowAll();
     void startChat();
     void removeContact();
@@ -124,4 +124,5 @@ private:
     QTimer autoAway_;
     AutoStatus autoStatus_;
     StatusCommand status_ = StatusCommand::Available;
+    bool connectedShown_ = false; // by the first button of the tool bar
 };

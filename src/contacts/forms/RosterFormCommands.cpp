@@ -70,10 +70,13 @@ void RosterForm::connectHelpMenu()
 
 void RosterForm::connectToolbar()
 {
-    connect(ui_->Toolbar1Button1, &QAction::triggered, this, &RosterForm::toggleConnection);
+    connect(ui_->Toolbar1Button1, &QAction::toggled, this, &RosterForm::toggleConnection);
     connect(ui_->Toolbar1Button2, &QAction::triggered, this, &RosterForm::mRosterFFind_Click);
     connect(ui_->Toolbar1Button3, &QAction::triggered, this, &RosterForm::groupChatRequested);
-    connect(ui_->Toolbar1Button4, &QAction::triggered, this, &RosterForm::switchShowAll);
+    connect(ui_->Toolbar1Button4, &QAction::toggled, this, [this](bool on) {
+        if (on != client_.settings.ShowOnlineUsers)
+            switchShowAll();
+    });
     connect(ui_->Toolbar1Button5, &QAction::triggered, this, &RosterForm::refreshList);
     connect(ui_->Toolbar1Button6, &QAction::triggered, this, &RosterForm::openWebLogin);
     connect(ui_->Toolbar1Button7, &QAction::triggered, this, &RosterForm::mailWatcherRequested);
@@ -92,11 +95,12 @@ void RosterForm::connectRoster()
     connect(Roster1, &Roster::moveContactRequested, this, &RosterForm::showMoveFriend);
 }
 
-void RosterForm::toggleConnection()
+void RosterForm::toggleConnection(bool on)
 {
-    const bool connected = client_.isConnected();
-    ui_->Toolbar1Button1->setChecked(connected); // the session decides, not the click
-    if (connected)
+    if (on == connectedShown_)
+        return;
+    ui_->Toolbar1Button1->setChecked(connectedShown_); // the session decides, not the click
+    if (client_.isConnected())
         emit disconnectRequested();
     else
         emit connectRequested();
