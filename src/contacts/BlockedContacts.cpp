@@ -8,8 +8,6 @@
 
 #include <QCoreApplication>
 
-#include <algorithm>
-
 namespace
 {
 
@@ -83,7 +81,5 @@ QString BlockedContacts::addressOf(const QString& text)
 {
     constexpr qsizetype longest = 2047; // bytes of a bare JID (RFC 7622)
     const QString bare = jid::bare(text.trimmed()).toLower();
-    const bool blank = std::any_of(bare.begin(), bare.end(), [](QChar c) { return c.isSpace() || c < u' '; });
-    const bool cut = bare.startsWith(u'@') || bare.endsWith(u'@') || bare.count(u'@') > 1;
-    return blank || cut || bare.toUtf8().size() > longest ? QString() : bare;
+    return jid::isAddress(bare) && bare.toUtf8().size() <= longest ? bare : QString();
 }

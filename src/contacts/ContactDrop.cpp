@@ -35,7 +35,7 @@ bool mayTake(const TreeNode& target, const QString& server)
 void removeOldGroup(Client& client, ContactTree& tree, const TreeNode& moved, const QString& selected)
 {
     const auto* item = client.MyRoster.record(selected);
-    TreeNode* old = item ? tree.Item(tree.NodeIndexOfKey(item->group)) : nullptr;
+    TreeNode* old = item ? tree.folder(item->group) : nullptr;
     if (!old || old->children.size() > 1)
         return;
     // The entry is that of the new group, and without one the old node stays. Both are kept as they are.
@@ -48,12 +48,12 @@ void removeOldGroup(Client& client, ContactTree& tree, const TreeNode& moved, co
 bool contactdrop::drop(Client& client, ContactTree& tree, const QString& dragged, const QString& target,
                        const QString& selected)
 {
-    TreeNode* node = tree.Item(tree.NodeIndexOfKey(dragged));
-    TreeNode* goal = tree.Item(tree.NodeIndexOfKey(target));
+    TreeNode* node = tree.row(dragged);
+    TreeNode* goal = tree.folder(target) ? tree.folder(target) : tree.row(target);
     const QString server = client.Gateway().Server();
     if (!node || !goal || node->text == goal->text || !mayLeave(*node, server) || !mayTake(*goal, server))
         return false;
-    if (goal->children.empty() && !client.MyGroups.Exists(goal->key))
+    if (goal->parent || (goal->children.empty() && !client.MyGroups.Exists(goal->key)))
         goal = goal->parent;
     const auto* item = client.MyRoster.record(node->key);
     if (!goal || !item)

@@ -18,18 +18,27 @@ int ContactTree::NodeIndexByKey(const QString& text) const
 
 int ContactTree::GroupNodeIndex(const QString& name) const
 {
-    const int position = NodeIndexOfKey(name);
-    const TreeNode* node = Item(position);
-    return node && (!node->children.empty() || node->tag == u"IsGroup") ? position : 0;
+    const TreeNode* node = folder(name);
+    const bool isGroup = node && (!node->children.empty() || node->tag == u"IsGroup");
+    return isGroup ? static_cast<int>(node->slot) + 1 : 0;
 }
 
 int ContactTree::NodeIndexOfKey(const QString& key) const
 {
+    const TreeNode* node = folder(key);
+    const TreeNode* other = row(key);
+    if (!node || (other && other->slot < node->slot))
+        node = other;
+    return node ? static_cast<int>(node->slot) + 1 : 0;
+}
+
+TreeNode* ContactTree::named(const QString& key, bool folder) const
+{
     for (auto [it, end] = names_.equal_range(key); it != end; ++it) {
-        if (it.value()->key == key)
-            return static_cast<int>(it.value()->slot) + 1;
+        if (it.value()->key == key && !it.value()->parent == folder)
+            return it.value();
     }
-    return 0;
+    return nullptr;
 }
 
 TreeNode* ContactTree::Item(int position) const
@@ -42,8 +51,8 @@ TreeNode* ContactTree::Item(int position) const
 TreeNode* ContactTree::add(const QString& parent, const QString& key, const QString& text,
                            const QString& image)
 {
-    TreeNode* above = parent.isEmpty() ? nullptr : Item(NodeIndexOfKey(parent));
-    if (key.isEmpty() || NodeIndexOfKey(key) || (!parent.isEmpty() && !above))
+    TreeNode* above = parent.isEmpty() ? nullptr : folder(parent);
+    if (key.isEmpty() || named(key, parent.isEmpty()) || (!parent.isEmpty() && !above))
         return nullptr;
     auto made = std::make_unique<TreeNode>();
     TreeNode* node = made.get();
@@ -283,14 +292,15 @@ bool ContactTree::setData(const QModelIndex& index, const QVariant& value, int r
         return false;
     const TreeNode& edited = *node(index);
     const QString key = edited.key;
-    const QString oldText = edited.text;
-    const QString newText = value.toString();
-    if (newText == oldText)
+    const bool isRow = edited.parent;
+    const QString text = value.toString();
+    if (text == edited.text)
         return false;
     // The node may have been rebuilt while the person typed.
-    if (TreeNode* standing = Item(NodeIndexOfKey(key)))
-        setText(*standing, newText);
-    emit labelEdited(key, oldText, newText);
+    if (TreeNode* now = standing(edited))
+        setText(*now, text);
+    if (isRow)
+        emit labelEdited(key, text);
     return true;
 }
 

@@ -7,9 +7,10 @@
 #include <memory>
 #include <vector>
 
-// One node of the contact tree. Owned by the tree; nobody but the tree changes its place.
+// One node of the contact tree: a folder at the root, or a row in one. Owned by the tree; nobody but the tree
+// changes its place.
 struct TreeNode {
-    QString key;           // unique in the tree
+    QString key;           // unique among the folders, or among the rows
     QString text;          // as shown
     QString image;         // key of the shared image list
     QString expandedImage; // the image while the node is open; empty for the same
@@ -52,9 +53,14 @@ public:
     int NodeIndexOfKey(const QString& key) const;
     // Null out of range.
     TreeNode* Item(int position) const;
+    // The folder, or the row, of this key; null for none. A folder may be named as a row's key.
+    TreeNode* folder(const QString& key) const { return named(key, true); }
+    TreeNode* row(const QString& key) const { return named(key, false); }
+    // What stands now in the place of a node that may have been removed meanwhile.
+    TreeNode* standing(const TreeNode& node) const { return named(node.key, !node.parent); }
     int Count() const { return count_; }
 
-    // Adds a node below the node of key `parent`, or at the root for an empty one. Null, and nothing added,
+    // Adds a row below the folder of key `parent`, or a folder for an empty one. Null, and nothing added,
     // when there is no such parent or when `key` is empty or taken.
     TreeNode* add(const QString& parent, const QString& key, const QString& text, const QString& image);
     // A root node that is drawn as an open folder. Null when the key is taken.
@@ -91,12 +97,13 @@ public:
     Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
 
 signals:
-    // The person gave the node of `key` another text.
-    void labelEdited(const QString& key, const QString& oldText, const QString& newText);
+    // The person gave the row of `key` another text.
+    void labelEdited(const QString& key, const QString& text);
     // Something waits for settle().
     void unsettled();
 
 private:
+    TreeNode* named(const QString& key, bool folder) const;
     std::vector<TreeNode*>& siblings(TreeNode* parent) { return parent ? parent->children : roots_; }
     void detach(TreeNode* node);
     void retire(TreeNode* node);

@@ -2,7 +2,6 @@
 
 #include "contacts/Client.h"
 #include "contacts/ContactTree.h"
-#include "contacts/FixedGroups.h"
 
 namespace
 {
@@ -16,15 +15,6 @@ ContextState allDisabledBut(std::initializer_list<ContextEntry> entries, bool en
     return state;
 }
 
-bool isContact(const TreeNode& node, const Client& client)
-{
-    const auto* item = client.MyRoster.record(node.key);
-    return item && !item->IsGateway && node.children.empty() && node.text != u"ChatRoom" &&
-           node.text != groups::waiting() && node.text != groups::hidden() &&
-           node.key != groups::contacts() && node.key != groups::gateways() &&
-           !client.MyGroups.Exists(node.text);
-}
-
 ContextState forContact()
 {
     ContextState state;
@@ -35,15 +25,30 @@ ContextState forContact()
     return state;
 }
 
+bool isServer(const TreeNode& node, const Client& client)
+{
+    return node.key.compare(client.Gateway().Server(), Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
 ContextState contextmenu::stateFor(const TreeNode* node, const Client& client)
 {
     if (!node)
         return allDisabledBut({ContextEntry::AddFriend, ContextEntry::AddGroup}, client.isConnected());
-    if (node->key.compare(client.Gateway().Server(), Qt::CaseInsensitive) == 0)
+    if (isContact(node, client))
+        return forContact();
+    const auto* agent =
+        node->parent && !isServer(*node, client) ? client.MyAgents.record(node->key) : nullptr;
+    if (!agent)
         return allDisabledBut({});
-    if (const auto* agent = client.MyAgents.record(node->key))
-        return allDisabledBut({agent->Online ? ContextEntry::LogoffGate : ContextEntry::GateLogin});
-    return isContact(*node, client) ? forContact() : ContextState();
+    return allDisabledBut({agent->Online ? ContextEntry::LogoffGate : ContextEntry::GateLogin});
+}
+
+bool contextmenu::isContact(const TreeNode* node, const Client& client)
+{
+    if (!node || !node->parent || isServer(*node, client) || client.MyAgents.JIDExists(node->key))
+        return false;
+    const auto* item = client.MyRoster.record(node->key);
+    return item && !item->IsGateway;
 }

@@ -10,11 +10,14 @@
 namespace
 {
 
-// One empty entry stands for "none known yet".
+// One empty entry stands for "none known yet". The oldest goes when there are more than anybody has.
 void AddResource(QStringList& list, const QString& resource)
 {
+    constexpr qsizetype mostResources = 50;
     if (list.size() == 1 && list.first().isEmpty())
         list.clear();
+    while (list.size() >= mostResources)
+        list.removeFirst();
     list.append(resource);
 }
 
@@ -46,9 +49,10 @@ void PresenceTracker::OnPresence(const PlugInContext& context)
         return tellUnsubscribed(bare);
     } else if (presence.IsSubscribed()) {
         return showSubscribed(from, bare);
-    } else if (drawing_.tree().NodeIndexByKey(bare) == 0) {
-        if (presence.IsUnavailable() || !AddOnlineItem(bare, resource))
+    } else if (!drawing_.tree().row(bare)) {
+        if (presence.IsUnavailable())
             return;
+        AddOnlineItem(bare, resource);
     }
     ApplyPresence(bare, presence.IsAvailable(), presence.Status(), presence.Show(), resource);
 }
@@ -63,22 +67,22 @@ void PresenceTracker::tellUnsubscribed(const QString& JID)
 void PresenceTracker::showSubscribed(const QString& from, const QString& bare)
 {
     auto& tree = drawing_.tree();
-    if (!client_.settings.ShowOnlineUsers && !tree.remove(tree.Item(tree.NodeIndexByKey(bare))))
+    if (!client_.settings.ShowOnlineUsers && !tree.remove(tree.row(bare)))
         return;
     tree.add(groups::contacts(), from, from, QStringLiteral("Offline"));
 }
 
-bool PresenceTracker::AddOnlineItem(const QString& JID, const QString& resource)
+void PresenceTracker::AddOnlineItem(const QString& JID, const QString& resource)
 {
     auto* item = client_.MyRoster.record(JID);
     if (!item || JID == client_.ownBareJid())
-        return true;
+        return;
     RemoveResource(item->Resources, QString());
-    item->Resources.append(resource);
+    AddResource(item->Resources, resource);
     const QString text = item->nick.isEmpty() ? JID.section(u'@', 0, 0) : item->nick;
     const QString name = item->group.isEmpty() ? groups::contacts() : item->group;
-    const TreeNode* folder = drawing_.group(name, QString());
-    return folder && drawing_.addContact(name, JID, text, QStringLiteral("Offline"));
+    drawing_.group(name, QString());
+    drawing_.addContact(name, JID, text, QStringLiteral("Offline"));
 }
 
 void PresenceTracker::ApplyPresence(const QString& JID, bool IsAvailable, const QString& StatusMsg,
@@ -88,7 +92,7 @@ void PresenceTracker::ApplyPresence(const QString& JID, bool IsAvailable, const 
     if (!item || JID == client_.ownBareJid())
         return;
     auto& tree = drawing_.tree();
-    TreeNode* node = tree.Item(tree.NodeIndexByKey(JID));
+    TreeNode* node = tree.row(JID);
     if (IsAvailable && !item->Resources.contains(resource))
         AddResource(item->Resources, resource);
     if (!node)

@@ -25,8 +25,8 @@ public:
     // What a presence of `JID` (bare) does to its record and its node.
     void ApplyPresence(const QString& JID, bool IsAvailable, const QString& StatusMsg, const QString& Show,
                        const QString& resource);
-    // Brings a contact into a tree that shows only those on line. False when the tree refused.
-    bool AddOnlineItem(const QString& JID, const QString& resource);
+    // Brings a contact into a tree that shows only those on line.
+    void AddOnlineItem(const QString& JID, const QString& resource);
 
     // Probes the next contact.
     void RefreshPresence();

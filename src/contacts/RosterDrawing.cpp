@@ -8,26 +8,36 @@
 
 void RosterDrawing::InitRoster()
 {
-    auto& tree = this->tree();
-    tree.addGroup(groups::gateways(), groups::tag());
-    tree.addGroup(groups::contacts(), groups::tag());
-    if (!client_.settings.ShowOnlineUsers)
-        tree.addGroup(groups::waiting(), groups::tag());
+    tree();
+    addFixedGroups();
     IsInitiated = true;
+}
+
+void RosterDrawing::addFixedGroups()
+{
+    tree_.addGroup(groups::gateways(), groups::tag());
+    tree_.addGroup(groups::contacts(), groups::tag());
+    if (!client_.settings.ShowOnlineUsers)
+        tree_.addGroup(groups::waiting(), groups::tag());
+}
+
+void RosterDrawing::redraw()
+{
+    if (IsInitiated && !std::exchange(stale_, true) && tree_.isSettled())
+        emit tree_.unsettled();
 }
 
 void RosterDrawing::Refresh()
 {
-    IsInitiated = true;
-    if (!std::exchange(stale_, true) && tree_.isSettled())
-        emit tree_.unsettled();
-    if (!client_.Application)
+    redraw();
+    if (!IsInitiated || !client_.Application)
         return;
     // This announces plain availability whatever status is chosen. Kept: the server counts on it.
     auto& packet = client_.Application->OutPacket();
     packet.Clear();
     packet.PresenceFields().SetAvailable();
-    packet.Send();
+    if (packet.Send() && announced)
+        announced();
 }
 
 void RosterDrawing::RemoveAll()
@@ -68,7 +78,7 @@ void RosterDrawing::rebuild()
 {
     stale_ = false;
     tree_.clear();
-    InitRoster();
+    addFixedGroups();
     addServerRow();
     const int count = client_.MyRoster.Count();
     for (int position = 1; position <= count; ++position)
@@ -88,8 +98,6 @@ void RosterDrawing::addTransport(const QString& JID, const QString& name, bool o
 {
     const auto& settings = client_.settings;
     auto& tree = this->tree();
-    if (tree.NodeIndexByKey(JID) != 0)
-        return;
     TreeNode* row = tree.add(groups::gateways(), JID, name,
                              online ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
     if (row)
@@ -100,13 +108,8 @@ void RosterDrawing::addTransport(const QString& JID, const QString& name, bool o
 TreeNode* RosterDrawing::group(const QString& name, const QString& tagWhenMade)
 {
     auto& tree = this->tree();
-    if (TreeNode* standing = tree.Item(tree.GroupNodeIndex(name)))
-        return standing;
-    if (TreeNode* made = tree.addGroup(name, tagWhenMade))
-        return made;
-    // A folder without contacts, such as one that the person just made.
-    TreeNode* empty = tree.Item(tree.NodeIndexOfKey(name));
-    return empty && !empty->parent ? empty : nullptr;
+    TreeNode* standing = tree.folder(name);
+    return standing ? standing : tree.addGroup(name, tagWhenMade);
 }
 
 TreeNode* RosterDrawing::addContact(const QString& parent, const QString& JID, const QString& text,
@@ -117,6 +120,16 @@ TreeNode* RosterDrawing::addContact(const QString& parent, const QString& JID, c
     if (node)
         tree.setLook(*node, false, client_.settings.ColorOffline);
     return node;
+}
+
+void RosterDrawing::addNew(const QString& parent, const QString& JID, const QString& text,
+                           const QString& image)
+{
+    // A rebuild that is due draws it with the others.
+    if (stale_ || client_.settings.ShowOnlineUsers)
+        return;
+    group(parent, parent == groups::hidden() ? groups::tag() : QString());
+    addContact(parent, JID, text, image);
 }
 
 QString RosterDrawing::folderOf(const CRosterItem& item) const
@@ -144,9 +157,9 @@ void RosterDrawing::draw(const CRosterItem& item)
     const QString text = item.nick.isEmpty() ? item.JID : item.nick;
     const bool hidden = item.group.isEmpty() && folder == groups::hidden();
     const TreeNode* parent = group(folder, hidden ? groups::tag() : QString());
-    // A JID that stands twice in the list is drawn once.
-    if (!parent || (hidden && parent->tag != groups::tag()))
+    if (hidden && parent->tag != groups::tag())
         return;
+    // A JID that stands twice in the list is drawn once.
     if (hidden || (!onlineOnly && folder == groups::waiting()))
         addContact(folder, item.JID, text, QStringLiteral("Pending"));
     else
@@ -167,36 +180,27 @@ void RosterDrawing::drawAnnounced(const QString& folder, const CRosterItem& item
                       image == u"Online" ? settings.ColorOnline : settings.ColorOffline);
 }
 
-bool RosterDrawing::hasNode(const CRosterItem& item)
+void RosterDrawing::removeContact(const CRosterItem& item)
 {
-    if (!stale_)
-        return tree_.NodeIndexByKey(item.JID) != 0;
-    return !client_.settings.ShowOnlineUsers || item.Online;
-}
-
-bool RosterDrawing::removeContact(const CRosterItem& item)
-{
-    if (!hasNode(item))
-        return false;
     if (stale_) {
         emptied_ += folderOf(item);
-        return true;
+        return;
     }
-    TreeNode* node = tree_.Item(tree_.NodeIndexByKey(item.JID));
-    TreeNode* parent = node->parent;
-    const int group = parent ? client_.MyGroups.FindGroup(parent->key) : 0;
-    const bool last = group != 0 && parent->children.size() == 1;
-    tree_.remove(last ? parent : node);
+    TreeNode* node = tree_.row(item.JID);
+    if (!node)
+        return;
+    const int group = client_.MyGroups.FindGroup(node->parent->key);
+    const bool last = group != 0 && node->parent->children.size() == 1;
+    tree_.remove(last ? node->parent : node);
     if (last)
         client_.MyGroups.Remove(group);
-    return true;
 }
 
 void RosterDrawing::forgetEmptied()
 {
     for (const auto& name : std::exchange(emptied_, {})) {
         const int group = client_.MyGroups.FindGroup(name);
-        if (group != 0 && tree_.NodeIndexOfKey(name) == 0)
+        if (group != 0 && !tree_.folder(name))
             client_.MyGroups.Remove(group);
     }
 }

@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+#include <functional>
+
 struct Client;
 struct CRosterItem;
 
@@ -14,12 +16,16 @@ class RosterDrawing
 public:
     explicit RosterDrawing(Client& client) : client_(client) {}
 
-    bool IsInitiated = false; // the fixed groups stand
+    // The list of this session has come, and the fixed groups stand. Only InitRoster() sets it up.
+    bool IsInitiated = false;
+    // Plain availability was announced, whatever status is chosen.
+    std::function<void()> announced;
 
     // Makes the fixed groups.
     void InitRoster();
-    // Throws the nodes away and draws all contacts anew. The plain available presence that goes with it is
-    // sent at once.
+    // Throws the nodes away and draws all contacts anew; nothing before a list has come.
+    void redraw();
+    // The same; the plain available presence that goes with it is sent at once.
     void Refresh();
     void RemoveAll();
     // Removes the fixed groups that no contact names and the groups that hold nobody. Always true.
@@ -29,17 +35,16 @@ public:
     void addServerRow();
     // A transport's row; nothing when a node of this JID stands.
     void addTransport(const QString& JID, const QString& name, bool online);
-    // The folder of this name, made when there is none. Null when the name can't be a folder.
+    // The folder of this name, made when there is none.
     TreeNode* group(const QString& name, const QString& tagWhenMade);
-    // A contact's node, drawn off line. Null when the parent is missing or the key stands already.
+    // A contact's node, drawn off line, in a folder that stands. Null when the key stands already.
     TreeNode* addContact(const QString& parent, const QString& JID, const QString& text,
                          const QString& image);
-
-    // Whether the contact stands in the tree, without drawing it for the answer.
-    bool hasNode(const CRosterItem& item);
+    // A new contact of the list, which has no word of its presence yet, and its folder.
+    void addNew(const QString& parent, const QString& JID, const QString& text, const QString& image);
     // Removes the contact's node, and its group, from the tree and from MyGroups, when it was the last in it.
-    // False when there is no node. The record is left to the caller, who drops it at once.
-    bool removeContact(const CRosterItem& item);
+    // The record is left to the caller, who drops it at once.
+    void removeContact(const CRosterItem& item);
 
     // The tree, up to date.
     ContactTree& tree();
@@ -49,6 +54,7 @@ public:
 
 private:
     void rebuild();
+    void addFixedGroups();
     // The folder in which a rebuild puts the contact.
     QString folderOf(const CRosterItem& item) const;
     void draw(const CRosterItem& item);

@@ -44,111 +44,95 @@ QString groupOf(pugi::xml_node item)
 
 void RosterSync::OnIQ(const PlugInContext& context)
 {
-    bool isAgent = false;
-    for (const auto item : context.Stanza().root().select_nodes(".//item")) {
-        if (!takeItem(item.node(), isAgent))
-            return;
-    }
+    for (const auto item : context.Stanza().root().select_nodes(".//item"))
+        takeItem(item.node());
 }
 
-bool RosterSync::takeItem(pugi::xml_node item, bool& isAgent)
+void RosterSync::takeItem(pugi::xml_node item)
 {
     const QString address = xml::attribute(item, "jid");
     const QString bare = jid::bare(address);
-    // Once an item was an agent, no later one of the stanza is taken. Kept.
-    isAgent = isAgent || (item.attribute("jid") && client_.MyAgents.JIDExists(address)) ||
-              client_.MyAgents.JIDExists(bare);
-    if (isAgent)
-        return true;
-    if (!item.attribute("subscription"))
-        return false;
+    if (bare.isEmpty() || client_.MyAgents.JIDExists(address) || client_.MyAgents.JIDExists(bare))
+        return;
     const Push push = readPush(item, bare);
     if (client_.MyRoster.DoesJIDExist(bare))
-        return UpdateRosterItem(push);
-    return AddItem(push.JID, push.nick, push.group, false, false, push.subscription, push.ask);
+        UpdateRosterItem(push);
+    else
+        AddItem(push.JID, push.nick, push.group, false, false, push.subscription, push.ask);
 }
 
 RosterSync::Push RosterSync::readPush(pugi::xml_node item, const QString& JID) const
 {
     Push push{JID, xml::attribute(item, "name"), groupOf(item),
-              sharedWord(item.attribute("subscription").value()), sharedWord(item.attribute("ask").value())};
-    if (const auto* known = client_.MyGroups.Item(client_.MyGroups.FindGroup(push.group)))
+              sharedWord(item.attribute("subscription").as_string("none")),
+              sharedWord(item.attribute("ask").value())};
+    if (const auto* known = client_.MyGroups.record(push.group))
         push.group = known->ExtName;
+    const auto* record = client_.MyRoster.record(JID);
+    if (record && !item.attribute("subscription"))
+        push.subscription = record->Subscription;
     return push;
 }
 
-bool RosterSync::AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway,
+void RosterSync::AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway,
                          bool Online, const QString& subscription, const QString& ask)
 {
-    if (IsGateway)
-        return addGatewayRow(JID, nick, group);
     const Push push{JID, nick, group, subscription, ask};
-    return subscription == u"none" ? addUnsubscribed(push) : addListed(push, Online);
+    if (IsGateway)
+        addGatewayRow(JID, nick, group);
+    else if (subscription == u"none")
+        addUnsubscribed(push);
+    else
+        addListed(push, Online);
 }
 
-bool RosterSync::addGatewayRow(const QString& JID, const QString& nick, const QString& group)
+void RosterSync::addGatewayRow(const QString& JID, const QString& nick, const QString& group)
+{
+    if (JID == client_.Gateway().Server())
+        return addServerRow(JID, nick, group);
+    // The contact list may have named it before, and its presence may have come.
+    auto& tree = drawing_.tree();
+    tree.remove(tree.row(JID));
+    const auto* item = client_.MyRoster.record(JID);
+    const bool online = item && item->Online;
+    if (auto* agent = client_.MyAgents.record(JID); agent && online)
+        agent->Online = agent->registered = true;
+    drawing_.addTransport(JID, nick, online);
+}
+
+void RosterSync::addServerRow(const QString& JID, const QString& nick, const QString& group)
 {
     auto& tree = drawing_.tree();
-    const auto& settings = client_.settings;
-    const bool isServer = JID == client_.Gateway().Server();
-    TreeNode* added =
-        tree.add(group, JID, nick, isServer ? QStringLiteral("ServerON") : QStringLiteral("ServerOFF"));
-    if (!added)
-        return false;
-    if (!isServer)
-        tree.setLook(*added, false, settings.ColorOffline);
-    else if (TreeNode* server = tree.Item(tree.NodeIndexByKey(JID)))
-        tree.setLook(*server, true, settings.ColorOnline);
-    return true;
+    if (tree.row(JID.toUpper())) // a rebuild has drawn it
+        return;
+    if (TreeNode* server = tree.add(group, JID, nick, QStringLiteral("ServerON")))
+        tree.setLook(*server, true, client_.settings.ColorOnline);
 }
 
-bool RosterSync::addUnsubscribed(const Push& push)
+void RosterSync::addUnsubscribed(const Push& push)
 {
-    if (push.JID.isEmpty())
-        return true;
-    drawing_.tree(); // what is outstanding is drawn without the new record
     Push named = push;
     if (named.nick.isEmpty())
         named.nick = push.JID;
     const QString status = push.ask.isEmpty() ? QStringLiteral("Lurker") : QStringLiteral("Pending");
     addRecord(named, status, status, false);
-    if (client_.settings.ShowOnlineUsers)
-        return true;
-    const QString folder = push.ask.isEmpty() ? groups::hidden() : groups::waiting();
-    if (push.ask.isEmpty() && drawing_.tree().GroupNodeIndex(folder) == 0)
-        drawing_.tree().addGroup(folder, groups::tag());
-    return drawing_.addContact(folder, named.JID, named.nick, QStringLiteral("Pending"));
+    drawing_.addNew(push.ask.isEmpty() ? groups::hidden() : groups::waiting(), named.JID, named.nick,
+                    QStringLiteral("Pending"));
 }
 
-bool RosterSync::addListed(const Push& push, bool online)
+void RosterSync::addListed(const Push& push, bool online)
 {
-    drawing_.tree(); // what is outstanding is drawn without the new record
     addRecord(push, QStringLiteral("Offline"), QString(), online);
-    return push.JID.isEmpty() || addListedNode(push, push.nick.isEmpty() ? push.JID : push.nick);
+    if (!push.group.isEmpty() && !client_.MyGroups.Exists(push.group))
+        client_.MyGroups.AddItem(push.group);
+    drawing_.addNew(push.group.isEmpty() ? groups::contacts() : push.group, push.JID,
+                    push.nick.isEmpty() ? push.JID : push.nick, QStringLiteral("Offline"));
 }
 
-CRosterItem* RosterSync::addRecord(const Push& push, const QString& status, const QString& statusMsg,
-                                   bool online)
+void RosterSync::addRecord(const Push& push, const QString& status, const QString& statusMsg, bool online)
 {
-    return client_.MyRoster.AddItem(push.JID, push.nick, online, status, statusMsg, false, push.group,
-                                    push.subscription, push.ask, QString());
-}
-
-bool RosterSync::addListedNode(const Push& push, const QString& text)
-{
-    const bool onlineOnly = client_.settings.ShowOnlineUsers;
-    const QString parent = push.group.isEmpty() ? groups::contacts() : push.group;
-    if (!push.group.isEmpty() && !client_.MyGroups.Exists(push.group)) {
-        auto& tree = drawing_.tree();
-        if (onlineOnly) {
-            client_.MyGroups.AddItem(push.group);
-        } else if (tree.GroupNodeIndex(push.group) == 0) {
-            client_.MyGroups.AddItem(push.group);
-            if (!tree.addGroup(push.group, QString()))
-                return false;
-        }
-    }
-    return onlineOnly || drawing_.addContact(parent, push.JID, text, QStringLiteral("Offline"));
+    client_.MyRoster.AddItem(push.JID, push.nick, online, status, statusMsg, false, push.group,
+                             push.subscription, push.ask, QString());
 }
 
 void RosterSync::RemoveItem(const QString& JID)
@@ -157,11 +141,13 @@ void RosterSync::RemoveItem(const QString& JID)
         stanzas::send(client_, stanzas::removeContact(JID, item->nick, item->group));
 }
 
-bool RosterSync::CommitRemoveItem(const QString& JID)
+void RosterSync::CommitRemoveItem(const QString& JID)
 {
     const int position = client_.MyRoster.FindJID(JID);
-    const auto* item = client_.MyRoster.Item(position);
-    return item && drawing_.removeContact(*item) && client_.MyRoster.Remove(position);
+    if (const auto* item = client_.MyRoster.Item(position)) {
+        drawing_.removeContact(*item);
+        client_.MyRoster.Remove(position);
+    }
 }
 
 void RosterSync::RefreshAll()
@@ -180,60 +166,55 @@ void RosterSync::RefreshAll()
     stanzas::send(client_, stanzas::wholeRoster());
 }
 
-void RosterSync::renamed(const QString& JID, const QString& oldText, const QString& newText)
+void RosterSync::renamed(const QString& JID, const QString& text)
 {
-    if (client_.MyGroups.Exists(oldText))
-        return;
     if (auto* item = client_.MyRoster.record(JID)) {
-        stanzas::send(client_, stanzas::renameContact(JID, newText, item->group));
-        item->nick = newText;
+        stanzas::send(client_, stanzas::renameContact(JID, text, item->group));
+        item->nick = text;
     }
 }
 
-// What a push does to a contact that is in the list already. A contact that changes its folder must have a
-// node; where the new node goes is told by the rebuild that follows.
+// What a push does to a contact that is in the list already. Where its node goes is told by the rebuild that
+// follows.
 
-bool RosterSync::UpdateRosterItem(const Push& push)
+void RosterSync::UpdateRosterItem(const Push& push)
 {
     CRosterItem& item = *client_.MyRoster.record(push.JID);
-    const bool onlineOnly = client_.settings.ShowOnlineUsers;
-    const bool refused = push.subscription == u"none" && push.ask.isEmpty();
-    const bool done =
-        push.subscription == u"none" ? updateUnsubscribed(item, push) : updateSubscribed(item, push);
-    if (!done)
-        return false;
-    if (!(refused && onlineOnly))
+    // What the person changed and the server refused goes back to what the server has.
+    if (push.subscription == item.Subscription && push.ask == item.Ask) {
+        item.nick = push.nick;
+        item.group = push.group;
+    }
+    const bool none = push.subscription == u"none";
+    none ? updateUnsubscribed(item, push) : updateSubscribed(item, push);
+    if (!(none && push.ask.isEmpty() && client_.settings.ShowOnlineUsers))
         drawing_.Refresh();
-    return true;
 }
 
-bool RosterSync::updateSubscribed(CRosterItem& item, const Push& push)
+void RosterSync::updateSubscribed(CRosterItem& item, const Push& push)
 {
     if (!push.ask.isEmpty())
-        return true;
+        return;
     if (push.subscription == u"remove")
         return CommitRemoveItem(push.JID);
     const bool granted = item.Ask == u"subscribe";
     item.Ask = push.ask;
     if (granted) {
         item.Subscription = push.subscription;
-        return drawing_.hasNode(item);
+        return;
     }
     // The subscription stays as it was first told. Kept.
     item.nick = push.nick;
     item.group = push.group;
-    return true;
 }
 
-bool RosterSync::updateUnsubscribed(CRosterItem& item, const Push& push)
+void RosterSync::updateUnsubscribed(CRosterItem& item, const Push& push)
 {
-    const bool onlineOnly = client_.settings.ShowOnlineUsers;
     const bool sent = push.ask == u"subscribe" && item.Subscription == u"none" && item.Ask.isEmpty();
-    const bool refused =
-        push.ask.isEmpty() && (onlineOnly || (item.Subscription == u"none" && item.Ask == u"subscribe"));
+    const bool refused = push.ask.isEmpty() && (client_.settings.ShowOnlineUsers ||
+                                                (item.Subscription == u"none" && item.Ask == u"subscribe"));
     if (!sent && !refused)
-        return true;
+        return;
     item.Ask = push.ask;
     item.Subscription = push.subscription;
-    return onlineOnly || drawing_.hasNode(item);
 }

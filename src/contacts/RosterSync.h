@@ -9,29 +9,26 @@ struct Client;
 struct CRosterItem;
 
 // Keeps MyRoster and the tree in step with the contact list on the server (jabber:iq:roster, RFC 6121, 2).
-//
-// The operations that return a Boolean yield false when the tree refused a step, as when a key stands already
-// or a node is missing: the stanza's handling ends there, without a word.
 class RosterSync
 {
 public:
     RosterSync(Client& client, RosterDrawing& drawing) : client_(client), drawing_(drawing) {}
 
-    // Takes every `item` element of the stanza, whatever its id and type are.
+    // Takes every `item` element of the stanza, whatever its id and type are, save those without an address.
     void OnIQ(const PlugInContext& context);
 
     // Enters a new contact, or a row under "Gateways" when `IsGateway` is set: then there is no record.
-    bool AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway, bool Online,
+    void AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway, bool Online,
                  const QString& subscription, const QString& ask);
     // Asks the server to remove the contact; the list follows when the server says so.
     void RemoveItem(const QString& JID);
     // Removes the record and its node, and the group when it was the last in it.
-    bool CommitRemoveItem(const QString& JID);
+    void CommitRemoveItem(const QString& JID);
     // Throws everything away and asks the server anew.
     void RefreshAll();
 
     // The contact got a new text in the tree.
-    void renamed(const QString& JID, const QString& oldText, const QString& newText);
+    void renamed(const QString& JID, const QString& text);
 
 private:
     struct Push {
@@ -42,17 +39,17 @@ private:
         QString ask;
     };
 
-    bool takeItem(pugi::xml_node item, bool& isAgent);
+    void takeItem(pugi::xml_node item);
     Push readPush(pugi::xml_node item, const QString& JID) const;
-    bool addGatewayRow(const QString& JID, const QString& nick, const QString& group);
-    bool addUnsubscribed(const Push& push);
-    bool addListed(const Push& push, bool online);
-    CRosterItem* addRecord(const Push& push, const QString& status, const QString& statusMsg, bool online);
-    bool addListedNode(const Push& push, const QString& text);
+    void addGatewayRow(const QString& JID, const QString& nick, const QString& group);
+    void addServerRow(const QString& JID, const QString& nick, const QString& group);
+    void addUnsubscribed(const Push& push);
+    void addListed(const Push& push, bool online);
+    void addRecord(const Push& push, const QString& status, const QString& statusMsg, bool online);
 
-    bool UpdateRosterItem(const Push& push);
-    bool updateSubscribed(CRosterItem& item, const Push& push);
-    bool updateUnsubscribed(CRosterItem& item, const Push& push);
+    void UpdateRosterItem(const Push& push);
+    void updateSubscribed(CRosterItem& item, const Push& push);
+    void updateUnsubscribed(CRosterItem& item, const Push& push);
 
     Client& client_;
     RosterDrawing& drawing_;

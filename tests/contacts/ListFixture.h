@@ -65,7 +65,7 @@ struct ListFixture {
     // The key of a node's parent; empty without a node.
     QString parentOf(const QString& key)
     {
-        const TreeNode* found = find(key);
+        const TreeNode* found = drawing.tree().row(key);
         return found ? found->parent->key : QString();
     }
 

@@ -59,6 +59,10 @@ private slots:
         list->presence("j@x/other", "unavailable"); // an unknown one takes a lone one away
         QCOMPARE(list->node("j@x"), "J [Offline]");
         QCOMPARE(record.Resources, QStringList("new"));
+        for (int resource = 0; resource < 1000; ++resource)
+            list->presence(QString("j@x/%1").arg(resource), "");
+        QCOMPARE(record.Resources.size(), 50);
+        QCOMPARE(record.Resources.last(), "999");
     }
 
     void whatIsNobodysContactChangesNothing_data()

@@ -38,6 +38,43 @@ private slots:
         QCOMPARE(checked, QStringList(entry));
     }
 
+    // What the client announces by itself is plain availability.
+    void theStatusShowsWhatWasAnnouncedLast_data()
+    {
+        using Act = void (*)(WindowFixture&);
+        columns<Act, bool>("act", "announced");
+        row(
+            "a push", +[](WindowFixture& w) { w.push("<item jid='a@x' name='Ann' subscription='both'/>"); },
+            true);
+        row(
+            "a later list", +[](WindowFixture& w) { w.form->showConnected(false); }, true);
+        row(
+            "the refresh command", +[](WindowFixture& w) { w.choose("mRosterFRefr"); }, true);
+        row(
+            "the switch", +[](WindowFixture& w) { w.choose("mRosterFShowAll"); }, true);
+        row(
+            "the preferences", +[](WindowFixture& w) { w.roster->RefreshAppearance(); }, false);
+        const Act early = [](WindowFixture& w) {
+            w.roster->setIsInitiated(false);
+            w.roster->Refresh();
+            w.roster->settle();
+            QVERIFY(!w.roster->IsInitiated());
+        };
+        row("a refresh before the list", early, false);
+    }
+    void theStatusShowsWhatWasAnnouncedLast()
+    {
+        const auto [act, announced] = fetched<void (*)(WindowFixture&), bool>();
+        window->choose("mRosterSFFC");
+        window->engine.takeSent();
+        act(*window);
+        const QString expected = announced ? "Available" : "Free for Chat";
+        QCOMPARE(window->form->findChild<QLabel*>("StatusBar2Panel2")->text(), expected);
+        QCOMPARE(window->action("mRosterSFFC")->isChecked(), !announced);
+        QCOMPARE(window->form->status() == StatusCommand::FFC, !announced);
+        QVERIFY(announced || window->engine.takeSent().isEmpty());
+    }
+
     void theStatusFollowsThePointerAtTheTrigger()
     {
         window->client.settings.AutoAwayTimer = true;
@@ -83,6 +120,8 @@ private slots:
         row("selected contact", "a@x", -1, "", "conversation a@x");
         row("nothing selected, typed", "", int(Answer::Yes), "z@x/r", "conversation z@x/r trick");
         row("a fixed group", "Contacts", int(Answer::Yes), "z@x", "conversation z@x trick");
+        row("a folder", "Pals", int(Answer::Yes), " z@x ", "conversation z@x trick");
+        row("no address", "", int(Answer::Yes), "not a jid at all", "");
         row("typed nothing", "", int(Answer::Yes), "", "");
         row("no", "", int(Answer::No), "z@x", "");
         row("cancel", "", int(Answer::Cancel), "z@x", "");
@@ -100,7 +139,10 @@ private slots:
         window->listen(opened);
         window->choose("mRosterTBeginC");
         QTEST(opened.join(','), "opened");
-        QCOMPARE(!window->outside.boxes.shown.isEmpty(), answer >= 0);
+        QCOMPARE(window->outside.boxes.shown.size(), answer < 0                                 ? 0
+                                                     : answer != int(MessageBoxes::Answer::Yes) ? 1
+                                                     : typed.startsWith("not a jid")            ? 3
+                                                                                                : 2);
         const QString question =
             "Please, select a contact first; do you want to add the identifier directly?";
         if (answer >= 0)
@@ -227,7 +269,7 @@ private slots:
         const auto [key, group] = fetched<QString, QString>();
         window->push("<item jid='e@x' name='Eve' subscription='both'><group>Amici</group></item>");
         window->select(key);
-        window->choose("mnuContextMoveFriend");
+        window->chooseOf("MoveFriend");
         Form* form = window->window("MoveFriendForm");
         QVERIFY(form && form->isVisible());
         auto* combo = form->findChild<QComboBox*>("combogroup");

@@ -31,8 +31,10 @@ private slots:
         row("transport off line", "icq.x", false, "GateLogin");
         row("transport on line", "icq.x", true, "LogoffGate");
         row("server", "MONTAGUE.EXAMPLE", false, "");
+        row("folder", "Pals", false, "");
+        row("fixed folder", "Contacts", false, "");
         row("contact", "a@x", false,
-            "AddFriend AddGroup RemoveFriend RenameFriend MoveFriend SendMessage History ShowVCard NotPres");
+            "AddGroup RemoveFriend RenameFriend MoveFriend SendMessage History ShowVCard NotPres");
     }
     void aRightClickWorksOutTheMenu()
     {
@@ -44,17 +46,9 @@ private slots:
         QCOMPARE(window->roster->SelectedItem(), key);
     }
 
-    void aGroupLeavesTheMenuAsItWas()
+    void aMenuWithoutAConnectionOrWithShift()
     {
-        window->click("icq.x", Qt::RightButton);
-        window->contactMenu()->close();
-        window->click("Pals", Qt::RightButton);
-        QVERIFY(window->contactMenu()->isVisible());
-        QCOMPARE(window->enabledEntries(), "GateLogin");
-        window->contactMenu()->close();
-        window->click("a@x", Qt::RightButton); // "Search for Contact" keeps its last state
-        QVERIFY(!window->enabledEntries().contains("AddFriend"));
-        window->contactMenu()->close();
+        QCOMPARE(window->enabledEntries(), QString()); // before any click
         QTest::mouseClick(window->view->viewport(), Qt::RightButton, Qt::ShiftModifier, window->place("b@x"));
         QVERIFY(!window->contactMenu()->isVisible());
         // Without a connection nodes have no menu.
@@ -82,31 +76,85 @@ private slots:
     {
         window->client.MyRoster.record("a@x")->StatusMsg = "at <home>";
         const QModelIndex ann = window->index("a@x");
-        QCOMPARE(ann.data(Qt::ToolTipRole), "Ann<br>a@x<br>at &lt;home&gt;");
-        QCOMPARE(ann.data(Qt::AccessibleDescriptionRole), "Ann\na@x\nat <home>");
-        QCOMPARE(window->index("Pals").data(Qt::ToolTipRole).toString(), QString());
+        QCOMPARE(ann.data(Qt::ToolTipRole), "Ann<br>a@x<br>Off line<br>at &lt;home&gt;");
+        window->client.MyRoster.record("a@x")->StatusMsg = QString(1'000'000, 'x');
+        QVERIFY(ann.data(Qt::ToolTipRole).toString().size() < 1000);
+    }
+
+    void aReaderIsToldTheStateInPlainWords_data()
+    {
+        // change: of Ann's record
+        using Change = std::function<void(Client&)>;
+        columns<QString, Change, QString>("key", "change", "told");
+        const auto with = [](auto member, auto value) {
+            return Change([=](Client& client) { client.MyRoster.record("a@x")->*member = value; });
+        };
+        const auto online = [](const QString& status) {
+            return Change([status](Client& client) {
+                auto& ann = *client.MyRoster.record("a@x");
+                ann.Online = true;
+                ann.Status = status;
+                ann.StatusMsg = "<b>&here";
+            });
+        };
+        const Change nothing = [](Client&) {};
+        row("off line", "a@x", nothing, "Ann|a@x|Off line");
+        row("on line", "a@x", online(""), "Ann|a@x|Available|<b>&here");
+        row("busy", "a@x", online("dnd"), "Ann|a@x|Do not disturb|<b>&here");
+        row("asked", "a@x", with(&CRosterItem::Ask, "subscribe"), "Ann|a@x|Waiting for an authorization");
+        row("a lurker", "a@x", with(&CRosterItem::Subscription, "none"), "Ann|a@x|Not authorized");
+        row("blocked", "a@x", Change([](Client& client) { client.MyBanList.Add("a@x"); }), "Ann|a@x|Blocked");
+        row("a gateway", "icq.x", nothing, "ICQ|icq.x|Off line");
+        row("the server", "MONTAGUE.EXAMPLE", nothing, "MONTAGUE.EXAMPLE|On line");
+        row("a group", "Pals", nothing, "Pals|Group, 2 contact(s)");
+    }
+    void aReaderIsToldTheStateInPlainWords()
+    {
+        const auto [key, change] = fetched<QString, std::function<void(Client&)>>();
+        change(window->client);
+        window->roster->settle();
+        window->select(key);
+        const auto* list = QAccessible::queryAccessibleInterface(window->view);
+        const auto* row = list->focusChild();
+        QVERIFY(row);
+        QCOMPARE(row->text(QAccessible::Name), window->node(key)->text);
+        QTEST(row->text(QAccessible::Description).replace('\n', '|'), "told");
     }
 
     void entriesSendTheirStanzas_data()
     {
-        columns<QString, QString, QString>("entry", "key", "sent");
-        row("login", "GateLogin", "icq.x", R"(<presence to="icq.x"/>)");
-        row("log off", "LogoffGate", "icq.x", R"(<presence to="icq.x" type="unavailable"/>)");
+        // told: how the status bar's sentence begins
+        columns<QString, QString, QString, QString>("entry", "key", "sent", "told");
+        row("login", "GateLogin", "icq.x", R"(<presence to="icq.x"/>)", "icq.x was asked");
+        row("log off", "LogoffGate", "ON.x", R"(<presence to="ON.x" type="unavailable"/>)", "ON.x was asked");
         row("remove", "RemoveFriend", "a@x",
             R"(<iq id="VRX_Del" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
-            R"(name="Ann" subscription="remove"><group>Pals</group></item></query></iq>)");
+            R"(name="Ann" subscription="remove"><group>Pals</group></item></query></iq>)",
+            "The server was asked to remove Ann");
         row("vCard", "ShowVCard", "a@x",
-            R"(<iq type="get" id="vcard_wj_3" to="a@x"><VCARD xmlns="vcard-temp"/></iq>)");
-        row("notify", "NotPres", "a@x", R"(<presence to="a@x" type="subscribe"/>)");
-        row("search", "AddFriend", "a@x", "");
+            R"(<iq type="get" id="vcard_wj_3" to="a@x"><VCARD xmlns="vcard-temp"/></iq>)",
+            "The vCard of a@x");
+        row("notify", "NotPres", "a@x", R"(<presence to="a@x" type="subscribe"/>)", "a@x was asked");
+        row("search", "AddFriend", "a@x", "", "");
+        // The list changed while the menu stood open.
+        row("notify a folder", "NotPres", "Pals", "", "");
+        row("a card of nobody", "ShowVCard", "", "", "");
+        row("remove a gateway", "RemoveFriend", "icq.x", "", "");
+        row("remove the server", "RemoveFriend", "MONTAGUE.EXAMPLE", "", "");
+        row("log in a contact", "GateLogin", "a@x", "", "");
     }
     void entriesSendTheirStanzas()
     {
-        const auto [entry, key] = fetched<QString, QString>();
+        const auto [entry, key, sent, told] = fetched<QString, QString, QString, QString>();
+        window->addTransport("ON.x")->Online = true;
+        const int before = window->client.MyRoster.Count();
         window->select(key);
+        for (QAction* action : window->contactMenu()->actions())
+            action->setEnabled(true);
         window->choose("mnuContext" + entry);
-        QTEST(window->engine.takeSent().join('\n'), "sent");
-        QVERIFY(window->client.MyRoster.DoesJIDExist(key)); // until the server says so
+        QCOMPARE(window->engine.takeSent().join('\n'), sent);
+        QCOMPARE(window->client.MyRoster.Count(), before); // until the server says so
+        QCOMPARE(window->told().left(told.isEmpty() ? -1 : told.size()), told);
     }
 
     void aDoubleClickOpens_data()
@@ -139,7 +187,7 @@ private slots:
         window->client.MyBanList.Add("a@x");
         QSignalSpy opened(window->roster, &Roster::openConversation);
         window->select("a@x");
-        window->choose("mnuContextSendMessage");
+        window->chooseOf("SendMessage");
         QCOMPARE(opened.count(), 0);
         QCOMPARE(window->outside.boxes.shown,
                  QList<RecordingBoxes::Box>({{"Notification", "The Contact is Blocked !",
@@ -158,13 +206,14 @@ private slots:
                  QStringList(R"(<iq id="UP_NICK" type="set"><query xmlns="jabber:iq:roster"><item jid="a@x" )"
                              R"(name="Annie &lt;3 %6"><group>Pals</group></item></query></iq>)"));
         QCOMPARE(window->client.MyRoster.record("a@x")->nick, "Annie <3 %6");
+        QVERIFY(window->told().contains("Annie <3 %6"));
         QTRY_VERIFY(!window->editor());
-        window->choose("mnuContextRenameFriend");
+        window->chooseOf("RenameFriend");
         QVERIFY(window->editor());
         window->editor()->setText("Nobody");
         QTest::keyClick(window->editor(), Qt::Key_Escape);
         QVERIFY(window->engine.takeSent().isEmpty());
-        for (const auto& key : {"Contacts", "MONTAGUE.EXAMPLE"}) { // what is no contact keeps its name
+        for (const auto& key : {"Contacts", "MONTAGUE.EXAMPLE", "icq.x"}) { // what is none keeps its name
             window->select(key);
             QTest::keyClick(window->view, Qt::Key_F2);
             QVERIFY(!window->view->isBusy());
@@ -192,17 +241,47 @@ private slots:
         QCOMPARE(window->node("b@x")->parent->key, "Club");
     }
 
-    void deleteRemovesTheSelectedContact()
+    void aClickThatBringsTheWindowUpRenamesNothing()
     {
-        window->select("Pals");
-        QTest::keyClick(window->view, Qt::Key_Delete);
-        window->engine.gateway().connected = false;
         window->select("a@x");
+        QWidget other;
+        other.show();
+        for (const bool behind : {true, false}) {
+            QWidget* front = behind ? &other : window->form;
+            front->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(front));
+            window->click("a@x");
+            if (behind) { // the window manager makes it active with the press
+                window->form->activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(window->form));
+                QVERIFY(!QTest::qWaitFor([&] { return window->editor(); },
+                                         2 * QApplication::doubleClickInterval()));
+            }
+        }
+        QTRY_VERIFY(window->editor());
+    }
+
+    void deleteAsksBeforeItRemoves_data()
+    {
+        columns<QString, bool, bool, int, bool>("key", "connected", "yes", "boxes", "removed");
+        row("yes", "a@x", true, true, 1, true);
+        row("no", "a@x", true, false, 1, false);
+        row("without a connection", "a@x", false, true, 0, false);
+        row("a folder", "Pals", true, true, 0, false);
+        row("a gateway", "icq.x", true, true, 0, false);
+        row("the server", "MONTAGUE.EXAMPLE", true, true, 0, false);
+    }
+    void deleteAsksBeforeItRemoves()
+    {
+        const auto [key, connected, yes, boxes, removed] = fetched<QString, bool, bool, int, bool>();
+        window->engine.gateway().connected = connected;
+        window->outside.boxes.answers = {yes ? MessageBoxes::Answer::Yes : MessageBoxes::Answer::No};
+        window->select(key);
         QTest::keyClick(window->view, Qt::Key_Delete);
-        QVERIFY(window->engine.takeSent().isEmpty());
-        window->engine.gateway().connected = true;
-        QTest::keyClick(window->view, Qt::Key_Delete);
-        QVERIFY(window->engine.takeSent().value(0).startsWith("<iq id=\"VRX_Del\""));
+        QCOMPARE(window->outside.boxes.shown.size(), boxes);
+        if (boxes) // the icon whose default is No
+            QCOMPARE(window->outside.boxes.shown[0].icon, MessageBoxes::Icon::Exclamation);
+        QCOMPARE(window->engine.takeSent().value(0).startsWith("<iq id=\"VRX_Del\""), removed);
     }
 
     void aDropIsTakenFromTheMouse()

@@ -19,12 +19,12 @@ struct WindowFixture {
         roster = form->Roster1;
         view = &roster->view();
         form->resize(300, 600);
-        client.MyAgents.AddItem("icq.x", "ICQ", false, false)->IsTransport = true;
-        client.MyRoster.AddItem("icq.x", "ICQ", false, "4", {}, true, {}, {}, {}, {});
+        addTransport("icq.x", "ICQ");
         push("<item jid='a@x' name='Ann' subscription='both'><group>Pals</group></item>"
              "<item jid='b@x' name='Bob' subscription='both'><group>Pals</group></item>"
              "<item jid='c@x' name='Cid' subscription='both'><group>Club</group></item>"
              "<item jid='d@x' subscription='both'/>");
+        roster->InitRoster();
         roster->Refresh();
         roster->settle();
         form->show();
@@ -33,8 +33,25 @@ struct WindowFixture {
     }
     ~WindowFixture() { registry.deleteAllExcept(nullptr); }
 
+    CAgentsItem* addTransport(const QString& JID, const QString& name = {})
+    {
+        auto* agent = client.MyAgents.AddItem(JID, name, false, false);
+        agent->IsTransport = true;
+        client.MyRoster.AddItem(JID, name, false, "4", {}, true, {}, {}, {}, {});
+        roster->AddItem(JID, name, "Gateways", true, false, {}, {});
+        return agent;
+    }
+    // What the status bar says.
+    QString told() { return form->findChild<QStatusBar*>("StatusBar1")->currentMessage(); }
     QAction* action(const QString& name) { return form->findChild<QAction*>(name); }
     void choose(const QString& name) { action(name)->trigger(); }
+    // Chooses an entry of the selection's menu.
+    void chooseOf(const QString& entry)
+    {
+        QTest::keyClick(view, Qt::Key_F10, Qt::ShiftModifier);
+        contactMenu()->close();
+        choose("mnuContext" + entry);
+    }
     // A window of the registry, shown by a command.
     Form* window(const QString& name) { return registry.find(name); }
     QMenu* contactMenu() { return roster->findChild<QMenu*>("mnuContext"); }

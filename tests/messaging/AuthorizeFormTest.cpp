@@ -1,5 +1,6 @@
 #include "messaging/forms/authorizeForm.h"
 #include "messaging/MessagingFixture.h"
+#include "messaging/forms/AuthorizationRequests.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
@@ -62,6 +63,57 @@ private slots:
                  QStringList({answer.arg(juliet, "unsubscribed"), answer.arg(paris, "subscribed"),
                               answer.arg(paris, "subscribe")}));
         QVERIFY(f->registry.loaded().isEmpty());
+    }
+
+    static QStringList asked(const FormRegistry& registry)
+    {
+        QStringList names;
+        for (auto* form : registry.loaded())
+            names += form->isVisible() ? form->findChild<QLabel*>("lblUserName")->text() : "hidden";
+        return names;
+    }
+
+    void fewWindowsAskForManyRequests_data()
+    {
+        columns<bool, bool, bool>("ask", "blocked", "asked");
+        row("asked", true, false, true);
+        row("settings that say nothing", false, false, true);
+        row("a blocked one", true, true, false);
+    }
+    void fewWindowsAskForManyRequests()
+    {
+        const auto [ask, blocked, isAsked] = fetched<bool, bool, bool>();
+        f->client.settings.AuthAskForAll = ask;
+        f->client.settings.AuthForAll = f->client.settings.AuthDenyAll = false;
+        if (blocked)
+            f->client.MyBanList.Add("one@x");
+        AuthorizationRequests requests(f->registry, f->client);
+        const auto ring = [&](const QString& from) {
+            requests.take(f->engine.contextFor(request.arg(from)));
+        };
+        for (int again = 0; again < 100; ++again)
+            ring("one@x/" + QString::number(again));
+        QCOMPARE(asked(f->registry), isAsked ? QStringList("one@x/0") : QStringList());
+        if (!isAsked)
+            return;
+        f->registry.loaded()[0]->hide(); // as if it lay out of sight
+        QTRY_COMPARE((ring("one@x"), asked(f->registry)), QStringList("one@x/0"));
+        QElapsedTimer took;
+        took.start();
+        for (int stranger = 0; stranger < 20'000; ++stranger)
+            ring(QString("s%1@x").arg(stranger / 2));
+        QVERIFY2(took.elapsed() < 5'000, qPrintable(QString::number(took.elapsed())));
+        for (int next = 0; next < 12; ++next) { // nobody is lost, and each is asked once
+            QTRY_COMPARE(asked(f->registry).size(), 5);
+            QCOMPARE(asked(f->registry)[0], next ? QString("s%1@x").arg(next - 1) : QString("one@x/0"));
+            ui::click(f->registry.loaded()[0], next % 2 ? "cmdDeny" : "cmdAccept");
+        }
+        ++f->client.sessionNumber; // the end of the session closes what is open, and nothing follows
+        f->registry.unloadAllExcept({});
+        QCoreApplication::processEvents();
+        QVERIFY(f->registry.loaded().isEmpty());
+        ring("new@x");
+        QCOMPARE(asked(f->registry), QStringList("new@x"));
     }
 
     void vCardIsThatOfTheBareJid()

@@ -3,6 +3,7 @@
 #include "contacts/forms/RosterView.h"
 #include "session/forms/CertificateForm.h"
 #include "session/forms/SignInForm.h"
+#include "settings/CRegistry.h"
 #include "support/FakeClient.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
@@ -14,6 +15,7 @@ namespace
 {
 
 using Open = void (*)(FakeClient&);
+using Holds = std::function<bool(FakeClient&)>;
 
 const QString juliet = "juliet@montague.example";
 
@@ -57,7 +59,7 @@ const std::pair<const char*, Open> windows[] = {
      }},
     {"HeadLineForm", [](FakeClient& c) { c.ui->windows.messages.notices(); }},
     {"authorizeForm",
-     [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"paris@verona.example\"/>"); }},
+     [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"par&amp;is@verona.example\"/>"); }},
     {"VCardForm own", [](FakeClient& c) { openCard(c, "romeo@montague.example"); }},
     {"PreferencesForm Personal", openPreferences},
     {"PreferencesForm Connection", openPreferences},
@@ -74,7 +76,7 @@ const std::pair<const char*, Open> windows[] = {
          c.ui->windows.preferences.show("Personal");
          ui::click(c.form("PreferencesForm"), "cmdRestoreRegistry");
      }},
-    {"VCardForm another's", [](FakeClient& c) { openCard(c, juliet); }},
+    {"VCardForm another's", [](FakeClient& c) { openCard(c, "jul&amp;iet@x"); }},
 };
 
 QString formOf(const char* row)
@@ -141,6 +143,34 @@ QStringList captions(QWidget* control)
     } else if (qobject_cast<QMenuBar*>(control)) {
         for (const auto* action : control->actions())
             found += action->text();
+    }
+    return found;
+}
+
+// Boxes and options that no key chooses.
+QStringList withoutKey(QWidget* window)
+{
+    QStringList found;
+    for (auto* control : visibleControls(window)) {
+        auto* button = qobject_cast<QAbstractButton*>(control);
+        const bool option = qobject_cast<QCheckBox*>(control) || qobject_cast<QRadioButton*>(control);
+        if (option && QKeySequence::mnemonic(button->text()).isEmpty())
+            found += described(control);
+    }
+    return found;
+}
+
+// What would be read out with its markup.
+QStringList markup(QWidget* window)
+{
+    static const QRegularExpression marked("</?[a-z]+|&[a-z#0-9]+;");
+    QStringList found;
+    for (auto* control : visibleControls(window)) {
+        for (const auto part : {QAccessible::Name, QAccessible::Description}) {
+            const QString read = QAccessible::queryAccessibleInterface(control)->text(part);
+            if (read.contains(marked))
+                found += described(control) + ": " + read;
+        }
     }
     return found;
 }
@@ -224,8 +254,46 @@ private slots:
         client.window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(client.window));
         QCOMPARE(nameless(client.window).join(", "), QString());
+        QCOMPARE(withoutKey(client.window).join(", "), QString());
+        QCOMPARE(markup(client.window).join(", "), QString());
         QCOMPARE(clashing(client.window).join(", "), QString());
         QCOMPARE(unreached(client.window).join(", "), QString());
+    }
+
+    void whatAReaderTogglesIsObeyed_data()
+    {
+        columns<Open, QString, Holds>("open", "control", "holds");
+        const auto setting = [](bool Settings::*member) {
+            return Holds([member](FakeClient& c) { return c.client.settings.*member; });
+        };
+        row("SignInForm", Open([](FakeClient&) {}), "Check1", setting(&Settings::SavePassword));
+        row("SignInForm automatic", Open([](FakeClient&) {}), "Check2", setting(&Settings::AutoLogon));
+        row("SignInForm secure", Open([](FakeClient&) {}), "Check3", setting(&Settings::SSL));
+        row("PreferencesForm Messages", Open(openPreferences), "EnBalloon",
+            setting(&Settings::BalloonEnable));
+        row("PreferencesForm Connection", Open(openPreferences), "Check1",
+            Holds([](FakeClient&) { return CRegistry::hasValue("BreloIM"); }));
+        row("PreferencesForm Personal", Open(openPreferences), "chkAlwaysOnTop", setting(&Settings::OnTop));
+        row("RosterForm", Open([](FakeClient&) {}), "Toolbar1Button4", setting(&Settings::ShowOnlineUsers));
+        row("RosterForm connection", Open([](FakeClient&) {}), "Toolbar1Button1",
+            Holds([](FakeClient& c) { return c.client.isConnected(); }));
+        row("MessageForm", Open(openConversation), "Toolbar1Return", Holds([](FakeClient& c) {
+                return c.form("MessageForm")->findChild<QAction*>("mnuToolsNoChar13")->isChecked();
+            }));
+    }
+    void whatAReaderTogglesIsObeyed()
+    {
+        Shown client;
+        QFETCH(QString, control);
+        const auto holds = *static_cast<Holds*>(QTest::qData("holds", qMetaTypeId<Holds>()));
+        const bool before = holds(client);
+        QWidget* button = client.window->findChild<QAbstractButton*>(control);
+        if (auto* action = client.window->findChild<QAction*>(control))
+            button = client.window->findChild<QToolBar*>("Toolbar1")->widgetForAction(action);
+        auto* assistive = QAccessible::queryAccessibleInterface(button)->actionInterface();
+        QVERIFY(assistive->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+        assistive->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(holds(client), !before);
     }
 
     void nothingIsCutWithABigFont_data() { theKeysAndTheReaderFindEverything_data(); }

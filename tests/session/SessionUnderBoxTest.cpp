@@ -120,7 +120,7 @@ const Box boxes[] = {
     {"block an address", blockedPage, answering([](FakeClient& c) {
          ui::click(qobject_cast<PreferencesForm*>(c.form("PreferencesForm"))->panel("Privacy"), "cmdAdd");
      }),
-     "PreferencesForm RosterForm sent:1 blocked", "RosterForm blocked", " blocked"},
+     "PreferencesForm RosterForm blocked", "RosterForm blocked", " blocked"},
 };
 
 // The windows on screen, and what was sent and stored.

@@ -62,17 +62,16 @@ void ContactWindows::OnPresence(PlugInContext& context)
     makeRosterForm().Roster1->Myapplicationplugin().OnPresence(context);
 }
 
-// A list that is not set up would count as one by being drawn.
 void ContactWindows::refresh()
 {
-    if (isInitiated())
-        roster()->Refresh();
+    if (auto* list = roster())
+        list->Refresh();
 }
 
 void ContactWindows::refreshAppearance()
 {
-    if (isInitiated())
-        roster()->RefreshAppearance();
+    if (auto* list = roster())
+        list->RefreshAppearance();
 }
 
 void ContactWindows::applyOnTop()

@@ -31,7 +31,8 @@ public:
     void OnIQ(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
 
-    // Draw the contact list anew; nothing where none has been set up.
+    // Draw the contact list anew; nothing where none has been set up. The first announces plain availability,
+    // the second takes over how the settings want it to look.
     void refresh();
     void refreshAppearance();
     void applyOnTop();

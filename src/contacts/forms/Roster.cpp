@@ -4,10 +4,21 @@
 #include "contacts/ContactDrop.h"
 #include "contacts/FixedGroups.h"
 #include "contacts/RosterStanzas.h"
+#include "contacts/StatusRules.h"
 #include "contacts/forms/RosterContextMenu.h"
 #include "contacts/forms/RosterView.h"
 
 #include <QVBoxLayout>
+
+namespace
+{
+
+QString nameOf(const CRosterItem& contact)
+{
+    return contact.nick.isEmpty() ? contact.JID : contact.nick;
+}
+
+} // namespace
 
 Roster::Roster(Client& client, QWidget* parent)
     : QWidget(parent), client_(client), drawing_(client), sync_(client, drawing_),
@@ -29,20 +40,18 @@ void Roster::setUpView()
 {
     view_->mayDrag = [this] { return client_.isConnected(); };
     view_->mayEdit = [this](const TreeNode& node) {
-        return client_.MyGroups.Exists(node.text) || client_.MyRoster.DoesJIDExist(node.key);
+        return node.parent ? contextmenu::isContact(&node, client_) : client_.MyGroups.Exists(node.key);
     };
     connect(view_, &RosterView::nodePressed, this, &Roster::rememberDragNode);
     connect(view_, &RosterView::menuRequested, this, &Roster::showMenu);
     connect(menu_, &RosterContextMenu::chosen, this, &Roster::act);
     connect(view_, &RosterView::nodeOpened, this, &Roster::openSelected);
-    connect(view_, &RosterView::deletePressed, this, &Roster::removeSelected);
+    connect(view_, &RosterView::deletePressed, this, &Roster::askRemove);
     connect(view_, &RosterView::dropped, this, &Roster::drop);
     auto& model = drawing_.model();
     model.describe = [this](const TreeNode& node) { return describe(node); };
-    connect(&model, &ContactTree::labelEdited, this,
-            [this](const QString& key, const QString& oldText, const QString& newText) {
-                sync_.renamed(key, oldText, newText);
-            });
+    drawing_.announced = [this] { emit announced(); };
+    connect(&model, &ContactTree::labelEdited, this, &Roster::rename);
     connect(&model, &ContactTree::modelAboutToBeReset, this, &Roster::applyFont);
     connect(&model, &ContactTree::unsettled, this, [this] { settleTimer_.start(); });
 }
@@ -67,13 +76,34 @@ void Roster::setUpTimers()
 
 QString Roster::describe(const TreeNode& node) const
 {
-    const auto* item = client_.MyRoster.record(node.key);
-    if (!item)
-        return {};
-    QStringList lines{node.text, item->JID, item->StatusMsg};
+    constexpr qsizetype longest = 500; // a tip of a book's length would stop the window
+    const auto* item = node.parent ? client_.MyRoster.record(node.key) : nullptr;
+    const bool told = item && item->StatusMsg != item->Status; // "Pending" is a mark, and no word of theirs
+    QStringList lines{node.text, item ? item->JID : QString(), stateOf(node),
+                      told ? item->StatusMsg.left(longest) : QString()};
     lines.removeAll(QString());
     lines.removeDuplicates();
     return lines.join(u'\n');
+}
+
+QString Roster::stateOf(const TreeNode& node) const
+{
+    const auto* item = client_.MyRoster.record(node.key);
+    if (!node.parent)
+        return tr("Group, %n contact(s)", nullptr, static_cast<int>(node.children.size()));
+    if (node.parent->key == groups::gateways())
+        return node.image == u"ServerON" ? tr("On line") : tr("Off line");
+    if (client_.MyBanList.BannedJID(node.key))
+        return tr("Blocked");
+    if (item && item->Ask == u"subscribe")
+        return tr("Waiting for an authorization");
+    if (!item || !item->Online)
+        return item && item->Subscription == u"none" ? tr("Not authorized") : tr("Off line");
+    for (const auto& rule : statusrules::all()) {
+        if (item->Status == QLatin1String(rule.show))
+            return statusrules::label(rule.command);
+    }
+    return tr("On line");
 }
 
 void Roster::applyFont()
@@ -95,7 +125,7 @@ void Roster::InitRoster()
 void Roster::RefreshAppearance()
 {
     applyFont();
-    Refresh();
+    drawing_.redraw();
 }
 
 void Roster::AddItem(const QString& JID, const QString& nick, const QString& group, bool IsGateway,
@@ -118,7 +148,8 @@ void Roster::settle()
 
 void Roster::RetriveVCard(const QString& JID)
 {
-    stanzas::send(client_, stanzas::vCard(JID));
+    if (stanzas::send(client_, stanzas::vCard(JID)))
+        emit told(tr("The vCard of %1 was asked for.").arg(JID));
 }
 
 const TreeNode* Roster::selectedNode()
@@ -145,6 +176,8 @@ void Roster::openSelected()
     if (!node)
         return;
     const QString key = node->key;
+    if (!node->parent)
+        return;
     if (client_.MyAgents.JIDExists(key))
         return emit showPreferences(node->text);
     if (key.compare(client_.Gateway().Server(), Qt::CaseInsensitive) == 0) {
@@ -154,19 +187,44 @@ void Roster::openSelected()
             emit showNotices();
         return;
     }
-    if (node->text.isEmpty() || !node->children.empty() || node->tag == groups::tag() ||
-        client_.MyGroups.Exists(node->text))
-        return;
     if (client_.MyBanList.BannedJID(key))
         return client_.desktop.boxes->exclamation(tr("Notification"), tr("The Contact is Blocked !"));
     emit openConversation(key);
 }
 
+const CRosterItem* Roster::selectedContact()
+{
+    const TreeNode* node = selectedNode();
+    const bool open = client_.isConnected() && contextmenu::isContact(node, client_);
+    return open ? client_.MyRoster.record(node->key) : nullptr;
+}
+
 void Roster::removeSelected()
 {
-    const QString key = SelectedItem();
-    if (client_.isConnected() && client_.MyRoster.DoesJIDExist(key))
-        RemoveItem(key);
+    if (const auto* contact = selectedContact())
+        remove(*contact);
+}
+
+void Roster::askRemove()
+{
+    const auto* contact = selectedContact();
+    if (!contact)
+        return;
+    const QString JID = contact->JID;
+    const SameSession same(client_);
+    const auto answer = client_.desktop.boxes->show(
+        tr("Remove Contact"), tr("Do you want to remove %1 from your contact list?").arg(nameOf(*contact)),
+        MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
+    const auto* standing = same ? client_.MyRoster.record(JID) : nullptr;
+    if (standing && answer == MessageBoxes::Answer::Yes)
+        remove(*standing);
+}
+
+void Roster::remove(const CRosterItem& contact)
+{
+    const QString text = tr("The server was asked to remove %1.").arg(nameOf(contact));
+    RemoveItem(contact.JID);
+    emit told(text);
 }
 
 void Roster::renameSelected()
@@ -175,32 +233,39 @@ void Roster::renameSelected()
         view_->QAbstractItemView::edit(drawing_.model().indexOf(node));
 }
 
+void Roster::rename(const QString& JID, const QString& text)
+{
+    sync_.renamed(JID, text);
+    emit told(tr("The server was asked to name %1 \"%2\".").arg(JID, text));
+}
+
 void Roster::sendGatewayPresence(bool available)
 {
-    if (!client_.Application)
-        return;
+    const QString gateway = SelectedItem();
     auto& packet = client_.Application->OutPacket();
     packet.Clear();
     auto presence = packet.PresenceFields();
     presence.setFrom(client_.ownBareJid());
-    presence.setTo(SelectedItem());
+    presence.setTo(gateway);
     if (available)
         presence.SetAvailable();
     else
         presence.SetUnavailable();
-    packet.Send();
+    if (packet.Send())
+        emit told(available ? tr("%1 was asked for a session.").arg(gateway)
+                            : tr("%1 was asked to end its session.").arg(gateway));
 }
 
 void Roster::askAuthorisation()
 {
-    if (!client_.Application)
-        return;
+    const QString contact = SelectedItem();
     auto& packet = client_.Application->OutPacket();
     packet.Clear();
     auto presence = packet.PresenceFields();
-    presence.setTo(SelectedItem());
+    presence.setTo(contact);
     presence.SetSubscribe();
-    packet.Send();
+    if (packet.Send())
+        emit told(tr("%1 was asked for an authorization.").arg(contact));
 }
 
 void Roster::rememberDragNode(const TreeNode* node)
@@ -219,6 +284,11 @@ void Roster::showMenu(const TreeNode* node, const QPoint& at)
 
 void Roster::act(ContextEntry entry)
 {
+    // The list may have changed, or the connection gone, while the menu stood open.
+    const TreeNode* node = selectedNode();
+    const auto state = contextmenu::stateFor(node, client_);
+    if (!state[static_cast<std::size_t>(entry)].value_or(false) || !client_.isConnected())
+        return;
     switch (entry) {
     case ContextEntry::AddFriend:
         return; // nothing is bound to it
@@ -229,7 +299,7 @@ void Roster::act(ContextEntry entry)
     case ContextEntry::LogoffGate:
         return sendGatewayPresence(false);
     case ContextEntry::RemoveFriend:
-        return RemoveItem(SelectedItem());
+        return removeSelected();
     case ContextEntry::RenameFriend:
         return renameSelected();
     case ContextEntry::MoveFriend:

@@ -13,6 +13,7 @@ class QMenu;
 class RosterContextMenu;
 class RosterView;
 struct Client;
+struct CRosterItem;
 
 // The contact list control: the tree, its menu and what the server's roster and the contacts' presences do to
 // it.
@@ -42,9 +43,10 @@ public:
 
     // Empties the tree.
     void RemoveAll() { drawing_.RemoveAll(); }
-    // Draws the tree anew from the records, at the next settle(). Its presence is sent at once.
+    // Draws the tree anew from the records, at the next settle(); nothing before a list has come. Its
+    // presence is sent at once.
     void Refresh() { drawing_.Refresh(); }
-    // Refresh with the font and the colours of the settings.
+    // Draws it anew in the font and the colours of the settings, and sends nothing.
     void RefreshAppearance();
     // Adds a group of the person's own. False when the name is empty or taken.
     bool AddGroupItem(const QString& name);
@@ -71,6 +73,8 @@ public:
     void openSelected();
     // Removes the selected contact, if one is selected and the session is connected.
     void removeSelected();
+    // The same after a question.
+    void askRemove();
     // Starts editing the selected node's text.
     void renameSelected();
     // Asks the selected gateway for a session, or ends it.
@@ -89,6 +93,10 @@ signals:
     void showHistory(const QString& jid);
     void addGroupRequested();
     void moveContactRequested();
+    // What a command did, in a sentence for the status bar.
+    void told(const QString& text);
+    // Plain availability was announced, whatever status is chosen.
+    void announced();
 
 private:
     void OnIQ(PlugInContext& context) override { sync_.OnIQ(context); }
@@ -97,6 +105,11 @@ private:
     void setUpView();
     void setUpTimers();
     QString describe(const TreeNode& node) const;
+    QString stateOf(const TreeNode& node) const;
+    // The record of the selected contact; null for none, and while there is no connection.
+    const CRosterItem* selectedContact();
+    void remove(const CRosterItem& contact);
+    void rename(const QString& JID, const QString& text);
     void applyFont();
     void rememberDragNode(const TreeNode* node);
     void showMenu(const TreeNode* node, const QPoint& at);

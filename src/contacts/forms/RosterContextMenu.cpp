@@ -37,6 +37,7 @@ RosterContextMenu::RosterContextMenu(QWidget* parent) : QMenu(parent)
             addSeparator();
         QAction* action = addAction(ImageList::icon(QString::fromLatin1(row.image)), tr(row.caption));
         action->setObjectName(QString::fromLatin1(row.name));
+        action->setEnabled(false);
         connect(action, &QAction::triggered, this, [this, entry = row.entry] { emit chosen(entry); });
         entries_[static_cast<std::size_t>(row.entry)] = action;
     }

@@ -117,17 +117,24 @@ void RosterForm::Trigger()
 void RosterForm::setStatus(StatusCommand command, bool automatic)
 {
     autoStatus_.AutoStatusActive = automatic && command != StatusCommand::Available;
-    status_ = command;
-    showPanel(QString::fromLatin1(statusrules::of(command).imageKey), statusrules::label(command));
-    panels_[1]->setToolTip(statusrules::label(command));
-    checkStatus(command);
+    showStatus(command);
     if (client_.isConnected())
         stanzas::send(client_, statusrules::presence(command, client_, automatic));
 }
 
-void RosterForm::checkStatus(StatusCommand command)
+void RosterForm::showAnnounced()
+{
+    // Many pushes announce one after the other.
+    if (status_ != StatusCommand::Available ||
+        panels_[1]->text() != statusrules::label(StatusCommand::Available))
+        showStatus(StatusCommand::Available);
+}
+
+void RosterForm::showStatus(StatusCommand command)
 {
     status_ = command;
+    showPanel(QString::fromLatin1(statusrules::of(command).imageKey), statusrules::label(command));
+    panels_[1]->setToolTip(statusrules::label(command));
     for (const auto& rule : statusrules::all())
         findChild<QAction*>(QString::fromLatin1(rule.menuItem))->setChecked(rule.command == command);
     emit statusChanged(command);
@@ -146,6 +153,7 @@ void RosterForm::showConnectButton(bool connected)
     button->setIcon(ImageList::icon(connected ? QStringLiteral("LightOn") : QStringLiteral("LightOff")));
     button->setText(caption);
     button->setToolTip(caption);
+    connectedShown_ = connected;
     button->setChecked(connected);
 }
 
@@ -163,7 +171,7 @@ void RosterForm::showConnected(bool firstContact)
 {
     if (!firstContact) {
         panels_[2]->setText(client_.Gateway().Secure() ? QStringLiteral("SSL") : QStringLiteral("OPEN"));
-        checkStatus(StatusCommand::Available);
+        showAnnounced();
         return;
     }
     setWindowTitle(QStringLiteral("BreloIM - ") + client_.ownBareJid());

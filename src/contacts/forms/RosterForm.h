@@ -96,16 +96,21 @@ private:
     void start();
 
     void setStatus(StatusCommand command, bool automatic);
-    void checkStatus(StatusCommand command);
+    void showStatus(StatusCommand command);
+    // The client announced plain availability by itself.
+    void showAnnounced();
     void showPanel(const QString& imageKey, const QString& text);
     void showConnectButton(bool connected);
     void showSwitch();
 
-    void toggleConnection();
+    void toggleConnection(bool on);
     void switchShowAll();
     void startChat();
     void removeContact();
     void checkVCard();
+    void refreshList();
+    // A sentence on what a command did.
+    void tell(const QString& text);
     void openSite(const QString& path);
     void openHelp(const QString& path);
     void openWebLogin();
@@ -119,4 +124,5 @@ private:
     QTimer autoAway_;
     AutoStatus autoStatus_;
     StatusCommand status_ = StatusCommand::Available;
+    bool connectedShown_ = false; // by the first button of the tool bar
 };

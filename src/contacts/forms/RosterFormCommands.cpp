@@ -1,12 +1,12 @@
 #include "contacts/forms/RosterForm.h"
 
 #include "contacts/Client.h"
-#include "contacts/FixedGroups.h"
 #include "contacts/RosterStanzas.h"
 #include "contacts/forms/AddGroupForm.h"
 #include "contacts/forms/MoveFriendForm.h"
 #include "contacts/forms/Roster.h"
 #include "desktop/forms/Form.h"
+#include "engine/Jid.h"
 
 #include "ui_RosterForm.h"
 
@@ -28,12 +28,13 @@ void RosterForm::connectBreloMenu()
 
 void RosterForm::connectFriendsMenu()
 {
-    connect(ui_->mRosterFriends, &QMenu::aboutToShow, this,
-            [this] { ui_->mRosterFDel->setEnabled(client_.MyRoster.DoesJIDExist(Roster1->SelectedItem())); });
+    connect(ui_->mRosterFriends, &QMenu::aboutToShow, this, [this] {
+        ui_->mRosterFDel->setEnabled(contextmenu::isContact(Roster1->selectedNode(), client_));
+    });
     connect(ui_->mRosterFFind, &QAction::triggered, this, &RosterForm::mRosterFFind_Click);
     connect(ui_->mRosterFDel, &QAction::triggered, Roster1, &Roster::removeSelected);
     connect(ui_->mRosterFShowAll, &QAction::triggered, this, &RosterForm::switchShowAll);
-    connect(ui_->mRosterFRefr, &QAction::triggered, Roster1, &Roster::Refresh);
+    connect(ui_->mRosterFRefr, &QAction::triggered, this, &RosterForm::refreshList);
     connect(ui_->mRosterFCreate, &QAction::triggered, this, &RosterForm::showAddGroup);
     connect(ui_->mRosterFModVCard, &QAction::triggered, this,
             [this] { Roster1->RetriveVCard(client_.ownBareJid()); });
@@ -69,17 +70,22 @@ void RosterForm::connectHelpMenu()
 
 void RosterForm::connectToolbar()
 {
-    connect(ui_->Toolbar1Button1, &QAction::triggered, this, &RosterForm::toggleConnection);
+    connect(ui_->Toolbar1Button1, &QAction::toggled, this, &RosterForm::toggleConnection);
     connect(ui_->Toolbar1Button2, &QAction::triggered, this, &RosterForm::mRosterFFind_Click);
     connect(ui_->Toolbar1Button3, &QAction::triggered, this, &RosterForm::groupChatRequested);
-    connect(ui_->Toolbar1Button4, &QAction::triggered, this, &RosterForm::switchShowAll);
-    connect(ui_->Toolbar1Button5, &QAction::triggered, Roster1, &Roster::Refresh);
+    connect(ui_->Toolbar1Button4, &QAction::toggled, this, [this](bool on) {
+        if (on != client_.settings.ShowOnlineUsers)
+            switchShowAll();
+    });
+    connect(ui_->Toolbar1Button5, &QAction::triggered, this, &RosterForm::refreshList);
     connect(ui_->Toolbar1Button6, &QAction::triggered, this, &RosterForm::openWebLogin);
     connect(ui_->Toolbar1Button7, &QAction::triggered, this, &RosterForm::mailWatcherRequested);
 }
 
 void RosterForm::connectRoster()
 {
+    connect(Roster1, &Roster::told, this, &RosterForm::tell);
+    connect(Roster1, &Roster::announced, this, &RosterForm::showAnnounced);
     connect(Roster1, &Roster::openConversation, this,
             [this](const QString& jid) { emit openConversation(jid, true); });
     connect(Roster1, &Roster::showPreferences, this, &RosterForm::showPreferences);
@@ -89,11 +95,12 @@ void RosterForm::connectRoster()
     connect(Roster1, &Roster::moveContactRequested, this, &RosterForm::showMoveFriend);
 }
 
-void RosterForm::toggleConnection()
+void RosterForm::toggleConnection(bool on)
 {
-    const bool connected = client_.isConnected();
-    ui_->Toolbar1Button1->setChecked(connected); // the session decides, not the click
-    if (connected)
+    if (on == connectedShown_)
+        return;
+    ui_->Toolbar1Button1->setChecked(connectedShown_); // the session decides, not the click
+    if (client_.isConnected())
         emit disconnectRequested();
     else
         emit connectRequested();
@@ -110,9 +117,9 @@ void RosterForm::switchShowAll()
 
 void RosterForm::startChat()
 {
-    const QString selected = Roster1->SelectedItem();
-    if (!selected.isEmpty() && Roster1->SelectedItemTag() != groups::tag())
-        return emit openConversation(selected, false);
+    const TreeNode* selected = Roster1->selectedNode();
+    if (selected && selected->parent) // a folder is nobody
+        return emit openConversation(selected->key, false);
     auto& boxes = *client_.desktop.boxes;
     const SameSession same(client_);
     const auto answer = boxes.show(
@@ -122,8 +129,19 @@ void RosterForm::startChat()
         return;
     const auto jid =
         boxes.input(tr("Manual Input"), tr("Add the complete contact's identifier..."), QString());
-    if (same && jid && !jid->isEmpty())
-        emit openConversation(*jid, true);
+    if (!same || !jid || jid->trimmed().isEmpty())
+        return;
+    if (jid::isAddress(jid->trimmed()))
+        emit openConversation(jid->trimmed(), true);
+    else
+        boxes.exclamation(tr("Attention!"), tr("This is no contact's identifier: %1").arg(jid->trimmed()));
+}
+
+void RosterForm::refreshList()
+{
+    Roster1->Refresh();
+    if (Roster1->IsInitiated())
+        tell(tr("The contact list was refreshed."));
 }
 
 void RosterForm::checkVCard()
@@ -142,13 +160,18 @@ void RosterForm::mRosterFFind_Click()
     emit findContactsRequested();
 }
 
-void RosterForm::openSite(const QString& path)
+void RosterForm::tell(const QString& text)
 {
     constexpr int shownFor = 10000;
+    ui_->StatusBar1->showMessage(text, shownFor);
+}
+
+void RosterForm::openSite(const QString& path)
+{
     if (client_.site.WebSite.isEmpty())
-        ui_->StatusBar1->showMessage(tr("No web site is set up, so there is no page to open."), shownFor);
+        tell(tr("No web site is set up, so there is no page to open."));
     else if (!client_.desktop.links->open(QStringLiteral("https://") + client_.site.WebSite + path))
-        ui_->StatusBar1->showMessage(tr("The page could not be opened."), shownFor);
+        tell(tr("The page could not be opened."));
 }
 
 void RosterForm::openHelp(const QString& path)

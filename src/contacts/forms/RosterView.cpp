@@ -68,6 +68,7 @@ void RosterView::rememberPlace()
 {
     const TreeNode* node = selectedNode();
     keptKey_ = node ? node->key : QString();
+    keptFolder_ = node && !node->parent;
     keptScroll_ = verticalScrollBar()->value();
 }
 
@@ -79,7 +80,7 @@ void RosterView::restorePlace()
         if (nodeAt(index)->expanded && !closed_.contains(nodeAt(index)->key))
             expand(index);
     }
-    const TreeNode* kept = tree_.Item(tree_.NodeIndexOfKey(std::exchange(keptKey_, {})));
+    const TreeNode* kept = keptFolder_ ? tree_.folder(keptKey_) : tree_.row(keptKey_);
     if (kept)
         selectionModel()->setCurrentIndex(tree_.indexOf(kept), QItemSelectionModel::ClearAndSelect);
     if (keptScroll_ > 0 && isVisible()) {
@@ -91,13 +92,25 @@ void RosterView::restorePlace()
 bool RosterView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
 {
     const TreeNode* node = nodeAt(index);
+    if (trigger == SelectedClicked && pressWoke_)
+        return false;
     if (trigger != NoEditTriggers && trigger != AllEditTriggers && (!node || (mayEdit && !mayEdit(*node))))
         return false;
     return QTreeView::edit(index, trigger, event);
 }
 
+void RosterView::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        active_.start();
+}
+
 void RosterView::mousePressEvent(QMouseEvent* event)
 {
+    // The window manager passes the press on just before or just after it makes the window active.
+    constexpr int passedOnWithin = 300;
+    pressWoke_ = !isActiveWindow() || (active_.isValid() && active_.elapsed() < passedOnWithin);
     const QModelIndex index = indexAt(event->position().toPoint());
     setDropHighlight({});
     QTreeView::mousePressEvent(event);

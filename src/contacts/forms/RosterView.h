@@ -2,6 +2,7 @@
 
 #include "contacts/ContactTree.h"
 
+#include <QElapsedTimer>
 #include <QSet>
 #include <QTreeView>
 
@@ -39,6 +40,7 @@ signals:
 
 protected:
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -61,6 +63,9 @@ private:
     QPersistentModelIndex dropHighlight_;
     QSet<QString> closed_; // keys of the folders that the person closed
     QString keptKey_;
+    bool keptFolder_ = false;
     int keptScroll_ = 0;
+    QElapsedTimer active_;   // since the window came to the front
+    bool pressWoke_ = false; // the last press brought the window to the front
     bool dragging_ = false;
 };

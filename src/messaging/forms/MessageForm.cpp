@@ -64,7 +64,7 @@ void MessageForm::setUpToolbar()
     connect(ui_->Toolbar1History, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
     connect(ui_->Toolbar1Call, &QAction::triggered, this, &MessageForm::mnustrsendfile_Click);
     connect(ui_->Toolbar1Invite, &QAction::triggered, this, &MessageForm::mnustrincchgr_Click);
-    connect(ui_->Toolbar1Return, &QAction::triggered, ui_->mnuToolsNoChar13, &QAction::trigger);
+    connect(ui_->Toolbar1Return, &QAction::toggled, ui_->mnuToolsNoChar13, &QAction::setChecked);
     connect(ui_->Toolbar1VCard, &QAction::triggered, this, &MessageForm::mnustrvcard_Click);
 }
 
@@ -97,7 +97,7 @@ void MessageForm::connectMenus()
 {
     connect(ui_->mnuFileClose, &QAction::triggered, this, &QWidget::close);
     connect(ui_->mnuTools, &QMenu::aboutToShow, this, &MessageForm::refreshCommands);
-    connect(ui_->mnuToolsNoChar13, &QAction::triggered, this, &MessageForm::mnuToolsNoChar13_Click);
+    connect(ui_->mnuToolsNoChar13, &QAction::toggled, this, &MessageForm::mnuToolsNoChar13_Click);
     connect(ui_->mnuToolsAdd, &QAction::triggered, this, &MessageForm::mnuToolsAdd_Click);
     connect(ui_->mnustroldconv, &QAction::triggered, this, &MessageForm::mnustroldconv_Click);
     connect(ui_->mnustrsendfile, &QAction::triggered, this, &MessageForm::mnustrsendfile_Click);

@@ -3,10 +3,9 @@
 #include "contacts/Client.h"
 #include "desktop/forms/Form.h"
 #include "messaging/forms/HeadLineForm.h"
-#include "messaging/forms/authorizeForm.h"
 
 MessageWindows::MessageWindows(FormRegistry& registry, Client& client)
-    : hub(registry, client), registry_(registry), client_(client)
+    : hub(registry, client), registry_(registry), client_(client), requests_(registry, client)
 {
     hub.notices = [this]() -> HeadLineForm& { return notices(); };
     connect(&hub, &ChatWindow::conferenceInvited, this, &MessageWindows::tellInvitation);
@@ -44,16 +43,6 @@ void MessageWindows::writeNotice(const QString& from, const QString& body, const
 {
     notices().WriteMessage(from, body, subject);
     notices().showAtPlace();
-}
-
-void MessageWindows::askAuthorization(PlugInContext& context)
-{
-    auto* form = new authorizeForm(registry_, client_);
-    if (client_.settings.AuthAskForAll) {
-        form->show();
-        form->setUserName(context.Stanza().From());
-    }
-    form->OnPresence(context);
 }
 
 void MessageWindows::openConversation(const QString& jid, bool trick)

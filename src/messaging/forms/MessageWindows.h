@@ -1,5 +1,6 @@
 #pragma once
 
+#include "messaging/forms/AuthorizationRequests.h"
 #include "messaging/forms/ChatWindow.h"
 
 class HeadLineForm;
@@ -25,8 +26,8 @@ public:
     void OnPresence(PlugInContext& context) override;
     // A line of the client's own there.
     void writeNotice(const QString& from, const QString& body, const QString& subject);
-    // A new window that answers the request of the context.
-    void askAuthorization(PlugInContext& context);
+    // Answers the request of the context, or asks the person in a window.
+    void askAuthorization(PlugInContext& context) { requests_.take(context); }
     // The opening message counts as a trick, or as a contact's own.
     void openConversation(const QString& jid, bool trick);
 
@@ -39,4 +40,5 @@ private:
 
     FormRegistry& registry_;
     Client& client_;
+    AuthorizationRequests requests_;
 };

@@ -5,6 +5,35 @@
 #include "engine/Jid.h"
 #include "ui_authorizeForm.h"
 
+namespace
+{
+
+void send(const Client& client, const QString& to, void (PresenceFields::*type)())
+{
+    auto& packet = client.Application->OutPacket();
+    packet.Clear();
+    auto presence = packet.PresenceFields();
+    presence.setFrom(client.ownBareJid());
+    presence.setTo(to);
+    (presence.*type)();
+    packet.Send();
+}
+
+// Whoever isn't in the contact list is asked back.
+void accept(const Client& client, const QString& from)
+{
+    send(client, from, &PresenceFields::SetSubscribed);
+    if (!client.MyRoster.DoesJIDExist(from))
+        send(client, from, &PresenceFields::SetSubscribe);
+}
+
+void deny(const Client& client, const QString& from)
+{
+    send(client, from, &PresenceFields::SetUnsubscribed);
+}
+
+} // namespace
+
 authorizeForm::authorizeForm(FormRegistry& registry, Client& client)
     : Form(registry, QStringLiteral("authorizeForm")), ui_(std::make_unique<Ui::authorizeForm>()),
       client_(client)
@@ -25,52 +54,53 @@ authorizeForm::~authorizeForm() = default;
 
 void authorizeForm::setUserName(const QString& jid)
 {
-    ui_->lblUserName->setText(jid);
-    ui_->lblUserName->setToolTip(jid.toHtmlEscaped());
+    constexpr qsizetype longest = 3071; // characters of a JID (RFC 7622)
+    ui_->lblUserName->setText(jid.left(longest));
+    ui_->lblUserName->setToolTip(jid.left(longest).toHtmlEscaped()); // which may be markup
+    ui_->lblUserName->setAccessibleDescription(tr("Who asks"));
     // Whoever asks must not push the server's name out of sight with a long one of their own.
     constexpr int widest = 760;
     const QMargins margins = ui_->rows->contentsMargins();
-    const int needed =
-        ui_->lblUserName->fontMetrics().horizontalAdvance(jid + u' ') + margins.left() + margins.right();
+    const int needed = ui_->lblUserName->fontMetrics().horizontalAdvance(ui_->lblUserName->text() + u' ') +
+                       margins.left() + margins.right();
     resize(qBound(width(), needed, widest), height());
+}
+
+void authorizeForm::setRequest(const QString& from)
+{
+    from_ = from;
+    setUserName(from);
 }
 
 void authorizeForm::OnPresence(PlugInContext& context)
 {
-    Context = context;
-    if (client_.settings.AuthAskForAll)
-        return;
-    if (client_.settings.AuthForAll)
-        cmdAccept_Click();
-    else if (client_.settings.AuthDenyAll)
-        cmdDeny_Click();
+    from_ = context.Stanza().From();
+    if (answerBySettings(client_, from_))
+        requestUnload(CloseMode::Code);
+}
+
+bool authorizeForm::answerBySettings(const Client& client, const QString& from)
+{
+    const auto& settings = client.settings;
+    if (settings.AuthAskForAll || !(settings.AuthForAll || settings.AuthDenyAll))
+        return false;
+    settings.AuthForAll ? accept(client, from) : deny(client, from);
+    return true;
 }
 
 void authorizeForm::cmdAccept_Click()
 {
-    if (!Context)
+    if (from_.isEmpty())
         return;
-    auto& packet = Context->OutPacket();
-    auto presence = packet.PresenceFields();
-    presence.SetSubscribed();
-    presence.setFrom(client_.ownBareJid());
-    packet.Send();
-    if (!client_.MyRoster.DoesJIDExist(Context->Stanza().From())) {
-        presence.SetSubscribe();
-        presence.setFrom(client_.ownBareJid());
-        packet.Send();
-    }
+    accept(client_, from_);
     requestUnload(CloseMode::Code);
 }
 
 void authorizeForm::cmdDeny_Click()
 {
-    if (!Context)
+    if (from_.isEmpty())
         return;
-    auto presence = Context->OutPacket().PresenceFields();
-    presence.SetUnsubscribed();
-    presence.setFrom(client_.ownBareJid());
-    Context->OutPacket().Send();
+    deny(client_, from_);
     requestUnload(CloseMode::Code);
 }
 

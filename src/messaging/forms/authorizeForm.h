@@ -2,12 +2,10 @@
 
 #include "desktop/forms/Form.h"
 #include "engine/ApplicationPlugIn.h"
-#include "engine/PlugInContext.h"
 
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace Ui
 {
@@ -30,14 +28,26 @@ public:
     void setUserName(const QString& jid);
     // Takes the request; answers at once where the settings say so.
     void OnPresence(PlugInContext& context) override;
+    // Waits for the person's answer to the request of `from`.
+    void setRequest(const QString& from);
+    // Answers the request of `from` where the settings say how. False when the person is to be asked: also
+    // with settings that say nothing, so that no request is lost.
+    static bool answerBySettings(const Client& client, const QString& from);
+
+signals:
+    // The form was unloaded, with an answer or without.
+    void closed();
 
 public slots:
     void cmdAccept_Click();
     void cmdDeny_Click();
     void cmdShowVCard_Click();
 
+protected:
+    void unload() override { emit closed(); }
+
 private:
     std::unique_ptr<Ui::authorizeForm> ui_;
     Client& client_;
-    std::optional<PlugInContext> Context;
+    QString from_; // empty before a request is taken
 };

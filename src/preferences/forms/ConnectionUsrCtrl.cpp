@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <QSignalBlocker>
 
 namespace
 {
@@ -48,7 +49,7 @@ ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
     keepPassword();
     // What the desktop will do counts, not what was once wished.
     ui_->Check1->setChecked(CRegistry::hasValue(startEntry()));
-    connect(ui_->Check1, &QCheckBox::clicked, this, &ConnectionUsrCtrl::Check1_Click);
+    connect(ui_->Check1, &QCheckBox::toggled, this, &ConnectionUsrCtrl::Check1_Click);
     showProxy();
     onSave([this](Settings&) { saveProxy(); });
 }
@@ -69,6 +70,7 @@ void ConnectionUsrCtrl::Check1_Click(bool on)
         client_.settings.BeginAtStartup = on;
         return;
     }
+    const QSignalBlocker quiet(ui_->Check1);
     ui_->Check1->setChecked(!on);
     tell(tr("The desktop's list of programs to start can't be changed."));
 }

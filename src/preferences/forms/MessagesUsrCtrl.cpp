@@ -27,7 +27,7 @@ MessagesUsrCtrl::MessagesUsrCtrl(Client& client)
     bind(ui_->chkMSN, &Settings::CheckHotmail);
     bind(ui_->chkYAHOO, &Settings::CheckYahooMail);
     ui_->EnBalloon->setChecked(client_.settings.BalloonEnable);
-    connect(ui_->EnBalloon, &QCheckBox::clicked, this,
+    connect(ui_->EnBalloon, &QCheckBox::toggled, this,
             [this](bool on) { client_.settings.BalloonEnable = on; });
     const QStringList seconds = {QStringLiteral("5"),  QStringLiteral("10"), QStringLiteral("15"),
                                  QStringLiteral("20"), QStringLiteral("30"), QStringLiteral("60")};

@@ -16,8 +16,7 @@ PersonalUsrCtrl::PersonalUsrCtrl(Client& client)
     connect(ui_->MessList, &QListWidget::itemSelectionChanged, this, &PersonalUsrCtrl::MessList_Click);
     connect(ui_->Command1, &QPushButton::clicked, this, &PersonalUsrCtrl::Command1_Click);
     connect(ui_->Command2, &QPushButton::clicked, this, &PersonalUsrCtrl::Command2_Click);
-    connect(ui_->chkAlwaysOnTop, &QRadioButton::clicked, this, [this] { keepOnTop(true); });
-    connect(ui_->chkWndNotOnTop, &QRadioButton::clicked, this, [this] { keepOnTop(false); });
+    connect(ui_->chkAlwaysOnTop, &QRadioButton::toggled, this, &PersonalUsrCtrl::keepOnTop);
     fillMessages();
 }
 

@@ -29,7 +29,8 @@ void VCardForm::setPeer(const QString& bareJid)
 {
     Tag = bareJid;
     ui_->lblPeer->setText(bareJid);
-    ui_->lblPeer->setToolTip(bareJid.toHtmlEscaped());
+    ui_->lblPeer->setToolTip(bareJid.toHtmlEscaped()); // which may be markup
+    ui_->lblPeer->setAccessibleDescription(bareJid);
 }
 
 void VCardForm::WriteVCard(const PlugInContext& context)

@@ -6,6 +6,7 @@
 #include "session/forms/ui_SignInForm.h"
 #include "settings/SettingsStore.h"
 
+#include <QSignalBlocker>
 #include <QTimer>
 
 #include <chrono>
@@ -41,9 +42,9 @@ void SignInForm::connectControls()
         ++client_.sessionNumber;
         client_.Gateway().DoDisconnect();
     });
-    connect(ui_->Check1, &QCheckBox::clicked, this, &SignInForm::onCheck1);
-    connect(ui_->Check2, &QCheckBox::clicked, this, &SignInForm::onCheck2);
-    connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { client_.settings.SSL = on; });
+    connect(ui_->Check1, &QCheckBox::toggled, this, &SignInForm::onCheck1);
+    connect(ui_->Check2, &QCheckBox::toggled, this, &SignInForm::onCheck2);
+    connect(ui_->Check3, &QCheckBox::toggled, this, [this](bool on) { client_.settings.SSL = on; });
     // The own full JID and the connection both take the setting: what is typed becomes it.
     connect(ui_->txtResource, &QLineEdit::textEdited, this, [this](const QString& text) {
         if (!text.isEmpty())
@@ -89,6 +90,7 @@ void SignInForm::load()
 void SignInForm::showSettings()
 {
     const auto& settings = client_.settings;
+    const QSignalBlocker quiet[] = {QSignalBlocker(ui_->Check1), QSignalBlocker(ui_->Check2)};
     ui_->Check1->setChecked(settings.SavePassword);
     ui_->Check2->setChecked(settings.AutoLogon);
     ui_->Check3->setChecked(settings.SSL);

@@ -41,7 +41,7 @@ void Windows::wirePreferences()
                      &ContactWindows::refreshAppearance);
     QObject::connect(&preferences, &PreferenceWindows::defaultsRestored, &signIn, &SignInForm::showDefaults);
     QObject::connect(&preferences, &PreferenceWindows::blockedListChanged, &contacts,
-                     &ContactWindows::refresh);
+                     &ContactWindows::refreshAppearance);
     QObject::connect(&preferences, &PreferenceWindows::onTopChanged, &contacts, &ContactWindows::applyOnTop);
 }
 
