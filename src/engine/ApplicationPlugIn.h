@@ -15,4 +15,6 @@ public:
     virtual void SessionOnStart(PlugInContext&) {}
     virtual void SessionOnEnd(PlugInContext&) {}
     virtual void OnRawXML(PlugInContext&) {}
+    // A message of the client's own came back; the session is that of its receiver.
+    virtual void OnReturned(PlugInContext&) {}
 };

@@ -58,7 +58,8 @@ void PluginManager::dispatch(std::shared_ptr<Stanza> stanza)
 {
     const auto kind = stanza->kind();
     bool begun = false;
-    auto session = sessions_.session(jid::bare(stanza->From()), &begun);
+    const auto peer = jid::bare(stanza->isReturned() ? stanza->To() : stanza->From());
+    auto session = sessions_.session(peer, &begun);
     PlugInContext context(queue_, std::move(stanza), std::move(session));
     if (begun)
         plugIn_->SessionOnStart(context);
@@ -71,5 +72,8 @@ void PluginManager::dispatch(std::shared_ptr<Stanza> stanza)
         return plugIn_->OnPresence(context);
     case Stanza::Kind::Other:
         return plugIn_->OnRawXML(context);
+    case Stanza::Kind::Unsent:
+    case Stanza::Kind::Uncertain:
+        return plugIn_->OnReturned(context);
     }
 }

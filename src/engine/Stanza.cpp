@@ -28,6 +28,15 @@ std::shared_ptr<Stanza> Stanza::notice(const char* type)
     return std::make_shared<Stanza>(std::move(document));
 }
 
+std::shared_ptr<Stanza> Stanza::returned(const QByteArray& text, Kind kind)
+{
+    auto stanza = text.startsWith("<message") ? fromXml(QString::fromUtf8(text)) : nullptr;
+    if (!stanza || stanza->MessageFields().Body().isEmpty())
+        return nullptr;
+    stanza->kind_ = kind;
+    return stanza;
+}
+
 std::shared_ptr<Stanza> Stanza::fromXml(const QString& text)
 {
     auto document = xml::parsed(text);

@@ -31,17 +31,28 @@ private:
 class Stanza
 {
 public:
-    enum class Kind { Iq, Message, Presence, Other };
+    enum class Kind {
+        Iq,
+        Message,
+        Presence,
+        Other,
+        // A message of the client's own that comes back: it never left, or nobody knows whether it arrived.
+        Unsent,
+        Uncertain,
+    };
 
     // Takes the document whose root element is the stanza. The root carries no xmlns of the stream's own.
     explicit Stanza(std::unique_ptr<pugi::xml_document> document);
 
     // A stanza of the engine's own: a presence of type "connect" or "close", without a sender.
     static std::shared_ptr<Stanza> notice(const char* type);
+    // A message of the client's own, as `kind` says; null for a stanza by which nobody told anything.
+    static std::shared_ptr<Stanza> returned(const QByteArray& text, Kind kind);
     // Null when the text isn't one well-formed element.
     static std::shared_ptr<Stanza> fromXml(const QString& text);
 
     Kind kind() const { return kind_; }
+    bool isReturned() const { return kind_ == Kind::Unsent || kind_ == Kind::Uncertain; }
     const pugi::xml_document& document() const { return *document_; }
     pugi::xml_node root() const { return document_->document_element(); }
 

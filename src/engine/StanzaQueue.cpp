@@ -3,6 +3,9 @@
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
 
+#include <QCoreApplication>
+#include <QXmlStreamReader>
+
 #include <utility>
 
 namespace
@@ -16,18 +19,48 @@ bool refuse(const QString& why, QString* error)
     return false;
 }
 
-// The name of the one element of `document`, or empty when it holds anything beside it.
-std::string_view soleElement(const pugi::xml_document& document)
-{
-    std::string_view name;
-    for (const auto node : document.children()) {
-        if (node.type() == pugi::node_element && name.empty())
-            name = node.name();
-        else if (node.type() != pugi::node_pcdata)
-            return {};
+// What a text for the wire holds, as a strict reader finds it: one element and nothing else, no more than
+// what XMPP allows (RFC 6120, 11.1). Empty for anything else.
+struct SoleElement {
+    explicit SoleElement(const QString& text)
+    {
+        QXmlStreamReader reader(text);
+        int depth = 0;
+        for (auto token = reader.readNext(); !reader.hasError() && mayStand(reader);
+             token = reader.readNext()) {
+            if (token == QXmlStreamReader::EndDocument)
+                return;
+            if (token == QXmlStreamReader::StartElement && ++depth == 1)
+                take(reader);
+            depth -= token == QXmlStreamReader::EndElement;
+        }
+        name.clear();
     }
-    return name;
-}
+
+    QString name;
+    bool hasId = false;
+
+private:
+    static bool mayStand(const QXmlStreamReader& reader)
+    {
+        switch (reader.tokenType()) {
+        case QXmlStreamReader::StartDocument:
+            return reader.documentVersion().isEmpty(); // a declaration has its place at the stream's start
+        case QXmlStreamReader::Comment:
+        case QXmlStreamReader::DTD:
+        case QXmlStreamReader::EntityReference:
+        case QXmlStreamReader::ProcessingInstruction:
+            return false;
+        default:
+            return true;
+        }
+    }
+    void take(const QXmlStreamReader& reader)
+    {
+        name = reader.qualifiedName().toString();
+        hasId = reader.attributes().hasAttribute(QLatin1String("id"));
+    }
+};
 
 } // namespace
 
@@ -44,16 +77,18 @@ bool StanzaQueue::isOwnFullJid(const QString& jid) const
 
 bool StanzaQueue::sendRaw(const QString& text, QString* error)
 {
-    const auto document = xml::parsed(text);
-    if (!document)
-        return refuse(QStringLiteral("the stanza is not well-formed"), error);
-    const auto name = soleElement(*document);
-    if (name != "iq" && name != "message" && name != "presence")
-        return refuse(QStringLiteral("the text is not exactly one iq, message or presence"), error);
+    const SoleElement element(text);
+    if (element.name != u"iq" && element.name != u"message" && element.name != u"presence")
+        return refuse(QStringLiteral("the text is not exactly one well-formed iq, message or presence"),
+                      error);
     QString out = text.trimmed();
-    if (name == "iq" && !document->document_element().attribute("id"))
+    if (element.name == u"iq" && !element.hasId)
         out.insert(3, QStringLiteral(" id=\"brelo%1\"").arg(++nextId_));
-    outbound_.push_back(out.toUtf8());
+    auto bytes = out.toUtf8();
+    if (outboundSize_ + bytes.size() > mostOutbound)
+        return refuse(QCoreApplication::translate("StanzaQueue", "too much waits to be sent already"), error);
+    outboundSize_ += bytes.size();
+    outbound_.push_back(std::move(bytes));
     wakeUp();
     return true;
 }
@@ -104,5 +139,19 @@ std::shared_ptr<Stanza> StanzaQueue::takeInbound()
 void StanzaQueue::clearInbound()
 {
     ahead_.clear();
-    inbound_.clear();
+    std::erase_if(inbound_, [](const auto& stanza) { return !stanza->isReturned(); });
+}
+
+std::deque<QByteArray> StanzaQueue::takeOutbound()
+{
+    outboundSize_ = 0;
+    return std::exchange(outbound_, {});
+}
+
+QByteArray StanzaQueue::takeFirstOutbound()
+{
+    auto stanza = std::move(outbound_.front());
+    outbound_.pop_front();
+    outboundSize_ -= stanza.size();
+    return stanza;
 }

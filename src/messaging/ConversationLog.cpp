@@ -52,6 +52,15 @@ QString ConversationLog::WriteLogLine(const QString& body, const QString& from, 
                                                     QStringLiteral("): ") + body + lineEnd());
 }
 
+QString ConversationLog::WriteReturned(const QString& body, const QString& peer, bool uncertain)
+{
+    const QString what =
+        uncertain ? QStringLiteral("*** May not have arrived (") : QStringLiteral("*** Not sent (");
+    // The lines of the body are indented, so that none looks like another entry.
+    return append(jid::bare(peer), what + stamps_.longTime() + QStringLiteral("): ") +
+                                       QString(body).replace(u'\n', QStringLiteral("\n    ")) + lineEnd());
+}
+
 QString ConversationLog::ClearMessageLog(const QString& peer)
 {
     const QString file = path(peer);

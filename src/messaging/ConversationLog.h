@@ -22,6 +22,9 @@ public:
     QString WriteLogHeader(const QString& peer);
     // Writes "from (time): body" into the log of `to` when `useTo`, else into that of `from`.
     QString WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo);
+    // Notes in the log of `peer` that a message of the person's, written before as any other, did not go out,
+    // or may not have arrived.
+    QString WriteReturned(const QString& body, const QString& peer, bool uncertain);
     // Leaves one empty line. The folder must exist already.
     QString ClearMessageLog(const QString& peer);
 

@@ -66,6 +66,9 @@ void StanzaRoutes::take(Destination destination, ApplicationPlugIn& control)
             return control.OnMessage(context);
         case Stanza::Kind::Presence:
             return control.OnPresence(context);
+        case Stanza::Kind::Unsent:
+        case Stanza::Kind::Uncertain:
+            return control.OnReturned(context);
         case Stanza::Kind::Other:
             return;
         }

@@ -187,16 +187,98 @@ private slots:
         QVERIFY2(rig.up.isEmpty(), qPrintable(rig.up.join(u'\n')));
     }
 
-    void aSessionThatIsGoneEnds()
+    // A server that starts again refuses connections meanwhile.
+    void aRefusedConnectionIsTriedAgain()
     {
         ManagedRig rig;
-        rig.server.onSasl(management);
+        const auto port = rig.server.serverPort();
+        rig.server.refuse();
         rig.server.hangUp();
+        for (const qint64 end = rig.now + 10'000; rig.now < end; rig.now += 500) {
+            TICK_UNTIL(rig, true);
+            QTest::qWait(1);
+        }
+        QVERIFY(rig.gateway->isconnected() && rig.up.isEmpty());
+        rig.server.onSasl(management);
+        QVERIFY(rig.server.listen(QHostAddress::LocalHost, port));
+        TICK_UNTIL(rig, (rig.now += 500) && rig.server.received().contains("<resume"));
+    }
+
+    void messagesThatDidNotArriveComeBack_data()
+    {
+        columns<QByteArray, QStringList>("answer", "back");
+        const QString unheard = "uncertain unheard", meanwhile = "unsent meanwhile";
+        row("gone", QByteArray("<failed xmlns='urn:xmpp:sm:3'/>"), QStringList{unheard, meanwhile});
+        row("gone, but heard", QByteArray("<failed xmlns='urn:xmpp:sm:3' h='4'/>"), QStringList{meanwhile});
+        row("taken up", QByteArray("<resumed xmlns='urn:xmpp:sm:3' h='3'/>"), QStringList());
+        row("left", QByteArray(), QStringList{unheard, meanwhile});
+    }
+    void messagesThatDidNotArriveComeBack()
+    {
+        const auto [answer, back] = fetched<QByteArray, QStringList>();
+        ManagedRig rig;
+        rig.server.on("unheard", {}, ScriptedServer::Then::Abort);
+        rig.server.onSasl(management);
+        rig.send("<message to=\"juliet@a.example\"><body>unheard</body></message>");
+        TICK_UNTIL(rig, rig.server.connections() == 2);
+        rig.send("<message to=\"juliet@a.example\"><body>meanwhile</body></message>");
+        rig.send("<presence/>");
         TICK_UNTIL(rig, rig.server.received().contains("<resume"));
-        rig.server.say("<failed xmlns='urn:xmpp:sm:3'/>");
+        answer.isEmpty() ? rig.gateway->DoDisconnect() : rig.server.say(answer);
+        const QByteArray last = back.isEmpty() ? "<presence/>" : "";
+        TICK_UNTIL(rig, back.isEmpty() ? rig.server.received().contains(last)
+                                       : (rig.now += 1'000) && rig.isClosed());
+        QStringList came;
+        for (const auto& text : rig.up)
+            came += text.section("<message to=\"juliet@a.example\"><body>", 0, 0) +
+                    text.section("<body>", 1).section('<', 0, 0);
+        QCOMPARE(came, back.isEmpty() ? back : back + QStringList("<presence type=\"close\"/>"));
+        QCOMPARE(rig.server.received().count("meanwhile"), back.isEmpty() ? 1 : 0);
+    }
+
+    // Without stream management what follows the server's last word is in doubt.
+    void aLinkThatNobodyCountsOnLeavesDoubts()
+    {
+        SignedInRig rig;
+        const QString said = "<message to=\"a@b\"><body>%1</body></message>";
+        rig.send(said.arg("heard"));
+        TICK_UNTIL(rig, rig.server.received().contains("heard"));
+        rig.server.say("<message><body>yes</body></message>");
+        TICK_UNTIL(rig, !rig.up.isEmpty());
+        rig.send(said.arg("unheard"));
+        rig.send("<message to=\"a@b\"><x/></message>");
+        TICK_UNTIL(rig, rig.server.received().contains("<x/>"));
+        rig.server.hangUp();
         TICK_UNTIL(rig, rig.isClosed());
-        QCOMPARE(rig.up.size(), 1);
-        QVERIFY(!rig.gateway->isconnected());
+        QCOMPARE(rig.up.mid(1, 1), QStringList("uncertain " + said.arg("unheard")));
+        QCOMPARE(rig.up.size(), 3);
+    }
+
+    // What nobody reads is kept up to a bound; then the sender is told.
+    void aServerThatReadsNothingFillsNoMemory()
+    {
+        SignedInRig rig;
+        rig.server.stopReading();
+        const QString text = "<message to=\"a@b\"><body>" + QString(100'000, 'x') + "</body></message>";
+        QString error;
+        int sent = 0;
+        for (; sent < 500 && rig.queue->sendRaw(text, &error); ++sent)
+            rig.tick();
+        QVERIFY2(sent >= 40 && sent < 200 && error.contains("waits"), qPrintable(QString::number(sent)));
+    }
+
+    void noStrangerSpeaksForTheEngine()
+    {
+        SignedInRig rig;
+        rig.now += 61'000;
+        TICK_UNTIL(rig, rig.server.received().contains("brelo-ping-1"));
+        const QByteArray ping =
+            "<iq type='get' id='brelo-ping-1' from='mallory@b.example/x'><ping xmlns='x'/></iq>";
+        rig.server.say("<presence type='close'/><presence from='mallory@b.example' type='connect'/>" + ping +
+                       "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
+        TICK_UNTIL(rig, rig.up.contains("<presence/>"));
+        QCOMPARE(rig.up.filter("brelo-ping-1").size(), 1);
+        QVERIFY(rig.up.filter("<presence").size() == 1 && rig.up.filter("result\" id=\"brelo-p").isEmpty());
     }
 };
 

@@ -4,6 +4,7 @@
 #include "engine/wire/session/GatewayClient.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 class PumpTest : public QObject
@@ -87,6 +88,43 @@ private slots:
         queue.sendRaw("<presence/>", nullptr);
         queue.sendBuilt(stanza->root(), nullptr);
         QCOMPARE(woken, 4);
+    }
+
+    void onlyWholeStanzasPassTheWall_data()
+    {
+        columns<QString, bool>("text", "passes");
+        row("message", QString(" <message to='a@b'><body>&lt;&#233; é</body></message>\n"), true);
+        row("prefix", QString("<iq><p:q xmlns:p='u' xml:lang='de'><![CDATA[&]]></p:q></iq>"), true);
+        for (const QString bad : {"",
+                                  "x",
+                                  "<message/><message/>",
+                                  "<message/>x",
+                                  "<stream/>",
+                                  "<p:message xmlns:p='jabber:client'/>",
+                                  "<message>",
+                                  "<message><body>a & b</body></message>",
+                                  "<message><body>\x01</body></message>",
+                                  "<message><body>&#1;</body></message>",
+                                  "<message to='a' to='b'/>",
+                                  "<message to=a/>",
+                                  "<!DOCTYPE a><message/>",
+                                  "<!DOCTYPE a [<!ENTITY e 'x'>]><message>&e;</message>",
+                                  "<message>&e;</message>",
+                                  "<?xml version='1.0'?><message/>",
+                                  "<message><!-- x --></message>",
+                                  "<message><?p x?></message>",
+                                  "<message><p:x/></message>",
+                                  "<message><body></message></body>"})
+            row(qPrintable(bad), bad, false);
+    }
+    void onlyWholeStanzasPassTheWall()
+    {
+        const auto [text, passes] = fetched<QString, bool>();
+        StanzaQueue queue;
+        QString error;
+        QCOMPARE(queue.sendRaw(text, &error), passes);
+        QCOMPARE(error.isEmpty(), passes);
+        QCOMPARE(queue.hasOutbound(), passes);
     }
 
     void aBoxKeepsTheEngineWaiting()

@@ -46,6 +46,40 @@ private slots:
         QCOMPARE(f->formatOf(*window, juliet).foreground().color(), QColor(255, 50, 50));
     }
 
+    void whatCameBackIsSentAgain()
+    {
+        auto* window = f->open(juliet);
+        const auto again = [&]() -> QPushButton& { return f->control<QPushButton>(*window, "cmdSendAgain"); };
+        const QString text = R"(<message to="%1/b" type="chat"><body>%2</body></message>)";
+        const auto returned = [&](const char* body, Stanza::Kind kind) {
+            f->client.Core->PluginManager->Queue()->deliver(
+                Stanza::returned(text.arg(juliet, body).toUtf8(), kind));
+            f->engine.trigger();
+        };
+        QVERIFY(!again().isVisible());
+        returned("one\n*** two", Stanza::Kind::Unsent);
+        returned("three", Stanza::Kind::Uncertain);
+        QVERIFY(f->transcript(*window).endsWith(
+            "Not sent: one\n*** two\nThis message may not have arrived: three\n"));
+        const auto log = f->logOf(juliet);
+        QVERIFY(log.contains("\r\n*** Not sent (07:08:09): one\n    *** two\r\n"));
+        QVERIFY(log.contains("\r\n*** May not have arrived (07:08:09): three\r\n"));
+        f->engine.takeSent();
+        f->engine.gateway().connected = false;
+        again().click();
+        QVERIFY(again().isVisible() && f->panel(*window).contains("not connected"));
+        f->engine.gateway().connected = true;
+        again().click();
+        const QString sent = R"(<message to="%1" type="chat"><body>%2</body></message>)";
+        QCOMPARE(f->engine.takeSent(),
+                 QStringList({sent.arg(juliet, "one\n*** two"), sent.arg(juliet, "three")}));
+        QVERIFY(!again().isVisible());
+        returned("four", Stanza::Kind::Unsent);
+        ui::click(window, "cmdDiscard");
+        QVERIFY(!again().isVisible());
+        QCOMPARE(f->engine.takeSent(), QStringList());
+    }
+
     void messageGoesToTheChosenResource_data()
     {
         columns<QStringList, QString, QString>("resources", "chosen", "address");

@@ -18,7 +18,10 @@ bool GatewayRig::tick()
     if (gateway)
         gateway->Trigger();
     while (const auto stanza = queue->takeInbound())
-        up += stanza->Xml();
+        up += (stanza->kind() == Stanza::Kind::Unsent      ? "unsent "
+               : stanza->kind() == Stanza::Kind::Uncertain ? "uncertain "
+                                                           : "") +
+              stanza->Xml();
     return true;
 }
 

@@ -30,7 +30,7 @@ public:
     RecordingHost host;
     std::shared_ptr<StanzaQueue> queue = std::make_shared<StanzaQueue>();
     std::unique_ptr<GatewayClient> gateway;
-    // Stanzas that the client has been given, as text.
+    // Stanzas that the client has been given, as text; before those that came back stands how they are.
     QStringList up;
 };
 

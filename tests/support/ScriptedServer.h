@@ -39,6 +39,8 @@ public:
 
     void say(const QByteArray& text);
     void hangUp();
+    // From now on what comes stays in the system's buffers.
+    void stopReading() { peer_->disconnect(this), peer_->setReadBufferSize(1); }
     // Everything that this connection sent, and how many connections there were.
     QByteArray received() const { return received_; }
     int connections() const { return connections_; }

@@ -71,6 +71,8 @@ bool Bridge::Private::passUp(std::shared_ptr<Stanza>& stanza)
         return stanza::isRequest(stanza->root()) ? table.up(TranslatorRow::Kind::PeerRequest, stanza, context)
                                                  : context.exchange.take(stanza);
     case Stanza::Kind::Other:
+    case Stanza::Kind::Unsent:
+    case Stanza::Kind::Uncertain:
         break;
     }
     return false;

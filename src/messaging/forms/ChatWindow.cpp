@@ -228,6 +228,20 @@ void ChatWindow::OnPresence(PlugInContext& context)
                                      contact(window->peerJid()));
 }
 
+// The window of a room's occupant is found by the resource.
+void ChatWindow::OnReturned(PlugInContext& context)
+{
+    const auto message = context.Stanza().MessageFields();
+    const QString key = QStringLiteral("ChatWnd");
+    const bool uncertain = context.Stanza().kind() == Stanza::Kind::Uncertain;
+    auto* window = windowIn(context, key + jid::resource(message.To()));
+    if (!window)
+        window = windowIn(context, key);
+    if (window)
+        window->showReturned(message.Body(), uncertain);
+    reportLog(log_.WriteReturned(message.Body(), message.To(), uncertain));
+}
+
 const CRosterItem* ChatWindow::contact(const QString& bare) const
 {
     return client_.MyRoster.record(bare);

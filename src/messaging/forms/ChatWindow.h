@@ -28,6 +28,7 @@ public:
 
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
+    void OnReturned(PlugInContext& context) override;
 
     // The notices window.
     std::function<HeadLineForm&()> notices;

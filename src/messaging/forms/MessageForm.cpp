@@ -9,6 +9,7 @@
 #include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
 #include "messaging/forms/LogMessageForm.h"
+#include "messaging/forms/ReturnedMessages.h"
 #include "ui_MessageForm.h"
 
 namespace
@@ -28,6 +29,8 @@ MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
     ui_->setupUi(this);
     setMinimumSize(smallest);
     resources_ = std::make_unique<ResourceControls>(*ui_->ComboResource, *ui_->txtTOR, *ui_->lblResource);
+    returned_ = new ReturnedMessages(this, [this](const QString& body) { return send(body); });
+    ui_->rows->insertWidget(ui_->rows->indexOf(ui_->txtMsg), returned_);
     setUpToolbar();
     setUpEditing();
     connectMenus();
@@ -127,27 +130,46 @@ void MessageForm::WriteMessage(const MessageFields& fields)
 void MessageForm::cmdSend_Click()
 {
     const QString text = ui_->txtMsg->messageText();
-    if (text.isEmpty() || !Context)
+    if (text.isEmpty())
         return;
     if (ui_->txtTO->text().isEmpty())
         return setPanelText(tr("Nothing was sent: you take no messages from people outside your list."));
-    if (!client().isConnected())
-        return setPanelText(tr("You are not connected. Your message was not sent."));
+    const QPointer<MessageForm> self(this);
+    if (!send(text) || !self)
+        return;
+    ui_->txtMsg->clear();
+    ui_->txtMsg->setFocus();
+    typing_.messageSent();
+}
+
+bool MessageForm::send(const QString& text)
+{
+    if (!Context)
+        return false;
+    if (!client().isConnected()) {
+        setPanelText(tr("You are not connected. Your message was not sent."));
+        return false;
+    }
     const PlugInContext context = *Context;
     auto fields = context.OutPacket().MessageFields();
     fields.setTo(outbound::address(peerJid(), chosenResource()));
     fields.setBody(outbound::sendable(text));
     fields.setType(QStringLiteral("chat"));
-    if (!context.OutPacket().Send())
-        return setPanelText(tr("Your message was not sent: %1").arg(context.OutPacket().lastError()));
+    if (!context.OutPacket().Send()) {
+        setPanelText(tr("Your message was not sent: %1").arg(context.OutPacket().lastError()));
+        return false;
+    }
     OwnMessage = true;
-    const QPointer<MessageForm> self(this);
     WriteMessage(fields);
-    if (!self)
-        return;
-    ui_->txtMsg->clear();
-    ui_->txtMsg->setFocus();
-    typing_.messageSent();
+    return true;
+}
+
+void MessageForm::showReturned(const QString& body, bool uncertain)
+{
+    ui_->txtLog->appendLine({{TranscriptRun::Style::NoticeSender,
+                              uncertain ? tr("This message may not have arrived: ") : tr("Not sent: ")},
+                             {TranscriptRun::Style::Plain, body}});
+    returned_->add(body);
 }
 
 // A text that goes is no typing: it may have been written without a connection. A window without a peer has

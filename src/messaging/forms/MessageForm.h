@@ -16,6 +16,7 @@ namespace Ui
 class MessageForm;
 }
 class ConversationHost;
+class ReturnedMessages;
 class TranscriptView;
 struct Client;
 
@@ -38,6 +39,8 @@ public:
 
     // Appends one line to the transcript; an own line goes to the log as well.
     void WriteMessage(const MessageFields& fields);
+    // A message that was shown as sent came back.
+    void showReturned(const QString& body, bool uncertain);
     // Asks for a call with the peer.
     void mnustrsendfile_Click();
     // Opens the mail client on the transcript, addressed as the person types.
@@ -83,6 +86,8 @@ private:
     void setUpToolbar();
     void setUpEditing();
     void connectMenus();
+    // False, with a word in the status line, when the text didn't go out.
+    bool send(const QString& text);
     Client& client() const;
 
     std::unique_ptr<Ui::MessageForm> ui_;
@@ -90,6 +95,7 @@ private:
     PeerCommands commands_;
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;
+    ReturnedMessages* returned_;
     QString picture_;
     bool canAdd_ = false;
 };

@@ -94,8 +94,11 @@ void SessionEnd::exitProgram()
     ++client_.sessionNumber;
     saveWindowPosition();
     client_.UserClosing = true;
-    if (client_.isConnected())
+    if (client_.isConnected()) {
         client_.Gateway().DoDisconnect();
+        // What comes back unsent is still to be logged.
+        client_.Core->PluginManager->Trigger();
+    }
     windows_.registry.unloadAllExcept({signInName});
     windows_.session.signIn().requestUnload(CloseMode::Code);
 }

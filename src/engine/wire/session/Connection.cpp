@@ -49,8 +49,14 @@ void Connection::connectTo(const Account& account)
 void Connection::dial()
 {
     signIn_ = std::make_shared<SignIn>(account_, dialContext(), askPlain(), clock_());
-    if (phase_ == Phase::Resuming)
-        signIn_->resume(session_->management());
+}
+
+// Nobody is asked in the middle of a session.
+void Connection::dialAgain()
+{
+    const auto agreed = [answer = plainAnswer_] { return answer->value_or(false); };
+    signIn_ = std::make_shared<SignIn>(account_, dialContext(), agreed, clock_());
+    signIn_->resume(session_->management());
 }
 
 // A link may live longer than this object's interest in it, so it holds the queue alone.
@@ -73,7 +79,8 @@ void Connection::leave()
 {
     if (phase_ == Phase::Idle)
         return;
-    if (phase_ == Phase::Online)
+    const bool wasOnline = isOnline();
+    if (phase_ == Phase::Online && session_->link().state() == StreamLink::State::Open)
         leaving_ = session_->leave();
     else if (registration_)
         leaving_ = registration_->link();
@@ -84,6 +91,8 @@ void Connection::leave()
     signIn_.reset();
     registration_.reset();
     queue_->clearInbound();
+    if (wasOnline)
+        session_->giveBack();
     queue_->clearOutbound();
     phase_ = Phase::Idle;
     closeIsDue_ = true;
@@ -168,6 +177,8 @@ void Connection::signInEnded()
     case SignIn::State::Bound:
         phase_ = Phase::Online;
         heart_.start();
+        // What the session has is not given up when it is taken up again.
+        account_.goal.encryptedOnly = attempt->link()->isEncrypted();
         return session_->begin(attempt->link(), {account_.fullJid(), attempt->boundJid(), account_.domain()},
                                attempt->offersStreamManagement());
     case SignIn::State::Refused:
@@ -218,7 +229,7 @@ void Connection::online()
     qCInfo(lcEngine) << "connection lost, taking up the session again";
     phase_ = Phase::Resuming;
     lostMs_ = clock_();
-    dial();
+    dialAgain();
 }
 
 void Connection::resuming()
@@ -226,7 +237,7 @@ void Connection::resuming()
     const qint64 now = clock_();
     if (!signIn_) {
         if (now >= retryMs_)
-            dial();
+            dialAgain();
         return;
     }
     const auto attempt = tickedSignIn();
@@ -243,8 +254,10 @@ void Connection::resuming()
     if (attempt->state() == SignIn::State::Resumed) {
         phase_ = Phase::Online;
         heart_.start();
-        return session_->resume(attempt->link(), attempt->resumed());
+        return session_->resume(attempt->link(), *attempt->resumption());
     }
+    if (attempt->resumption())
+        session_->notResumed(*attempt->resumption());
     retryMs_ = now + retryAfterMs;
     if (attempt->isFinal() || now - lostMs_ > resumeForMs)
         finish({});
@@ -292,6 +305,8 @@ void Connection::dropQueued()
 
 void Connection::finish(const QString& reason)
 {
+    if (isOnline())
+        session_->giveBack();
     phase_ = Phase::Idle;
     queue_->clearOutbound();
     queue_->deliver(Stanza::notice("close"));

@@ -34,6 +34,7 @@ private:
 
     void step();
     void dial();
+    void dialAgain();
     DialContext dialContext() const;
     std::shared_ptr<SignIn> tickedSignIn();
     void signIn();

@@ -2,6 +2,7 @@
 
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
+#include "engine/bridge/StanzaText.h"
 
 #include <QElapsedTimer>
 
@@ -12,6 +13,15 @@ constexpr qint64 budgetMs = 20;
 // The wire waits while the client has this many stanzas before it.
 constexpr std::size_t mostQueued = 400;
 const QByteArray probePrefix = QByteArrayLiteral("brelo-ping-");
+// Messages, for a server that never says a word.
+constexpr std::size_t mostUnproven = 1'000;
+
+// The types of the engine's own notices: no such presence exists on the wire (RFC 6121, 4.7.1).
+bool posesAsNotice(const Stanza& stanza)
+{
+    const std::string_view type = stanza.root().attribute("type").value();
+    return stanza.kind() == Stanza::Kind::Presence && (type == "connect" || type == "close");
+}
 
 } // namespace
 
@@ -21,6 +31,8 @@ void LiveSession::begin(std::shared_ptr<StreamLink> link, const Identity& identi
 {
     link_ = std::move(link);
     identity_ = identity;
+    home_ = HomeAddresses(identity.boundJid, identity.server);
+    unproven_.clear();
     queue_->setOwnJid(identity.requestedJid, identity.boundJid);
     tracker_.begin(identity.boundJid, identity.server);
     bridge_.begin({identity.boundJid, identity.server});
@@ -54,7 +66,7 @@ void LiveSession::pump(qint64 nowMs)
     QElapsedTimer clock;
     clock.start();
     link_->tick(nowMs);
-    isBehind_ = true;
+    isBehind_ = !link_->isClogged();
     while (isBehind_ && queue_->inboundCount() < mostQueued && clock.elapsed() < budgetMs) {
         auto stanza = link_->takeElement();
         isBehind_ = stanza != nullptr;
@@ -75,8 +87,9 @@ void LiveSession::receive(std::shared_ptr<Stanza> stanza)
     if (stanza->kind() == Stanza::Kind::Other)
         return queue_->deliver(std::move(stanza));
     management_.received();
-    if (!tracker_.accepts(*stanza)) {
-        qCWarning(lcEngine) << "ignored an answer that nobody asked for, from" << stanza->From();
+    unproven_.clear();
+    if (!tracker_.accepts(*stanza) || posesAsNotice(*stanza)) {
+        qCWarning(lcEngine) << "ignored what nobody asked for, from" << stanza->From();
         return;
     }
     if (!isOwnProbe(*stanza))
@@ -97,6 +110,8 @@ void LiveSession::send(const QByteArray& stanza)
     tracker_.sent(stanza);
     link_->write(stanza);
     management_.sent(stanza);
+    if (!management_.isOn() && unproven_.size() < mostUnproven && stanza.startsWith("<message"))
+        unproven_.push_back(stanza);
     sendManagement();
 }
 
@@ -109,10 +124,8 @@ void LiveSession::sendManagement()
 
 void LiveSession::sendQueued()
 {
-    if (!queue_->hasOutbound() || link_->state() != StreamLink::State::Open)
-        return;
-    for (const auto& stanza : queue_->takeOutbound())
-        pass(bridge_.down(stanza));
+    while (queue_->hasOutbound() && link_->state() == StreamLink::State::Open && !link_->isClogged())
+        pass(bridge_.down(queue_->takeFirstOutbound()));
 }
 
 std::shared_ptr<StreamLink> LiveSession::leave()
@@ -120,6 +133,26 @@ std::shared_ptr<StreamLink> LiveSession::leave()
     sendQueued();
     link_->close();
     return std::exchange(link_, nullptr);
+}
+
+void LiveSession::giveBack()
+{
+    // A link that was left politely has taken all that was written.
+    if (link_ && management_.isOn()) {
+        for (const auto& stanza : management_.unacknowledged())
+            giveBack(stanza, Stanza::Kind::Uncertain);
+    } else if (link_ && link_->end() == StreamLink::End::Lost) {
+        for (const auto& stanza : unproven_)
+            giveBack(stanza, Stanza::Kind::Uncertain);
+    }
+    for (const auto& stanza : queue_->takeOutbound())
+        giveBack(stanza, Stanza::Kind::Unsent);
+}
+
+void LiveSession::giveBack(const QByteArray& stanza, Stanza::Kind kind)
+{
+    if (auto message = Stanza::returned(stanza, kind))
+        queue_->deliver(std::move(message));
 }
 
 void LiveSession::keepAlive(qint64 nowMs)
@@ -140,9 +173,11 @@ void LiveSession::keepAlive(qint64 nowMs)
          xml::escaped(identity_.server).toUtf8() + "\"><ping xmlns=\"urn:xmpp:ping\"/></iq>");
 }
 
-// Any answer will do, an error too: it lives.
+// Any answer of the server's will do, an error too: it lives.
 bool LiveSession::isOwnProbe(const Stanza& stanza) const
 {
-    const std::string_view id = stanza.root().attribute("id").value();
-    return stanza.kind() == Stanza::Kind::Iq && id.starts_with(probePrefix.constData());
+    const auto iq = stanza.root();
+    const std::string_view id = iq.attribute("id").value();
+    return stanza.kind() == Stanza::Kind::Iq && !stanza::isRequest(iq) &&
+           id.starts_with(probePrefix.constData()) && home_.key(stanza.From()).isEmpty();
 }

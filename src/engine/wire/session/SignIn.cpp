@@ -83,14 +83,14 @@ void SignIn::feedResumption(const Stanza& element)
     const std::string_view name = element.root().name();
     if (xml::xmlns(element.root()) != "urn:xmpp:sm:3")
         return;
+    if (name == "failed" || name == "resumed")
+        resumption_ = std::make_shared<Stanza>(xml::parsed(element.Xml()));
     if (name == "failed") {
         dialer_.link()->close();
         return fail(linkWords::sessionGone(account_.domain()));
     }
-    if (name != "resumed")
-        return;
-    resumed_ = std::make_shared<Stanza>(xml::parsed(element.Xml()));
-    state_ = State::Resumed;
+    if (name == "resumed")
+        state_ = State::Resumed;
 }
 
 void SignIn::adopt()
@@ -130,5 +130,7 @@ bool SignIn::isFinal() const
     if (dialer_.state() == Dialer::State::Failed)
         return dialer_.wasTurnedAway();
     const auto end = link()->end();
-    return end != StreamLink::End::Lost && end != StreamLink::End::NotReached;
+    // A server that is starting or going closes streams, too.
+    return end != StreamLink::End::Lost && end != StreamLink::End::NotReached &&
+           end != StreamLink::End::ByServer;
 }

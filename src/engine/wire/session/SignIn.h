@@ -30,8 +30,8 @@ public:
     const std::shared_ptr<StreamLink>& link() const { return dialer_.link(); }
     QString boundJid() const { return auth_->boundJid(); }
     bool offersStreamManagement() const { return auth_->offersStreamManagement(); }
-    // The server's answer to the request to resume.
-    const Stanza& resumed() const { return *resumed_; }
+    // The server's answer to the request to resume; null before it, and without one.
+    const std::shared_ptr<Stanza>& resumption() const { return resumption_; }
     std::shared_ptr<Stanza> takeRefusal() { return std::exchange(refusal_, nullptr); }
     const QString& reason() const { return reason_; }
     // Failed in a way that another attempt won't mend.
@@ -50,7 +50,7 @@ private:
     Dialer dialer_;
     std::unique_ptr<StreamAuth> auth_;
     QByteArray resumeRequest_;
-    std::shared_ptr<Stanza> resumed_;
+    std::shared_ptr<Stanza> resumption_;
     std::shared_ptr<Stanza> refusal_;
     State state_ = State::Working;
     QString reason_;

@@ -7,6 +7,8 @@ namespace
 
 constexpr std::string_view managementNamespace = "urn:xmpp:sm:3";
 constexpr int stanzasARequest = 10;
+// Bytes kept for a server that acknowledges nothing.
+constexpr qsizetype mostKept = 8 * 1024 * 1024;
 
 QByteArray counted(const char* name, quint32 count)
 {
@@ -58,10 +60,24 @@ void StreamManagement::sent(const QByteArray& stanza)
     if (!counting_)
         return;
     unacknowledged_.push_back(stanza);
-    if (enabled_ && ++sinceRequest_ >= stanzasARequest) {
+    keptBytes_ += stanza.size();
+    // What is no longer kept can't be sent anew, so there is nothing to take up then.
+    for (; keptBytes_ > mostKept; ++acknowledged_) {
+        id_.clear();
+        forgetFirst();
+    }
+    // What a person wrote is asked after at once: should the link be lost, few are in doubt.
+    const bool isWords = stanza.startsWith("<message");
+    if (enabled_ && (++sinceRequest_ >= stanzasARequest || isWords)) {
         output_ += request();
         sinceRequest_ = 0;
     }
+}
+
+void StreamManagement::forgetFirst()
+{
+    keptBytes_ -= unacknowledged_.front().size();
+    unacknowledged_.pop_front();
 }
 
 void StreamManagement::acknowledged(quint32 count)
@@ -69,8 +85,8 @@ void StreamManagement::acknowledged(quint32 count)
     const quint32 news = count - acknowledged_;
     if (news > unacknowledged_.size())
         return; // It can't have received what was not sent.
-    unacknowledged_.erase(unacknowledged_.begin(), unacknowledged_.begin() + news);
-    acknowledged_ = count;
+    for (; acknowledged_ != count; ++acknowledged_)
+        forgetFirst();
 }
 
 QByteArray StreamManagement::resumeRequest() const
@@ -78,9 +94,15 @@ QByteArray StreamManagement::resumeRequest() const
     return counted("resume", received_) + " previd=\"" + xml::escaped(id_).toUtf8() + "\"/>";
 }
 
+void StreamManagement::answered(const Stanza& element)
+{
+    if (const auto count = element.root().attribute("h"))
+        acknowledged(count.as_uint());
+}
+
 void StreamManagement::resumed(const Stanza& element)
 {
-    acknowledged(element.root().attribute("h").as_uint());
+    answered(element);
     output_.clear();
     for (const auto& stanza : unacknowledged_)
         output_ += stanza;

@@ -30,13 +30,16 @@ public:
     bool isOn() const { return enabled_; }
     bool canResume() const { return !id_.isEmpty(); }
     QByteArray resumeRequest() const;
+    // The server's answer to that, whatever it is: it may tell how much it had received.
+    void answered(const Stanza& element);
     // The server has taken the session up: what it has not received is in takeOutput().
     void resumed(const Stanza& element);
     // Stanzas that the server has not acknowledged.
-    std::size_t unacknowledged() const { return unacknowledged_.size(); }
+    const std::deque<QByteArray>& unacknowledged() const { return unacknowledged_; }
 
 private:
     void acknowledged(quint32 count);
+    void forgetFirst();
 
     bool counting_ = false;
     bool enabled_ = false;
@@ -45,6 +48,7 @@ private:
     quint32 received_ = 0;
     quint32 acknowledged_ = 0;
     std::deque<QByteArray> unacknowledged_;
+    qsizetype keptBytes_ = 0;
     int sinceRequest_ = 0;
     QList<QByteArray> output_;
 };

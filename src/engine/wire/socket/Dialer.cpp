@@ -64,13 +64,15 @@ void Dialer::tryNext()
         return fail(reason_);
     const auto candidate = plan_.takeFirst();
     link_ = std::make_shared<StreamLink>(
-        StreamLink::Target{candidate, goal_.address.host(), goal_.secure, goal_.proxy}, wakeUp_, nowMs_);
+        StreamLink::Target{candidate, goal_.address.host(), goal_.secure || goal_.encryptedOnly, goal_.proxy},
+        wakeUp_, nowMs_);
 }
 
 void Dialer::noteFailure()
 {
     const auto end = link_->end();
-    turnedAway_ &= end != StreamLink::End::NotReached && end != StreamLink::End::Lost;
+    turnedAway_ &= end != StreamLink::End::NotReached && end != StreamLink::End::Lost &&
+                   end != StreamLink::End::ByServer;
     if (end == StreamLink::End::Distrust)
         plan_.clear(); // The person said no to this server, not to one of its ports.
     if (link_->stage() < furthest_)

@@ -22,6 +22,8 @@ public:
         bool secure = false;
         // It asks DNS for us, and knows no SRV records.
         ProxyServer proxy;
+        // No stream in clear, by whichever way TLS comes.
+        bool encryptedOnly = false;
     };
     enum class State { Working, Open, Failed };
 

@@ -226,11 +226,8 @@ void StreamLink::endedByServer(const Stanza* error)
 
 void StreamLink::lost()
 {
-    using Failure = Transport::Failure;
-    const auto failure = transport_.failure();
-    const bool stood = state_ == State::Open;
-    const auto end = stood ? End::Lost : failure == Failure::Refused ? End::Refused : End::NotReached;
-    fail(end, linkWords::transport(target_.candidate, failure, transport_.failureText()));
+    fail(state_ == State::Open ? End::Lost : End::NotReached,
+         linkWords::transport(target_.candidate, transport_.failure(), transport_.failureText()));
 }
 
 void StreamLink::breach()

@@ -29,7 +29,8 @@ public:
         Closing,
         Closed,
     };
-    // Who ended it, and how far it had come.
+    // Who ended it, and how far it had come. A refused connection is one that wasn't reached: servers
+    // restart.
     enum class End { None, NotReached, Refused, Lost, ByServer, Breach, Distrust, Wanted };
 
     // `wakeUp` is called when there is news for the next tick().
@@ -54,6 +55,8 @@ public:
     // The next top-level element while Open; null when nothing whole has arrived.
     std::shared_ptr<Stanza> takeElement();
     void write(const QByteArray& bytes) { transport_.write(bytes); }
+    // The other end takes nothing in: whoever writes should wait, and read no more that wants an answer.
+    bool isClogged() const { return transport_.unsent() > mostUnsent; }
     // A new stream on the same connection, as after SASL: Opening until it stands.
     void restartStream();
     // When bytes last arrived.
@@ -66,6 +69,7 @@ public:
 
 private:
     enum class Step { Header, Features, Proceed, Handshake };
+    static constexpr qint64 mostUnsent = 1024 * 1024;
 
     void connecting();
     void opening();

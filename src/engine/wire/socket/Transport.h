@@ -40,6 +40,8 @@ public:
     QByteArray read(qint64 most) { return socket_.read(most); }
     bool hasBytes() const { return socket_.bytesAvailable() > 0; }
     void write(const QByteArray& bytes) { socket_.write(bytes); }
+    // Bytes that the system hasn't taken yet.
+    qint64 unsent() const { return socket_.bytesToWrite() + socket_.encryptedBytesToWrite(); }
     // Hands over to the system what it takes at once.
     void flush() { socket_.flush(); }
     // Closes after sending what is written.
