@@ -39,6 +39,8 @@ public:
 
     void say(const QByteArray& text);
     void hangUp();
+    // The steps that are left are not taken.
+    void forget() { steps_.clear(); }
     // Everything that this connection sent, and how many connections there were.
     QByteArray received() const { return received_; }
     int connections() const { return connections_; }

@@ -2,6 +2,7 @@
 
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
+#include "engine/wire/socket/LinkWords.h"
 
 #include <QElapsedTimer>
 
@@ -130,7 +131,7 @@ void LiveSession::keepAlive(qint64 nowMs)
     case KeepAlive::Verdict::Well:
         return;
     case KeepAlive::Verdict::Dead:
-        return link_->drop(QStringLiteral("no sign of life"));
+        return link_->drop(linkWords::dead(identity_.server));
     case KeepAlive::Verdict::Probe:
         break;
     }
