@@ -53,6 +53,36 @@ private slots:
         }
     }
 
+    // The clocks stand while the person thinks; a server that has gone meanwhile is called again.
+    void anAnswerMayTakeLong()
+    {
+        for (const bool tls : {true, false}) {
+            for (const bool serverWaits : {true, false}) {
+                GatewayRig rig;
+                const auto prepare = [&] {
+                    if (tls)
+                        offerTls(rig.server);
+                    rig.server.onSaslSignIn();
+                };
+                rig.host.duringQuestion = [&] {
+                    rig.now += 600'000;
+                    if (serverWaits)
+                        return;
+                    rig.server.hangUp();
+                    rig.server.forget();
+                    prepare();
+                };
+                prepare();
+                CONNECT_UNTIL(rig, !rig.host.certificates.isEmpty() || !rig.host.plainQuestions.isEmpty());
+                rig.tick(); // before the server can have answered
+                TICK_UNTIL(rig, rig.isUp() || rig.isClosed());
+                QVERIFY2(rig.isUp(), qPrintable(rig.host.progress.value(0)));
+                QCOMPARE(rig.host.certificates.size() + rig.host.plainQuestions.size(), 1);
+                QCOMPARE(rig.server.connections(), serverWaits ? 1 : 2);
+            }
+        }
+    }
+
     void aPinnedCertificateIsNotAskedFor()
     {
         GatewayRig rig;

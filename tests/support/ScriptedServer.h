@@ -41,6 +41,8 @@ public:
     void hangUp();
     // From now on what comes stays in the system's buffers.
     void stopReading() { peer_->disconnect(this), peer_->setReadBufferSize(1); }
+    // The steps that are left are not taken.
+    void forget() { steps_.clear(); }
     // Everything that this connection sent, and how many connections there were.
     QByteArray received() const { return received_; }
     int connections() const { return connections_; }

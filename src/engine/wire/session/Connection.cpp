@@ -16,7 +16,7 @@ constexpr int beatMs = 1'000;
 } // namespace
 
 Connection::Connection(ConnectionHost& host, std::unique_ptr<Resolver> resolver, Clock clock)
-    : host_(host), resolver_(std::move(resolver)), clock_(std::move(clock))
+    : host_(host), resolver_(std::move(resolver)), clock_(std::make_shared<AskingClock>(std::move(clock)))
 {
     sinceTrigger_.start();
     heart_.setInterval(beatMs);
@@ -41,6 +41,7 @@ void Connection::connectTo(const Account& account)
     if (!goesOn)
         acceptedCertificate_.clear();
     plainAnswer_ = std::make_shared<std::optional<bool>>();
+    asked_ = std::make_shared<bool>();
     phase_ = Phase::SigningIn;
     dial();
     queue_->wakeUp();
@@ -48,14 +49,14 @@ void Connection::connectTo(const Account& account)
 
 void Connection::dial()
 {
-    signIn_ = std::make_shared<SignIn>(account_, dialContext(), askPlain(), clock_());
+    signIn_ = std::make_shared<SignIn>(account_, dialContext(), askPlain(), clock_->now());
 }
 
 // Nobody is asked in the middle of a session.
 void Connection::dialAgain()
 {
     const auto agreed = [answer = plainAnswer_] { return answer->value_or(false); };
-    signIn_ = std::make_shared<SignIn>(account_, dialContext(), agreed, clock_());
+    signIn_ = std::make_shared<SignIn>(account_, dialContext(), agreed, clock_->now());
     signIn_->resume(session_->management());
 }
 
@@ -68,11 +69,14 @@ DialContext Connection::dialContext() const
 // Asks once a connection, and not before it matters.
 std::function<bool()> Connection::askPlain() const
 {
-    return [&host = host_, server = account_.domain(), answer = plainAnswer_] {
-        if (!*answer)
-            *answer = host.allowPlainPassword(server);
-        return **answer;
-    };
+    return
+        [&host = host_, clock = clock_, server = account_.domain(), answer = plainAnswer_, asked = asked_] {
+            if (!*answer) {
+                *answer = clock->during([&] { return host.allowPlainPassword(server); });
+                *asked = true;
+            }
+            return **answer;
+        };
 }
 
 void Connection::leave()
@@ -141,7 +145,7 @@ void Connection::step()
 void Connection::waitForLeaving()
 {
     if (leaving_) {
-        leaving_->tick(clock_());
+        leaving_->tick(clock_->now());
         if (leaving_->state() != StreamLink::State::Closed)
             return;
         leaving_.reset();
@@ -155,7 +159,7 @@ std::shared_ptr<SignIn> Connection::tickedSignIn()
 {
     const auto attempt = signIn_;
     const std::weak_ptr<char> life = life_;
-    attempt->tick(clock_());
+    attempt->tick(clock_->now());
     return life.expired() || signIn_ != attempt ? nullptr : attempt;
 }
 
@@ -187,6 +191,9 @@ void Connection::signInEnded()
         queue_->deliver(attempt->takeRefusal());
         return host_.connectionProgress(attempt->reason());
     default:
+        // The server may have gone while the person thought; what they said holds.
+        if (std::exchange(*asked_, false) && !attempt->isFinal())
+            return dial();
         return finish(attempt->reason());
     }
 }
@@ -200,11 +207,13 @@ void Connection::judge(const std::shared_ptr<StreamLink>& link)
     if (info.sha256.isEmpty())
         return held->refuseCertificate();
     const std::weak_ptr<char> life = life_;
-    const auto answer = host_.askCertificate(info);
+    const auto clock = clock_;
+    const auto answer = clock->during([&] { return host_.askCertificate(info); });
     if (life.expired() || held->state() != StreamLink::State::Judging)
         return;
     if (answer == CertificateAnswer::Refuse)
         return held->refuseCertificate();
+    *asked_ = true;
     acceptedCertificate_ = info.sha256;
     held->trustCertificate();
     if (answer == CertificateAnswer::AcceptAlways)
@@ -219,22 +228,22 @@ bool Connection::isKnown(const CertificateInfo& info) const
 
 void Connection::online()
 {
-    session_->pump(clock_());
+    session_->pump(clock_->now());
     const auto& link = session_->link();
     if (link.state() != StreamLink::State::Closed)
         return;
     heart_.stop();
     if (!session_->canResume())
-        return finish({});
+        return finish(link.reason());
     qCInfo(lcEngine) << "connection lost, taking up the session again";
     phase_ = Phase::Resuming;
-    lostMs_ = clock_();
+    lostMs_ = clock_->now();
     dialAgain();
 }
 
 void Connection::resuming()
 {
-    const qint64 now = clock_();
+    const qint64 now = clock_->now();
     if (!signIn_) {
         if (now >= retryMs_)
             dialAgain();
@@ -260,7 +269,7 @@ void Connection::resuming()
         session_->notResumed(*attempt->resumption());
     retryMs_ = now + retryAfterMs;
     if (attempt->isFinal() || now - lostMs_ > resumeForMs)
-        finish({});
+        finish(attempt->reason());
 }
 
 void Connection::awaitRegistration()
@@ -271,7 +280,7 @@ void Connection::awaitRegistration()
             continue;
         }
         registration_ =
-            std::make_shared<RegistrationRun>(account_, stanza, dialContext(), askPlain(), clock_());
+            std::make_shared<RegistrationRun>(account_, stanza, dialContext(), askPlain(), clock_->now());
         phase_ = Phase::Registering;
     }
 }
@@ -280,7 +289,7 @@ void Connection::registering()
 {
     const auto run = registration_;
     const std::weak_ptr<char> life = life_;
-    run->tick(clock_());
+    run->tick(clock_->now());
     if (life.expired() || registration_ != run)
         return;
     if (run->link() && run->link()->state() == StreamLink::State::Judging)
@@ -317,5 +326,5 @@ void Connection::finish(const QString& reason)
 void Connection::beat()
 {
     if (!busy_ && phase_ == Phase::Online && sinceTrigger_.elapsed() >= beatMs)
-        session_->pump(clock_());
+        session_->pump(clock_->now());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/wire/auth/RegistrationRun.h"
+#include "engine/wire/session/AskingClock.h"
 #include "engine/wire/session/LiveSession.h"
 #include "engine/wire/session/SignIn.h"
 
@@ -53,14 +54,15 @@ private:
 
     ConnectionHost& host_;
     std::unique_ptr<Resolver> resolver_;
-    Clock clock_;
+    std::shared_ptr<AskingClock> clock_;
     std::shared_ptr<StanzaQueue> queue_;
     Phase phase_ = Phase::Idle;
     Account account_;
     std::shared_ptr<SignIn> signIn_;
     std::shared_ptr<RegistrationRun> registration_;
     std::unique_ptr<LiveSession> session_;
-    // What the person said for this connection.
+    // What the person said for this connection. An answer may take longer than the server waits.
+    std::shared_ptr<bool> asked_ = std::make_shared<bool>();
     QByteArray acceptedCertificate_;
     bool accountMade_ = false; // its sign-in goes on where the person agreed to go
     std::shared_ptr<std::optional<bool>> plainAnswer_ = std::make_shared<std::optional<bool>>();

@@ -3,6 +3,7 @@
 #include "engine/Diagnostics.h"
 #include "engine/Xml.h"
 #include "engine/bridge/StanzaText.h"
+#include "engine/wire/socket/LinkWords.h"
 
 #include <QElapsedTimer>
 
@@ -163,7 +164,7 @@ void LiveSession::keepAlive(qint64 nowMs)
     case KeepAlive::Verdict::Well:
         return;
     case KeepAlive::Verdict::Dead:
-        return link_->drop(QStringLiteral("no sign of life"));
+        return link_->drop(linkWords::dead(identity_.server));
     case KeepAlive::Verdict::Probe:
         break;
     }

@@ -77,6 +77,11 @@ QString stalled(const QString& domain)
     return Words::tr("%1 stopped answering while you were signed in: the attempt timed out.").arg(domain);
 }
 
+QString dead(const QString& domain)
+{
+    return Words::tr("%1 gives no sign of life any more.").arg(domain);
+}
+
 QString sessionGone(const QString& domain)
 {
     return Words::tr("%1 does not know the session any more.").arg(domain);

@@ -16,6 +16,7 @@ QString noService(const QString& domain);
 QString noTls(const QString& domain);
 QString distrusted(const QString& domain);
 QString stalled(const QString& domain);
+QString dead(const QString& domain);
 QString sessionGone(const QString& domain);
 QString broken(const QString& domain);
 // `error` is the server's <stream:error/>, or null when it only closed the stream.
