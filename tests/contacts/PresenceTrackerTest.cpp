@@ -83,7 +83,7 @@ private slots:
             list.client.MyRoster.AddItem("romeo@montague.example", "Me", false, "", {}, false, {}, "both", {},
                                          {});
             list.addContact("j@x", "J", "Pals");
-            list.client.settings.ShowOnlineUsers = onlineOnly && type != "subscribed";
+            list.client.settings.ShowOnlineUsers = onlineOnly;
             const QString before = list.drawn();
             list.presence(from, type);
             QCOMPARE(list.drawn(), before);

@@ -301,6 +301,7 @@ private slots:
         QVERIFY(window->engine.takeSent().value(0).contains("<group>Club</group>"));
         QVERIFY(!window->view->isBusy());
         QCOMPARE(window->node("a@x")->parent->key, "Club");
+        QCOMPARE(window->told(), "The server was asked to move Ann.");
     }
 
     // The drag runs an event loop of its own on the view, in which the session can end.

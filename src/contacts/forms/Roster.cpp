@@ -318,5 +318,7 @@ void Roster::act(ContextEntry entry)
 void Roster::drop(const QString& target)
 {
     const TreeNode* selected = view_->selectedNode();
-    contactdrop::drop(client_, drawing_.tree(), dragNode_, target, selected ? selected->key : QString());
+    const QString key = selected ? selected->key : QString();
+    if (contactdrop::drop(client_, drawing_.tree(), dragNode_, target, key))
+        emit told(tr("The server was asked to move %1.").arg(nameOf(*client_.MyRoster.record(dragNode_))));
 }
