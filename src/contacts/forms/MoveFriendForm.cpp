@@ -56,7 +56,7 @@ void MoveFriendForm::cmdMoveGroup_Click()
         if (Tag == u"LASTITEMINGROUP" && !old.isEmpty())
             client_.MyGroups.Remove(client_.MyGroups.FindGroup(old));
         if (stanzas::send(client_, stanzas::moveContact(JID, item->nick, group)))
-            emit told(tr("The server was asked to move %1.").arg(ui_->Friends->text()));
+            emit told(tr("Asked to move %1.").arg(ui_->Friends->text()));
     }
     requestUnload(CloseMode::Code);
 }
