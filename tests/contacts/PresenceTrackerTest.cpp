@@ -189,19 +189,6 @@ private slots:
         list->tracker.RefreshPresence();
         QCOMPARE(list->engine.takeSent().size(), 1);
     }
-
-    void aChangeOfManyRepaintsOncePerGroup()
-    {
-        for (int contact = 0; contact < 300; ++contact)
-            list->addContact(QString("c%1@x").arg(contact), "C", QString("G%1").arg(contact % 3));
-        list->drawing.settle();
-        int changes = 0;
-        connect(&list->drawing.model(), &QAbstractItemModel::dataChanged, this, [&] { ++changes; });
-        for (int contact = 0; contact < 300; ++contact)
-            list->presence(QString("c%1@x/r").arg(contact), "");
-        list->drawing.settle();
-        QCOMPARE(changes, 3);
-    }
 };
 
 BRELO_TEST(PresenceTrackerTest)

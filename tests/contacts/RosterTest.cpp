@@ -67,9 +67,6 @@ private slots:
         QCoreApplication::sendEvent(window->view->viewport(), &key);
         QVERIFY(window->contactMenu()->isVisible());
         QCOMPARE(window->enabledEntries(), "GateLogin");
-        window->contactMenu()->close();
-        QTest::keyClick(window->view, Qt::Key_F10, Qt::ShiftModifier);
-        QVERIFY(window->contactMenu()->isVisible());
     }
 
     void aToolTipTellsWhatTheRowHasNoRoomFor()
@@ -86,23 +83,22 @@ private slots:
         // change: of Ann's record
         using Change = std::function<void(Client&)>;
         columns<QString, Change, QString>("key", "change", "told");
-        const auto with = [](auto member, auto value) {
-            return Change([=](Client& client) { client.MyRoster.record("a@x")->*member = value; });
-        };
-        const auto online = [](const QString& status) {
-            return Change([status](Client& client) {
-                auto& ann = *client.MyRoster.record("a@x");
-                ann.Online = true;
-                ann.Status = status;
-                ann.StatusMsg = "<b>&here";
+        const auto ann = [](bool online, const QString& status, const QString& message) {
+            return Change([=](Client& client) {
+                auto& record = *client.MyRoster.record("a@x");
+                record.Online = online;
+                record.Status = record.Ask = status; // the one or the other counts
+                record.StatusMsg = message;
             });
         };
         const Change nothing = [](Client&) {};
         row("off line", "a@x", nothing, "Ann|a@x|Off line");
-        row("on line", "a@x", online(""), "Ann|a@x|Available|<b>&here");
-        row("busy", "a@x", online("dnd"), "Ann|a@x|Do not disturb|<b>&here");
-        row("asked", "a@x", with(&CRosterItem::Ask, "subscribe"), "Ann|a@x|Waiting for an authorization");
-        row("a lurker", "a@x", with(&CRosterItem::Subscription, "none"), "Ann|a@x|Not authorized");
+        row("on line", "a@x", ann(true, "", "<b>&here"), "Ann|a@x|Available|<b>&here");
+        row("busy", "a@x", ann(true, "dnd", "<b>&here"), "Ann|a@x|Do not disturb|<b>&here");
+        row("asked", "a@x", ann(false, "subscribe", {}), "Ann|a@x|Waiting for an authorization");
+        row("a lurker", "a@x",
+            Change([](Client& client) { client.MyRoster.record("a@x")->Subscription = "none"; }),
+            "Ann|a@x|Not authorized");
         row("blocked", "a@x", Change([](Client& client) { client.MyBanList.Add("a@x"); }), "Ann|a@x|Blocked");
         row("a gateway", "icq.x", nothing, "ICQ|icq.x|Off line");
         row("the server", "MONTAGUE.EXAMPLE", nothing, "MONTAGUE.EXAMPLE|On line");
