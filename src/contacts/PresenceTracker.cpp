@@ -63,9 +63,11 @@ void PresenceTracker::tellUnsubscribed(const QString& JID)
         stanzas::send(client_, stanzas::keepUnsubscribed(JID, item->nick, item->group));
 }
 
-// The key is the whole sender, resource and all, until the next rebuild. Kept.
+// The key is the whole sender, resource and all, until the next rebuild. Kept; but a stranger gets no row.
 void PresenceTracker::showSubscribed(const QString& from, const QString& bare)
 {
+    if (!client_.MyRoster.DoesJIDExist(bare))
+        return;
     auto& tree = drawing_.tree();
     if (!client_.settings.ShowOnlineUsers && !tree.remove(tree.row(bare)))
         return;

@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "engine/Jid.h"
+#include "engine/StanzaError.h"
 #include "engine/Xml.h"
 #include "session/HandshakeStanzas.h"
 #include "session/SessionSteps.h"
@@ -43,6 +44,7 @@ void SessionDispatch::takeSteps()
     static constexpr std::pair<Destination, Step> own[] = {
         {Destination::ContactList, &SessionDispatch::onContactList},
         {Destination::AgentList, &SessionDispatch::onAgentList},
+        {Destination::ChangeRefused, &SessionDispatch::onChangeRefused},
         {Destination::SignInRefusal, &SessionDispatch::askFirstTime},
         {Destination::RegistrationAnswer, &SessionDispatch::onRegistered},
         {Destination::SupportedNamespaces, &SessionDispatch::readSupportedNamespaces},
@@ -102,6 +104,15 @@ void SessionDispatch::onContactList(PlugInContext& context)
 void SessionDispatch::onAgentList(PlugInContext& context)
 {
     onList(tr("Receiving Contacts"), Destination::Agents, context);
+}
+
+// What the server has follows as a push.
+void SessionDispatch::onChangeRefused(PlugInContext& context)
+{
+    steps_.writeNotice(client_.Gateway().Server(),
+                       tr("The server refused a change of your contact list: %1")
+                           .arg(StanzaError::of(context.Stanza().root()).sentence()),
+                       tr("Contact list"));
 }
 
 void SessionDispatch::onList(const QString& progressLine, Destination list, PlugInContext& context)
@@ -200,7 +211,9 @@ void SessionDispatch::onRefused(PlugInContext& context)
 
 void SessionDispatch::onAuthorizationNotice(PlugInContext& context, const QString& text)
 {
-    steps_.writeNotice(context.Stanza().From(), tr("Authorization notification"), text);
+    const QString from = context.Stanza().From();
+    if (!client_.MyBanList.BannedJID(jid::bare(from)))
+        steps_.writeNotice(from, tr("Authorization notification"), text);
     routes.pass(Destination::Roster, context);
 }
 

@@ -29,6 +29,7 @@ private:
     void takeSteps();
     void onContactList(PlugInContext& context);
     void onAgentList(PlugInContext& context);
+    void onChangeRefused(PlugInContext& context);
     void onList(const QString& progressLine, Destination list, PlugInContext& context);
     void finish(PlugInContext& context);
     void askFirstTime(PlugInContext& context);

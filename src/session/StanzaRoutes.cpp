@@ -4,6 +4,7 @@
 #include "engine/ApplicationPlugIn.h"
 #include "engine/Jid.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -19,6 +20,14 @@ Destination found(const std::pair<Key, Destination> (&table)[rows], const Value&
             return destination;
     }
     return otherwise;
+}
+
+// The server refused a change of the contact list.
+bool isChangeRefusal(const Stanza& iq)
+{
+    static constexpr QStringView changes[] = {u"VRX_Add", u"VRX_Del", u"UP_ITEM", u"UP_NICK"};
+    const auto fields = iq.IqFields();
+    return fields.Type() == u"error" && std::ranges::find(changes, fields.Id()) != std::end(changes);
 }
 
 Destination ofBrowse(const PlugInContext& context)
@@ -90,7 +99,7 @@ Destination StanzaRoutes::ofIqChild(pugi::xml_node child, const PlugInContext& c
         {"jabber:iq:search", Destination::Search},        {"vcard-temp", Destination::VCard},
         {"jabber:iq:conference", Destination::GroupChat}, {"jabber:iq:oob", Destination::FileTransfer},
     };
-    if (child.type() != pugi::node_element)
+    if (child.type() != pugi::node_element || isChangeRefusal(context.Stanza()))
         return Destination::Nowhere;
     const auto ns = xml::xmlns(child);
     return ns == "jabber:iq:browse" ? ofBrowse(context) : found(table, ns);
@@ -99,6 +108,8 @@ Destination StanzaRoutes::ofIqChild(pugi::xml_node child, const PlugInContext& c
 Destination StanzaRoutes::ofIqId(const Stanza& iq)
 {
     const QString id = iq.IqFields().Id();
+    if (isChangeRefusal(iq))
+        return Destination::ChangeRefused;
     if (id == u"VRX_new")
         return Destination::RegistrationAnswer;
     if (id == u"VRX_UNREGISTER")

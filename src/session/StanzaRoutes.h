@@ -15,6 +15,7 @@ enum class Destination {
     // Steps of the session.
     ContactList,
     AgentList,
+    ChangeRefused, // of the contact list
     SignInRefusal,
     RegistrationAnswer,
     SupportedNamespaces,

@@ -284,6 +284,7 @@ private slots:
                              R"(name="%2"><group>%3</group></item></query></iq>)";
         QCOMPARE(window->engine.takeSent(), QStringList(sent.arg(key, record.nick, group.toHtmlEscaped())));
         QCOMPARE(record.group, group);
+        QVERIFY(window->told().startsWith("Asked to move"));
         QStringList left;
         for (int position = 1; position <= window->client.MyGroups.Count(); ++position)
             left += window->client.MyGroups.Item(position)->ExtName;

@@ -189,7 +189,7 @@ private slots:
                 list->addTransport("icq.x", "ICQ");
                 list->sync.AddItem("montague.example", "MONTAGUE.EXAMPLE", "Gateways", true, false, {}, {});
             }
-            if (refreshedBetween)
+            if (refreshedBetween && rosterNow == rosterFirst)
                 list->drawing.Refresh();
         }
         QCOMPARE(list->drawn().count("MONTAGUE.EXAMPLE"), 1);

@@ -1,3 +1,4 @@
+#include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/QtTrayIcon.h"
@@ -7,6 +8,7 @@
 #include "support/UiDriver.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
 
@@ -131,6 +133,17 @@ private slots:
             QVERIFY(SOON(isActive(main()) && !mainForm().isMinimized()));
             QVERIFY(SOON(framed(main()) == before));
         }
+    }
+
+    void aClickThatBringsTheListUpRenamesNothing()
+    {
+        QVERIFY(openChatByKeys()); // juliet is selected
+        const auto edited = [this] { return mainForm().Roster1->findChild<QLineEdit*>() != nullptr; };
+        clickContact("juliet");
+        QVERIFY(SOON(isActive(main())));
+        QVERIFY(!QTest::qWaitFor(edited, 3 * QApplication::doubleClickInterval()));
+        clickContact("juliet");
+        QVERIFY(SOON(edited()));
     }
 
     void menusAnswerToKeys()

@@ -215,6 +215,10 @@ private slots:
         iq("users", browse, "VRX_GET_ONLINEUSERS", "users.OnIQ");
         iq("users, of a room", browse, "VRX_GET_ONLINEUSERS", "room.OnIQ", "room");
         iq("nobody's", browse, "other", "");
+        row("a refused change",
+            query("jabber:iq:roster", "type='error' id='UP_NICK'", "<item jid='a@b'/>")
+                .replace("</iq>", "<error code='405'>no</error></iq>"),
+            "write|montague.example|The server refused a change of your contact list: no|Contact list");
         const auto message = [](const char* name, const char* attributes, const char* log,
                                 const char* inner = "") {
             const QString stanza = "<message %1>%2<body>b</body></message>";
@@ -244,6 +248,7 @@ private slots:
         presence("removed", "from='a@b/x' type='unsubscribe'",
                  note.arg("a@b/x", "removed you from his Contact List") + ",remove:a@b");
         presence("refused", "from='a@b' type='unsubscribed'", note.arg("a@b", "refused your Request"));
+        presence("refused by a blocked one", "from='tybalt@b' type='unsubscribed'", "roster.OnPresence");
         presence("error of somebody, errors off", "from='a@b' type='error'", "");
         presence("error of nobody", "type='error'", "notices.OnPresence");
         presence("gateway unsubscribed", "from='icq.example' type='unsubscribed'", "roster.OnPresence");

@@ -83,6 +83,30 @@ private slots:
         QVERIFY(live.rosterForm()->isVisible());
     }
 
+    void thePreferencesSendNothingAndCountAsNoList()
+    {
+        FakeClient live;
+        ui::type(&live.signInForm(), "txtUserName", "romeo");
+        ui::type(&live.signInForm(), "txtServer", "montague.example");
+        ui::click(&live.signInForm(), "Connect");
+        live.streamUp();
+        live.world.boxes.answers = {MessageBoxes::Answer::No};
+        live.inject("<iq type='error'><query xmlns='jabber:iq:auth'/><error code='401'/></iq>");
+        const auto apply = [&] {
+            live.ui->windows.preferences.show("Personal");
+            ui::click(preferences(live), "cmdOK");
+            live.client.Core->tick();
+        };
+        apply();
+        QVERIFY(!live.rosterForm()->Roster1->IsInitiated());
+        live.signIn();
+        QVERIFY(live.rosterForm()->isVisible());
+        ui::choose(live.rosterForm(), "mRosterSDND");
+        live.takeSent();
+        apply();
+        QCOMPARE(live.takeSent(), QStringList());
+    }
+
     void defaultsAreRestored()
     {
         FakeClient live;

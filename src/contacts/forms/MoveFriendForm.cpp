@@ -55,7 +55,8 @@ void MoveFriendForm::cmdMoveGroup_Click()
         item->group = group;
         if (Tag == u"LASTITEMINGROUP" && !old.isEmpty())
             client_.MyGroups.Remove(client_.MyGroups.FindGroup(old));
-        stanzas::send(client_, stanzas::moveContact(JID, item->nick, group));
+        if (stanzas::send(client_, stanzas::moveContact(JID, item->nick, group)))
+            emit told(tr("Asked to move %1.").arg(ui_->Friends->text()));
     }
     requestUnload(CloseMode::Code);
 }

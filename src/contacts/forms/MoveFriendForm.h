@@ -25,6 +25,10 @@ public:
     // group goes.
     void setContact(const TreeNode& node);
 
+signals:
+    // What was done, in a sentence for the status bar.
+    void told(const QString& text);
+
 private:
     void cmdMoveGroup_Click();
 

@@ -149,7 +149,7 @@ void Roster::settle()
 void Roster::RetriveVCard(const QString& JID)
 {
     if (stanzas::send(client_, stanzas::vCard(JID)))
-        emit told(tr("The vCard of %1 was asked for.").arg(JID));
+        emit told(tr("Asked for the vCard of %1.").arg(JID));
 }
 
 const TreeNode* Roster::selectedNode()
@@ -222,7 +222,7 @@ void Roster::askRemove()
 
 void Roster::remove(const CRosterItem& contact)
 {
-    const QString text = tr("The server was asked to remove %1.").arg(nameOf(contact));
+    const QString text = tr("Asked to remove %1.").arg(nameOf(contact));
     RemoveItem(contact.JID);
     emit told(text);
 }
@@ -236,7 +236,7 @@ void Roster::renameSelected()
 void Roster::rename(const QString& JID, const QString& text)
 {
     sync_.renamed(JID, text);
-    emit told(tr("The server was asked to name %1 \"%2\".").arg(JID, text));
+    emit told(tr("Asked to name %1 \"%2\".").arg(JID, text));
 }
 
 void Roster::sendGatewayPresence(bool available)
@@ -252,8 +252,8 @@ void Roster::sendGatewayPresence(bool available)
     else
         presence.SetUnavailable();
     if (packet.Send())
-        emit told(available ? tr("%1 was asked for a session.").arg(gateway)
-                            : tr("%1 was asked to end its session.").arg(gateway));
+        emit told(available ? tr("Asked %1 for a session.").arg(gateway)
+                            : tr("Asked %1 to end its session.").arg(gateway));
 }
 
 void Roster::askAuthorisation()
@@ -265,7 +265,7 @@ void Roster::askAuthorisation()
     presence.setTo(contact);
     presence.SetSubscribe();
     if (packet.Send())
-        emit told(tr("%1 was asked for an authorization.").arg(contact));
+        emit told(tr("Asked %1 for an authorization.").arg(contact));
 }
 
 void Roster::rememberDragNode(const TreeNode* node)
@@ -318,5 +318,7 @@ void Roster::act(ContextEntry entry)
 void Roster::drop(const QString& target)
 {
     const TreeNode* selected = view_->selectedNode();
-    contactdrop::drop(client_, drawing_.tree(), dragNode_, target, selected ? selected->key : QString());
+    const QString key = selected ? selected->key : QString();
+    if (contactdrop::drop(client_, drawing_.tree(), dragNode_, target, key))
+        emit told(tr("Asked to move %1.").arg(nameOf(*client_.MyRoster.record(dragNode_))));
 }

@@ -199,8 +199,11 @@ void RosterForm::showMoveFriend()
     const TreeNode* node = Roster1->selectedNode();
     if (!node || !node->parent)
         return;
-    auto& form = registry().single<MoveFriendForm>(
-        QStringLiteral("MoveFriendForm"), [this] { return new MoveFriendForm(registry(), client_); });
+    auto& form = registry().single<MoveFriendForm>(QStringLiteral("MoveFriendForm"), [this] {
+        auto* made = new MoveFriendForm(registry(), client_);
+        connect(made, &MoveFriendForm::told, this, &RosterForm::tell);
+        return made;
+    });
     form.setContact(*node);
     form.showAbove(*this);
 }

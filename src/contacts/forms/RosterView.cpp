@@ -99,11 +99,11 @@ bool RosterView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* eve
     return QTreeView::edit(index, trigger, event);
 }
 
-void RosterView::changeEvent(QEvent* event)
+bool RosterView::event(QEvent* event)
 {
-    QTreeView::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+    if (event->type() == QEvent::WindowActivate)
         active_.start();
+    return QTreeView::event(event);
 }
 
 void RosterView::mousePressEvent(QMouseEvent* event)
