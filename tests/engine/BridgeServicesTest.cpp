@@ -149,6 +149,8 @@ private slots:
     {
         const auto [type, payload, reply] = fetched<QString, QString, QString>();
         TodaysRig rig;
+        rig.down("<presence to='a@b'/>");
+        rig.takeWire();
         rig.up("<iq id='x&amp;1' from='a@b/c' type='" + type + "'>" + payload + "</iq>");
         QCOMPARE(rig.takeUp().isEmpty(), !reply.isEmpty());
         const auto wire = rig.takeWire();
@@ -169,6 +171,9 @@ private slots:
             R"(<error type="auth"%1><forbidden)" + stanzas + "/><text" + stanzas + ">no</text></error>";
         row("with a text", told.arg(""), told.arg(" code=\"403\""));
         row("old", "<error code=\"404\">no</error>", "<error code=\"404\">no</error>");
+        row("far server", "<error><remote-server-not-found" + stanzas + "/></error>",
+            "<error code=\"502\"><remote-server-not-found" + stanzas +
+                "/>The other server cannot be found.</error>");
     }
     void errorsGainTheirOldCodeAndAText()
     {
@@ -178,6 +183,11 @@ private slots:
             const auto whole = "<" + name + " from=\"a@b\" type=\"error\">%1</" + name + ">";
             rig.up(whole.arg(error));
             QCOMPARE(rig.takeUp(), QStringList{whole.arg(up)});
+            // An iq doesn't bring its request along.
+            rig.up(whole.arg("<q xmlns=\"x\"><a/></q>" + error));
+            QCOMPARE(
+                rig.takeUp(),
+                QStringList{whole.arg((name == "iq" ? "<q xmlns=\"x\"/>" : "<q xmlns=\"x\"><a/></q>") + up)});
         }
     }
 };
