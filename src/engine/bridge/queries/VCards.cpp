@@ -115,7 +115,8 @@ void VCards::learnOwn(const std::shared_ptr<Stanza>& server, const std::function
     const auto answered = [this, mark, learnt](const Exchange::Answer& answer) {
         const auto copy = stanza::child(answer.result().child("query"), copyNamespace, "card");
         if (copy && mark == xml::attribute(copy, "of"))
-            own_.copy = Stanza::fromXml(QStringLiteral("<iq>%1</iq>").arg(xml::serialised(copy.first_child())));
+            own_.copy =
+                Stanza::fromXml(QStringLiteral("<iq>%1</iq>").arg(xml::serialised(copy.first_child())));
         learnt();
     };
     context.exchange.ask({.to = {}, .payload = copyQuery}, answered);
