@@ -161,6 +161,12 @@ private slots:
             const auto last = rig.takeWire();
             QCOMPARE(last, QStringList{iq("set", card(wire, "vCard"))});
         };
+        TodaysRig silent;
+        silent.down(iq("set", card(sent)));
+        silent.takeWire();
+        silent.tick(0);
+        silent.tick(10'000);
+        QVERIFY(silent.takeUp().value(0).contains("code=\"504\"") && silent.takeWire().isEmpty());
         TodaysRig unread;
         unread.down(iq("set", card(sent)));
         reply(unread, "<vCard", card(server, "vCard"));

@@ -1,5 +1,6 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
+#include "engine/StanzaQueue.h"
 #include "prosody/ProsodyFixture.h"
 #include "session/forms/SignInForm.h"
 #include "support/TestRunner.h"
@@ -19,6 +20,8 @@ private slots:
         QVERIFY(server.befriend("romeo", "juliet", "Friends"));
         ProsodyFixture f(server);
         QVERIFY(f.signIn());
+        f.live.client.MyBanList.Add("tybalt@localhost");
+        QVERIFY(f.live.client.Core->PluginManager->Queue()->isBlocked("tybalt@localhost"));
         auto* window = f.open(f.peer);
         QVERIFY(window);
         const QString unsent = QStringLiteral("But soft, & <what> light 🌹");

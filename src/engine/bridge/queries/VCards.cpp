@@ -114,7 +114,7 @@ void VCards::learnOwn(const std::shared_ptr<Stanza>& server, const std::function
     const auto mark = fingerprint(cardOf(server));
     const auto answered = [this, mark, learnt](const Exchange::Answer& answer) {
         const auto copy = stanza::child(answer.result().child("query"), copyNamespace, "card");
-        if (copy && mark == xml::attribute(copy, "of"))
+        if (copy.first_child() && mark == xml::attribute(copy, "of"))
             own_.copy =
                 Stanza::fromXml(QStringLiteral("<iq>%1</iq>").arg(xml::serialised(copy.first_child())));
         learnt();
@@ -130,8 +130,14 @@ void VCards::save(const ClientStanza& stanza, BridgeContext& context)
         const auto go = [this, stanza, &context] { send(stanza, context); };
         if (answer.isResult())
             learnOwn(answer.stanza, go, context);
-        else
+        else if (answer.stanza)
             go();
+        else // Who knows what would be lost.
+            context.out.up << Stanza::fromXml(
+                QStringLiteral("<iq type=\"error\" id=\"%1\"><error code=\"%2\">%3</error></iq>")
+                    .arg(xml::escaped(xml::attribute(stanza.root(), "id")))
+                    .arg(answer.error.code)
+                    .arg(xml::escaped(answer.error.sentence())));
     });
 }
 
