@@ -32,7 +32,7 @@ constexpr std::array conditions{
     Condition{"recipient-unavailable", 404},
     Condition{"redirect", 302},
     Condition{"registration-required", 407},
-    Condition{"remote-server-not-found", 404},
+    Condition{"remote-server-not-found", 502},
     Condition{"remote-server-timeout", 504},
     Condition{"resource-constraint", 500},
     Condition{"service-unavailable", 503},
@@ -94,6 +94,8 @@ QString StanzaError::sentence() const
     case 501:
     case 503:
         return tr("The server does not offer this service.");
+    case 502:
+        return tr("The other server cannot be found.");
     case 504:
         return tr("The other server did not answer in time.");
     default:

@@ -134,14 +134,23 @@ private slots:
         QCOMPARE(peer.auth.boundJid(), "juliet@capulet.example/balcony");
     }
 
-    void oldSignInKeepsThePasswordOffAnOpenStream()
+    // A digest goes before a word in clear, and nobody is asked before that matters.
+    void noPasswordCrossesAnOpenStream()
     {
-        AuthPeer peer({"juliet", "r0m30", "capulet.example", "balcony", false, false});
-        peer.open(QString(), "id");
-        peer.writtenText();
-        peer.feed(authFields("<password/>"));
-        QCOMPARE(peer.writtenText(), QString());
-        QCOMPARE(peer.auth.state(), State::Failed);
+        for (const auto& mechanisms : {QString(), iqAuthFeature + mechanisms({"PLAIN", "X"})}) {
+            for (const bool digest : {false, true}) {
+                AuthRequest request{"juliet", "r0m30", "capulet.example", "balcony", false, false};
+                int asked = 0;
+                request.askPlain = [&asked] { return ++asked == 0; };
+                AuthPeer peer(request);
+                peer.open(mechanisms, "id");
+                QVERIFY(peer.writtenText().contains("iq:auth"));
+                peer.feed(authFields(digest ? "<password/><digest/>" : "<password/>"));
+                QCOMPARE(peer.writtenText().contains("<digest>"), digest);
+                QCOMPARE(peer.auth.state(), digest ? State::Working : State::Failed);
+                QCOMPARE(asked, digest ? 0 : 1);
+            }
+        }
     }
 
     void oldServersRefusalPassesUp_data()

@@ -162,6 +162,13 @@ private slots:
         QCOMPARE(kindOf("1.x"), Kind::OfToday);
         QCOMPARE(kindOf("asked.x"), Kind::Asked);
         QVERIFY(script.context.knowledge.homeIsOfToday());
+        // Nor are more asked at a time.
+        for (int number = 0; number < Knowledge::mostForeign; ++number)
+            script.context.knowledge.learn(QString("silent%1.x").arg(number));
+        auto kind = Kind::Unknown;
+        script.context.knowledge.whenKnown("more.x", [&kind](const auto& service) { kind = service.kind; });
+        QCOMPARE(kind, Kind::Old);
+        QCOMPARE(kindOf("more.x"), Kind::Unknown);
     }
 };
 

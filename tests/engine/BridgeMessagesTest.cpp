@@ -126,6 +126,8 @@ private slots:
     {
         const auto [message, up, wire] = fetched<QString, QString, QString>();
         TodaysRig rig;
+        rig.down("<presence to='a@b'/>");
+        rig.takeWire();
         rig.up(message);
         QCOMPARE(rig.takeUp().join(u'|'), up);
         QCOMPARE(rig.takeWire().join(u'|'), wire);

@@ -88,6 +88,10 @@ private slots:
         rig.up("<iq type=\"set\"><query xmlns=\"jabber:iq:roster\"/></iq>");
         QCOMPARE(rig.takeWire(), QStringList());
         QCOMPARE(rig.takeUp().size(), 2);
+        // Nobody's request bears an id by which the client waits for an answer.
+        rig.up("<iq type=\"set\" id=\"VRX_GET_SUPPORTEDNS\" from=\"a@b\"/>");
+        QCOMPARE(rig.takeUp(),
+                 QStringList("<iq type=\"set\" id=\"peer-VRX_GET_SUPPORTEDNS\" from=\"a@b\"/>"));
     }
 };
 

@@ -11,6 +11,7 @@ class BridgeRig
 {
 public:
     static inline const QString server = QStringLiteral("montague.example");
+    static inline const QString blocked = QStringLiteral("tybalt@capulet.example");
     static inline const QString ownBare = QStringLiteral("romeo@montague.example");
 
     explicit BridgeRig(std::vector<TranslatorRow> table = TranslatorTable::standard())
@@ -18,7 +19,10 @@ public:
     {
         begin();
     }
-    void begin() { bridge_.begin({ownBare + "/orchard", server}); }
+    void begin()
+    {
+        bridge_.begin({ownBare + "/orchard", server, [](const QString& jid) { return jid == blocked; }});
+    }
     // The session's first stanza goes out; the server is asked for its features.
     void meetSilentServer()
     {

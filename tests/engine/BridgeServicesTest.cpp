@@ -21,6 +21,24 @@ class BridgeServicesTest : public QObject
         return "<iq type=\"get\" id=\"vcard_wj_3\" to=\"" + to + "\"><VCARD xmlns=\"vcard-temp\"/></iq>";
     }
 
+    // Answers the last request with this content.
+    static void reply(BridgeRig& rig, const QString& payload, const QString& content, bool isError = false)
+    {
+        const auto wire = rig.takeWire();
+        QVERIFY2(wire.size() == 1 && wire[0].contains(payload),
+                 qPrintable(wire.join('|') + " for " + payload));
+        const auto id = wire[0].section("id=\"", 1).section('"', 0, 0);
+        rig.up(QString("<iq type='%1' id='%2'>%3</iq>").arg(isError ? "error" : "result", id, content));
+    }
+    static QString card(const QString& inner, const QString& name = "VCARD")
+    {
+        return '<' + name + " xmlns=\"vcard-temp\">" + inner + "</" + name + '>';
+    }
+    static QString iq(const QString& type, const QString& inner)
+    {
+        return "<iq type=\"" + type + "\" id=\"JCOM_51\">" + inner + "</iq>";
+    }
+
 private slots:
     void administratorIsToldByTheServer_data()
     {
@@ -115,9 +133,93 @@ private slots:
         QCOMPARE(rig.takeUp(), QStringList{answer.arg(type, asked, up)});
     }
 
+    void othersPartsOfTheOwnCardStay_data()
+    {
+        columns<QString, QString, QString>("server", "sent", "wire");
+        const QString tel = "<TEL><VOICE/><HOME/><NUMBER>%1</NUMBER></TEL>",
+                      cell = "<TEL><CELL/><NUMBER>9</NUMBER></TEL>";
+        const QString photo = "<PHOTO><BINVAL>AA</BINVAL></PHOTO>";
+        row("picture", photo, "<FN>a</FN>", "<FN>a</FN>" + photo);
+        row("further number", tel.arg(1) + cell + tel.arg(2), "<TEL><VOICE/><HOME/>3</TEL>",
+            tel.arg(3) + cell + tel.arg(2));
+        row("cleared", "<FN>x</FN>" + tel.arg(1), "<FN/><TEL><VOICE/><HOME/></TEL>",
+            "<FN/><TEL><VOICE/><HOME/><NUMBER/></TEL>");
+        row("parts",
+            "<N><PREFIX>Dr</PREFIX><GIVEN>x</GIVEN></N><ORG><ORGNAME>x</ORGNAME><ORGUNIT>1</"
+            "ORGUNIT><ORGUNIT>2"
+            "</ORGUNIT></ORG>",
+            "<N><GIVEN>y</GIVEN></N><ORG><ORGNAME>y</ORGNAME><ORGUNIT>z</ORGUNIT></ORG>",
+            "<N><GIVEN>y</GIVEN><PREFIX>Dr</PREFIX></N><ORG><ORGNAME>y</ORGNAME><ORGUNIT>z</"
+            "ORGUNIT><ORGUNIT>2</ORGUNIT>"
+            "</ORG>");
+        row("empty", "", "<FN>a</FN>", "<FN>a</FN>");
+    }
+    void othersPartsOfTheOwnCardStay()
+    {
+        const auto [server, sent, wire] = fetched<QString, QString, QString>();
+        const auto goesOut = [&](BridgeRig& rig) {
+            const auto last = rig.takeWire();
+            QCOMPARE(last, QStringList{iq("set", card(wire, "vCard"))});
+        };
+        TodaysRig silent;
+        silent.down(iq("set", card(sent)));
+        silent.takeWire();
+        silent.tick(0);
+        silent.tick(10'000);
+        QVERIFY(silent.takeUp().value(0).contains("code=\"504\"") && silent.takeWire().isEmpty());
+        TodaysRig unread;
+        unread.down(iq("set", card(sent)));
+        reply(unread, "<vCard", card(server, "vCard"));
+        if (!server.isEmpty())
+            reply(unread, "iq:private", "<error code='503'/>", true);
+        goesOut(unread);
+        TodaysRig read;
+        read.down(cardRequest("romeo@montague.example"));
+        reply(read, "<vCard", card(server, "vCard"));
+        if (!server.isEmpty())
+            reply(read, "iq:private", "<query xmlns='jabber:iq:private'><card xmlns='brelo:card'/></query>");
+        QCOMPARE(read.takeUp().size(), 1);
+        read.down(iq("set", card(sent)));
+        goesOut(read);
+    }
+
+    void whatTheServerDropsOfTheOwnCardComesBack()
+    {
+        const QString mine = "<TEL><VOICE/><HOME/>1</TEL><TEL><fax/><HOME/>2</TEL>";
+        const QString left = card("<TEL><NUMBER>1</NUMBER></TEL><PHOTO>x</PHOTO>", "vCard");
+        TodaysRig rig;
+        rig.down(iq("set", card(mine)));
+        reply(rig, "<vCard", "<error code='404'/>", true);
+        reply(rig, "JCOM_51", "");
+        QCOMPARE(rig.takeUp(), QStringList{"<iq type=\"result\" id=\"JCOM_51\"/>"});
+        reply(rig, "<vCard", left);
+        const auto kept = rig.takeWire().value(0);
+        QVERIFY2(kept.contains("type=\"set\"") && kept.contains(card(mine)), qPrintable(kept));
+        // Later, as long as nobody else changes the card.
+        const auto copy = kept.section("<query", 1).section("</iq>", 0, 0).prepend("<query");
+        for (const bool same : {true, false}) {
+            const auto now = same ? left : QString(left).replace('1', '3');
+            rig.begin();
+            rig.meetServerOfToday();
+            rig.down(cardRequest("romeo@montague.example"));
+            reply(rig, "<vCard", now);
+            reply(rig, "iq:private", copy);
+            const auto up = rig.takeUp().value(0);
+            QCOMPARE(up.contains(card(mine)), same);
+            QCOMPARE(up.contains("3</TEL>"), !same);
+            rig.down(iq("set", card("<TEL><VOICE/><HOME/>5</TEL>")));
+            const auto sent = rig.takeWire().value(0);
+            QVERIFY(sent.contains("<PHOTO>x</PHOTO>"));
+            QCOMPARE(sent.count("<TEL>"), same ? 1 : 2);
+        }
+    }
+
     void writtenCardIsSpelledAsTheSchemaHasIt()
     {
         TodaysRig rig;
+        rig.down(cardRequest("romeo@montague.example"));
+        reply(rig, "<vCard", card({}, "vCard"));
+        rig.takeUp();
         rig.down(
             R"(<iq type="set" id="JCOM_51"><VCARD version="3.0" xmlns="vcard-temp"><FN>a</FN><TEL><fax/>)"
             "<HOME/>12</TEL><TEL><MSG/><HOME/></TEL><ADR><HOME/><EXTADD>x</EXTADD><COUNTRY>IT</COUNTRY></ADR>"
@@ -149,6 +251,8 @@ private slots:
     {
         const auto [type, payload, reply] = fetched<QString, QString, QString>();
         TodaysRig rig;
+        rig.down("<presence to='a@b'/>");
+        rig.takeWire();
         rig.up("<iq id='x&amp;1' from='a@b/c' type='" + type + "'>" + payload + "</iq>");
         QCOMPARE(rig.takeUp().isEmpty(), !reply.isEmpty());
         const auto wire = rig.takeWire();
@@ -169,6 +273,9 @@ private slots:
             R"(<error type="auth"%1><forbidden)" + stanzas + "/><text" + stanzas + ">no</text></error>";
         row("with a text", told.arg(""), told.arg(" code=\"403\""));
         row("old", "<error code=\"404\">no</error>", "<error code=\"404\">no</error>");
+        row("far server", "<error><remote-server-not-found" + stanzas + "/></error>",
+            "<error code=\"502\"><remote-server-not-found" + stanzas +
+                "/>The other server cannot be found.</error>");
     }
     void errorsGainTheirOldCodeAndAText()
     {
@@ -178,6 +285,11 @@ private slots:
             const auto whole = "<" + name + " from=\"a@b\" type=\"error\">%1</" + name + ">";
             rig.up(whole.arg(error));
             QCOMPARE(rig.takeUp(), QStringList{whole.arg(up)});
+            // An iq doesn't bring its request along.
+            rig.up(whole.arg("<q xmlns=\"x\"><a/></q>" + error));
+            QCOMPARE(
+                rig.takeUp(),
+                QStringList{whole.arg((name == "iq" ? "<q xmlns=\"x\"/>" : "<q xmlns=\"x\"><a/></q>") + up)});
         }
     }
 };

@@ -24,7 +24,7 @@ Bridge::~Bridge() = default;
 
 void Bridge::begin(const Account& account)
 {
-    d_->context.begin(HomeAddresses(account.ownFullJid, account.server));
+    d_->context.begin(HomeAddresses(account.ownFullJid, account.server), account.isBlocked);
     d_->table.begin(d_->context);
 }
 
@@ -42,11 +42,13 @@ bool Bridge::Private::passDown(const QByteArray& text)
 
 bool Bridge::Private::passPresenceDown(const QByteArray& text)
 {
-    auto* const receiver = context.presences.to(text);
-    if (!receiver)
-        return false;
     const auto stanza = ClientStanza::parsed(text);
-    return stanza && receiver->down(*stanza, context);
+    if (!stanza)
+        return false;
+    if (stanza->root().attribute("to"))
+        context.audience.directed(stanza->root());
+    auto* const receiver = context.presences.to(stanza->root());
+    return receiver && receiver->down(*stanza, context);
 }
 
 BridgeOutput Bridge::down(const QByteArray& stanza)

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,8 @@ public:
     struct Account {
         QString ownFullJid;
         QString server;
+        // Asked at each stanza that matters; empty for nobody.
+        std::function<bool(const QString& bareJid)> isBlocked = {};
     };
 
     // With the standard table.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/bridge/Audience.h"
 #include "engine/bridge/BridgeTraffic.h"
 #include "engine/bridge/Exchange.h"
 #include "engine/bridge/HomeAddresses.h"
@@ -13,9 +14,10 @@ struct BridgeContext {
     Q_DISABLE_COPY_MOVE(BridgeContext)
 
     // A session begins: what was under way is forgotten, and nobody is called.
-    void begin(const HomeAddresses& addresses)
+    void begin(const HomeAddresses& addresses, Audience::IsBlocked isBlocked = {})
     {
         home = addresses;
+        audience.begin(std::move(isBlocked));
         out = {};
         timers.clear();
         exchange.begin();
@@ -30,4 +32,5 @@ struct BridgeContext {
     Exchange exchange{home, timers, out};
     Knowledge knowledge{home, exchange};
     PresenceRoutes presences;
+    Audience audience;
 };

@@ -12,10 +12,10 @@ void Knowledge::begin()
 void Knowledge::learn(const QString& address)
 {
     const auto key = home_.key(address);
-    auto& kind = entry(key).service.kind;
-    if (kind != Kind::Unknown)
+    auto* const known = entry(key);
+    if (!known || known->service.kind != Kind::Unknown)
         return;
-    kind = Kind::Asked;
+    known->service.kind = Kind::Asked;
     exchange_.ask({.to = key.isEmpty() ? home_.server() : address, .payload = disco::infoQuery},
                   [this, key](const Exchange::Answer& answer) { learnt(key, answer); });
 }
@@ -35,11 +35,19 @@ void Knowledge::learnt(const QString& key, const Exchange::Answer& answer)
 void Knowledge::whenKnown(const QString& address, const Step& step)
 {
     learn(address);
-    auto& asked = entry(home_.key(address));
-    if (asked.service.kind == Kind::Asked)
-        asked.waiting.push_back(step);
+    auto* const asked = entry(home_.key(address));
+    if (!asked)
+        step({Kind::Old, {}, {504, {}}});
+    else if (asked->service.kind == Kind::Asked)
+        asked->waiting.push_back(step);
     else
-        step(Service(asked.service));
+        step(Service(asked->service));
+}
+
+void Knowledge::refuse(const QString& address, const QByteArray& ns)
+{
+    if (auto* const known = entry(home_.key(address)))
+        known->refused << ns;
 }
 
 const Knowledge::Entry* Knowledge::find(const QString& address) const
@@ -66,25 +74,27 @@ bool Knowledge::isRefused(const QString& address, const QByteArray& ns) const
     return found && found->refused.contains(ns);
 }
 
-Knowledge::Entry& Knowledge::entry(const QString& key)
+Knowledge::Entry* Knowledge::entry(const QString& key)
 {
     if (!key.isEmpty() && !entries_.contains(key)) {
-        makeRoom();
+        if (!makeRoom())
+            return nullptr;
         foreign_ << key;
     }
-    return entries_[key];
+    return &entries_[key];
 }
 
 // Whoever makes us meet ever more addresses doesn't fill the memory. One that is being asked stays: somebody
 // waits for it.
-void Knowledge::makeRoom()
+bool Knowledge::makeRoom()
 {
+    if (foreign_.size() < mostForeign)
+        return true;
     const auto isFree = [this](const QString& key) { return entries_[key].service.kind != Kind::Asked; };
-    while (foreign_.size() >= mostForeign) {
-        const auto oldest = std::find_if(foreign_.begin(), foreign_.end(), isFree);
-        if (oldest == foreign_.end())
-            return;
-        entries_.remove(*oldest);
-        foreign_.erase(oldest);
-    }
+    const auto oldest = std::find_if(foreign_.begin(), foreign_.end(), isFree);
+    if (oldest == foreign_.end())
+        return false;
+    entries_.remove(*oldest);
+    foreign_.erase(oldest);
+    return true;
 }

@@ -35,14 +35,15 @@ public:
     void begin();
     // Asks, unless that address was asked before.
     void learn(const QString& address);
-    // Runs `step` now, or as soon as it is known what stands at `address`, which is asked if need be.
+    // Runs `step` now, or as soon as it is known what stands at `address`, which is asked if need be. While
+    // too many are being asked, a further one counts as silent.
     void whenKnown(const QString& address, const Step& step);
     // As far as it is known.
     Service at(const QString& address) const;
     bool homeIsOfToday() const;
 
     // That namespace was asked for in vain: another way will have to do.
-    void refuse(const QString& address, const QByteArray& ns) { entry(home_.key(address)).refused << ns; }
+    void refuse(const QString& address, const QByteArray& ns);
     bool isRefused(const QString& address, const QByteArray& ns) const;
 
 private:
@@ -53,8 +54,9 @@ private:
     };
 
     const Entry* find(const QString& address) const;
-    Entry& entry(const QString& key);
-    void makeRoom();
+    // Null when there is no room for one more.
+    Entry* entry(const QString& key);
+    bool makeRoom();
     void learnt(const QString& key, const Exchange::Answer& answer);
 
     const HomeAddresses& home_;

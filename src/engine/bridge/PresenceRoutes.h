@@ -2,14 +2,13 @@
 
 #include "engine/Stanza.h"
 
-#include <QByteArray>
 #include <QHash>
 #include <QString>
 
 class Translator;
 
 // Who translates the presences to and from which bare JID. Presence is what floods: that of anybody else is
-// neither parsed on its way out nor looked into on its way in.
+// not looked into.
 class PresenceRoutes
 {
 public:
@@ -21,8 +20,8 @@ public:
     void remove(const QString& bareJid) { routes_.remove(bareJid.toLower()); }
     void clear() { routes_.clear(); }
 
-    // Null for nobody. `presence` is the text of a stanza, well-formed.
-    Translator* to(const QByteArray& presence) const;
+    // Null for nobody.
+    Translator* to(pugi::xml_node presence) const;
     Translator* from(const Stanza& presence) const;
 
 private:

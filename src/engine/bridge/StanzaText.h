@@ -13,9 +13,14 @@
 namespace stanza
 {
 
+inline bool hasValue(pugi::xml_node node, const char* attribute, std::string_view value)
+{
+    return std::string_view(node.attribute(attribute).value()) == value;
+}
+
 inline bool isType(pugi::xml_node root, std::string_view type)
 {
-    return std::string_view(root.attribute("type").value()) == type;
+    return hasValue(root, "type", type);
 }
 
 inline bool is(pugi::xml_node root, std::string_view name)

@@ -11,13 +11,16 @@ std::vector<TranslatorRow> TranslatorTable::standard()
 {
     using enum TranslatorRow::Kind;
     using enum TranslatorRow::Server;
+    const auto roster = queries::roster();
     return {
+        {Request, "jabber:iq:roster", Any, roster},
         {Request, "jabber:iq:agents", Any, queries::agents()},
         {Request, "jabber:iq:browse", Any, queries::supportedNamespaces()},
         {Request, "vcard-temp", Any, queries::vCards()},
 
-        {PeerRequest, "jabber:iq:roster", Any, queries::roster()},
+        {PeerRequest, "jabber:iq:roster", Any, roster},
         {PeerRequest, "", OfToday, queries::peerRequests()},
+        {PeerRequest, "", Any, queries::peerIds()},
 
         // What concerns rooms comes before what people write to each other.
         {Message, "", OfToday, rooms::invitations()},

@@ -4,6 +4,7 @@
 #include "contacts/Client.h"
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
+#include "engine/StanzaQueue.h"
 #include "session/forms/LoggingInForm.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/WindowState.h"
@@ -49,6 +50,8 @@ void SessionUi::start()
     client_.settings.Server = client_.site.DefaultServer;
     store_.LoadSettings(client_.settings);
     manager.SessionDescriptor(67);
+    manager.Queue()->setBlocked(
+        [&client = client_](const QString& bareJid) { return client.MyBanList.BannedJID(bareJid); });
     manager.ApplicationInit();
     form.load();
     form.Timer1()->start();

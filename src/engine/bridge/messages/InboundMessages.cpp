@@ -57,18 +57,19 @@ std::shared_ptr<Stanza> withOldDelay(pugi::xml_node message, pugi::xml_node dela
     });
 }
 
-void answerReceipt(pugi::xml_node message, BridgeOutput& out)
+void answerReceipt(pugi::xml_node message, BridgeContext& context)
 {
     const auto id = xml::attribute(message, "id");
-    if (id.isEmpty() || !isPersonal(message) || !stanza::child(message, ns::receipts, "request"))
+    if (id.isEmpty() || !isPersonal(message) || !stanza::child(message, ns::receipts, "request") ||
+        !context.audience.includes(xml::attribute(message, "from"), context.home))
         return;
     const auto type = message.attribute("type")
                           ? QStringLiteral(" type=\"%1\"").arg(xml::attribute(message, "type"))
                           : QString();
-    out.wire << QStringLiteral(
-                    "<message to=\"%1\"%2><received xmlns=\"urn:xmpp:receipts\" id=\"%3\"/></message>")
-                    .arg(xml::escaped(xml::attribute(message, "from")), type, xml::escaped(id))
-                    .toUtf8();
+    context.out.wire
+        << QStringLiteral("<message to=\"%1\"%2><received xmlns=\"urn:xmpp:receipts\" id=\"%3\"/></message>")
+               .arg(xml::escaped(xml::attribute(message, "from")), type, xml::escaped(id))
+               .toUtf8();
 }
 
 std::shared_ptr<Stanza> typingEvent(pugi::xml_node message)
@@ -97,7 +98,7 @@ bool InboundMessages::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context
     if (stanza::isType(message, "error"))
         return false;
     if (hasContent(message)) {
-        answerReceipt(message, context.out);
+        answerReceipt(message, context);
         const auto delay = stanza::child(message, ns::delay, "delay");
         if (auto stamped =
                 delay && !stanza::child(message, ns::oldDelay) ? withOldDelay(message, delay) : nullptr)

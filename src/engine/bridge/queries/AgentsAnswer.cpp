@@ -11,11 +11,6 @@ namespace
 // Nobody needs more, and a server that lists the world mustn't make us ask all of it.
 constexpr std::size_t mostServices = 200;
 
-bool hasCategory(const disco::Info& info, const QString& category)
-{
-    return info.hasIdentity(category, {});
-}
-
 // The first identity, but a gateway's before any other: it decides what the client makes of the service.
 disco::Identity mainIdentity(const disco::Info& info)
 {
@@ -47,45 +42,43 @@ void AgentsAnswer::setItems(const QList<disco::Item>& items)
         if (!item.node.isEmpty() || seen.contains(item.jid) || agents_.size() == mostServices)
             continue;
         seen.insert(item.jid);
-        agents_.push_back({item, {}});
+        agents_.push_back({item.jid, item.name.isEmpty() ? item.jid : item.name, {}, false, {}});
     }
 }
 
-void AgentsAnswer::describe(std::size_t index, disco::Info info)
+void AgentsAnswer::describe(std::size_t index, const disco::Info& info)
 {
-    agents_[index].info = std::move(info);
+    auto& agent = agents_[index];
+    const auto identity = mainIdentity(info);
+    const bool isRoom = info.hasIdentity(QStringLiteral("conference"), {}) ||
+                        info.has(QStringLiteral("http://jabber.org/protocol/muc"));
+    agent.isGateway = identity.category == QLatin1String("gateway");
+    agent.service = oldService(identity);
+    if (!identity.name.isEmpty())
+        agent.name = identity.name;
+    agent.flags = flag(info.has(QStringLiteral("jabber:iq:register")), "register") +
+                  flag(info.has(QStringLiteral("jabber:iq:search")), "search") + flag(isRoom, "groupchat");
     ++described_;
 }
 
 // The client takes the first child for the name, and an agent whose text holds "transport" for a gateway.
 QString AgentsAnswer::element(const Agent& agent)
 {
-    const auto identity = mainIdentity(agent.info);
-    const bool isGateway = identity.category == QLatin1String("gateway");
-    QString name = !identity.name.isEmpty() ? identity.name : agent.item.name;
-    if (name.isEmpty())
-        name = agent.item.jid;
-    const bool isRoom = hasCategory(agent.info, QStringLiteral("conference")) ||
-                        agent.info.has(QStringLiteral("http://jabber.org/protocol/muc"));
-    QString inner = QStringLiteral("<name>%1</name><service>%2</service>")
-                        .arg(xml::escaped(name), xml::escaped(oldService(identity)));
-    inner += flag(agent.info.has(QStringLiteral("jabber:iq:register")), "register");
-    inner += flag(agent.info.has(QStringLiteral("jabber:iq:search")), "search");
-    inner += flag(isRoom, "groupchat");
-    if (isGateway)
+    QString inner = QStringLiteral("<name>%1</name><service>%2</service>%3")
+                        .arg(xml::escaped(agent.name), xml::escaped(agent.service), agent.flags);
+    if (agent.isGateway)
         inner += QStringLiteral("<transport/>");
     else
         inner.replace(QLatin1String("transport"), QLatin1String("Transport"));
-    return QStringLiteral("<agent jid=\"%1\">%2</agent>").arg(xml::escaped(agent.item.jid), inner);
+    return QStringLiteral("<agent jid=\"%1\">%2</agent>").arg(xml::escaped(agent.jid), inner);
 }
 
 std::shared_ptr<Stanza> AgentsAnswer::stanza() const
 {
     QString inner;
     for (const auto& agent : agents_) {
-        const bool isGateway = hasCategory(agent.info, QStringLiteral("gateway"));
         // An address can't be spelled otherwise, so such a service would be taken for a gateway.
-        if (isGateway || !agent.item.jid.contains(QLatin1String("transport")))
+        if (agent.isGateway || !agent.jid.contains(QLatin1String("transport")))
             inner += element(agent);
     }
     return Stanza::fromXml(QStringLiteral("<iq type=\"result\" id=\"%1\" from=\"%2\">"

@@ -21,17 +21,21 @@ public:
     // own.
     void setItems(const QList<disco::Item>& items);
     std::size_t count() const { return agents_.size(); }
-    const QString& jid(std::size_t index) const { return agents_[index].item.jid; }
-    // `info` is empty for a service that didn't answer.
-    void describe(std::size_t index, disco::Info info);
+    const QString& jid(std::size_t index) const { return agents_[index].jid; }
+    // `info` is empty for a service that didn't answer; it isn't kept.
+    void describe(std::size_t index, const disco::Info& info);
     bool isComplete() const { return described_ == agents_.size(); }
 
     std::shared_ptr<Stanza> stanza() const;
 
 private:
     struct Agent {
-        disco::Item item;
-        disco::Info info;
+        QString jid;
+        QString name;
+        QString service;
+        bool isGateway = false;
+        // <register/> and the like.
+        QString flags;
     };
 
     static QString element(const Agent& agent);

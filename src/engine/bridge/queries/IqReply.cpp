@@ -24,6 +24,14 @@ QByteArray result(pugi::xml_node request, const QString& payload)
     return made(request, "result", payload);
 }
 
+QByteArray absent(pugi::xml_node request)
+{
+    return made(
+        request, "error",
+        QStringLiteral("<error type=\"cancel\">"
+                       "<service-unavailable xmlns=\"urn:ietf:params:xml:ns:xmpp-stanzas\"/></error>"));
+}
+
 QByteArray unavailable(pugi::xml_node request)
 {
     return made(

@@ -57,15 +57,22 @@ std::optional<QString> answer(pugi::xml_node iq)
 
 // Questions that servers and other clients ask this one (RFC 6120, 8.2.3: each needs an answer): ping
 // (XEP-0199), features (XEP-0030), version (XEP-0092). What the client itself handles goes up; the rest is
-// declined here, since the client takes a card or a form for the answer to a question of its own.
+// declined here, since the client takes a card or a form for the answer to a question of its own. Whoever may
+// not see the own presence learns nothing.
 class PeerRequests : public Translator
 {
 public:
     bool up(std::shared_ptr<Stanza>& stanza, BridgeContext& context) override
     {
         const auto iq = stanza->root();
-        if (goesUp(iq))
+        const auto from = stanza->From();
+        const bool isKnown = context.audience.includes(from, context.home);
+        if (goesUp(iq) && (isKnown || !context.audience.isBlocked(from)))
             return false;
+        if (!isKnown) {
+            context.out.wire << reply::absent(iq);
+            return true;
+        }
         const auto payload = answer(iq);
         context.out.wire << (payload ? reply::result(iq, *payload) : reply::unavailable(iq));
         return true;

@@ -8,6 +8,7 @@ namespace queries
 
 std::shared_ptr<Translator> agents();
 std::shared_ptr<Translator> errors();
+std::shared_ptr<Translator> peerIds();
 std::shared_ptr<Translator> peerRequests();
 std::shared_ptr<Translator> roster();
 std::shared_ptr<Translator> supportedNamespaces();

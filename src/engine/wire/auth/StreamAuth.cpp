@@ -32,9 +32,12 @@ void StreamAuth::streamOpened(pugi::xml_node features, const QString& streamId)
 void StreamAuth::authenticate(pugi::xml_node features, const QString& streamId)
 {
     const auto mechanisms = SaslNegotiation::offered(features);
-    if (!SaslClient::choose(mechanisms, request_).isEmpty())
+    const bool offersLegacy = !features || LegacyAuth::isOffered(features);
+    // A digest goes before a word in clear: jabber:iq:auth may have one.
+    const bool isInClear = !request_.encrypted && SaslClient::choose(mechanisms, false).isEmpty();
+    if (!(isInClear && offersLegacy) && !SaslClient::choose(mechanisms, request_).isEmpty())
         return enter(std::make_unique<SaslNegotiation>(request_, mechanisms));
-    if (!features || LegacyAuth::isOffered(features))
+    if (offersLegacy)
         return enter(std::make_unique<LegacyAuth>(request_, streamId));
     state_ = State::Failed;
     error_ = SaslClient::choose(mechanisms, true).isEmpty()

@@ -14,7 +14,8 @@ class AuthPhase;
 
 // From the stream's opening to a bound session, without a socket: elements in, texts out. SASL (RFC 6120, 6)
 // comes first, then resource binding and, where a server insists, the session of RFC 3921; jabber:iq:auth
-// (XEP-0078) only on a server that offers it or that speaks no features at all.
+// (XEP-0078) only on a server that offers it or that speaks no features at all. There it comes before a
+// password in clear.
 class StreamAuth
 {
     Q_DECLARE_TR_FUNCTIONS(StreamAuth)

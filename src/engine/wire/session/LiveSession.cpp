@@ -36,7 +36,8 @@ void LiveSession::begin(std::shared_ptr<StreamLink> link, const Identity& identi
     unproven_.clear();
     queue_->setOwnJid(identity.requestedJid, identity.boundJid);
     tracker_.begin(identity.boundJid, identity.server);
-    bridge_.begin({identity.boundJid, identity.server});
+    bridge_.begin({identity.boundJid, identity.server,
+                   [queue = queue_](const QString& bareJid) { return queue->isBlocked(bareJid); }});
     management_.begin();
     keepAlive_.reset();
     if (streamManagement)
