@@ -10,6 +10,7 @@
 
 class QLabel;
 class Roster;
+class StatusPanel;
 struct Client;
 
 namespace Ui
@@ -98,6 +99,8 @@ private:
     void setStatus(StatusCommand command, bool automatic);
     void checkStatus(StatusCommand command);
     void showPanel(const QString& imageKey, const QString& text);
+    // A line of its own for ten seconds.
+    void tell(const QString& text);
     void showConnectButton(bool connected);
     void showSwitch();
 
@@ -115,6 +118,7 @@ private:
     Client& client_;
     std::unique_ptr<Ui::RosterForm> ui_;
     QLabel* panels_[3] = {};
+    StatusPanel* line_ = nullptr;
     QTimer refreshTimer_;
     QTimer autoAway_;
     AutoStatus autoStatus_;

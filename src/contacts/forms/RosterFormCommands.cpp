@@ -144,11 +144,10 @@ void RosterForm::mRosterFFind_Click()
 
 void RosterForm::openSite(const QString& path)
 {
-    constexpr int shownFor = 10000;
     if (client_.site.WebSite.isEmpty())
-        ui_->StatusBar1->showMessage(tr("No web site is set up, so there is no page to open."), shownFor);
+        tell(tr("No web site is set up, so there is no page to open."));
     else if (!client_.desktop.links->open(QStringLiteral("https://") + client_.site.WebSite + path))
-        ui_->StatusBar1->showMessage(tr("The page could not be opened."), shownFor);
+        tell(tr("The page could not be opened."));
 }
 
 void RosterForm::openHelp(const QString& path)

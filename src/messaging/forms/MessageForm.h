@@ -16,6 +16,7 @@ namespace Ui
 class MessageForm;
 }
 class ConversationHost;
+class StatusPanel;
 class TranscriptView;
 struct Client;
 
@@ -84,5 +85,6 @@ private:
     PeerCommands commands_;
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;
+    StatusPanel* panel_;
     QString picture_;
 };
