@@ -59,6 +59,33 @@ private slots:
         QVERIFY(leavesByTheTray());
     }
 
+    // After a kill too; a program on another profile stands beside it.
+    void aSecondStartBringsUpTheFirst()
+    {
+        start();
+        QVERIFY(SOON(signIn() && x.trayIcon()));
+        program_->kill();
+        QVERIFY(program_->waitForFinished());
+        start();
+        QVERIFY(SOON(isActive(signIn()) && x.trayIcon()));
+        x.close(signIn());
+        QVERIFY(SOON(!signIn()));
+        QProcess second;
+        child::endsWithUs(second);
+        const QString file = QCoreApplication::applicationDirPath() + "/breloim";
+        second.start(file);
+        QVERIFY(second.waitForFinished() && second.exitCode() == 0);
+        QVERIFY(SOON(isActive(signIn())));
+        auto around = QProcessEnvironment::systemEnvironment();
+        around.insert("XDG_CONFIG_HOME", around.value("XDG_CONFIG_HOME") + "/other");
+        second.setProcessEnvironment(around);
+        const auto first = signIn();
+        x.minimise(first);
+        second.start(file);
+        QVERIFY(SOON(isActive(signIn()) || (x.active() && x.active() != first)));
+        QCOMPARE(second.state(), QProcess::Running);
+    }
+
     // Stored places are logical pixels; the screen has 1280 by 1024 of its own.
     void comesUpWhollyOnAScreen_data()
     {

@@ -36,7 +36,8 @@ private slots:
         const auto [way, before] = fetched<Way, Before>();
         if (before == CameAsIcon) {
             julietSays("Ay me!");
-            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic && x.isUrgent(chat())));
+            QCOMPARE(program->tray().unread(), 1);
             x.activate(chat());
         }
         QVERIFY(before == Nothing || (before == CameAsIcon ? SOON(isActive(chat())) : openChatByKeys()));
@@ -57,6 +58,7 @@ private slots:
         }
         QVERIFY(way == Enter ? openChatByKeys() : SOON(isActive(chat())));
         QVERIFY(before == Nothing || SOON(framed(chat()) == left));
+        QVERIFY(!x.isUrgent(chat()) && program->tray().unread() == 0);
         QVERIFY(SOON(focus() == "txtMsg"));
         x.type("Hark!");
         x.press(XDisplay::Return);

@@ -71,9 +71,16 @@ QString Roster::describe(const TreeNode& node) const
     if (!item)
         return {};
     QStringList lines{node.text, item->JID, item->StatusMsg};
+    if (view_->isUnread(node))
+        lines += tr("A message waits to be read");
     lines.removeAll(QString());
     lines.removeDuplicates();
     return lines.join(u'\n');
+}
+
+void Roster::setUnread(const QStringList& jids)
+{
+    view_->setUnread(jids);
 }
 
 void Roster::applyFont()

@@ -25,6 +25,9 @@ public:
     // Null for none.
     const TreeNode* selectedNode() const;
     void clearSelected();
+    // Marks the rows of these JIDs, or the closed folders that they lie in.
+    void setUnread(const QStringList& jids);
+    bool isUnread(const TreeNode& node) const { return unread_.contains(node.key.toLower()); }
 
 signals:
     // A mouse press, with what it hit; null beside all nodes.
@@ -52,6 +55,7 @@ protected:
 
 private:
     void showMenuOfSelection();
+    void drawDot(QPainter& painter, const QRect& row) const;
     void rememberPlace();
     void restorePlace();
     void setDropHighlight(const QModelIndex& index);
@@ -60,6 +64,7 @@ private:
     ContactTree& tree_;
     QPersistentModelIndex dropHighlight_;
     QSet<QString> closed_; // keys of the folders that the person closed
+    QSet<QString> unread_; // JIDs in lower case
     QString keptKey_;
     int keptScroll_ = 0;
     bool dragging_ = false;

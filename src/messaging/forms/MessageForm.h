@@ -34,6 +34,8 @@ public:
 
     // The context of the last message; the window sends through its packet.
     std::optional<PlugInContext> Context;
+    // Whose conversation it is, also where nothing can be sent.
+    QString peer;
     // The line being written is the person's own.
     bool OwnMessage = false;
 
