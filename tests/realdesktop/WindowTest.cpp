@@ -49,6 +49,10 @@ private slots:
         else if (before != Nothing)
             x.close(chat());
         QVERIFY(SOON((!chat() || x.state(chat()) == State::Iconic) && isActive(main())));
+        if (before == Closed) { // and brought back by a message, without taking the screen
+            julietSays("Ay me!");
+            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+        }
         if (way == DoubleClick) {
             clickContact("juliet", XDisplay::Left, 2);
         } else if (way == Entry) {
