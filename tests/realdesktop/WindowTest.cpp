@@ -50,8 +50,13 @@ private slots:
             x.close(chat());
         QVERIFY(SOON((!chat() || x.state(chat()) == State::Iconic) && isActive(main())));
         if (before == Closed) { // and brought back by a message, without taking the screen
-            julietSays("Ay me!");
+            server->client("romeo")->sendText("<message from='juliet@127.0.0.1/Home' type='chat'>"
+                                              "<x xmlns='jabber:x:event'><composing/></x></message>");
             QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+            julietSays("Ay me!");
+            QVERIFY(SOON(x.isUrgent(chat())));
+            x.settle();
+            QCOMPARE(x.state(chat()), State::Iconic);
         }
         if (way == DoubleClick) {
             clickContact("juliet", XDisplay::Left, 2);
