@@ -105,6 +105,8 @@ public:
     virtual void setBalloonText(const QString& text) = 0;
     // Balloons that come together show as the last of them.
     virtual void showBalloon() = 0;
+    // Shows that so many conversations wait to be read.
+    virtual void setUnread(int conversations) = 0;
     // Whether the person can reach the icon now. Without it a hidden window has no way back.
     virtual bool isReachable() const = 0;
 };

@@ -197,8 +197,8 @@ private slots:
         window->client.site.WebSite = site;
         window->choose(entry);
         QTEST(window->outside.links.opened.join(','), "opened");
-        auto* bar = window->form->findChild<QStatusBar*>("StatusBar1");
-        QCOMPARE(bar->isVisible() && !bar->currentMessage().isEmpty(), site.isEmpty());
+        const auto* line = window->form->findChild<QLabel*>("StatusBar1Panel1");
+        QCOMPARE(line->isVisible() && !line->text().isEmpty(), site.isEmpty());
         if (!entry.startsWith("mRosterH"))
             return;
         window->outside.links.opened.clear();

@@ -64,32 +64,42 @@ private slots:
         tray.setIcon("online");
         QCOMPARE(icons.first()->toolTip(), "after");
         QCOMPARE(drawn, QStringList({"offline", "online"}));
+        const auto blue = [&] {
+            return icons.first()->icon().pixmap(16).toImage().pixelColor(11, 11) == Qt::blue;
+        };
+        QVERIFY(blue());
+        tray.setUnread(2);
+        QVERIFY(!blue() && icons.first()->toolTip() == "after\n2 unread conversations");
+        tray.setUnread(0);
+        QVERIFY(blue() && icons.first()->toolTip() == "after");
     }
 
     void clicksBecomeRequests_data()
     {
         using Click = QSystemTrayIcon::ActivationReason;
-        columns<QList<Click>, bool, int, int>("clicks", "hasMenu", "doubles", "menus");
-        row("one click", QList{Click::Trigger}, true, 0, 0);
-        row("double click", QList{Click::Trigger, Click::DoubleClick}, true, 1, 0);
-        row("two single clicks", QList{Click::Trigger, Click::Trigger}, true, 1, 0);
-        row("middle", QList{Click::MiddleClick}, true, 0, 1);
-        row("right with a menu", QList{Click::Context}, true, 0, 0);
-        row("right without a menu", QList{Click::Context}, false, 0, 1);
+        columns<QList<Click>, bool, int, int, int>("clicks", "hasMenu", "singles", "doubles", "menus");
+        row("one click", QList{Click::Trigger}, true, 1, 0, 0);
+        row("double click", QList{Click::Trigger, Click::DoubleClick}, true, 1, 1, 0);
+        row("two single clicks", QList{Click::Trigger, Click::Trigger}, true, 1, 1, 0);
+        row("middle", QList{Click::MiddleClick}, true, 0, 0, 1);
+        row("right with a menu", QList{Click::Context}, true, 0, 0, 0);
+        row("right without a menu", QList{Click::Context}, false, 0, 0, 1);
     }
     void clicksBecomeRequests()
     {
         using Clicks = QList<QSystemTrayIcon::ActivationReason>;
-        const auto [clicks, hasMenu, doubles, menus] = fetched<Clicks, bool, int, int>();
+        const auto [clicks, hasMenu, singles, doubles, menus] = fetched<Clicks, bool, int, int, int>();
         QtTrayIcon tray([](const QString&) { return anyPicture(); });
         QMenu menu;
         if (hasMenu)
             tray.setContextMenu(&menu);
         tray.appear();
+        QSignalSpy clicked(&tray, &QtTrayIcon::clicked);
         QSignalSpy doubleClicked(&tray, &QtTrayIcon::doubleClicked);
         QSignalSpy menuRequested(&tray, &QtTrayIcon::menuRequested);
         for (const auto click : clicks)
             emit tray.findChild<QSystemTrayIcon*>()->activated(click);
+        QCOMPARE(clicked.size(), singles);
         QCOMPARE(doubleClicked.size(), doubles);
         QCOMPARE(menuRequested.size(), menus);
     }

@@ -257,6 +257,8 @@ private slots:
         };
         const auto choose = [&](const char* name) { f->control<QAction>(*window, name).trigger(); };
         entry.setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        window->menuBar()->setFocus(); // as its mnemonic does
         QCOMPARE(states(), "0010");
         entry.setPlainText("rose");
         QCOMPARE(states(), "0011");

@@ -76,5 +76,5 @@ QTextCharFormat MessagingFixture::formatOf(const QWidget& form, const QString& t
 
 QString MessagingFixture::panel(const MessageForm& window)
 {
-    return control<QStatusBar>(window, "StatusBar1").currentMessage();
+    return control<QLabel>(window, "StatusBar1Panel1").text();
 }

@@ -8,8 +8,8 @@
 #include "support/RecordingDesktop.h"
 #include "support/TempProfile.h"
 
+#include <QLabel>
 #include <QPlainTextEdit>
-#include <QStatusBar>
 
 // romeo@montague.example with a hub of real windows. juliet@capulet.example is a contact.
 class MessagingFixture

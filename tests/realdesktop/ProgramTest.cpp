@@ -6,7 +6,6 @@
 #include "support/TestRunner.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -58,6 +57,33 @@ private slots:
         QVERIFY(signsIn());
         QVERIFY(SOON(framed(main()) == left));
         QVERIFY(leavesByTheTray());
+    }
+
+    // After a kill too; a program on another profile stands beside it.
+    void aSecondStartBringsUpTheFirst()
+    {
+        start();
+        QVERIFY(SOON(signIn() && x.trayIcon()));
+        program_->kill();
+        QVERIFY(program_->waitForFinished());
+        start();
+        QVERIFY(SOON(isActive(signIn()) && x.trayIcon()));
+        x.close(signIn());
+        QVERIFY(SOON(!signIn()));
+        QProcess second;
+        child::endsWithUs(second);
+        const QString file = QCoreApplication::applicationDirPath() + "/breloim";
+        second.start(file);
+        QVERIFY(second.waitForFinished() && second.exitCode() == 0);
+        QVERIFY(SOON(isActive(signIn())));
+        auto around = QProcessEnvironment::systemEnvironment();
+        around.insert("XDG_CONFIG_HOME", around.value("XDG_CONFIG_HOME") + "/other");
+        second.setProcessEnvironment(around);
+        const auto first = signIn();
+        x.minimise(first);
+        second.start(file);
+        QVERIFY(SOON(isActive(signIn()) || (x.active() && x.active() != first)));
+        QCOMPARE(second.state(), QProcess::Running);
     }
 
     // Stored places are logical pixels; the screen has 1280 by 1024 of its own.
@@ -128,32 +154,14 @@ private:
     {
         const std::pair<char16_t, QString> fields[] = {{u'u', "romeo"}, {u'p', "secret"}, {u'v', address()}};
         for (const auto& [mnemonic, text] : fields) {
-            if (!SOON(isActive(signIn())) || !goesTo(mnemonic))
+            if (!SOON(isActive(signIn())))
                 return false;
+            x.press(mnemonic, {XDisplay::Alt});
             x.press(u'a', {XDisplay::Control});
             x.type(text);
         }
         x.press(u'c', {XDisplay::Alt});
         return SOON(isActive(main()) && !x.window("Connection status"));
-    }
-
-    // A field selects its text a moment after it got the focus, and what was typed by then is lost: wait
-    // until the program has nothing left to do.
-    bool goesTo(char16_t mnemonic)
-    {
-        x.press(mnemonic, {XDisplay::Alt});
-        x.settle();
-        int looks = 0;
-        return SOON((looks = isAtRest() ? looks + 1 : 0) == 3);
-    }
-
-    bool isAtRest() const
-    {
-        const QDir threads(QStringLiteral("/proc/%1/task").arg(program_->processId()));
-        const auto names = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-        return std::all_of(names.begin(), names.end(), [&](const QString& name) {
-            return read(threads.filePath(name + "/stat")).contains(") S ");
-        });
     }
 
     bool hasLoaded(const char* module) const

@@ -38,7 +38,8 @@ private slots:
         const auto [way, before] = fetched<Way, Before>();
         if (before == CameAsIcon) {
             julietSays("Ay me!");
-            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic && x.isUrgent(chat())));
+            QCOMPARE(program->tray().unread(), 1);
             x.activate(chat());
         }
         QVERIFY(before == Nothing || (before == CameAsIcon ? SOON(isActive(chat())) : openChatByKeys()));
@@ -50,6 +51,15 @@ private slots:
         else if (before != Nothing)
             x.close(chat());
         QVERIFY(SOON((!chat() || x.state(chat()) == State::Iconic) && isActive(main())));
+        if (before == Closed) { // and brought back by a message, without taking the screen
+            server->client("romeo")->sendText("<message from='juliet@127.0.0.1/Home' type='chat'>"
+                                              "<x xmlns='jabber:x:event'><composing/></x></message>");
+            QVERIFY(SOON(chat() && x.state(chat()) == State::Iconic));
+            julietSays("Ay me!");
+            QVERIFY(SOON(x.isUrgent(chat())));
+            x.settle();
+            QCOMPARE(x.state(chat()), State::Iconic);
+        }
         if (way == DoubleClick) {
             clickContact("juliet", XDisplay::Left, 2);
         } else if (way == Entry) {
@@ -59,6 +69,7 @@ private slots:
         }
         QVERIFY(way == Enter ? openChatByKeys() : SOON(isActive(chat())));
         QVERIFY(before == Nothing || SOON(framed(chat()) == left));
+        QVERIFY(!x.isUrgent(chat()) && program->tray().unread() == 0);
         QVERIFY(SOON(focus() == "txtMsg"));
         x.type("Hark!");
         x.press(XDisplay::Return);

@@ -46,6 +46,11 @@ public:
     Window window(const QString& title) const;
     Window active() const { return numbers(root_, "_NET_ACTIVE_WINDOW").value(0); }
     State state(Window window) const { return State(numbers(window, "WM_STATE").value(0)); }
+    // Whether it asks to be looked at.
+    bool isUrgent(Window window) const
+    {
+        return numbers(window, "_NET_WM_STATE").contains(atom("_NET_WM_STATE_DEMANDS_ATTENTION"));
+    }
     // On the screen, without the frame; and the frame around it.
     QRect place(Window window) const;
     QMargins frame(Window window) const;

@@ -110,6 +110,7 @@ private slots:
         live.signIn();
         QCOMPARE(QRect(live.rosterForm()->pos(), live.rosterForm()->size()) == place, returns);
         QCOMPARE(live.rosterForm()->isMinimized(), state == 1);
+        QCOMPARE(live.form("ShowInTrayForm") != nullptr, state == 1); // tells where it is
     }
 
     void exitClosesAndWritesEverything()

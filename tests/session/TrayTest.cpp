@@ -1,3 +1,4 @@
+#include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
 #include "support/FakeClient.h"
@@ -76,6 +77,42 @@ private slots:
             for (const auto& [name, unused] : shows)
                 QCOMPARE(ui::find<QAction>(live.menus.menu(), name)->isChecked(), name == chosen);
         }
+    }
+
+    // Until the person works with the window, which need not be in sight.
+    void anUnseenMessageLeavesItsMarks()
+    {
+        FakeClient live;
+        live.signIn();
+        const auto say = [&live](const char* from) {
+            live.inject(QString("<message from='%1/x' type='chat'><body>Ho!</body></message>").arg(from));
+        };
+        say("tybalt@montague.example");
+        say("juliet@montague.example");
+        const auto marks = [&live] {
+            auto& tree = live.rosterForm()->Roster1->tree();
+            const auto* row = tree.Item(tree.NodeIndexByKey("juliet@montague.example"));
+            const auto words = tree.indexOf(row).data(Qt::AccessibleDescriptionRole).toString();
+            QStringList shown{QString::number(live.world.tray.unread)};
+            shown += words.contains("waits to be read") ? "row" : "";
+            auto* menu = live.rosterForm()->findChild<QMenu*>("mnuConversations");
+            emit menu->aboutToShow();
+            for (const auto* entry : menu->actions())
+                shown += entry->text().section(u' ', 0, 0) + (entry->text().endsWith("(unread)") ? "!" : "");
+            return shown.join(u' ');
+        };
+        QCOMPARE(marks(), "2 row tybalt@montague.example/x! Juliet!");
+        live.trayControl->onClick(); // the one that waits longest
+        live.trayControl->onDoubleClick();
+        QTRY_COMPARE(marks(), "1 row tybalt@montague.example/x Juliet!");
+        live.form("MessageForm")->close();
+        live.ui->windows.messages.hub.openOldestUnread(); // as the balloon does
+        QTRY_COMPARE(marks(), "0  tybalt@montague.example/x Juliet");
+        live.trayControl->onClick();    // nothing is left
+        say("juliet@montague.example"); // the window in use
+        QCOMPARE(marks(), "0  tybalt@montague.example/x Juliet");
+        say("tybalt@montague.example"); // closed before
+        QCOMPARE(marks(), "1  tybalt@montague.example/x! Juliet");
     }
 
     // It hides, and a window says where it went; where there is no tray, it stays in reach.

@@ -105,6 +105,7 @@ private slots:
     void theModulesAreFound()
     {
         QVERIFY(module::factory("breloim_keychain") && module::factory("breloim_sound"));
+        QVERIFY(module::factory("breloim_notifications"));
         QVERIFY(!module::factory("breloim_missing"));
     }
 };

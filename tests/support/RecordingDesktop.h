@@ -49,6 +49,7 @@ struct RecordingTray : TrayIcon {
     int balloonTime = 0;
     QString title;
     QString text;
+    int unread = 0;
     QStringList balloons; // "title|text" of each shown one
     bool reachable = true;
     void setToolTip(const QString& value) override { toolTip = value; }
@@ -57,6 +58,7 @@ struct RecordingTray : TrayIcon {
     void setBalloonTitle(const QString& value) override { title = value; }
     void setBalloonText(const QString& value) override { text = value; }
     void showBalloon() override { balloons += title + u'|' + text; }
+    void setUnread(int conversations) override { unread = conversations; }
     bool isReachable() const override { return reachable; }
 };
 

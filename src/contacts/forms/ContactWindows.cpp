@@ -80,10 +80,25 @@ void ContactWindows::applyOnTop()
         form->applyOnTop();
 }
 
+void ContactWindows::setUnread(const QStringList& jids)
+{
+    if (auto* list = roster())
+        list->setUnread(jids);
+}
+
+ShowInTrayForm& ContactWindows::whereForm()
+{
+    return registry_.single<ShowInTrayForm>(QStringLiteral("ShowInTrayForm"),
+                                            [this] { return new ShowInTrayForm(registry_); });
+}
+
 void ContactWindows::showInTray()
 {
-    registry_
-        .single<ShowInTrayForm>(QStringLiteral("ShowInTrayForm"),
-                                [this] { return new ShowInTrayForm(registry_); })
-        .show();
+    whereForm().show();
+}
+
+void ContactWindows::tellWhere(const QString& title, const QString& description)
+{
+    whereForm().setTexts(title, description);
+    whereForm().show();
 }

@@ -8,6 +8,7 @@
 class FormRegistry;
 class Roster;
 class RosterForm;
+class ShowInTrayForm;
 struct Client;
 
 // The room's face: the main window, made at first use, and what it wishes of other rooms. The stanzas that
@@ -36,8 +37,11 @@ public:
     void refresh();
     void refreshAppearance();
     void applyOnTop();
-    // Tells where the main window went.
+    // Messages of these JIDs wait to be read.
+    void setUnread(const QStringList& jids);
+    // Tells where the main window went, or where it is in other words.
     void showInTray();
+    void tellWhere(const QString& title, const QString& description);
 
 signals:
     void rosterFormMade(RosterForm& form);
@@ -57,6 +61,7 @@ signals:
 
 private:
     void forwardWishes(RosterForm& form);
+    ShowInTrayForm& whereForm();
 
     FormRegistry& registry_;
     Client& client_;

@@ -81,6 +81,8 @@ QString Roster::describe(const TreeNode& node) const
     const bool told = item && item->StatusMsg != item->Status; // "Pending" is a mark, and no word of theirs
     QStringList lines{node.text, item ? item->JID : QString(), stateOf(node),
                       told ? item->StatusMsg.left(longest) : QString()};
+    if (view_->isUnread(node))
+        lines += tr("A message waits to be read");
     lines.removeAll(QString());
     lines.removeDuplicates();
     return lines.join(u'\n');
@@ -104,6 +106,11 @@ QString Roster::stateOf(const TreeNode& node) const
             return statusrules::label(rule.command);
     }
     return tr("On line");
+}
+
+void Roster::setUnread(const QStringList& jids)
+{
+    view_->setUnread(jids);
 }
 
 void Roster::applyFont()

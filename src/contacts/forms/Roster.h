@@ -82,6 +82,9 @@ public:
     // Asks the selected contact for its authorisation again.
     void askAuthorisation();
 
+    // Messages of these JIDs wait to be read.
+    void setUnread(const QStringList& jids);
+
     RosterView& view() { return *view_; }
     ContactTree& tree() { return drawing_.tree(); }
 

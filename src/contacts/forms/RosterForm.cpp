@@ -4,6 +4,7 @@
 #include "contacts/RosterStanzas.h"
 #include "contacts/forms/Roster.h"
 #include "desktop/forms/ImageList.h"
+#include "desktop/forms/StatusPanel.h"
 #include "settings/Paths.h"
 
 #include "ui_RosterForm.h"
@@ -62,7 +63,8 @@ void RosterForm::setUpPanels()
         ui_->StatusBar2->addWidget(panels_[panel], panel == 1 ? 1 : 0);
     }
     panels_[0]->setAccessibleName(tips[0]);
-    connect(ui_->StatusBar1, &QStatusBar::messageChanged, ui_->StatusBar1,
+    line_ = new StatusPanel(ui_->StatusBar1, QStringLiteral("StatusBar1Panel1"));
+    connect(line_, &StatusPanel::told, ui_->StatusBar1,
             [bar = ui_->StatusBar1](const QString& text) { bar->setVisible(!text.isEmpty()); });
 }
 
@@ -144,6 +146,11 @@ void RosterForm::showPanel(const QString& imageKey, const QString& text)
 {
     panels_[0]->setPixmap(ImageList::icon(imageKey).pixmap(QSize(16, 16), devicePixelRatioF()));
     panels_[1]->setText(text);
+}
+
+void RosterForm::tell(const QString& text)
+{
+    line_->tell(text, 10000);
 }
 
 void RosterForm::showConnectButton(bool connected)

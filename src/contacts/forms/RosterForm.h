@@ -10,6 +10,7 @@
 
 class QLabel;
 class Roster;
+class StatusPanel;
 struct Client;
 
 namespace Ui
@@ -109,7 +110,7 @@ private:
     void removeContact();
     void checkVCard();
     void refreshList();
-    // A sentence on what a command did.
+    // A sentence on what a command did, for ten seconds.
     void tell(const QString& text);
     void openSite(const QString& path);
     void openHelp(const QString& path);
@@ -120,6 +121,7 @@ private:
     Client& client_;
     std::unique_ptr<Ui::RosterForm> ui_;
     QLabel* panels_[3] = {};
+    StatusPanel* line_ = nullptr;
     QTimer refreshTimer_;
     QTimer autoAway_;
     AutoStatus autoStatus_;

@@ -160,12 +160,6 @@ void RosterForm::mRosterFFind_Click()
     emit findContactsRequested();
 }
 
-void RosterForm::tell(const QString& text)
-{
-    constexpr int shownFor = 10000;
-    ui_->StatusBar1->showMessage(text, shownFor);
-}
-
 void RosterForm::openSite(const QString& path)
 {
     if (client_.site.WebSite.isEmpty())

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -208,10 +209,38 @@ void RosterView::setDropHighlight(const QModelIndex& index)
     viewport()->update();
 }
 
+void RosterView::setUnread(const QStringList& jids)
+{
+    unread_.clear();
+    for (const auto& jid : jids)
+        unread_ += jid.toLower();
+    viewport()->update();
+}
+
+// At the end of the row, with a rim that stands out from a selection.
+void RosterView::drawDot(QPainter& painter, const QRect& row) const
+{
+    const int size = row.height() / 2;
+    QRect dot(0, 0, size, size);
+    dot.moveCenter(row.center());
+    dot.moveRight(viewport()->rect().right() - size / 2);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(QPalette::Base));
+    painter.setBrush(QColor(0xD4, 0x1C, 0x1C));
+    painter.drawEllipse(dot);
+    painter.restore();
+}
+
 void RosterView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const
 {
     QTreeView::drawRow(painter, option, index);
+    const TreeNode& node = *ContactTree::node(index);
+    const bool hides = !isExpanded(index) && std::any_of(node.children.begin(), node.children.end(),
+                                                         [this](auto* child) { return isUnread(*child); });
+    if (hides || isUnread(node))
+        drawDot(*painter, option.rect);
     if (index != dropHighlight_)
         return;
     painter->save();

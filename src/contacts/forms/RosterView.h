@@ -26,6 +26,9 @@ public:
     // Null for none.
     const TreeNode* selectedNode() const;
     void clearSelected();
+    // Marks the rows of these JIDs, or the closed folders that they lie in.
+    void setUnread(const QStringList& jids);
+    bool isUnread(const TreeNode& node) const { return unread_.contains(node.key.toLower()); }
 
 signals:
     // A mouse press, with what it hit; null beside all nodes.
@@ -54,6 +57,7 @@ protected:
 
 private:
     void showMenuOfSelection();
+    void drawDot(QPainter& painter, const QRect& row) const;
     void rememberPlace();
     void restorePlace();
     void setDropHighlight(const QModelIndex& index);
@@ -62,6 +66,7 @@ private:
     ContactTree& tree_;
     QPersistentModelIndex dropHighlight_;
     QSet<QString> closed_; // keys of the folders that the person closed
+    QSet<QString> unread_; // JIDs in lower case
     QString keptKey_;
     bool keptFolder_ = false;
     int keptScroll_ = 0;

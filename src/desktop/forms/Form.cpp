@@ -175,9 +175,13 @@ void Form::expectActive(QWidget* window)
 void Form::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() != QEvent::ActivationChange || !isActiveWindow())
+    const bool concerned =
+        event->type() == QEvent::ActivationChange || event->type() == QEvent::WindowStateChange;
+    if (!concerned || !isActiveWindow())
         return;
     expectActive(nullptr);
+    if (isMinimized())
+        return;
     if (std::exchange(settling_, false))
         settle();
     emit activated();

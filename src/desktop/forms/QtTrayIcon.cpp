@@ -1,7 +1,10 @@
 #include "desktop/forms/QtTrayIcon.h"
 
+#include "settings/Module.h"
+
 #include <QGuiApplication>
 #include <QMenu>
+#include <QPainter>
 #include <QStyleHints>
 
 #include <algorithm>
@@ -17,10 +20,11 @@ void QtTrayIcon::appear()
 {
     if (icon_)
         return;
-    icon_ = new QSystemTrayIcon(picture_(imageKey_), this);
-    icon_->setToolTip(toolTip_);
+    icon_ = new QSystemTrayIcon(this);
+    redraw();
     icon_->setContextMenu(menu_);
     connect(icon_, &QSystemTrayIcon::activated, this, &QtTrayIcon::activated);
+    connect(icon_, &QSystemTrayIcon::messageClicked, this, &QtTrayIcon::balloonClicked);
     icon_->show();
 }
 
@@ -40,7 +44,7 @@ void QtTrayIcon::setToolTip(const QString& text)
 {
     toolTip_ = text;
     if (icon_)
-        icon_->setToolTip(text);
+        icon_->setToolTip(tip());
 }
 
 void QtTrayIcon::setIcon(const QString& imageKey)
@@ -48,8 +52,51 @@ void QtTrayIcon::setIcon(const QString& imageKey)
     if (imageKey_ == imageKey)
         return;
     imageKey_ = imageKey;
-    if (icon_)
-        icon_->setIcon(picture_(imageKey));
+    redraw();
+}
+
+void QtTrayIcon::setUnread(int conversations)
+{
+    if (std::exchange(unread_, conversations) != conversations)
+        redraw();
+}
+
+void QtTrayIcon::redraw()
+{
+    if (!icon_)
+        return;
+    icon_->setIcon(picture());
+    icon_->setToolTip(tip());
+}
+
+QString QtTrayIcon::tip() const
+{
+    if (unread_ == 0)
+        return toolTip_;
+    return toolTip_ + u'\n' +
+           (unread_ == 1 ? tr("1 unread conversation") : tr("%1 unread conversations").arg(unread_));
+}
+
+// While something is unread a dot with a bright rim lies on the lower right of the picture.
+QIcon QtTrayIcon::picture() const
+{
+    const QIcon plain = picture_(imageKey_);
+    if (unread_ == 0)
+        return plain;
+    QIcon marked;
+    for (const int size : {16, 22, 24, 32, 48, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        plain.paint(&painter, pixmap.rect());
+        painter.setPen(QPen(Qt::white, size / 16.0));
+        painter.setBrush(QColor(0xD4, 0x1C, 0x1C));
+        painter.drawEllipse(QRectF(size * 0.47, size * 0.47, size * 0.5, size * 0.5));
+        painter.end();
+        marked.addPixmap(pixmap);
+    }
+    return marked;
 }
 
 void QtTrayIcon::activated(QSystemTrayIcon::ActivationReason reason)
@@ -73,6 +120,8 @@ void QtTrayIcon::activated(QSystemTrayIcon::ActivationReason reason)
         isSecond ? sinceClick_.invalidate() : sinceClick_.start();
         if (isSecond)
             emit doubleClicked();
+        else
+            emit clicked();
         break;
     }
     default:
@@ -83,6 +132,18 @@ void QtTrayIcon::activated(QSystemTrayIcon::ActivationReason reason)
 void QtTrayIcon::show(const Balloon& balloon)
 {
     appear();
-    icon_->showMessage(plainNotice(balloon.title), plainNotice(balloon.text), QSystemTrayIcon::NoIcon,
-                       std::max(0, balloon.milliseconds));
+    const Balloon plain{plainNotice(balloon.title), plainNotice(balloon.text),
+                        std::max(0, balloon.milliseconds)};
+    if (QSystemTrayIcon::isSystemTrayAvailable() || !notify(plain))
+        icon_->showMessage(plain.title, plain.text, QSystemTrayIcon::NoIcon, plain.milliseconds);
+}
+
+bool QtTrayIcon::notify(const Balloon& balloon)
+{
+    if (!std::exchange(searched_, true)) {
+        notifications_ = module::make<NotificationService>(QStringLiteral("breloim_notifications"));
+        if (notifications_)
+            notifications_->clicked = [this] { emit balloonClicked(); };
+    }
+    return notifications_ && notifications_->show(balloon);
 }

@@ -2,6 +2,7 @@
 
 #include "desktop/BalloonQueue.h"
 #include "desktop/Desktop.h"
+#include "desktop/NotificationService.h"
 
 #include <QElapsedTimer>
 #include <QIcon>
@@ -10,12 +11,13 @@
 #include <QSystemTrayIcon>
 
 #include <functional>
+#include <memory>
 
 class QMenu;
 
 // The icon in the notification area. It remembers what is set and takes its place there only with `appear`,
-// which costs a program start more than all windows do. Where the desktop has no such area nothing shows, and
-// the icon comes up when an area does.
+// which costs a program start more than all windows do. Where the desktop has no such area balloons become
+// the desktop's notifications, and the icon comes up when an area does.
 class QtTrayIcon : public QObject, public TrayIcon
 {
     Q_OBJECT
@@ -37,9 +39,14 @@ public:
     void setBalloonTitle(const QString& text) override { balloon_.title = text; }
     void setBalloonText(const QString& text) override { balloon_.text = text; }
     void showBalloon() override { balloons_.post(balloon_); }
+    void setUnread(int conversations) override;
+    int unread() const { return unread_; }
     bool isReachable() const override;
 
 signals:
+    // The first click of what may become a double click.
+    void clicked();
+    void balloonClicked();
     void doubleClicked();
     // The middle button, or a right click while no context menu is set: the owner shows a menu at the
     // pointer. A context menu that is set comes up by itself.
@@ -48,13 +55,20 @@ signals:
 private:
     void activated(QSystemTrayIcon::ActivationReason reason);
     void show(const Balloon& balloon);
+    bool notify(const Balloon& balloon);
+    QIcon picture() const;
+    QString tip() const;
+    void redraw();
 
     Picture picture_;
     QSystemTrayIcon* icon_ = nullptr;
     QPointer<QMenu> menu_;
     QString toolTip_;
     QString imageKey_;
+    int unread_ = 0;
     Balloon balloon_;
     BalloonQueue balloons_;
     QElapsedTimer sinceClick_;
+    std::unique_ptr<NotificationService> notifications_;
+    bool searched_ = false; // for the module of the notifications
 };

@@ -17,3 +17,9 @@ ShowInTrayForm::ShowInTrayForm(FormRegistry& registry)
 }
 
 ShowInTrayForm::~ShowInTrayForm() = default;
+
+void ShowInTrayForm::setTexts(const QString& title, const QString& description)
+{
+    ui_->lblTitle->setText(title);
+    ui_->lblDescription->setText(description);
+}

@@ -9,7 +9,7 @@ namespace Ui
 class ShowInTrayForm;
 }
 
-// Tells, when the main window has gone to the tray, that the program runs on there.
+// Tells where the main window is when it went from sight or came up out of it.
 class ShowInTrayForm : public Form
 {
     Q_OBJECT
@@ -17,6 +17,9 @@ class ShowInTrayForm : public Form
 public:
     explicit ShowInTrayForm(FormRegistry& registry);
     ~ShowInTrayForm() override;
+
+    // In place of the words for a window that was closed.
+    void setTexts(const QString& title, const QString& description);
 
 private:
     std::unique_ptr<Ui::ShowInTrayForm> ui_;

@@ -49,6 +49,37 @@ void ChatWindow::SendMessageFromConference(const QString& from, const QString& t
         IsTrick = false;
 }
 
+QList<MessageForm*> ChatWindow::conversations() const
+{
+    QList<MessageForm*> windows;
+    for (auto* form : registry_.loaded()) {
+        if (auto* window = qobject_cast<MessageForm*>(form))
+            windows += window;
+    }
+    return windows;
+}
+
+bool ChatWindow::openOldestUnread()
+{
+    for (const auto& peer : unread.peers()) {
+        for (auto* window : conversations()) {
+            if (window->peer == peer) {
+                window->bringUp();
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void ChatWindow::markUnread(MessageForm& window)
+{
+    if (window.isActiveWindow() && !window.isMinimized())
+        return;
+    unread.add(window.peer);
+    QApplication::alert(&window);
+}
+
 void ChatWindow::OnMessage(PlugInContext& context)
 {
     const auto message = InboundMessage::of(context.Stanza());
@@ -128,6 +159,7 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
     if (decision.write) {
         window.WriteMessage(context.Stanza().MessageFields());
         window.setPanelText(tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
+        markUnread(window);
     }
     if (!decision.room)
         window.resources().messageCame(message.resource, contact(message.bare));
@@ -145,6 +177,9 @@ MessageForm& ChatWindow::makeWindow(PlugInContext& context, const InboundMessage
                                     const InboundDecision& decision)
 {
     auto& window = *new MessageForm(registry_, *this);
+    window.peer = decision.room ? message.from : message.bare;
+    connect(&window, &Form::activated, &unread, [this, &window] { unread.remove(window.peer); });
+    connect(&window, &QObject::destroyed, &unread, [this, peer = window.peer] { unread.remove(peer); });
     describePeer(window, message, decision);
     if (decision.window == Window::Known || decision.window == Window::Stranger)
         window.keepIn(context.Session().Properties(), bagKey(message, decision.room));

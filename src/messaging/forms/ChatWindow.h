@@ -2,6 +2,7 @@
 
 #include "engine/ApplicationPlugIn.h"
 #include "messaging/InboundRules.h"
+#include "messaging/UnreadConversations.h"
 #include "messaging/forms/ConversationHost.h"
 
 #include <functional>
@@ -26,10 +27,16 @@ public:
     // Opens the window of a room's occupant; `to` is the own full JID.
     void SendMessageFromConference(const QString& from, const QString& to);
 
+    // The windows of this session, in the order of their making.
+    QList<MessageForm*> conversations() const;
+    // Brings up the one whose message waits longest; false when none does.
+    bool openOldestUnread();
+
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
     void OnReturned(PlugInContext& context) override;
 
+    UnreadConversations unread;
     // The notices window.
     std::function<HeadLineForm&()> notices;
 
@@ -45,6 +52,7 @@ private:
                             const InboundDecision& decision);
     void describePeer(MessageForm& window, const InboundMessage& message, const InboundDecision& decision);
     void showWindow(MessageForm& window);
+    void markUnread(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
     // What went wrong, empty for nothing.
     QString writeLogLine(const QString& body, const QString& sender, const QString& to);

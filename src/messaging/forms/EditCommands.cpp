@@ -1,6 +1,7 @@
 #include "messaging/forms/EditCommands.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -10,14 +11,13 @@
 namespace
 {
 
-// The focused control as what it is, a line or a text, or neither.
+// A control as what it is, a line or a text, or neither.
 struct Focused {
     QLineEdit* line = nullptr;
     QPlainTextEdit* text = nullptr;
 
-    explicit Focused(const QMainWindow& window)
+    explicit Focused(QWidget* focused)
     {
-        QWidget* focused = window.focusWidget();
         if (auto* combo = qobject_cast<QComboBox*>(focused))
             focused = combo->lineEdit();
         line = qobject_cast<QLineEdit*>(focused);
@@ -36,11 +36,12 @@ struct Focused {
 EditCommands::EditCommands(QMenu* menu, const Actions& actions, QMainWindow* window)
     : QObject(window), actions_(actions), window_(window)
 {
+    connect(qApp, &QApplication::focusChanged, this, &EditCommands::remember);
     connect(menu, &QMenu::aboutToShow, this, &EditCommands::refresh);
     // Applies the line's or the text's own command to the focused control.
     const auto bind = [this](QAction* action, auto onLine, auto onText) {
         connect(action, &QAction::triggered, this, [this, onLine, onText] {
-            const Focused focused(*window_);
+            const Focused focused(target());
             if (focused.line)
                 (focused.line->*onLine)();
             else if (focused.text)
@@ -55,9 +56,22 @@ EditCommands::EditCommands(QMenu* menu, const Actions& actions, QMainWindow* win
     connect(actions.del, &QAction::triggered, this, &EditCommands::removeSelection);
 }
 
+// A menu bar that is opened by its mnemonic takes the focus while it is used.
+void EditCommands::remember(QWidget* former, const QWidget* focused)
+{
+    if (focused && focused == window_->menuWidget())
+        beforeMenu_ = former;
+}
+
+QWidget* EditCommands::target() const
+{
+    QWidget* focused = window_->focusWidget();
+    return focused && focused == window_->menuWidget() ? beforeMenu_.data() : focused;
+}
+
 void EditCommands::refresh()
 {
-    const Focused focused(*window_);
+    const Focused focused(target());
     const bool selection = focused.hasSelection();
     for (auto* action : {actions_.cut, actions_.copy, actions_.del})
         action->setEnabled(selection);
@@ -67,7 +81,7 @@ void EditCommands::refresh()
 
 void EditCommands::removeSelection()
 {
-    const Focused focused(*window_);
+    const Focused focused(target());
     if (focused.line && !focused.line->isReadOnly())
         focused.line->del();
     else if (focused.text && !focused.text->isReadOnly())

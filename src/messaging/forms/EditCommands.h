@@ -1,13 +1,15 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class QAction;
 class QMainWindow;
 class QMenu;
+class QWidget;
 
-// The commands of an edit menu. They work on the control of the window that has the focus, and are enabled by
-// its selection each time the menu opens.
+// The commands of an edit menu. They work on the control of the window that has the focus, or had it before
+// the menu bar took it, and are enabled by its selection each time the menu opens.
 class EditCommands : public QObject
 {
     Q_OBJECT
@@ -26,9 +28,12 @@ public:
     EditCommands(QMenu* menu, const Actions& actions, QMainWindow* window);
 
 private:
+    void remember(QWidget* former, const QWidget* focused);
+    QWidget* target() const;
     void refresh();
     void removeSelection();
 
     Actions actions_;
     QMainWindow* window_;
+    QPointer<QWidget> beforeMenu_;
 };

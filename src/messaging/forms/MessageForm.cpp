@@ -4,6 +4,7 @@
 #include "contacts/RosterStanzas.h"
 #include "desktop/forms/Form.h"
 #include "desktop/forms/ImageList.h"
+#include "desktop/forms/StatusPanel.h"
 #include "engine/Jid.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/ConversationHost.h"
@@ -28,6 +29,7 @@ MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
 {
     ui_->setupUi(this);
     setMinimumSize(smallest);
+    panel_ = new StatusPanel(ui_->StatusBar1, QStringLiteral("StatusBar1Panel1"));
     resources_ = std::make_unique<ResourceControls>(*ui_->ComboResource, *ui_->txtTOR, *ui_->lblResource);
     returned_ = new ReturnedMessages(this, [this](const QString& body) { return send(body); });
     ui_->rows->insertWidget(ui_->rows->indexOf(ui_->txtMsg), returned_);
@@ -332,9 +334,7 @@ bool MessageForm::event(QEvent* event)
 
 void MessageForm::setPanelText(const QString& text)
 {
-    const QString shown = text.left(longestLabel);
-    ui_->StatusBar1->showMessage(shown);
-    ui_->StatusBar1->setAccessibleDescription(shown);
+    panel_->tell(text.left(longestLabel));
 }
 void MessageForm::focusEntry()
 {

@@ -17,6 +17,7 @@ class MessageForm;
 }
 class ConversationHost;
 class ReturnedMessages;
+class StatusPanel;
 class TranscriptView;
 struct Client;
 
@@ -34,6 +35,8 @@ public:
 
     // The context of the last message; the window sends through its packet.
     std::optional<PlugInContext> Context;
+    // Whose conversation it is, also where nothing can be sent.
+    QString peer;
     // The line being written is the person's own.
     bool OwnMessage = false;
 
@@ -96,6 +99,7 @@ private:
     TypingRules typing_;
     std::unique_ptr<ResourceControls> resources_;
     ReturnedMessages* returned_;
+    StatusPanel* panel_;
     QString picture_;
     bool canAdd_ = false;
 };

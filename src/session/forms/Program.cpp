@@ -81,6 +81,12 @@ bool Program::start()
     return true;
 }
 
+void Program::bringUp()
+{
+    if (trayControl_)
+        trayControl_->bringUp();
+}
+
 void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
@@ -91,6 +97,9 @@ void Program::makeTray()
     tray.setToolTip(SessionEnd::tr("BreloIM - Disconnected"));
     tray.appear();
     QObject::connect(&tray, &QtTrayIcon::doubleClicked, trayControl_.get(), &TrayControl::onDoubleClick);
+    QObject::connect(&tray, &QtTrayIcon::clicked, trayControl_.get(), &TrayControl::onClick);
+    QObject::connect(&tray, &QtTrayIcon::balloonClicked, &ui_->windows.messages.hub,
+                     &ChatWindow::openOldestUnread);
     QObject::connect(&tray, &QtTrayIcon::menuRequested, menus_.get(),
                      [this] { menus_->menu()->popup(QCursor::pos()); });
 }

@@ -22,6 +22,9 @@ public:
     // False, after a box, when something that the client can't live without is missing.
     bool start();
 
+    // Brings up the window that the person would look for.
+    void bringUp();
+
     // For whoever drives the program from within; the session stands once it is started.
     SessionUi& session() const { return *ui_; }
     Client& client() { return client_; }

@@ -2,7 +2,9 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
-#include <QTimer>
+#include <QMouseEvent>
+
+#include <utility>
 
 // A line edit that selects all of its text when it gets the focus, however it gets it.
 class SelectingLineEdit : public QLineEdit
@@ -16,7 +18,18 @@ protected:
     void focusInEvent(QFocusEvent* event) override
     {
         QLineEdit::focusInEvent(event);
-        // A mouse press puts its caret after this event.
-        QTimer::singleShot(0, this, &QLineEdit::selectAll);
+        pressed_ = event->reason() == Qt::MouseFocusReason;
+        if (!pressed_)
+            selectAll();
     }
+    // A press that gives the focus puts its caret first.
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QLineEdit::mousePressEvent(event);
+        if (std::exchange(pressed_, false))
+            selectAll();
+    }
+
+private:
+    bool pressed_ = false;
 };

@@ -12,6 +12,8 @@
 
 #include <QTimer>
 
+#include <utility>
+
 SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& store,
                      const GatewayFactory& makeGateway)
     : windows(registry, client, store), end(client, windows, store), dispatch(client, *this), client_(client),
@@ -20,6 +22,7 @@ SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& stor
     if (!client.Core)
         client.Core = std::make_unique<TempVRXCore>(makeGateway(connection_));
     takeStanzas();
+    connect(&windows.session.signIn(), &SignInForm::connecting, this, [this] { byHand_ = started_; });
     connect(&windows.contacts, &ContactWindows::disconnectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::connectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::exitRequested, &end, &SessionEnd::exitProgram);
@@ -54,6 +57,7 @@ void SessionUi::start()
         [&client = client_](const QString& bareJid) { return client.MyBanList.BannedJID(bareJid); });
     manager.ApplicationInit();
     form.load();
+    started_ = true;
     form.Timer1()->start();
 }
 
@@ -80,6 +84,20 @@ void SessionUi::finishSignIn()
     if (auto* progress = windows.session.progressIfLoaded(); progress && progress->isVisible())
         progress->requestUnload(CloseMode::Code);
     windows.contacts.makeRosterForm().showConnected(false);
+    if (std::exchange(byHand_, false))
+        tellWhereTheListIs();
+}
+
+// Whoever signs in by hand waits for the main window, which comes back as it was left.
+void SessionUi::tellWhereTheListIs()
+{
+    const auto& form = windows.contacts.makeRosterForm();
+    if (!form.isVisible())
+        windows.contacts.tellWhere(tr("You are signed in. The contact list is in the tray."),
+                                   tr("A double click on the icon there brings it up."));
+    else if (form.isMinimized())
+        windows.contacts.tellWhere(tr("You are signed in. The contact list is minimised, as you left it."),
+                                   tr("The task bar brings it up, or the icon in the tray."));
 }
 
 void SessionUi::loadBannedList()

@@ -59,9 +59,12 @@ private:
     void streamConnected();
     void loadBannedList();
     void loadWindowPosition();
+    void tellWhereTheListIs();
 
     Client& client_;
     SettingsStore& store_;
     ConnectionUi connection_;
     IdleTrim trim_;
+    bool started_ = false;
+    bool byHand_ = false; // the person asked for the sign-in under way
 };

@@ -2,12 +2,15 @@
 
 #include "contacts/Client.h"
 #include "contacts/forms/RosterForm.h"
+#include "messaging/forms/ConversationMenu.h"
+#include "session/forms/LoggingInForm.h"
 #include "session/forms/SessionEnd.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayMenus.h"
 #include "session/forms/Windows.h"
 
 #include <array>
+#include <utility>
 
 TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus)
     : client_(client), windows_(windows), end_(end), menus_(menus)
@@ -23,6 +26,11 @@ TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, Tray
     connect(&windows.contacts, &ContactWindows::rosterFormMade, this, &TrayControl::follow);
     if (auto* form = windows.contacts.rosterForm())
         follow(*form);
+    auto& hub = windows.messages.hub;
+    menus.addConversations(std::make_unique<ConversationMenu>(hub, nullptr));
+    connect(&hub.unread, &UnreadConversations::changed, this, [&client](const QStringList& peers) {
+        client.desktop.tray->setUnread(static_cast<int>(peers.size()));
+    });
 }
 
 // The main window came up: its status and its place show in the menu.
@@ -36,13 +44,31 @@ void TrayControl::follow(RosterForm& form)
             [this](bool canShow, bool) { menus_.setMinimized(canShow); });
 }
 
+void TrayControl::onClick()
+{
+    clickTaken_ = windows_.messages.hub.openOldestUnread();
+}
+
 void TrayControl::onDoubleClick()
 {
+    if (std::exchange(clickTaken_, false))
+        return;
     auto* form = windows_.contacts.rosterForm();
     if (form && form->wasShown() && (form->isMinimized() || !form->isVisible())) {
         form->bringUp();
         menus_.setMinimized(false);
     }
+}
+
+void TrayControl::bringUp()
+{
+    if (auto* form = windows_.contacts.rosterForm(); form && form->wasShown())
+        form->bringUp();
+    else if (auto* progress = windows_.session.progressIfLoaded(); progress && progress->isVisible())
+        progress->bringUp();
+    else
+        windows_.session.signIn().bringUp();
+    menus_.setMinimized(false);
 }
 
 void TrayControl::onStatus(int index)

@@ -16,8 +16,12 @@ class TrayControl : public QObject
 public:
     TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus);
 
-    // A double click on the icon brings a minimised main window back.
+    // A click on the icon opens what waits longest to be read.
+    void onClick();
+    // A double click brings a main window back that is minimised or in the tray.
     void onDoubleClick();
+    // Brings up the window that the person would look for: the program was started once more.
+    void bringUp();
 
 private:
     void follow(RosterForm& form);
@@ -30,4 +34,5 @@ private:
     Windows& windows_;
     SessionEnd& end_;
     TrayMenus& menus_;
+    bool clickTaken_ = false; // the first of what may be a double click opened a conversation
 };

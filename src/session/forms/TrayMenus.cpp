@@ -41,6 +41,12 @@ QAction* TrayMenus::add(QMenu* menu, const char* name, const QString& caption)
     return action;
 }
 
+void TrayMenus::addConversations(std::unique_ptr<QMenu> menu)
+{
+    menu_->insertMenu(menu_->actions().first(), menu.get());
+    conversations_ = std::move(menu);
+}
+
 void TrayMenus::setConnected(bool connected)
 {
     connect_->setText(connected ? tr("Disconnect...") : tr("Connect..."));

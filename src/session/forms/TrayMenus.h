@@ -14,6 +14,8 @@ public:
     explicit TrayMenus(QObject* parent = nullptr);
 
     QMenu* menu() const { return menu_.get(); }
+    // Takes the menu of the conversations.
+    void addConversations(std::unique_ptr<QMenu> menu);
     void setConnected(bool connected);
     // Whether the windows are in the tray: then Restore is offered, else Minimize.
     void setMinimized(bool minimized);
@@ -32,6 +34,7 @@ private:
     QAction* add(QMenu* menu, const char* name, const QString& caption);
 
     std::unique_ptr<QMenu> menu_;
+    std::unique_ptr<QMenu> conversations_;
     QList<QAction*> statuses_;
     QAction* connect_;
     QAction* restore_;

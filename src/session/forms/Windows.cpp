@@ -2,8 +2,11 @@
 
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
+#include "messaging/forms/ConversationMenu.h"
 #include "messaging/forms/MessageForm.h"
 #include "session/forms/SignInForm.h"
+
+#include <QMenu>
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
@@ -29,6 +32,13 @@ void Windows::wireContacts()
 void Windows::wireMessages()
 {
     QObject::connect(&messages.hub, &ChatWindow::rosterRefreshRequested, &contacts, &ContactWindows::refresh);
+    QObject::connect(&messages.hub.unread, &UnreadConversations::changed, &contacts,
+                     &ContactWindows::setUnread);
+    QObject::connect(&contacts, &ContactWindows::rosterFormMade, &messages.hub, [this](RosterForm& form) {
+        form.findChild<QMenu*>(QStringLiteral("mRosterFriends"))
+            ->addMenu(new ConversationMenu(messages.hub, &form));
+        contacts.setUnread(messages.hub.unread.peers());
+    });
     QObject::connect(&messages.hub, &ChatWindow::vCardRequested, &messages,
                      [this](const QString& jid) { services.vCards.RequestVCard(jid); });
 }

@@ -1,0 +1,31 @@
+#include "messaging/forms/ConversationMenu.h"
+
+#include "messaging/forms/ChatWindow.h"
+#include "messaging/forms/MessageForm.h"
+
+ConversationMenu::ConversationMenu(ChatWindow& hub, QWidget* parent)
+    : QMenu(tr("C&onversations"), parent), hub_(hub)
+{
+    setObjectName(QStringLiteral("mnuConversations"));
+    fill();
+    connect(this, &QMenu::aboutToShow, this, &ConversationMenu::fill);
+}
+
+void ConversationMenu::fill()
+{
+    clear();
+    for (auto* window : hub_.conversations())
+        add(*window);
+    if (isEmpty())
+        addAction(tr("No conversation"))->setEnabled(false);
+}
+
+void ConversationMenu::add(MessageForm& window)
+{
+    const bool unread = hub_.unread.peers().contains(window.peer);
+    const QString title = window.windowTitle().replace(u'&', QStringLiteral("&&"));
+    auto* entry = addAction(unread ? tr("%1 (unread)").arg(title) : title, &window, &MessageForm::bringUp);
+    QFont font = entry->font();
+    font.setBold(unread);
+    entry->setFont(font);
+}
