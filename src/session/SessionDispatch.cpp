@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "engine/Jid.h"
+#include "engine/StanzaError.h"
 #include "engine/Xml.h"
 #include "session/HandshakeStanzas.h"
 #include "session/SessionSteps.h"
@@ -43,6 +44,7 @@ void SessionDispatch::takeSteps()
     static constexpr std::pair<Destination, Step> own[] = {
         {Destination::ContactList, &SessionDispatch::onContactList},
         {Destination::AgentList, &SessionDispatch::onAgentList},
+        {Destination::ListRefused, &SessionDispatch::onListRefused},
         {Destination::SignInRefusal, &SessionDispatch::askFirstTime},
         {Destination::RegistrationAnswer, &SessionDispatch::onRegistered},
         {Destination::SupportedNamespaces, &SessionDispatch::readSupportedNamespaces},
@@ -104,6 +106,11 @@ void SessionDispatch::onAgentList(PlugInContext& context)
     onList(tr("Receiving Contacts"), Destination::Agents, context);
 }
 
+void SessionDispatch::onListRefused(PlugInContext& context)
+{
+    steps_.listRefused(StanzaError::of(context.Stanza().root()).sentence());
+}
+
 void SessionDispatch::onList(const QString& progressLine, Destination list, PlugInContext& context)
 {
     const SameSession same(client_);
@@ -140,7 +147,7 @@ void SessionDispatch::askFirstTime(PlugInContext& context)
                                     tr("Are you connecting to this Server for the first time? Click on "
                                        "\"Yes\" to proceed, \"No\" to modify "
                                        "you Information."),
-                                    MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNo);
+                                    MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
     if (!same)
         return;
     if (answer == MessageBoxes::Answer::Yes) {
@@ -157,6 +164,8 @@ void SessionDispatch::onRegistered(PlugInContext& context)
 {
     const auto fields = context.Stanza().IqFields();
     const QString type = fields.Type();
+    if (!isFromHome(fields.From()))
+        return;
     if (type == u"result") {
         client_.Gateway().DoDisconnect();
         steps_.connectAgain();
@@ -171,11 +180,19 @@ void SessionDispatch::onRegistered(PlugInContext& context)
     }
 }
 
-// An answer that names none keeps the mark.
+// The server, or the own account for which it speaks.
+bool SessionDispatch::isFromHome(const QString& from) const
+{
+    const QString address = jid::bare(from);
+    return address.isEmpty() || address.compare(client_.Gateway().Server(), Qt::CaseInsensitive) == 0 ||
+           address.compare(client_.ownBareJid(), Qt::CaseInsensitive) == 0;
+}
+
+// Of the server alone. An answer that names none keeps the mark.
 void SessionDispatch::readSupportedNamespaces(PlugInContext& context)
 {
     const auto& answer = context.Stanza();
-    if (!answer.IqFields().Document().select_node("//ns"))
+    if (!isFromHome(answer.From()) || !answer.IqFields().Document().select_node("//ns"))
         return;
     client_.settings.UserMode = StanzaRoutes::offersAdmin(answer);
     if (client_.settings.UserMode)

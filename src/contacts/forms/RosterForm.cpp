@@ -147,6 +147,8 @@ void RosterForm::showConnectButton(bool connected)
     button->setText(caption);
     button->setToolTip(caption);
     button->setChecked(connected);
+    ui_->mRosterTConn->setEnabled(!connected);
+    ui_->mRosterTDiscon->setEnabled(connected);
 }
 
 void RosterForm::showSwitch()
@@ -172,8 +174,10 @@ void RosterForm::showConnected(bool firstContact)
     showContactList();
 }
 
-void RosterForm::showDisconnected()
+void RosterForm::showDisconnected(const QString& reason)
 {
+    ui_->lblWhy->setText(reason);
+    ui_->lblWhy->setVisible(!reason.isEmpty());
     showPanel(ImageList::keyAt(4), QStringLiteral("Diconnected"));
     panels_[2]->clear();
     showConnectButton(false);

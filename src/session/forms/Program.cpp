@@ -79,7 +79,7 @@ bool Program::start()
 void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
-    trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
+    trayControl_ = std::make_unique<TrayControl>(client_, *ui_, *menus_);
     auto& tray = world_->tray;
     tray.setContextMenu(menus_->menu());
     tray.setIcon(QStringLiteral("LightOff"));

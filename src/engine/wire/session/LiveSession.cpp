@@ -145,5 +145,7 @@ void LiveSession::keepAlive(qint64 nowMs)
 bool LiveSession::isOwnProbe(const Stanza& stanza) const
 {
     const std::string_view id = stanza.root().attribute("id").value();
-    return stanza.kind() == Stanza::Kind::Iq && id.starts_with(probePrefix.constData());
+    const std::string_view type = stanza.root().attribute("type").value();
+    return stanza.kind() == Stanza::Kind::Iq && (type == "result" || type == "error") &&
+           id.starts_with(probePrefix.constData());
 }
