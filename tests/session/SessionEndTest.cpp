@@ -110,8 +110,7 @@ private slots:
             if (!gone)
                 ui::click(question, "cmdAlways");
         });
-        QCOMPARE(live.host->askCertificate({}),
-                 CertificateAnswer::Refuse);
+        QCOMPARE(live.host->askCertificate({}), CertificateAnswer::Refuse);
         QVERIFY(gone && live.signInForm().isVisible());
     }
 

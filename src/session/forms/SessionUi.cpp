@@ -62,7 +62,9 @@ void SessionUi::start()
     manager.PlugIn(&dispatch, this);
     client_.site = store_.loadSite();
     client_.settings.Server = client_.site.DefaultServer;
-    store_.LoadSettings(client_.settings);
+    const QString damage = store_.LoadSettings(client_.settings);
+    if (!damage.isEmpty())
+        client_.desktop.boxes->exclamation(tr("BreloIM"), damage);
     manager.SessionDescriptor(67);
     manager.ApplicationInit();
     form.load();
