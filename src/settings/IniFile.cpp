@@ -72,6 +72,17 @@ std::optional<QString> IniFile::read(const QString& section, const QString& key)
     return found == entries_.cend() || found->text.isNull() ? std::nullopt : std::optional(found->text);
 }
 
+QStringList IniFile::keys(const QString& section) const
+{
+    QStringList found;
+    for (const Entry& entry : entries_) {
+        if (!entry.text.isNull() && entry.path.startsWith(section + u'/', Qt::CaseInsensitive))
+            found += entry.path.mid(section.size() + 1);
+    }
+    found.sort();
+    return found;
+}
+
 IniFile::Entry& IniFile::changed(const QString& section, const QString& key)
 {
     const QString path = pathOf(section, key);

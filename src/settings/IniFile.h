@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -22,6 +23,8 @@ public:
     bool keepCopy() const;
 
     std::optional<QString> read(const QString& section, const QString& key) const;
+    // The keys of a section that have a text, in order.
+    QStringList keys(const QString& section) const;
     void write(const QString& section, const QString& key, const QString& text);
     void remove(const QString& section, const QString& key);
     // Brings the changes to the file. A damaged file is kept beside it under the ending ".damaged". False

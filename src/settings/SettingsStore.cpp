@@ -208,3 +208,21 @@ bool SettingsStore::allowPlainPassword(const QString& server)
     file.write(plainSection, serverKey(server), QStringLiteral("True"));
     return file.save();
 }
+
+QStringList SettingsStore::plainPasswordServers()
+{
+    QStringList servers;
+    for (const QString& key : IniFile(file_).keys(plainSection)) {
+        const QString server = QUrl::fromPercentEncoding(key.toLatin1());
+        if (plainPasswordAllowed(server))
+            servers += server;
+    }
+    return servers;
+}
+
+bool SettingsStore::forbidPlainPassword(const QString& server)
+{
+    IniFile file(file_);
+    file.remove(plainSection, serverKey(server));
+    return file.save();
+}

@@ -49,6 +49,9 @@ public:
     // Whether the server may get a password in clear.
     bool plainPasswordAllowed(const QString& server);
     bool allowPlainPassword(const QString& server);
+    // The servers that may, and the end of one's being so.
+    QStringList plainPasswordServers();
+    bool forbidPlainPassword(const QString& server);
 
 private:
     static void readTexts(const IniFile& file, Settings& settings);

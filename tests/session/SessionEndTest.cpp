@@ -89,7 +89,7 @@ private slots:
             else
                 ui::choose(live.rosterForm(), "Toolbar1Button1");
             QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
-            live.client.settings.SSL = true;
+            live.gateway->encrypted = true; // though nobody insisted on it
             live.signIn();
             QVERIFY(live.rosterForm()->Roster1->isVisible());
             QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());

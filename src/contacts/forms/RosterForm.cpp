@@ -164,7 +164,7 @@ void RosterForm::showSwitch()
 void RosterForm::showConnected(bool firstContact)
 {
     if (!firstContact) {
-        panels_[2]->setText(client_.Gateway().Secure() ? QStringLiteral("SSL") : QStringLiteral("OPEN"));
+        panels_[2]->setText(client_.Gateway().isEncrypted() ? QStringLiteral("SSL") : QStringLiteral("OPEN"));
         checkStatus(StatusCommand::Available);
         return;
     }
