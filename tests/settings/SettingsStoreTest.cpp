@@ -245,7 +245,10 @@ private slots:
         changed.UserName = "romeo";
         QVERIFY(!save(changed));
         QCOMPARE(files::read(paths::settingsFile()), before);
-        QVERIFY(QFile::remove(paths::settingsFile()));
+    }
+
+    void aFolderThatCantBeMadeIsTold()
+    {
 
         files::write(profile_->path() + "/config", "a file in the way");
         QVERIFY(!save(Settings()));
