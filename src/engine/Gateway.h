@@ -27,6 +27,9 @@ public:
     // The host that was passed to DoConnect, without its port.
     virtual QString Server() const = 0;
 
+    // Whether what is said now goes encrypted.
+    virtual bool isEncrypted() const = 0;
+    // What is wished for the next connection: encryption or none at all.
     virtual bool Secure() const = 0;
     virtual void setSecure(bool on) = 0;
     // The way that the next DoConnect takes.

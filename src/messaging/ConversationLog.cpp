@@ -22,12 +22,13 @@ QString failure(const QString& path, const QFile& file)
 {
     return QCoreApplication::translate("ConversationLog",
                                        "The conversation log \"%1\" could not be written: %2")
-        .arg(path, file.errorString());
+        .arg(path, paths::problem(file));
 }
 
 bool openMakingFolder(QFile& file)
 {
     const auto mode = QIODevice::Append | QIODevice::Unbuffered;
+    paths::makePrivateFile(file.fileName());
     if (file.open(mode, ownerOnly))
         return true;
     const QString folder = QFileInfo(file).path();

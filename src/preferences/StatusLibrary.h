@@ -14,6 +14,10 @@ class StatusLibrary
 public:
     StatusLibrary();
 
+    // Begins a new file in place of one that can't be understood. A sentence for the person, or an empty
+    // text.
+    QString renew() const { return file_.renew(); }
+
     // The states of the file in their order; empty for a file that can't be understood. A missing file is
     // made with texts to begin with.
     QStringList states() const;

@@ -24,6 +24,7 @@ public:
     QString UserName() const override { return real_ ? real_->UserName() : QString(); }
     QString Password() const override { return real_ ? real_->Password() : QString(); }
     QString Server() const override { return real_ ? real_->Server() : QString(); }
+    bool isEncrypted() const override { return real_ && real_->isEncrypted(); }
     bool Secure() const override { return secure_; }
     void setSecure(bool on) override;
     void setProxy(const ProxyServer& proxy) override;

@@ -45,6 +45,7 @@ void SessionDispatch::takeSteps()
         {Destination::ContactList, &SessionDispatch::onContactList},
         {Destination::AgentList, &SessionDispatch::onAgentList},
         {Destination::ChangeRefused, &SessionDispatch::onChangeRefused},
+        {Destination::ListRefused, &SessionDispatch::onListRefused},
         {Destination::SignInRefusal, &SessionDispatch::askFirstTime},
         {Destination::RegistrationAnswer, &SessionDispatch::onRegistered},
         {Destination::SupportedNamespaces, &SessionDispatch::readSupportedNamespaces},
@@ -115,6 +116,11 @@ void SessionDispatch::onChangeRefused(PlugInContext& context)
                        tr("Contact list"));
 }
 
+void SessionDispatch::onListRefused(PlugInContext& context)
+{
+    steps_.listRefused(StanzaError::of(context.Stanza().root()).sentence());
+}
+
 void SessionDispatch::onList(const QString& progressLine, Destination list, PlugInContext& context)
 {
     const SameSession same(client_);
@@ -151,7 +157,7 @@ void SessionDispatch::askFirstTime(PlugInContext& context)
                                     tr("Are you connecting to this Server for the first time? Click on "
                                        "\"Yes\" to proceed, \"No\" to modify "
                                        "you Information."),
-                                    MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNo);
+                                    MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
     if (!same)
         return;
     if (answer == MessageBoxes::Answer::Yes) {
@@ -168,6 +174,8 @@ void SessionDispatch::onRegistered(PlugInContext& context)
 {
     const auto fields = context.Stanza().IqFields();
     const QString type = fields.Type();
+    if (!isFromHome(fields.From()))
+        return;
     if (type == u"result") {
         client_.Gateway().DoDisconnect();
         steps_.connectAgain();
@@ -182,11 +190,19 @@ void SessionDispatch::onRegistered(PlugInContext& context)
     }
 }
 
-// An answer that names none keeps the mark.
+// The server, or the own account for which it speaks.
+bool SessionDispatch::isFromHome(const QString& from) const
+{
+    const QString address = jid::bare(from);
+    return address.isEmpty() || address.compare(client_.Gateway().Server(), Qt::CaseInsensitive) == 0 ||
+           address.compare(client_.ownBareJid(), Qt::CaseInsensitive) == 0;
+}
+
+// Of the server alone. An answer that names none keeps the mark.
 void SessionDispatch::readSupportedNamespaces(PlugInContext& context)
 {
     const auto& answer = context.Stanza();
-    if (!answer.IqFields().Document().select_node("//ns"))
+    if (!isFromHome(answer.From()) || !answer.IqFields().Document().select_node("//ns"))
         return;
     client_.settings.UserMode = StanzaRoutes::offersAdmin(answer);
     if (client_.settings.UserMode)

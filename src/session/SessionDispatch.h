@@ -30,10 +30,12 @@ private:
     void onContactList(PlugInContext& context);
     void onAgentList(PlugInContext& context);
     void onChangeRefused(PlugInContext& context);
+    void onListRefused(PlugInContext& context);
     void onList(const QString& progressLine, Destination list, PlugInContext& context);
     void finish(PlugInContext& context);
     void askFirstTime(PlugInContext& context);
     void onRegistered(PlugInContext& context);
+    bool isFromHome(const QString& from) const;
     void readSupportedNamespaces(PlugInContext& context);
     void onAccepted(PlugInContext& context);
     void onRemoved(PlugInContext& context);

@@ -13,6 +13,8 @@ public:
     // The first of the two lists has come: the main window takes the screen. `progressLine` is added to the
     // progress window.
     virtual void firstContact(const QString& progressLine) = 0;
+    // The server keeps the contact list to itself, for this reason.
+    virtual void listRefused(const QString& reason) = 0;
     // A list after the first has come: the progress window goes.
     virtual void finishSignIn() = 0;
     // The progress window goes and the sign-in window comes back.

@@ -30,6 +30,19 @@ bool isChangeRefusal(const Stanza& iq)
     return fields.Type() == u"error" && std::ranges::find(changes, fields.Id()) != std::end(changes);
 }
 
+// The engine lets answers pass only from where the request went; a "set" may come from anybody, under any id.
+bool isAnswer(const Stanza& iq)
+{
+    const QString type = iq.IqFields().Type();
+    return type == u"result" || type == u"error";
+}
+
+// The answer to the engine's request for the contact list.
+bool isListRefusal(const Stanza& iq)
+{
+    return iq.IqFields().Id() == u"brelo-roster" && iq.IqFields().Type() == u"error";
+}
+
 Destination ofBrowse(const PlugInContext& context)
 {
     static constexpr std::pair<QStringView, Destination> lists[] = {
@@ -43,6 +56,8 @@ Destination ofBrowse(const PlugInContext& context)
     };
     const QString id = context.Stanza().IqFields().Id();
     const bool room = context.Session().Properties().Exists(QStringLiteral("IsGroupchat"));
+    if (!isAnswer(context.Stanza()))
+        return room ? Destination::GroupChat : Destination::Nowhere;
     return found(lists, id, room ? Destination::GroupChat : found(others, id));
 }
 
@@ -95,21 +110,33 @@ Destination StanzaRoutes::ofIqChild(pugi::xml_node child, const PlugInContext& c
 {
     static constexpr std::pair<std::string_view, Destination> table[] = {
         {"jabber:iq:roster", Destination::ContactList},   {"jabber:iq:agents", Destination::AgentList},
-        {"jabber:iq:auth", Destination::SignInRefusal},   {"jabber:iq:register", Destination::Transport},
-        {"jabber:iq:search", Destination::Search},        {"vcard-temp", Destination::VCard},
-        {"jabber:iq:conference", Destination::GroupChat}, {"jabber:iq:oob", Destination::FileTransfer},
+        {"jabber:iq:auth", Destination::SignInRefusal},   {"jabber:iq:oob", Destination::FileTransfer},
+        {"jabber:iq:conference", Destination::GroupChat},
+    };
+    static constexpr std::pair<std::string_view, Destination> answers[] = {
+        {"jabber:iq:register", Destination::Transport},
+        {"jabber:iq:search", Destination::Search},
+        {"vcard-temp", Destination::VCard},
     };
     if (child.type() != pugi::node_element || isChangeRefusal(context.Stanza()))
         return Destination::Nowhere;
     const auto ns = xml::xmlns(child);
-    return ns == "jabber:iq:browse" ? ofBrowse(context) : found(table, ns);
+    if (ns == "jabber:iq:browse")
+        return ofBrowse(context);
+    if (isListRefusal(context.Stanza()))
+        return Destination::Nowhere; // as a whole it is no list
+    return found(table, ns, isAnswer(context.Stanza()) ? found(answers, ns) : Destination::Nowhere);
 }
 
 Destination StanzaRoutes::ofIqId(const Stanza& iq)
 {
     const QString id = iq.IqFields().Id();
+    if (!isAnswer(iq))
+        return Destination::Nowhere;
     if (isChangeRefusal(iq))
         return Destination::ChangeRefused;
+    if (isListRefusal(iq))
+        return Destination::ListRefused;
     if (id == u"VRX_new")
         return Destination::RegistrationAnswer;
     if (id == u"VRX_UNREGISTER")
@@ -156,11 +183,13 @@ Destination StanzaRoutes::ofPresence(const Stanza& stanza, const Client& client,
         {u"unsubscribe", Destination::RemovedByContact},
         {u"unsubscribed", Destination::AuthorizationRefused},
     };
+    static constexpr std::pair<QStringView, Destination> ofEngine[] = {{u"connect", Destination::StreamUp},
+                                                                       {u"close", Destination::StreamDown}};
     const QString type = stanza.PresenceFields().Type();
     if (!isInitiated)
-        return type == u"connect" ? Destination::StreamUp : Destination::Nowhere;
+        return stanza.From().isEmpty() ? found(ofEngine, type) : Destination::Nowhere;
     if (type == u"close")
-        return Destination::Notices;
+        return stanza.From().isEmpty() ? Destination::Notices : Destination::Nowhere;
     if (type == u"error") {
         const bool wanted = stanza.From().isEmpty() || client.settings.CheckError;
         return wanted ? Destination::Notices : Destination::Nowhere;

@@ -16,10 +16,12 @@ enum class Destination {
     ContactList,
     AgentList,
     ChangeRefused, // of the contact list
+    ListRefused,
     SignInRefusal,
     RegistrationAnswer,
     SupportedNamespaces,
     StreamUp,
+    StreamDown, // before there was a list
     AuthorizationAccepted,
     RemovedByContact,
     AuthorizationRefused,
@@ -58,6 +60,7 @@ public:
     void pass(Destination destination, PlugInContext& context) const;
 
     // An IQ goes by each of its child elements, in their order, and at last by its id.
+    // What answers a request of the client's own goes on only where it is an answer.
     static Destination ofIqChild(pugi::xml_node child, const PlugInContext& context);
     static Destination ofIqId(const Stanza& iq);
     // Whether an IQ ends at this destination, so that what is left of it goes nowhere.

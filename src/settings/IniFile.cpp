@@ -72,6 +72,17 @@ std::optional<QString> IniFile::read(const QString& section, const QString& key)
     return found == entries_.cend() || found->text.isNull() ? std::nullopt : std::optional(found->text);
 }
 
+QStringList IniFile::keys(const QString& section) const
+{
+    QStringList found;
+    for (const Entry& entry : entries_) {
+        if (!entry.text.isNull() && entry.path.startsWith(section + u'/', Qt::CaseInsensitive))
+            found += entry.path.mid(section.size() + 1);
+    }
+    found.sort();
+    return found;
+}
+
 IniFile::Entry& IniFile::changed(const QString& section, const QString& key)
 {
     const QString path = pathOf(section, key);
@@ -93,11 +104,16 @@ void IniFile::remove(const QString& section, const QString& key)
     changed(section, key).text = QString();
 }
 
+bool IniFile::keepCopy() const
+{
+    QFile::remove(aside());
+    return QFile::copy(file_, aside()) && QFile::setPermissions(aside(), ownerOnly);
+}
+
 bool IniFile::setAside()
 {
-    const QString aside = file_ + QStringLiteral(".damaged");
-    QFile::remove(aside);
-    if (!QFile::rename(file_, aside) || !QFile::setPermissions(aside, ownerOnly))
+    QFile::remove(aside());
+    if (!QFile::rename(file_, aside()) || !QFile::setPermissions(aside(), ownerOnly))
         return false;
     damaged_ = false;
     // What could be read goes into the new file.
@@ -107,7 +123,8 @@ bool IniFile::setAside()
 
 bool IniFile::prepareFile()
 {
-    if (!paths::makePrivateFolder(QFileInfo(file_).absolutePath()) || (damaged_ && !setAside()))
+    if (!paths::makePrivateFolder(QFileInfo(file_).absolutePath()) || paths::isReadOnly(file_) ||
+        (damaged_ && !setAside()))
         return false;
     // QSettings gives its new content the permissions of the file that stands, from the first byte on.
     QFile file(file_);

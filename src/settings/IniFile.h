@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -17,11 +18,17 @@ public:
     // overwritten.
     bool isDamaged() const { return damaged_; }
 
+    // A copy of the file beside it, under the ending ".damaged", as its owner's only. False when there is
+    // none.
+    bool keepCopy() const;
+
     std::optional<QString> read(const QString& section, const QString& key) const;
+    // The keys of a section that have a text, in order.
+    QStringList keys(const QString& section) const;
     void write(const QString& section, const QString& key, const QString& text);
     void remove(const QString& section, const QString& key);
     // Brings the changes to the file. A damaged file is kept beside it under the ending ".damaged". False
-    // when the file could not be written.
+    // when the file could not be written, or may not be.
     bool save();
 
 private:
@@ -34,6 +41,8 @@ private:
     Entry& changed(const QString& section, const QString& key);
     bool setAside();
     bool prepareFile();
+
+    QString aside() const { return file_ + QStringLiteral(".damaged"); }
 
     QString file_;
     bool damaged_ = false;

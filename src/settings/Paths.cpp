@@ -77,4 +77,25 @@ bool makePrivateFolder(const QString& folder)
     return QDir().mkdir(folder, ownerOnly);
 }
 
+void makePrivateFile(const QString& file)
+{
+    const auto granted = QFile::permissions(file);
+    if (granted & others && QFileInfo(file).isFile())
+        QFile::setPermissions(file, granted & ownerOnly);
+}
+
+bool isReadOnly(const QString& file)
+{
+    return QFileInfo::exists(file) && !(QFile::permissions(file) & QFile::WriteOwner);
+}
+
+// What was written in part only has left no reason behind.
+QString problem(const QFileDevice& file)
+{
+    const bool isKnown =
+        file.error() != QFileDevice::NoError && file.errorString() != QLatin1String("Unknown error");
+    return !isKnown ? QCoreApplication::translate("Paths", "There is no room left for it.")
+                    : file.errorString();
+}
+
 } // namespace paths

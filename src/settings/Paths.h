@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QFileDevice;
+
 // Where files lie. All follow the XDG base directories.
 namespace paths
 {
@@ -25,5 +27,12 @@ QString applicationFolder();
 QString applicationFile(const QString& named);
 // Makes `folder` and its missing parents, readable by their owner only. False when that can't be done.
 bool makePrivateFolder(const QString& folder);
+// Takes from others what they may do with a file that exists.
+void makePrivateFile(const QString& file);
+// Whether the owner may write the file; the system's administrator, to whom nothing is read-only, keeps to
+// it.
+bool isReadOnly(const QString& file);
+// Why a file could not be written, in words.
+QString problem(const QFileDevice& file);
 
 } // namespace paths

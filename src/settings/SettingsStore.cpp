@@ -3,8 +3,9 @@
 #include "settings/IniFile.h"
 #include "settings/SettingKeys.h"
 
-#include <QFile>
+#include "settings/Paths.h"
 
+#include <QCoreApplication>
 #include <QUrl>
 
 #include <algorithm>
@@ -68,15 +69,31 @@ SettingsStore::SettingsStore(QString file, SecretStore* secrets) : file_(std::mo
 {
 }
 
-void SettingsStore::LoadSettings(Settings& settings)
+QString SettingsStore::LoadSettings(Settings& settings)
 {
     // A file that came from elsewhere may hold a password that others can read.
-    if (QFile::exists(file_))
-        QFile::setPermissions(file_, QFile::ReadOwner | QFile::WriteOwner);
+    paths::makePrivateFile(file_);
     const IniFile file(file_);
     const SiteData site = siteOf(file);
-    if (!readAll(file, settings, site) || file.isDamaged())
-        LoadDefaults(settings, site);
+    if (readAll(file, settings, site) && !file.isDamaged())
+        return {};
+    LoadDefaults(settings, site);
+    readTexts(file, settings);
+    return file.keepCopy() ? QCoreApplication::translate("SettingsStore",
+                                                         "The settings could not be read and were set anew. "
+                                                         "The file is kept as %1.damaged.")
+                                 .arg(file_)
+                           : QCoreApplication::translate("SettingsStore",
+                                                         "The settings could not be read and were set anew.");
+}
+
+void SettingsStore::readTexts(const IniFile& file, Settings& settings)
+{
+    for (const SettingKey& key : settingKeys()) {
+        const auto stored = file.read(QLatin1String(key.section), QLatin1String(key.key));
+        if (stored && key.use == SettingKey::Both && std::holds_alternative<QString Settings::*>(key.member))
+            key.put(settings, *stored);
+    }
 }
 
 bool SettingsStore::readAll(const IniFile& file, Settings& settings, const SiteData& site)
@@ -189,5 +206,23 @@ bool SettingsStore::allowPlainPassword(const QString& server)
 {
     IniFile file(file_);
     file.write(plainSection, serverKey(server), QStringLiteral("True"));
+    return file.save();
+}
+
+QStringList SettingsStore::plainPasswordServers()
+{
+    QStringList servers;
+    for (const QString& key : IniFile(file_).keys(plainSection)) {
+        const QString server = QUrl::fromPercentEncoding(key.toLatin1());
+        if (plainPasswordAllowed(server))
+            servers += server;
+    }
+    return servers;
+}
+
+bool SettingsStore::forbidPlainPassword(const QString& server)
+{
+    IniFile file(file_);
+    file.remove(plainSection, serverKey(server));
     return file.save();
 }

@@ -27,8 +27,10 @@ public:
     explicit SettingsStore(QString file, SecretStore* secrets = nullptr);
 
     // Reads all keys in order. A value that can't be read sets the defaults of a reset and stops the reading;
-    // so does a damaged file, once what it still holds was read.
-    void LoadSettings(Settings& settings);
+    // so does a damaged file, once what it still holds was read. What the file has of texts, which can always
+    // be read, is taken all the same, and a copy of the file is kept. A sentence for the person then, else an
+    // empty text.
+    QString LoadSettings(Settings& settings);
     // Writes all keys but the three that are never written. The password only with AutoLogon or SavePassword.
     bool SaveSettings(const Settings& settings);
     // The values after a reset; members that a reset leaves alone keep theirs.
@@ -47,8 +49,12 @@ public:
     // Whether the server may get a password in clear.
     bool plainPasswordAllowed(const QString& server);
     bool allowPlainPassword(const QString& server);
+    // The servers that may, and the end of one's being so.
+    QStringList plainPasswordServers();
+    bool forbidPlainPassword(const QString& server);
 
 private:
+    static void readTexts(const IniFile& file, Settings& settings);
     bool readAll(const IniFile& file, Settings& settings, const SiteData& site);
     QString readPassword(const IniFile& file, const Settings& settings);
     void writePassword(IniFile& file, const Settings& settings);

@@ -45,17 +45,39 @@ QString XmlFile::read(pugi::xml_document& document) const
         if (!error.isEmpty())
             return error;
     }
+    paths::makePrivateFile(file_);
     QFile file(file_);
     if (!file.open(QIODevice::ReadOnly))
         return tr("This file can't be read: %1\n%2").arg(file_, file.errorString());
-    const QByteArray text = decoded(file.readAll()).toUtf8();
-    constexpr unsigned options = pugi::parse_full | pugi::parse_ws_pcdata;
-    if (!document.load_buffer(text.constData(), static_cast<std::size_t>(text.size()), options,
-                              pugi::encoding_utf8) ||
-        root_ != document.document_element().name())
+    if (!parse(file.readAll(), document))
         return tr("This file is damaged and was left as it is: %1\nMove it away to begin a new one.")
             .arg(file_);
     return {};
+}
+
+bool XmlFile::parse(const QByteArray& bytes, pugi::xml_document& document) const
+{
+    const QByteArray text = decoded(bytes).toUtf8();
+    constexpr unsigned options = pugi::parse_full | pugi::parse_ws_pcdata;
+    return document.load_buffer(text.constData(), static_cast<std::size_t>(text.size()), options,
+                                pugi::encoding_utf8) &&
+           root_ == document.document_element().name();
+}
+
+QString XmlFile::renew() const
+{
+    pugi::xml_document document;
+    QFile file(file_);
+    if (!file.open(QIODevice::ReadOnly) || parse(file.readAll(), document))
+        return {};
+    const QString aside = file_ + QStringLiteral(".damaged");
+    QFile::remove(aside);
+    if (!file.rename(aside))
+        return tr("This file is damaged: %1\n%2").arg(file_, file.errorString());
+    const QString error = create();
+    return error.isEmpty()
+               ? tr("This file was damaged: %1\nIt is kept as %2, and a new one was begun.").arg(file_, aside)
+               : error;
 }
 
 QString XmlFile::write(pugi::xml_document& document) const
@@ -77,12 +99,11 @@ QString XmlFile::write(pugi::xml_document& document) const
 QString XmlFile::writeText(const QByteArray& text) const
 {
     const QString refused = tr("This file can't be written: %1\n%2");
-    // Asked of the file itself: to the system's administrator nothing is read-only.
-    if (QFileInfo::exists(file_) && !(QFile::permissions(file_) & QFile::WriteOwner))
+    if (paths::isReadOnly(file_))
         return refused.arg(file_, tr("The file is read-only."));
     QSaveFile file(file_);
     if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) ||
         file.write(text) != text.size() || !file.commit())
-        return refused.arg(file_, file.errorString());
+        return refused.arg(file_, paths::problem(file));
     return {};
 }

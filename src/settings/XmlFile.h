@@ -19,10 +19,15 @@ public:
     QString read(pugi::xml_document& document) const;
     QString write(pugi::xml_document& document) const;
 
+    // Keeps a file that can't be understood beside it, under the ending ".damaged", and begins a new one.
+    // Yields a sentence for the person, or an empty text where nothing was amiss.
+    QString renew() const;
+
     const QString& fileName() const { return file_; }
 
 private:
     QString create() const;
+    bool parse(const QByteArray& bytes, pugi::xml_document& document) const;
     QString writeText(const QByteArray& text) const;
 
     QString file_;

@@ -48,6 +48,7 @@ private slots:
             QCOMPARE(rig.host.pins.contains("127.0.0.1"), answer == CertificateAnswer::AcceptAlways);
             QCOMPARE(rig.server.received().contains("</auth>"), accepted);
             QVERIFY(rig.host.plainQuestions.isEmpty());
+            QCOMPARE(rig.gateway->isEncrypted(), accepted);
             if (!accepted)
                 QVERIFY(rig.host.progress.value(0).contains(u"certificate"));
         }

@@ -64,6 +64,9 @@ private slots:
         const QFileInfo file(f->hub->log().path(juliet));
         QVERIFY(file.exists());
         QVERIFY(!((file.permissions() | QFileInfo(file.path()).permissions()) & others));
+        QVERIFY(QFile::setPermissions(file.filePath(), QFile::Permissions(0x6644))); // of an older version
+        f->message(juliet, "chat", "<body>again</body>");
+        QVERIFY(!(QFile::permissions(file.filePath()) & others));
         f->engine.gateway().userName = "tybalt";
         QCOMPARE(f->logOf(juliet), QString());
         f->message(juliet, "chat", "<body>for tybalt</body>");

@@ -1,6 +1,7 @@
 #include "PreferencesFixture.h"
 #include "preferences/forms/PreferencePages.h"
 #include "settings/Paths.h"
+#include "settings/SettingsStore.h"
 #include "support/Files.h"
 
 using Switch = bool Settings::*;
@@ -273,6 +274,23 @@ private slots:
         ui::find<QAbstractButton>(page, "chkTypeNone")->click();
         ui::click(f->form, "cmdOK");
         QCOMPARE(f->client.proxy.kind, ProxyServer::Kind::None);
+    }
+
+    void anAgreementToAPasswordInClearIsTakenBack()
+    {
+        QVERIFY(!ui::find<QWidget>(f->page("Connection"), "frPlain")->isVisible());
+        f.reset();
+        f.emplace();
+        SettingsStore store(paths::settingsFile());
+        QVERIFY(store.allowPlainPassword("b.example") && store.allowPlainPassword("[::1]:5222"));
+        auto* page = f->page("Connection");
+        const auto* servers = ui::find<QComboBox>(page, "cmbPlain");
+        QVERIFY(servers->isVisible() && servers->count() == 2);
+        ui::find<QComboBox>(page, "cmbPlain")->setCurrentText("[::1]:5222");
+        ui::click(page, "cmdForbid");
+        QVERIFY(!store.plainPasswordAllowed("[::1]:5222") && store.plainPasswordAllowed("b.example"));
+        ui::click(page, "cmdForbid");
+        QVERIFY(!store.plainPasswordAllowed("b.example") && !servers->isVisible());
     }
 };
 

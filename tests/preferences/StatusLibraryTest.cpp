@@ -106,15 +106,15 @@ private slots:
         QVERIFY(content().contains("<!-- mine -->") && !content().contains("<message>a<"));
     }
 
-    void aDamagedFileIsLeftAlone()
+    void aDamagedFileIsKeptBesideANewOne()
     {
-        put("<breloim><status type=\"Away\">");
-        auto* panel = f->page("Personal");
-        QCOMPARE(ui::find<QComboBox>(panel, "ComboStatus")->count(), 0);
-        QVERIFY(f->outside.boxes.shown.isEmpty());
-        f->outside.boxes.inputs = {"Lunch"};
-        ui::click(panel, "Command1");
-        QCOMPARE(content(), QByteArray("<breloim><status type=\"Away\">"));
+        const QByteArray damaged = "<breloim><status type=\"Away\">";
+        put(damaged);
+        QCOMPARE(ui::find<QComboBox>(f->page("Personal"), "ComboStatus")->count(), 5);
+        QTRY_COMPARE(f->outside.boxes.shown.size(), 1);
+        QVERIFY(f->outside.boxes.shown[0].text.contains("StatusMsgs.xml.damaged"));
+        QCOMPARE(files::read(paths::configFolder() + "/StatusMsgs.xml.damaged"), damaged);
+        QVERIFY(content().contains("Not at my desk"));
     }
 
     void theContactListStaysOnTop()

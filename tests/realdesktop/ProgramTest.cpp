@@ -9,6 +9,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <sys/resource.h>
+
 // The built program, driven by nothing but keys, pointer and window manager.
 class ProgramTest : public DesktopTest
 {
@@ -136,6 +138,20 @@ private slots:
         julietSays("Hark!");
         QVERIFY(SOON(hasLoaded("sound")));
         QVERIFY(leavesByTheTray());
+    }
+
+    void livesOnWhereNothingCanBeWritten()
+    {
+        start();
+        QVERIFY(SOON(isActive(signIn())));
+        const rlimit none{0, 0};
+        QCOMPARE(prlimit(pid_t(program_->processId()), RLIMIT_FSIZE, &none, nullptr), 0);
+        QVERIFY(choosesInTheTray(1)); // Exit
+        QVERIFY(SOON(x.window("BreloIM")));
+        QVERIFY(program_->state() == QProcess::Running);
+        x.press(XDisplay::Return);
+        QVERIFY(SOON(program_->state() == QProcess::NotRunning));
+        QCOMPARE(program_->exitStatus(), QProcess::NormalExit);
     }
 
 private:

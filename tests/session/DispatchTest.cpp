@@ -24,6 +24,7 @@ struct RecordingSteps : SessionSteps {
         log += "first:" + line;
         initiated = true;
     }
+    void listRefused(const QString& reason) override { log += "refused:" + reason; }
     void finishSignIn() override { log += "finish"; }
     void backToSignIn() override { log += "back"; }
     void connectAgain() override { log += "again"; }
@@ -50,6 +51,7 @@ struct Control : ApplicationPlugIn {
 
 // All destinations but the dispatch's own steps.
 constexpr std::pair<Destination, const char*> places[] = {{Destination::StreamUp, "connected"},
+                                                          {Destination::StreamDown, "ended"},
                                                           {Destination::Roster, "roster"},
                                                           {Destination::Agents, "agents"},
                                                           {Destination::Chat, "chat"},
@@ -183,7 +185,7 @@ private slots:
                                                     {"", true}}; // an empty one keeps the old mark
         for (const auto& [ns, admin] : answers) {
             f->client.settings.UserMode = true;
-            f->engine.inject(query("jabber:iq:browse", "id='VRX_GET_SUPPORTEDNS'", ns));
+            f->engine.inject(query("jabber:iq:browse", "type='result' id='VRX_GET_SUPPORTEDNS'", ns));
             QCOMPARE(f->client.settings.UserMode, admin);
             QCOMPARE(f->takeLog().contains("admin:montague.example"), admin && !ns.isEmpty());
         }
@@ -219,6 +221,26 @@ private slots:
             query("jabber:iq:roster", "type='error' id='UP_NICK'", "<item jid='a@b'/>")
                 .replace("</iq>", "<error code='405'>no</error></iq>"),
             "write|montague.example|The server refused a change of your contact list: no|Contact list");
+        // What doesn't answer a request of ours, or comes from elsewhere, does nothing under its id.
+        const auto alien = [](const char* name, const char* type, const char* ns, const char* id) {
+            const QString attributes = "type='%1' id='%2' from='tybalt@verona.example/x'";
+            row(name,
+                query(ns, attributes.arg(QLatin1String(type), QLatin1String(id)), "<ns>jabber:iq:admin</ns>"),
+                QString());
+        };
+        alien("stranger's namespaces", "set", browse, "VRX_GET_SUPPORTEDNS");
+        alien("stranger's namespaces, as a result", "result", browse, "VRX_GET_SUPPORTEDNS");
+        alien("stranger's account", "result", "other", "VRX_new");
+        alien("stranger's refusal of an account", "error", "other", "VRX_new");
+        for (const char* id : {"Check_Server", "VRX_GET_SERVICE", "VRX_browser", "VRX_GET_CHATROOM",
+                               "VRX_CHATROOM?", "VRX_GET_ONLINEUSERS"})
+            alien(id, "set", browse, id);
+        for (const char* ns : {"jabber:iq:register", "jabber:iq:search", "vcard-temp"})
+            alien(ns, "set", ns, "x");
+        alien("stranger's end of a registration", "set", "other", "VRX_UNREGISTER");
+        alien("stranger's refusal of a card", "get", "other", "JCOM_51");
+        row("contact list refused", query("jabber:iq:roster", "type='error' id='brelo-roster'"),
+            "refused:The server answered with error 500.");
         const auto message = [](const char* name, const char* attributes, const char* log,
                                 const char* inner = "") {
             const QString stanza = "<message %1>%2<body>b</body></message>";
@@ -272,8 +294,9 @@ private slots:
         row("server check", "id='Check_Server' type='result'", QString(), 2);
         row("server check, error", "id=\"Check_Server\" type=\"error\"", QString(), 1);
         row("services, error", "id=\"VRX_browser\" type=\"error\"", QString(), 2);
-        row("namespaces", "id=\"VRX_GET_SUPPORTEDNS\"", "<ns>jabber:iq:time</ns>", 1);
-        row("namespaces, administration", "id=\"VRX_GET_SUPPORTEDNS\"", "<ns>jabber:iq:admin</ns>", 0);
+        row("namespaces", "type=\"result\" id=\"VRX_GET_SUPPORTEDNS\"", "<ns>jabber:iq:time</ns>", 1);
+        row("namespaces, administration", "type=\"result\" id=\"VRX_GET_SUPPORTEDNS\"",
+            "<ns>jabber:iq:admin</ns>", 0);
     }
     void someStepsEndTheirStanza()
     {
@@ -311,10 +334,17 @@ private slots:
         QCOMPARE(f->takeLog(), QStringList{"connected.OnPresence"});
         f->engine.inject("<presence from='a@b'/>"); // before the list
         f->engine.closeStream();
-        QCOMPARE(f->takeLog(), QStringList()); // no list yet: nothing to empty
+        QCOMPARE(f->takeLog(), QStringList{"ended.OnPresence"}); // no list yet: nothing to empty
         f->steps.initiated = true;
         f->engine.closeStream();
         QCOMPARE(f->takeLog(), QStringList{"notices.OnPresence"});
+        for (const bool initiated : {false, true}) { // and not those of others
+            f->steps.initiated = initiated;
+            f->engine.inject("<presence type='connect' from='a@b'/>");
+            f->engine.inject("<presence type='close' from='a@b'/>");
+            QVERIFY(!f->takeLog().contains("notices.OnPresence") &&
+                    !f->takeLog().contains("ended.OnPresence"));
+        }
     }
 };
 

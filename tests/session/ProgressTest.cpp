@@ -1,3 +1,4 @@
+#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
 #include "support/LiveClient.h"
@@ -11,13 +12,20 @@ class ProgressTest : public QObject
 {
     Q_OBJECT
 
+    using Act = std::function<void(FakeClient&)>;
+    static void wait(FakeClient& live, int seconds)
+    {
+        for (int i = 0; i < seconds * 2; ++i) {
+            live.world.clock.time = live.world.clock.time.addMSecs(500);
+            live.client.Core->tick();
+        }
+    }
+
 private slots:
     void tellsWhatWentWrong_data()
     {
         columns<QString, QString>("server", "says");
         const QString address = "$server";
-        row("empty", QString(), "No server is given.");
-        row("blanks only", "   ", "No server is given.");
         row("blanks within", "my server", "has blanks in it");
         row("word for a port", "localhost:many", "is not a port");
         row("port out of range", "localhost:70000", "is not a port");
@@ -55,6 +63,49 @@ private slots:
         silent.onLegacySignIn();
         live.signIn(silent.address());
         QTRY_VERIFY(live.progressText().contains("Connected\n"));
+    }
+
+    // Between "connect" and the lists nothing else would tell.
+    void whatHoldsUpTheListsIsTold_data()
+    {
+        columns<Act, bool, QString>("act", "isUp", "says");
+        row("lost", Act([](FakeClient& c) { c.streamLost(); }), false, "\nDisconnected");
+        row("lost for a reason", Act([](FakeClient& c) {
+                c.host->connectionProgress("It fell.");
+                c.streamLost();
+            }),
+            false, "Friends...\nIt fell.");
+        row("refused", Act([](FakeClient& c) {
+                c.inject("<iq type='error' id='brelo-roster'><error code='403'>not you</error></iq>");
+            }),
+            true, "\nThe server does not give the contact list: not you");
+        row("none for long", Act([](FakeClient& c) { wait(c, 31); }), true, "\nThe server has not sent all");
+        row("none for a while", Act([](FakeClient& c) { wait(c, 29); }), true, "Friends...");
+        row("one for long", Act([](FakeClient& c) {
+                c.inject("<iq type='result'><query xmlns='jabber:iq:roster'/></iq>");
+                wait(c, 31);
+            }),
+            true, "\nThe server has not sent all");
+        row("a question for long", Act([](FakeClient& c) {
+                c.world.clock.time = c.world.clock.time.addSecs(3600);
+                c.client.Core->tick();
+            }),
+            true, "Friends...");
+    }
+    void whatHoldsUpTheListsIsTold()
+    {
+        const auto [act, isUp, says] = fetched<Act, bool, QString>();
+        FakeClient live;
+        live.connectToServer();
+        live.streamUp();
+        live.client.Core->tick();
+        act(live);
+        const auto* told = ui::find<QPlainTextEdit>(live.form("LoggingInForm"), "Label1");
+        QVERIFY2(told->toPlainText().contains(says) && told->toPlainText().count("\nThe server") <= 1,
+                 qPrintable(told->toPlainText()));
+        QVERIFY(says != "Friends..." || told->toPlainText().endsWith(says));
+        QCOMPARE(live.world.tray.toolTip, isUp ? "BreloIM - Connected" : "BreloIM - Disconnected");
+        QCOMPARE(live.trayEntry("mnuTrayConnect"), isUp ? "Disconnect..." : "Connect...");
     }
 };
 

@@ -33,7 +33,7 @@ private slots:
     {
         for (int steps = 0; steps < 3; ++steps) { // connecting, the stream up, the first list there
             FakeClient live;
-            ui::click(&live.signInForm(), "Connect");
+            live.connectToServer();
             if (steps > 0)
                 live.streamUp();
             if (steps > 1)
@@ -55,10 +55,23 @@ private slots:
         for (const bool byPage : {false, true}) {
             FakeClient live;
             live.signIn();
+            if (byPage) // an empty list is one too
+                live.client.MyRoster.RemoveAll();
+            const auto entries = [&live] {
+                return std::pair(ui::find<QAction>(live.rosterForm(), "mRosterTConn")->isEnabled(),
+                                 ui::find<QAction>(live.rosterForm(), "mRosterTDiscon")->isEnabled());
+            };
+            QCOMPARE(entries(), std::pair(false, true));
+            live.inject("<presence type='error'/>"); // no loss: the stream stands
             QCOMPARE(panel(*live.rosterForm(), 3), "OPEN");
             live.inject(message("chat"));
             live.inject(message("headline"));
+            if (!byPage)
+                live.host->connectionProgress("<b>It</b> fell.");
             live.streamLost();
+            QCOMPARE(entries(), std::pair(true, false));
+            const auto* why = ui::find<QLabel>(live.rosterForm(), "lblWhy");
+            QVERIFY(byPage ? !why->isVisible() : why->isVisible() && why->text() == "<b>It</b> fell.");
             QVERIFY(live.rosterForm()->isVisible() && !live.signInForm().isVisible());
             for (const Form* form : live.registry.loaded())
                 QVERIFY2(form == live.rosterForm() || !form->isVisible(), qPrintable(form->objectName()));
@@ -76,13 +89,29 @@ private slots:
             else
                 ui::choose(live.rosterForm(), "Toolbar1Button1");
             QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
-            live.client.settings.SSL = true;
+            live.gateway->encrypted = true; // though nobody insisted on it
             live.signIn();
             QVERIFY(live.rosterForm()->Roster1->isVisible());
             QVERIFY(!ui::find<WaitAnimation>(live.rosterForm(), "Image1")->isRunning());
             QVERIFY(ui::find<QAction>(live.rosterForm(), "Toolbar1Button1")->isChecked());
             QCOMPARE(panel(*live.rosterForm(), 2) + panel(*live.rosterForm(), 3), "AvailableSSL");
         }
+    }
+
+    // An answer from a question of before would otherwise count for the connection of after.
+    void aQuestionGoesWithItsSession()
+    {
+        FakeClient live;
+        live.connectToServer();
+        bool gone = false;
+        ui::onNextDialog([&](QWidget* question) {
+            ui::choose(live.menus.menu(), "mnuTrayConnect");
+            gone = !question->isVisible();
+            if (!gone)
+                ui::click(question, "cmdAlways");
+        });
+        QCOMPARE(live.host->askCertificate({}), CertificateAnswer::Refuse);
+        QVERIFY(gone && live.signInForm().isVisible());
     }
 
     void windowPositionComesBack_data()

@@ -39,7 +39,7 @@ Act answering(const Act& show, MessageBoxes::Answer answer = MessageBoxes::Answe
 
 void connecting(FakeClient& c)
 {
-    ui::click(&c.signInForm(), "Connect");
+    c.connectToServer();
 }
 
 void damagedBlockList(FakeClient& c)

@@ -114,6 +114,41 @@ private slots:
         QCOMPARE(progress->toPlainText(), "Connecting...");
     }
 
+    void whoAndWhereMustBeThere_data()
+    {
+        columns<QString, QString, QString, QString>("user", "server", "sent", "focus");
+        row("nobody", "", "a.example", "", "txtUserName");
+        row("blanks", "  ", "a.example", "", "txtUserName");
+        row("nowhere", "romeo", " ", "", "txtServer");
+        row("blanks around", " romeo ", " a.example ", "romeo at a.example", "");
+        row("whole JID", "juliet@b.example", "a.example", "juliet at b.example", "");
+        row("whole JID, nowhere else", "juliet@b.example/x@y", "", "juliet at b.example", "");
+        row("whole JID, port", "juliet@A.example", "a.example:5333", "juliet at a.example:5333", "");
+        row("nobody at a place", "@b.example", "", "", "txtUserName");
+        row("a name at no place", "juliet@", "", "", "txtServer");
+    }
+    void whoAndWhereMustBeThere()
+    {
+        const auto [user, server, sent, focus] = fetched<QString, QString, QString, QString>();
+        FakeClient live;
+        const auto& form = live.signInForm();
+        const auto* word = ui::find<QLabel>(&form, "lblMissing");
+        ui::type(&form, "txtUserName", user);
+        ui::type(&form, "txtServer", server);
+        QVERIFY(!word->isVisible());
+        ui::click(&form, "Connect");
+        QCOMPARE(live.gateway->connects, sent.isEmpty() ? 0 : 1);
+        if (!sent.isEmpty()) {
+            QCOMPARE(live.gateway->userName + " at " + live.gateway->server, sent);
+            return;
+        }
+        QVERIFY(form.isVisible() && word->isVisible() && !live.form("LoggingInForm"));
+        QCOMPARE(form.focusWidget()->objectName(), focus);
+        QVERIFY(word->text().contains(focus == "txtServer" ? "server" : "user name"));
+        ui::type(&form, focus.toUtf8().constData(), "x");
+        QVERIFY(!word->isVisible());
+    }
+
     void enterConnects()
     {
         for (const char* name :
@@ -150,8 +185,11 @@ private slots:
         live.world.tray.reachable = reachable;
         auto& form = live.signInForm();
         const QSignalSpy unloaded(&form, &SignInForm::unloaded);
-        if (ending)
+        if (ending) {
+            live.connectToServer();
+            form.show();
             ui::click(&form, "CMDDisconnect");
+        }
         form.close();
         QCOMPARE(unloaded.size(), ending ? 1 : 0);
         QCOMPARE(form.isVisible(), !reachable);

@@ -2,6 +2,7 @@
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
 #include "support/FakeClient.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
 
@@ -45,6 +46,52 @@ private slots:
         QCOMPARE(live.gateway->disconnects, 1);
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
         QVERIFY(entries().startsWith("Connect...|"));
+    }
+
+    // However a sign-in or a session ends.
+    void everyEndShows_data()
+    {
+        columns<bool, std::function<void(FakeClient&)>>("signedIn", "act");
+        const auto end = [](const char* name, bool signedIn, const std::function<void(FakeClient&)>& act) {
+            row(name, signedIn, act);
+        };
+        end("disconnect", true, [](FakeClient& c) { ui::choose(c.rosterForm(), "mRosterTDiscon"); });
+        end("lost", true, [](FakeClient& c) { c.streamLost(); });
+        end("sign-in's Disconnect", true, [](FakeClient& c) {
+            c.signInForm().show();
+            ui::click(&c.signInForm(), "CMDDisconnect");
+        });
+        end("lost before the lists", false, [](FakeClient& c) { c.streamLost(); });
+        end("cancel", false, [](FakeClient& c) { ui::click(c.form("LoggingInForm"), "Command1"); });
+        end("No", false, [](FakeClient& c) {
+            c.world.boxes.answers = {MessageBoxes::Answer::No};
+            c.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
+        });
+        end("account refused", false, [](FakeClient& c) { c.inject("<iq type='error' id='VRX_new'/>"); });
+    }
+    void everyEndShows()
+    {
+        const auto [signedIn, act] = fetched<bool, std::function<void(FakeClient&)>>();
+        FakeClient live;
+        const auto shown = [&live] {
+            return QStringList{live.world.tray.icon, live.world.tray.toolTip,
+                               live.trayEntry("mnuTrayConnect")};
+        };
+        const auto isOn = [&live](const char* button) {
+            return ui::find<QPushButton>(&live.signInForm(), button)->isEnabled();
+        };
+        live.connectToServer();
+        QVERIFY(live.trayEntry("mnuTrayConnect") == "Connect..." && isOn("Connect") && isOn("CMDDisconnect"));
+        live.streamUp();
+        if (signedIn) {
+            for (const char* list : {"roster", "agents"})
+                live.inject(QString("<iq type='result'><query xmlns='jabber:iq:%1'/></iq>").arg(list));
+            QCOMPARE(shown(), (QStringList{"LightOn", "BreloIM - Connected", "Disconnect..."}));
+        }
+        QVERIFY(!isOn("Connect") && isOn("CMDDisconnect"));
+        act(live);
+        QCOMPARE(shown(), (QStringList{"LightOff", "BreloIM - Disconnected", "Connect..."}));
+        QVERIFY(isOn("Connect") && !isOn("CMDDisconnect"));
     }
 
     // Neither signed in nor on the way: the entry still brings the sign-in window.

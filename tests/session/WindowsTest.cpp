@@ -162,7 +162,7 @@ private slots:
     {
         FakeClient live;
         live.client.proxy = {ProxyServer::Kind::Socks5, "proxy.example", 1080, {}, {}};
-        ui::click(&live.signInForm(), "Connect");
+        live.connectToServer();
         QCOMPARE(live.gateway->proxy.host, "proxy.example");
     }
 };

@@ -151,8 +151,15 @@ private slots:
         const auto [key, text] = fetched<QString, QString>();
         store("Program Settings/User Mode", "True");
         store("Program Settings/Add Sponsors", "False");
+        store("Program Settings/UserName", "romeo");
+        store("Program Settings/Server", "montague.example");
+        store("Status Messages/DND", "dreaming");
         store(("Program Settings/" + key).toUtf8(), text);
+        const QByteArray before = files::read(paths::settingsFile());
         const Settings settings = loaded();
+        QCOMPARE(settings.UserName + settings.Server + settings.StatusDND, "romeomontague.exampledreaming");
+        QVERIFY(save(settings));
+        QCOMPARE(files::read(paths::settingsFile() + ".damaged"), before);
         QVERIFY(settings.CheckError && !settings.AutoReconnect);
         QVERIFY(!settings.UserMode);
         QVERIFY2(settings.AddSponsors, "the reading went on");
@@ -228,8 +235,21 @@ private slots:
         QCOMPARE(open(file), 0);
     }
 
+    void whatMayNotBeWrittenIsTold()
+    {
+        QVERIFY(save(Settings()));
+        const QByteArray before = files::read(paths::settingsFile());
+        QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::ReadOwner | QFile::ReadOther));
+        Settings changed = loaded();
+        QCOMPARE(int(QFile::permissions(paths::settingsFile())) & 0x3077, 0x3000 & int(QFile::ReadOwner));
+        changed.UserName = "romeo";
+        QVERIFY(!save(changed));
+        QCOMPARE(files::read(paths::settingsFile()), before);
+    }
+
     void aFolderThatCantBeMadeIsTold()
     {
+
         files::write(profile_->path() + "/config", "a file in the way");
         QVERIFY(!save(Settings()));
         SettingsStore store(paths::settingsFile());

@@ -20,7 +20,7 @@ FakeClient::FakeClient(const Settings& stored, const std::function<std::unique_p
         gateway = made.get();
         return made;
     });
-    trayControl = std::make_unique<TrayControl>(client, ui->windows, ui->end, menus);
+    trayControl = std::make_unique<TrayControl>(client, *ui, menus);
     ui->start();
     signInForm().show();
 }
@@ -31,11 +31,16 @@ FakeClient::~FakeClient()
     registry.deleteAllExcept(&signInForm());
 }
 
-void FakeClient::signIn()
+void FakeClient::connectToServer()
 {
     ui::type(&signInForm(), "txtUserName", "romeo");
     ui::type(&signInForm(), "txtServer", "montague.example");
     ui::click(&signInForm(), "Connect");
+}
+
+void FakeClient::signIn()
+{
+    connectToServer();
     streamUp();
     inject("<iq type=\"result\"><query xmlns=\"jabber:iq:roster\"><item jid=\"juliet@montague.example\" "
            "name=\"Juliet\" subscription=\"both\"><group>Friends</group></item></query></iq>");

@@ -29,7 +29,9 @@ public:
     RosterForm* rosterForm() const { return ui->windows.contacts.rosterForm(); }
     Form* form(const char* name) const { return registry.find(QLatin1String(name)); }
 
-    // Clicks Connect and answers with both lists; the contact list then holds juliet@montague.example.
+    // Types the account and clicks Connect.
+    void connectToServer();
+    // The same, and answers with both lists; the contact list then holds juliet@montague.example.
     void signIn();
     void inject(const QString& xml);
     // The engine's own presences, as the gateway would deliver them.

@@ -22,6 +22,7 @@ public:
     QString UserName() const override { return userName; }
     QString Password() const override { return password; }
     QString Server() const override { return server; }
+    bool isEncrypted() const override { return encrypted; }
     bool Secure() const override { return secure; }
     void setSecure(bool on) override { secure = on; }
     void setProxy(const ProxyServer& value) override { proxy = value; }
@@ -30,6 +31,7 @@ public:
 
     bool connected = false;
     bool secure = false;
+    bool encrypted = false;
     ProxyServer proxy;
     QString userName;
     QString password;

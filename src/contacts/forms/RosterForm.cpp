@@ -162,6 +162,8 @@ void RosterForm::showConnectButton(bool connected)
     button->setToolTip(caption);
     connectedShown_ = connected;
     button->setChecked(connected);
+    ui_->mRosterTConn->setEnabled(!connected);
+    ui_->mRosterTDiscon->setEnabled(connected);
 }
 
 void RosterForm::showSwitch()
@@ -177,7 +179,7 @@ void RosterForm::showSwitch()
 void RosterForm::showConnected(bool firstContact)
 {
     if (!firstContact) {
-        panels_[2]->setText(client_.Gateway().Secure() ? QStringLiteral("SSL") : QStringLiteral("OPEN"));
+        panels_[2]->setText(client_.Gateway().isEncrypted() ? QStringLiteral("SSL") : QStringLiteral("OPEN"));
         showAnnounced();
         return;
     }
@@ -187,8 +189,10 @@ void RosterForm::showConnected(bool firstContact)
     showContactList();
 }
 
-void RosterForm::showDisconnected()
+void RosterForm::showDisconnected(const QString& reason)
 {
+    ui_->lblWhy->setText(reason);
+    ui_->lblWhy->setVisible(!reason.isEmpty());
     showPanel(ImageList::keyAt(4), QStringLiteral("Diconnected"));
     panels_[2]->clear();
     showConnectButton(false);

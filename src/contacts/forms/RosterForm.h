@@ -38,8 +38,9 @@ public:
 
     // What the handshake shows: at the first stanza of a session, and at every later one.
     void showConnected(bool firstContact);
-    // The stream is gone: the wait picture stands in place of the contact list.
-    void showDisconnected();
+    // The stream is gone: the wait picture stands in place of the contact list, and `reason`, if there is
+    // one.
+    void showDisconnected(const QString& reason);
     // The contact list stands in place of the wait picture.
     void showContactList();
     // Stays before all other windows, or not, as the setting says.

@@ -2,6 +2,8 @@
 
 #include "contacts/Client.h"
 #include "settings/CRegistry.h"
+#include "settings/Paths.h"
+#include "settings/SettingsStore.h"
 
 #include "ui_ConnectionUsrCtrl.h"
 
@@ -50,6 +52,8 @@ ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
     // What the desktop will do counts, not what was once wished.
     ui_->Check1->setChecked(CRegistry::hasValue(startEntry()));
     connect(ui_->Check1, &QCheckBox::toggled, this, &ConnectionUsrCtrl::Check1_Click);
+    connect(ui_->cmdForbid, &QPushButton::clicked, this, &ConnectionUsrCtrl::forbidPlain);
+    showPlain();
     showProxy();
     onSave([this](Settings&) { saveProxy(); });
 }
@@ -73,6 +77,20 @@ void ConnectionUsrCtrl::Check1_Click(bool on)
     const QSignalBlocker quiet(ui_->Check1);
     ui_->Check1->setChecked(!on);
     tell(tr("The desktop's list of programs to start can't be changed."));
+}
+
+void ConnectionUsrCtrl::showPlain()
+{
+    ui_->cmbPlain->clear();
+    ui_->cmbPlain->addItems(SettingsStore(paths::settingsFile()).plainPasswordServers());
+    ui_->frPlain->setVisible(ui_->cmbPlain->count() > 0);
+}
+
+void ConnectionUsrCtrl::forbidPlain()
+{
+    if (!SettingsStore(paths::settingsFile()).forbidPlainPassword(ui_->cmbPlain->currentText()))
+        tell(tr("The settings could not be saved."));
+    showPlain();
 }
 
 void ConnectionUsrCtrl::showProxy()

@@ -23,6 +23,9 @@ public:
 private:
     void keepPassword();
     void Check1_Click(bool on);
+    // The agreements to send a password in clear; nothing is shown where there is none.
+    void showPlain();
+    void forbidPlain();
     void showProxy();
     void saveProxy();
     void enableProxyFields();

@@ -5,11 +5,15 @@
 #include "ui_PersonalUsrCtrl.h"
 
 #include <QSignalBlocker>
+#include <QTimer>
 
 PersonalUsrCtrl::PersonalUsrCtrl(Client& client)
     : PreferencePanel(client), ui_(std::make_unique<Ui::PersonalUsrCtrl>())
 {
     ui_->setupUi(this);
+    // Told once the page is there.
+    if (const QString damage = library_.renew(); !damage.isEmpty())
+        QTimer::singleShot(0, this, [this, damage] { tell(damage); });
     ui_->ComboStatus->addItems(library_.states());
     (client_.settings.OnTop ? ui_->chkAlwaysOnTop : ui_->chkWndNotOnTop)->setChecked(true);
     connect(ui_->ComboStatus, &QComboBox::currentTextChanged, this, &PersonalUsrCtrl::fillMessages);

@@ -13,15 +13,25 @@ ConnectionUi::ConnectionUi(Client& client, SessionWindows& windows, SettingsStor
 
 void ConnectionUi::connectionProgress(const QString& text)
 {
-    if (auto* progress = windows_.progressIfLoaded())
-        progress->appendLine(text);
+    reason_ = text;
+    windows_.tellProgress(text);
 }
 
 CertificateAnswer ConnectionUi::askCertificate(const CertificateInfo& info)
 {
-    CertificateForm form(info, windows_.progressIfLoaded());
-    form.exec();
-    return form.answer();
+    const SameSession same(client_);
+    const QPointer form = new CertificateForm(info, windows_.progressIfLoaded());
+    question_ = form;
+    form->exec();
+    const auto answer = form && same ? form->answer() : CertificateAnswer::Refuse;
+    delete form;
+    return answer;
+}
+
+void ConnectionUi::withdraw()
+{
+    if (question_)
+        question_->reject();
 }
 
 bool ConnectionUi::allowPlainPassword(const QString& server)

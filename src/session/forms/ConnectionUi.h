@@ -3,7 +3,9 @@
 #include "engine/ConnectionHost.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
+class CertificateForm;
 class SessionWindows;
 class SettingsStore;
 struct Client;
@@ -18,6 +20,13 @@ public:
     // All must outlive the object.
     ConnectionUi(Client& client, SessionWindows& windows, SettingsStore& store);
 
+    // What was told last of the connection that was begun last; empty when nothing was.
+    const QString& reason() const { return reason_; }
+    // A connection begins: what was told of the one before is forgotten.
+    void begin() { reason_.clear(); }
+    // A question that still stands goes, unanswered.
+    void withdraw();
+
     void connectionProgress(const QString& text) override;
     CertificateAnswer askCertificate(const CertificateInfo& info) override;
     bool allowPlainPassword(const QString& server) override;
@@ -28,4 +37,6 @@ private:
     Client& client_;
     SessionWindows& windows_;
     SettingsStore& store_;
+    QString reason_;
+    QPointer<CertificateForm> question_;
 };

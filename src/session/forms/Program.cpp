@@ -20,6 +20,8 @@
 #include <QMenu>
 #include <QTimer>
 
+#include <csignal>
+
 // The real versions of the seams.
 struct Program::World {
     SystemClose systemClose;
@@ -37,6 +39,8 @@ struct Program::World {
 
 Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFile(), &world_->secrets)
 {
+    // A file that reaches the system's bound is an error to be told, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     client_.desktop = {&world_->boxes,   &world_->links,   &world_->sounds, &world_->tray,  &world_->clock,
                        &world_->pointer, &world_->network, &world_->files,  &world_->looks, &world_->network};
     world_->tray.setIcon(QStringLiteral("LightOff"));
@@ -90,7 +94,7 @@ void Program::bringUp()
 void Program::makeTray()
 {
     menus_ = std::make_unique<TrayMenus>();
-    trayControl_ = std::make_unique<TrayControl>(client_, ui_->windows, ui_->end, *menus_);
+    trayControl_ = std::make_unique<TrayControl>(client_, *ui_, *menus_);
     auto& tray = world_->tray;
     tray.setContextMenu(menus_->menu());
     tray.setIcon(QStringLiteral("LightOff"));

@@ -51,8 +51,7 @@ void SessionEnd::returnToSignIn()
     client_.Gateway().DoDisconnect();
     emptyLists();
     showSignIn();
-    client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
-    emit ended();
+    signedOut();
 }
 
 void SessionEnd::cancelSignIn()
@@ -66,27 +65,38 @@ void SessionEnd::cancelSignIn()
     windows_.session.closeProgress();
     client_.IgnoreIQ = false;
     showSignIn();
+    signedOut();
+}
+
+void SessionEnd::backToSignIn()
+{
+    ++client_.sessionNumber;
+    windows_.session.closeProgress();
+    windows_.session.signIn().show();
+    signedOut();
+}
+
+void SessionEnd::signedOut()
+{
+    client_.desktop.tray->setIcon(QStringLiteral("LightOff"));
+    client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
     emit ended();
 }
 
 // The main window stays on screen, empty, with its wait picture.
-void SessionEnd::connectionLost()
+void SessionEnd::connectionLost(const QString& reason)
 {
     ++client_.sessionNumber;
     windows_.registry.unloadAllExcept({rosterName, signInName});
-    if (client_.MyRoster.Count() == 0)
-        return;
     if (auto* roster = windows_.contacts.roster()) {
         roster->RemoveAll();
         roster->setIsInitiated(false);
     }
     emptyLists();
-    client_.desktop.tray->setIcon(QStringLiteral("LightOff"));
-    client_.desktop.tray->setToolTip(tr("BreloIM - Disconnected"));
-    emit ended();
+    signedOut();
     // The last, since it may show a box.
     if (auto* form = windows_.contacts.rosterForm())
-        form->showDisconnected();
+        form->showDisconnected(reason);
 }
 
 void SessionEnd::exitProgram()
@@ -99,6 +109,7 @@ void SessionEnd::exitProgram()
         // What comes back unsent is still to be logged.
         client_.Core->PluginManager->Trigger();
     }
+    emit ended();
     windows_.registry.unloadAllExcept({signInName});
     windows_.session.signIn().requestUnload(CloseMode::Code);
 }

@@ -27,13 +27,28 @@ SessionUi::SessionUi(FormRegistry& registry, Client& client, SettingsStore& stor
     connect(&windows.contacts, &ContactWindows::connectRequested, &end, &SessionEnd::returnToSignIn);
     connect(&windows.contacts, &ContactWindows::exitRequested, &end, &SessionEnd::exitProgram);
     connect(&windows.session, &SessionWindows::cancelRequested, &end, &SessionEnd::cancelSignIn);
-    connect(&windows.messages, &MessageWindows::connectionLost, &end, &SessionEnd::connectionLost);
+    connect(&windows.messages, &MessageWindows::connectionLost, this, &SessionUi::connectionLost);
+    followSignIn();
+}
+
+void SessionUi::followSignIn()
+{
+    auto& signIn = windows.session.signIn();
+    connect(&signIn, &SignInForm::connecting, this, [this] { connection_.begin(); });
+    connect(&signIn, &SignInForm::disconnected, &end, &SessionEnd::signedOut);
+    connect(this, &SessionUi::connected, &signIn, [&signIn] { signIn.showConnection(true, true); });
+    connect(&end, &SessionEnd::ended, this, [this, &signIn] {
+        signIn.showConnection(false, false);
+        lists_.end();
+        connection_.withdraw();
+    });
 }
 
 void SessionUi::takeStanzas()
 {
     auto& routes = dispatch.routes;
     routes.take(Destination::StreamUp, [this](PlugInContext&) { streamConnected(); });
+    routes.take(Destination::StreamDown, [this](PlugInContext&) { streamEnded(); });
     routes.take(Destination::Roster, windows.contacts);
     routes.take(Destination::Agents, windows.services.agents);
     routes.take(Destination::VCard, windows.services.vCards);
@@ -51,7 +66,9 @@ void SessionUi::start()
     manager.PlugIn(&dispatch, this);
     client_.site = store_.loadSite();
     client_.settings.Server = client_.site.DefaultServer;
-    store_.LoadSettings(client_.settings);
+    const QString damage = store_.LoadSettings(client_.settings);
+    if (!damage.isEmpty())
+        client_.desktop.boxes->exclamation(tr("BreloIM"), damage);
     manager.SessionDescriptor(67);
     manager.Queue()->setBlocked(
         [&client = client_](const QString& bareJid) { return client.MyBanList.BannedJID(bareJid); });
@@ -79,8 +96,14 @@ void SessionUi::firstContact(const QString& progressLine)
     form.show();
 }
 
+void SessionUi::listRefused(const QString& reason)
+{
+    windows.session.tellProgress(tr("The server does not give the contact list: %1").arg(reason));
+}
+
 void SessionUi::finishSignIn()
 {
+    lists_.end();
     if (auto* progress = windows.session.progressIfLoaded(); progress && progress->isVisible())
         progress->requestUnload(CloseMode::Code);
     windows.contacts.makeRosterForm().showConnected(false);
@@ -130,13 +153,23 @@ void SessionUi::streamConnected()
     progress.appendLine(tr("Connected"));
     progress.appendLine(tr("Receiving Gateways/Friends..."));
     client_.desktop.tray->setToolTip(tr("BreloIM - Connected"));
+    lists_.begin();
+    emit connected();
 }
 
-void SessionUi::backToSignIn()
+// Where the reason is known, it stands in the progress window already.
+void SessionUi::streamEnded()
 {
-    ++client_.sessionNumber;
-    windows.session.closeProgress();
-    windows.session.signIn().show();
+    if (connection_.reason().isEmpty())
+        windows.session.tellProgress(tr("Disconnected"));
+    end.signedOut();
+}
+
+// An error that names no sender comes this way too, and ends nothing.
+void SessionUi::connectionLost()
+{
+    if (!client_.isConnected())
+        end.connectionLost(connection_.reason());
 }
 
 void SessionUi::connectAgain()
@@ -163,6 +196,9 @@ void SessionUi::showAdminMenu(const QString& server)
 void SessionUi::Trigger()
 {
     trim_.tick(dispatch.takeWork());
+    if (lists_.isOver(client_.desktop.clock->now()))
+        windows.session.tellProgress(
+            tr("The server has not sent all of the lists yet. You can go on waiting, or cancel."));
     auto* form = windows.contacts.rosterForm();
     if (form && client_.isConnected())
         form->myITriggerReceiver().Trigger();

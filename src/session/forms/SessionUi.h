@@ -3,6 +3,7 @@
 #include "engine/Gateway.h"
 #include "engine/ITriggerReceiver.h"
 #include "session/IdleTrim.h"
+#include "session/Patience.h"
 #include "session/SessionDispatch.h"
 #include "session/SessionSteps.h"
 #include "session/forms/ConnectionUi.h"
@@ -39,8 +40,9 @@ public:
 
     bool isInitiated() const override { return windows.contacts.isInitiated(); }
     void firstContact(const QString& progressLine) override;
+    void listRefused(const QString& reason) override;
     void finishSignIn() override;
-    void backToSignIn() override;
+    void backToSignIn() override { end.backToSignIn(); }
     void connectAgain() override;
     QString userName() const override;
     QString password() const override;
@@ -54,9 +56,16 @@ public:
     // The engine's periodic call; reaches the main window while connected.
     void Trigger() override;
 
+signals:
+    // The stream stands.
+    void connected();
+
 private:
+    void followSignIn();
     void takeStanzas();
     void streamConnected();
+    void streamEnded();
+    void connectionLost();
     void loadBannedList();
     void loadWindowPosition();
     void tellWhereTheListIs();
@@ -67,4 +76,5 @@ private:
     IdleTrim trim_;
     bool started_ = false;
     bool byHand_ = false; // the person asked for the sign-in under way
+    Patience lists_; // with the server, until both have come
 };

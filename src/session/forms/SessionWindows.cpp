@@ -35,6 +35,12 @@ void SessionWindows::showProgress()
     progress().show();
 }
 
+void SessionWindows::tellProgress(const QString& text)
+{
+    if (auto* form = progressIfLoaded())
+        form->appendLine(text);
+}
+
 void SessionWindows::closeProgress()
 {
     if (auto* form = progressIfLoaded())

@@ -26,6 +26,8 @@ public:
 
     LoggingInForm* progressIfLoaded() const;
     LoggingInForm& progress();
+    // A line for the progress window, if it is there.
+    void tellProgress(const QString& text);
     void closeProgress();
     void showAbout();
     // A page of the product's site; says so where no site is configured.

@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "desktop/forms/ImageList.h"
+#include "engine/Jid.h"
 #include "session/ProgramVersion.h"
 #include "session/forms/ui_SignInForm.h"
 #include "settings/SettingsStore.h"
@@ -41,7 +42,11 @@ void SignInForm::connectControls()
         client_.UserClosing = true;
         ++client_.sessionNumber;
         client_.Gateway().DoDisconnect();
+        emit disconnected();
     });
+    connect(ui_->txtUserName, &QLineEdit::editingFinished, this, &SignInForm::splitJid);
+    for (const QLineEdit* field : {static_cast<QLineEdit*>(ui_->txtUserName), ui_->txtServer->lineEdit()})
+        connect(field, &QLineEdit::textChanged, ui_->lblMissing, &QLabel::hide);
     connect(ui_->Check1, &QCheckBox::toggled, this, &SignInForm::onCheck1);
     connect(ui_->Check2, &QCheckBox::toggled, this, &SignInForm::onCheck2);
     connect(ui_->Check3, &QCheckBox::toggled, this, [this](bool on) { client_.settings.SSL = on; });
@@ -79,6 +84,7 @@ void SignInForm::load()
         ui_->txtPassword->setText(settings.Password);
     showSettings();
     setDefaultButton(ui_->Connect);
+    showConnection(false, false);
     if (settings.AutoLogon) {
         ui_->Check1->setChecked(true);
         onCheck1();
@@ -103,6 +109,37 @@ void SignInForm::showDefaults()
     ui_->txtServer->setEditText(client_.settings.Server);
 }
 
+void SignInForm::showConnection(bool underWay, bool connected)
+{
+    ui_->Connect->setEnabled(!connected);
+    ui_->CMDDisconnect->setEnabled(underWay);
+}
+
+void SignInForm::splitJid()
+{
+    const QString jid = userName();
+    const auto at = jid.indexOf(u'@');
+    if (at < 0)
+        return;
+    const QString host = jid::bare(jid.mid(at + 1));
+    ui_->txtUserName->setText(jid.left(at));
+    // A port that stands there stays.
+    if (!host.isEmpty() && server().section(u':', 0, 0).compare(host, Qt::CaseInsensitive) != 0)
+        ui_->txtServer->setEditText(host);
+}
+
+bool SignInForm::isComplete()
+{
+    const bool named = !userName().isEmpty();
+    if (named && !server().isEmpty())
+        return true;
+    ui_->lblMissing->setText(named ? tr("Please type the name of the server.")
+                                   : tr("Please type your user name."));
+    ui_->lblMissing->show();
+    (named ? static_cast<QWidget*>(ui_->txtServer) : ui_->txtUserName)->setFocus();
+    return false;
+}
+
 void SignInForm::onCheck1()
 {
     client_.settings.SavePassword = ui_->Check1->isChecked();
@@ -122,6 +159,9 @@ void SignInForm::onCheck2()
 
 void SignInForm::Connect_Click()
 {
+    splitJid();
+    if (!isComplete())
+        return;
     if (!client_.desktop.network->isConnected())
         client_.desktop.network->dial(false);
     client_.UserClosing = false;
@@ -131,8 +171,9 @@ void SignInForm::Connect_Click()
     gateway.setProxy(client_.proxy);
     QString resource = client_.settings.Resource;
     client_.sessionResource = resource;
-    client_.Core->PluginManager->beginAccount(userName() + u'@' + ui_->txtServer->currentText());
-    gateway.DoConnect(userName(), password(), ui_->txtServer->currentText(), resource);
+    client_.Core->PluginManager->beginAccount(userName() + u'@' + server());
+    gateway.DoConnect(userName(), password(), server(), resource);
+    showConnection(true, false);
     emit connecting();
     hide();
     emit progressWanted();
@@ -140,7 +181,11 @@ void SignInForm::Connect_Click()
 
 QString SignInForm::userName() const
 {
-    return ui_->txtUserName->text();
+    return ui_->txtUserName->text().trimmed();
+}
+QString SignInForm::server() const
+{
+    return ui_->txtServer->currentText().trimmed();
 }
 QString SignInForm::password() const
 {
@@ -170,7 +215,7 @@ void SignInForm::unload()
 {
     auto& settings = client_.settings;
     settings.UserName = userName();
-    settings.Server = ui_->txtServer->currentText();
+    settings.Server = server();
     if (settings.SavePassword || settings.AutoLogon)
         settings.Password = password();
     if (!store_.SaveSettings(settings))

@@ -29,6 +29,9 @@ public:
     void showSettings();
     // The same after a reset, which changes the server too.
     void showDefaults();
+    // Which of Connect and Disconnect can be chosen.
+    void showConnection(bool underWay, bool connected);
+    // Without a user name or a server the caret goes there, with a word.
     void Connect_Click();
 
     // The pump's timer; runs for the whole run.
@@ -42,6 +45,8 @@ signals:
     void connecting();
     // The sign-in window is hidden: the progress is to be shown.
     void progressWanted();
+    // By Disconnect.
+    void disconnected();
     void preferencesRequested();
     void pageRequested(const QString& path);
     // Closed to the tray.
@@ -60,6 +65,10 @@ protected:
 private:
     void connectControls();
     void hideInTray();
+    // A whole JID in the user name's box fills the server's too.
+    void splitJid();
+    bool isComplete();
+    QString server() const;
     void onCheck1();
     void onCheck2();
 

@@ -4,29 +4,30 @@
 #include "contacts/forms/RosterForm.h"
 #include "messaging/forms/ConversationMenu.h"
 #include "session/forms/LoggingInForm.h"
-#include "session/forms/SessionEnd.h"
+#include "session/forms/SessionUi.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayMenus.h"
-#include "session/forms/Windows.h"
 
 #include <array>
 #include <utility>
 
-TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus)
-    : client_(client), windows_(windows), end_(end), menus_(menus)
+TrayControl::TrayControl(Client& client, SessionUi& ui, TrayMenus& menus)
+    : client_(client), windows_(ui.windows), end_(ui.end), menus_(menus)
 {
     connect(&menus, &TrayMenus::statusChosen, this, &TrayControl::onStatus);
     connect(&menus, &TrayMenus::connectChosen, this, &TrayControl::onConnect);
     connect(&menus, &TrayMenus::restoreChosen, this, &TrayControl::onRestore);
     connect(&menus, &TrayMenus::minimizeChosen, this, &TrayControl::onMinimize);
-    connect(&menus, &TrayMenus::exitChosen, &end, &SessionEnd::exitProgram);
-    connect(&end, &SessionEnd::ended, &menus, [&menus] { menus.setConnected(false); });
-    connect(&windows.session.signIn(), &SignInForm::hiddenInTray, &menus,
+    connect(&menus, &TrayMenus::exitChosen, &end_, &SessionEnd::exitProgram);
+    menus.setConnected(client.isConnected());
+    connect(&ui, &SessionUi::connected, &menus, [&menus] { menus.setConnected(true); });
+    connect(&end_, &SessionEnd::ended, &menus, [&menus] { menus.setConnected(false); });
+    connect(&windows_.session.signIn(), &SignInForm::hiddenInTray, &menus,
             [&menus] { menus.setMinimized(true); });
-    connect(&windows.contacts, &ContactWindows::rosterFormMade, this, &TrayControl::follow);
-    if (auto* form = windows.contacts.rosterForm())
+    connect(&windows_.contacts, &ContactWindows::rosterFormMade, this, &TrayControl::follow);
+    if (auto* form = windows_.contacts.rosterForm())
         follow(*form);
-    auto& hub = windows.messages.hub;
+    auto& hub = windows_.messages.hub;
     menus.addConversations(std::make_unique<ConversationMenu>(hub, nullptr));
     connect(&hub.unread, &UnreadConversations::changed, this, [&client](const QStringList& peers) {
         client.desktop.tray->setUnread(static_cast<int>(peers.size()));
@@ -36,7 +37,6 @@ TrayControl::TrayControl(Client& client, Windows& windows, SessionEnd& end, Tray
 // The main window came up: its status and its place show in the menu.
 void TrayControl::follow(RosterForm& form)
 {
-    menus_.setConnected(true);
     menus_.checkStatus(static_cast<int>(form.status()));
     connect(&form, &RosterForm::statusChanged, &menus_,
             [this](StatusCommand command) { menus_.checkStatus(static_cast<int>(command)); });
@@ -85,7 +85,6 @@ void TrayControl::onConnect()
 {
     if (auto* form = windows_.contacts.rosterForm(); form && client_.isConnected()) {
         form->mRosterTDiscon_Click();
-        menus_.setConnected(false);
     } else {
         end_.returnToSignIn();
     }

@@ -4,6 +4,7 @@
 
 class RosterForm;
 class SessionEnd;
+class SessionUi;
 class TrayMenus;
 class Windows;
 struct Client;
@@ -14,7 +15,8 @@ class TrayControl : public QObject
     Q_OBJECT
 
 public:
-    TrayControl(Client& client, Windows& windows, SessionEnd& end, TrayMenus& menus);
+    // All must outlive the object.
+    TrayControl(Client& client, SessionUi& ui, TrayMenus& menus);
 
     // A click on the icon opens what waits longest to be read.
     void onClick();

@@ -28,6 +28,7 @@ public:
     void connectTo(const Account& account);
     void leave();
     bool isOnline() const { return phase_ == Phase::Online || phase_ == Phase::Resuming; }
+    bool isEncrypted() const { return isOnline() && session_->link().isEncrypted(); }
     void trigger();
 
 private:

@@ -70,6 +70,10 @@ QString GatewayClient::Server() const
 {
     return d_->account.domain();
 }
+bool GatewayClient::isEncrypted() const
+{
+    return d_->connection.isEncrypted();
+}
 bool GatewayClient::Secure() const
 {
     return d_->secure;

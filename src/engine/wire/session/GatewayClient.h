@@ -28,6 +28,7 @@ public:
     QString UserName() const override;
     QString Password() const override;
     QString Server() const override;
+    bool isEncrypted() const override;
     bool Secure() const override;
     void setSecure(bool on) override;
     void setProxy(const ProxyServer& proxy) override;
