@@ -83,6 +83,6 @@ void QtTrayIcon::activated(QSystemTrayIcon::ActivationReason reason)
 void QtTrayIcon::show(const Balloon& balloon)
 {
     appear();
-    icon_->showMessage(plainNotice(balloon.title), plainNotice(balloon.text), QSystemTrayIcon::NoIcon,
-                       std::max(0, balloon.milliseconds));
+    icon_->showMessage(plainNotice(balloon.title), plainNotice(balloon.text),
+                       QSystemTrayIcon::MessageIcon(balloon.icon), std::max(0, balloon.milliseconds));
 }
