@@ -81,5 +81,5 @@ QString BlockedContacts::addressOf(const QString& text)
 {
     constexpr qsizetype longest = 2047; // bytes of a bare JID (RFC 7622)
     const QString bare = jid::bare(text.trimmed()).toLower();
-    return jid::isAddress(bare) && bare.toUtf8().size() <= longest ? bare : QString();
+    return jid::isValid(bare) && bare.toUtf8().size() <= longest ? bare : QString();
 }

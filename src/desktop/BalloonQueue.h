@@ -11,6 +11,7 @@ struct Balloon {
     QString title;
     QString text;
     int milliseconds = 10000;
+    int icon = 0; // as of QSystemTrayIcon::MessageIcon
     bool operator==(const Balloon&) const = default;
 };
 

@@ -101,6 +101,8 @@ public:
     // A key of the shared image list.
     virtual void setIcon(const QString& imageKey) = 0;
     virtual void setBalloonTime(int milliseconds) = 0;
+    // 0 for none, 1 for information, 2 for a warning, 3 for an error.
+    virtual void setBalloonIcon(int icon) = 0;
     virtual void setBalloonTitle(const QString& text) = 0;
     virtual void setBalloonText(const QString& text) = 0;
     // Balloons that come together show as the last of them.

@@ -65,3 +65,15 @@ QString MessageFields::XNamespace() const
     }
     return QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size()));
 }
+
+QDateTime MessageFields::Written() const
+{
+    for (const auto x : root_.children("x")) {
+        if (xml::xmlns(x) != "jabber:x:delay")
+            continue;
+        auto time = QDateTime::fromString(xml::attribute(x, "stamp"), QStringLiteral("yyyyMMdd'T'HH:mm:ss"));
+        time.setTimeSpec(Qt::UTC);
+        return time.toLocalTime();
+    }
+    return {};
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <pugixml.hpp>
 
@@ -41,6 +42,8 @@ public:
     QString Body() const { return childText("body"); }
     // The namespace of the message's <x/> child: jabber:x:event or jabber:x:conference before any other.
     QString XNamespace() const;
+    // When the message was written, where it was stored on the way (jabber:x:delay, XEP-0091); null else.
+    QDateTime Written() const;
 
     void setSubject(const QString& text) { setChildText("subject", text); }
     void setBody(const QString& text) { setChildText("body", text); }

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace
 {
@@ -16,6 +17,15 @@ QString lineEnd()
 {
     return QStringLiteral("\r\n");
 }
+
+// What follows a line break is indented, so that it can't look like another line of the log.
+QString asOneLine(QString text)
+{
+    static const QRegularExpression lineBreak(
+        QStringLiteral("\\r\\n|[\\n\\r\\x0B\\x0C\\x{85}\\x{2028}\\x{2029}]"));
+    return text.replace(lineBreak, lineEnd() + QStringLiteral("    ")) + lineEnd();
+}
+
 constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 QString failure(const QString& path, const QFile& file)
@@ -42,15 +52,17 @@ ConversationLog::ConversationLog(const Client& client, Stamps& stamps) : client_
 QString ConversationLog::WriteLogHeader(const QString& peer)
 {
     const QString bare = jid::bare(peer);
-    return append(bare, lineEnd() + QStringLiteral("*** New chat window with ") + bare +
-                            QStringLiteral(" at ") + stamps_.longTime() + u' ' + stamps_.longDate() +
-                            lineEnd());
+    return append(bare, lineEnd() + asOneLine(QStringLiteral("*** New chat window with ") + bare +
+                                              QStringLiteral(" at ") + stamps_.longTime() + u' ' +
+                                              stamps_.longDate()));
 }
 
-QString ConversationLog::WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo)
+QString ConversationLog::WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo,
+                                      const QDateTime& written)
 {
-    return append(jid::bare(useTo ? to : from), from + QStringLiteral(" (") + stamps_.longTime() +
-                                                    QStringLiteral("): ") + body + lineEnd());
+    return append(
+        jid::bare(useTo ? to : from),
+        asOneLine(from + QStringLiteral(" (") + stamps_.longTime(written) + QStringLiteral("): ") + body));
 }
 
 QString ConversationLog::WriteReturned(const QString& body, const QString& peer, bool uncertain)
@@ -70,19 +82,6 @@ QString ConversationLog::ClearMessageLog(const QString& peer)
         log.write("\r\n") != 2)
         return failure(file, log);
     return {};
-}
-
-std::optional<QString> ConversationLog::read(const QString& peer, QString* error) const
-{
-    QFile log(path(peer));
-    if (!log.exists())
-        return std::nullopt;
-    if (!log.open(QIODevice::ReadOnly)) {
-        *error = QCoreApplication::translate("ConversationLog", "The conversation log could not be read: %1")
-                     .arg(log.errorString());
-        return QString();
-    }
-    return QString::fromUtf8(log.readAll());
 }
 
 bool ConversationLog::isHeaderLine(const QString& line)

@@ -2,10 +2,9 @@
 
 #include "messaging/Stamps.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QString>
-
-#include <optional>
 
 struct Client;
 
@@ -21,15 +20,15 @@ public:
 
     QString WriteLogHeader(const QString& peer);
     // Writes "from (time): body" into the log of `to` when `useTo`, else into that of `from`.
-    QString WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo);
+    // The time is that at which it was written, where that is known.
+    QString WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo,
+                         const QDateTime& written = {});
     // Notes in the log of `peer` that a message of the person's, written before as any other, did not go out,
     // or may not have arrived.
     QString WriteReturned(const QString& body, const QString& peer, bool uncertain);
     // Leaves one empty line. The folder must exist already.
     QString ClearMessageLog(const QString& peer);
 
-    // The whole log, or null when there is no file. `error` says why a file could not be read.
-    std::optional<QString> read(const QString& peer, QString* error) const;
     // Whether a line of a log is shown bold. Kept: the text compared is one character short, so that none
     // ever is.
     static bool isHeaderLine(const QString& line);

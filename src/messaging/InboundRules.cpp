@@ -20,6 +20,15 @@ MessageType typeOf(const QString& type)
     return type == u"normal" ? MessageType::Normal : MessageType::Other;
 }
 
+// An event that names at most the message it is about (XEP-0022, 3.2).
+bool hasStoppedTyping(pugi::xml_node message)
+{
+    const auto isEvent = [](pugi::xml_node x) { return xml::xmlns(x) == "jabber:x:event"; };
+    const auto event = message.find_child(isEvent);
+    const auto isNews = [](pugi::xml_node child) { return std::string_view(child.name()) != "id"; };
+    return event && !event.find_child(isNews);
+}
+
 } // namespace
 
 InboundMessage InboundMessage::of(const Stanza& stanza)
@@ -31,9 +40,16 @@ InboundMessage InboundMessage::of(const Stanza& stanza)
             jid::bare(from),
             jid::resource(from),
             stanza.To(),
-            fields.Body(),
+            textOf(fields),
             stanza.XNamespace() == u"jabber:x:event",
+            hasStoppedTyping(stanza.root()),
             fields.XNamespace() == u"jabber:x:conference"};
+}
+
+QString InboundMessage::textOf(const MessageFields& fields)
+{
+    const QString body = fields.Body();
+    return body.isEmpty() ? fields.Subject() : body;
 }
 
 RoomInvitation RoomInvitation::of(const Stanza& stanza)
@@ -129,6 +145,11 @@ InboundDecision decide(const InboundMessage& message, const InboundWorld& world,
     }
     if (!world.windowOpen && isTyping(message))
         return decision;
+    if (message.body.isEmpty() && message.hasStopped) {
+        decision.action = Action::TypingEnds;
+        decision.window = Window::Existing;
+        return decision;
+    }
     decision.window = windowFor(world, settings);
     if (decision.window == Window::None)
         return dropped(settings);

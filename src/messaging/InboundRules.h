@@ -19,11 +19,13 @@ struct InboundMessage {
     QString bare;     // `from` up to the first "/"
     QString resource; // what follows it
     QString to;
-    QString body;
+    QString body;              // what it says: its subject where it has no other words
     bool hasEvent = false;     // carries a jabber:x:event extension (XEP-0022)
+    bool hasStopped = false;   // the event takes "typing" back
     bool isInvitation = false; // carries a jabber:x:conference extension
 
     static InboundMessage of(const Stanza& stanza);
+    static QString textOf(const MessageFields& fields);
 };
 
 // What the decision reads of the program.
@@ -37,7 +39,7 @@ struct InboundWorld {
 
 // What becomes of a message.
 struct InboundDecision {
-    enum class Action { Invitation, Notice, Drop, Typing, Deliver, LogOnly };
+    enum class Action { Invitation, Notice, Drop, Typing, TypingEnds, Deliver, LogOnly };
     enum class Window { None, Existing, Known, Stranger, Unregistered };
 
     Action action = Action::Drop;

@@ -27,6 +27,30 @@ const QString& Stamps::longDate()
     return longDate_;
 }
 
+QString Stamps::shortTime(const QDateTime& written)
+{
+    if (!isPast(written))
+        return shortTime();
+    const QString time = written.toString(QStringLiteral("HH:mm"));
+    const bool today = written.date() == made_.date();
+    return today ? time : time + u' ' + QLocale().toString(written.date(), QLocale::ShortFormat);
+}
+
+QString Stamps::longTime(const QDateTime& written)
+{
+    if (!isPast(written))
+        return longTime();
+    const QString time = QLocale().toString(written.time(), timeFormat_);
+    const bool today = written.date() == made_.date();
+    return today ? time : time + u' ' + QLocale().toString(written.date(), QLocale::LongFormat);
+}
+
+bool Stamps::isPast(const QDateTime& written)
+{
+    refresh();
+    return written.isValid() && written < made_;
+}
+
 void Stamps::refresh()
 {
     const QDateTime now = clock_.now();

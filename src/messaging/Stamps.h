@@ -19,7 +19,13 @@ public:
     // The system's long format.
     const QString& longDate();
 
+    // The time at which a message was written, with the day where that isn't today; the present one where it
+    // is not known, or lies ahead.
+    QString shortTime(const QDateTime& written);
+    QString longTime(const QDateTime& written);
+
 private:
+    bool isPast(const QDateTime& written);
     void refresh();
 
     const Clock& clock_;

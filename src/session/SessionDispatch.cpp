@@ -73,7 +73,7 @@ void SessionDispatch::OnIQ(PlugInContext& context)
 {
     const auto& iq = context.Stanza();
     work_ += sizeOf(iq);
-    if (client_.IgnoreIQ)
+    if (client_.IgnoreIQ || (iq.IqFields().Type() == u"set" && StanzaRoutes::isBlocked(iq, client_)))
         return;
     const SameSession same(client_);
     for (const auto child : iq.root().children()) {

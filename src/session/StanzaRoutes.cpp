@@ -75,6 +75,11 @@ bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
 
 } // namespace
 
+bool StanzaRoutes::isBlocked(const Stanza& stanza, const Client& client)
+{
+    return client.MyBanList.BannedJID(jid::bare(stanza.From()));
+}
+
 void StanzaRoutes::take(Destination destination, Handler handler)
 {
     handlers_.at(static_cast<std::size_t>(destination)) = std::move(handler);
@@ -166,13 +171,15 @@ Destination StanzaRoutes::ofMessage(const Stanza& stanza, const Client& client)
 {
     const auto fields = stanza.MessageFields();
     const QString type = fields.Type();
+    if (isBlocked(stanza, client))
+        return Destination::Nowhere;
     if (type == u"headline")
         return isUnwantedMailNotice(fields, client) ? Destination::Nowhere : Destination::Notices;
     if (type == u"error")
         return client.settings.CheckError ? Destination::Notices : Destination::Nowhere;
     if (type == u"groupchat")
         return Destination::GroupChat;
-    return client.MyBanList.BannedJID(jid::bare(stanza.From())) ? Destination::Nowhere : Destination::Chat;
+    return Destination::Chat;
 }
 
 Destination StanzaRoutes::ofPresence(const Stanza& stanza, const Client& client, bool isInitiated)
@@ -190,6 +197,9 @@ Destination StanzaRoutes::ofPresence(const Stanza& stanza, const Client& client,
         return stanza.From().isEmpty() ? found(ofEngine, type) : Destination::Nowhere;
     if (type == u"close")
         return stanza.From().isEmpty() ? Destination::Notices : Destination::Nowhere;
+    // Their presence stays in the list, and nothing else of theirs shows.
+    if (!type.isEmpty() && type != u"unavailable" && isBlocked(stanza, client))
+        return type == u"error" || type == u"subscribe" ? Destination::Nowhere : Destination::Roster;
     if (type == u"error") {
         const bool wanted = stanza.From().isEmpty() || client.settings.CheckError;
         return wanted ? Destination::Notices : Destination::Nowhere;

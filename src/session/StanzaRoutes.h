@@ -68,6 +68,8 @@ public:
     // Whether the answer to the question for the supported namespaces names that of the administration.
     static bool offersAdmin(const Stanza& iq);
 
+    // A blocked person reaches nothing that shows.
+    static bool isBlocked(const Stanza& stanza, const Client& client);
     static Destination ofMessage(const Stanza& stanza, const Client& client);
     // `isInitiated` tells whether the contact list is up.
     static Destination ofPresence(const Stanza& stanza, const Client& client, bool isInitiated);

@@ -46,7 +46,8 @@ private slots:
 
         const auto kept = [](const char* name, const QString& message) { row(name, message, "", ""); };
         for (const auto* name : {"paused", "active", "inactive", "gone"})
-            kept(name, "<message from='a@b/c' type='chat'>" + state.arg(QLatin1String(name)) + "</message>");
+            row(name, "<message from=\"a@b/c\">" + state.arg(QLatin1String(name)) + "</message>",
+                R"(<message from="a@b/c" type="chat"><x xmlns="jabber:x:event"><id/></x></message>)", "");
         kept("receipt", "<message from='a@b/c'><received xmlns='urn:xmpp:receipts' id='1'/></message>");
         kept("marker", "<message from='a@b/c'><displayed xmlns='urn:xmpp:chat-markers:0' id='1'/></message>");
         kept("empty body", "<message from='a@b/c' type='chat'><body/></message>");
@@ -66,6 +67,8 @@ private slots:
         same("emptied subject of a room", "<message from=\"r@c\" type=\"groupchat\"><subject/></message>");
         same("old typing",
              "<message from=\"a@b\" type=\"chat\">" + oldTyping + state.arg("composing") + "</message>");
+        same("old end of typing",
+             R"(<message from="a@b" type="chat"><x xmlns="jabber:x:event"><id>a</id></x></message>)");
         same("bounce", "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>");
 
         for (const QString type : {" type=\"chat\"", ""})

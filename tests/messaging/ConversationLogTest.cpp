@@ -4,6 +4,10 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
+#include <QClipboard>
+#include <QPushButton>
+#include <ctime>
+
 // Conversation logs: their place, their failures, their reader.
 class ConversationLogTest : public QObject
 {
@@ -36,7 +40,7 @@ private slots:
         QCOMPARE(f->hub->log().WriteLogLine("b", peer, {}, false), QString());
         const QString folder = paths::logFolder() + "/montague.example/romeo";
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList(file));
-        QCOMPARE(f->logOf(peer), peer + " (07:08:09): b\r\n");
+        QCOMPARE(f->logOf(peer), QString(peer).replace("\n", "\n    ") + " (07:08:09): b\r\n");
     }
 
     void namesNeverShareAFile()
@@ -129,11 +133,85 @@ private slots:
         QCOMPARE(window->windowTitle(), juliet + " -- Message Log");
         QCOMPARE(f->transcript(*window),
                  QString("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
-                         "%1 (07:08:09): one\ntwo http://x.example\n")
+                         "%1 (07:08:09): one\n    two http://x.example\n")
                      .arg(juliet));
         // Kept: not even a header is bold.
         QCOMPARE(f->formatOf(*window, "*** New").fontWeight(), int(QFont::Normal));
         QVERIFY(f->formatOf(*window, "x.example").isAnchor());
+    }
+
+    void readerTurnsThePages_data()
+    {
+        columns<QString, int, int>("line", "lines", "most");
+        row("ordinary", QString(60, u'x'), 100000, 4002);
+        row("short", "a", 100000, 4002);
+        row("endless", QString::fromUtf8("\xC3\xA9").repeated(400000), 1, 100);
+    }
+    void readerTurnsThePages()
+    {
+        const auto [line, lines, most] = fetched<QString, int, int>();
+        f->hub->log().WriteLogLine("b", juliet, {}, false);
+        QString text;
+        for (int i = 0; i < lines; ++i)
+            text += line + QString::number(i) + u'\n';
+        const QString path = f->hub->log().path(juliet);
+        files::write(path, text.toUtf8());
+        const clock_t began = clock();
+        f->hub->ShowMessageLog(juliet);
+        QVERIFY2(clock() - began < CLOCKS_PER_SEC / 4, qPrintable(QString::number(clock() - began)));
+        auto* window = reader(*f);
+        files::write(path, text.toUtf8() + "written since\n");
+        QString read = f->transcript(*window);
+        int pages = 0;
+        for (auto* earlier = &f->control<QPushButton>(*window, "cmdEarlier"); earlier->isEnabled();) {
+            QVERIFY(++pages < 100);
+            QVERIFY(f->control<QPlainTextEdit>(*window, "txtLog").blockCount() <= most);
+            earlier->click();
+            read.prepend(f->transcript(*window));
+        }
+        QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
+        read = f->transcript(*window);
+        for (auto* later = &f->control<QPushButton>(*window, "cmdLater"); later->isEnabled();) {
+            QVERIFY(--pages >= -1);
+            later->click();
+            read += f->transcript(*window);
+        }
+        QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
+        // What is saved is the whole.
+        const QString file = f->profile.path() + "/log.rtf";
+        f->world.boxes.inputs = {file};
+        f->control<QAction>(*window, "mnuEditSave").trigger();
+        QCOMPARE(files::read(file).count("\\par\r\n"), lines);
+    }
+
+    void copyWithoutASelectionEmptiesTheClipboard()
+    {
+        f->hub->log().WriteLogLine("b", juliet, {}, false);
+        f->hub->ShowMessageLog(juliet);
+        auto& copy = f->control<QAction>(*reader(*f), "mnuEditCopy");
+        QGuiApplication::clipboard()->setText("old");
+        f->control<QPlainTextEdit>(*reader(*f), "txtLog").moveCursor(QTextCursor::Start);
+        copy.trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QString());
+        f->control<QPlainTextEdit>(*reader(*f), "txtLog").selectAll();
+        copy.trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), juliet + " (07:08:09): b\n");
+    }
+
+    void lineBreaksLookLikeNoLine_data()
+    {
+        columns<QString>("lineBreak");
+        for (const char* lineBreak :
+             {"\n", "\r", "\r\n", "\v", "\f", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"})
+            QTest::addRow("%s", QByteArray(lineBreak).toHex().constData()) << QString::fromUtf8(lineBreak);
+    }
+    void lineBreaksLookLikeNoLine()
+    {
+        QFETCH(QString, lineBreak);
+        const QString line = own + " (07:08:09): I owe you";
+        f->hub->log().WriteLogLine("hm" + lineBreak + line, juliet + "/x" + lineBreak + line, {}, false);
+        const QString shown = juliet + "/x\r\n    " + line + " (07:08:09): hm\r\n    " + line + "\r\n";
+        QCOMPARE(f->logOf(juliet), shown);
     }
 
     void readerSavesRichText()

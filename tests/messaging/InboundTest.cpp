@@ -67,6 +67,12 @@ private slots:
         row("stranger in an open window", stranger, "chat", body, true, NoUnAuth, everything);
         row("stranger not kept", stranger, "chat", body, false, NoStrangers, "log sound balloon");
         row("delayed", full, "chat", body + "<x xmlns='jabber:x:delay'/>", false, Default, everything);
+        row("subject alone", full, "chat", "<subject>hello</subject>", false, Default, everything);
+        row("subject and event", full, "chat", "<subject>hello</subject>" + typing, true, Default,
+            everything);
+        const QString stop = "<x xmlns='jabber:x:event'><id>a</id></x>";
+        row("stopped, no window", full, "chat", stop, false, Default, "");
+        row("stopped, window", full, "chat", stop, true, Default, "window");
     }
     void aMessageTakesItsRoad()
     {
@@ -84,7 +90,9 @@ private slots:
             {f->logOf(bare).endsWith(bare + " (07:08:09): hello\r\n"), "log"},
             {f->logOf({}).contains(" (07:08:09): hello\r\n"), "nameless"},
             {f->world.sounds.played == QStringList(f->client.settings.SoundOnNewMessageFile), "sound"},
-            {f->world.tray.balloons == QStringList(inbound::balloonTitle(from) + "|hello"), "balloon"},
+            {f->world.tray.balloons == QStringList(inbound::balloonTitle(from) + "|hello") &&
+                 f->world.tray.balloonIcon == 1,
+             "balloon"},
             {window && f->panel(*window) == from + " is typing a message ...", "typing"}};
         QStringList happened;
         QStatusTipEvent menuOpens({});
@@ -98,6 +106,58 @@ private slots:
         if (window && happened.contains("line"))
             QCOMPARE(f->panel(*window), "Latest Message Received: Thursday, 6 May 2004 07:08:09");
         QCOMPARE(f->engine.takeSent(), QStringList());
+    }
+
+    void typingEnds_data()
+    {
+        columns<QString>("end");
+        row("stopped", "<message from='%1/b' type='chat'><x xmlns='jabber:x:event'><id>a</id></x></message>");
+        row("off line", "<presence from='%1/b' type='unavailable'/>");
+        row("after a minute", QString());
+        row("connection lost", "lost");
+    }
+    void typingEnds()
+    {
+        QFETCH(QString, end);
+        auto* window = f->open(juliet);
+        f->message(juliet + "/b", "chat", "<body>hello</body>");
+        const QString before = f->panel(*window);
+        f->message(juliet + "/b", "chat", typing);
+        f->message(juliet + "/b", "chat", typing);
+        QVERIFY(f->panel(*window).endsWith("is typing a message ..."));
+        if (end.isEmpty()) {
+            auto* timer = window->findChild<QTimer*>("typingEnd");
+            QVERIFY(timer->isActive() && timer->interval() == 60000);
+            timer->start(0);
+            QTRY_VERIFY(!timer->isActive());
+        } else if (end == "lost") {
+            f->engine.gateway().connected = false;
+            f->registry.unloadAllExcept({"RosterForm"});
+        } else {
+            f->engine.inject(end.arg(juliet));
+        }
+        QCOMPARE(f->panel(*window), before);
+    }
+
+    void storedMessageShowsWhenItWasWritten_data()
+    {
+        columns<QDateTime, QString, QString>("written", "shown", "logged");
+        const QDate day(2004, 5, 6);
+        row("today", QDateTime(day, QTime(6, 5, 4)), "06:05", "06:05:04");
+        row("before", QDateTime(day.addDays(-1), QTime(23, 5, 4)), "23:05 05/05/2004",
+            "23:05:04 Wednesday, 5 May 2004");
+        row("ahead", QDateTime(day, QTime(9, 0)), "07:08", "07:08:09");
+        row("no time", QDateTime(), "07:08", "07:08:09");
+    }
+    void storedMessageShowsWhenItWasWritten()
+    {
+        const auto [written, shown, logged] = fetched<QDateTime, QString, QString>();
+        f->message(juliet, "chat",
+                   QString("<body>hi</body><x xmlns='jabber:x:delay' stamp='%1'/>")
+                       .arg(written.toUTC().toString("yyyyMMdd'T'HH:mm:ss")));
+        QCOMPARE(f->transcript(*f->window(juliet)), QString(" <%1>  %2: hi\n").arg(shown, juliet));
+        QVERIFY2(f->logOf(juliet).endsWith(QString("%1 (%2): hi\r\n").arg(juliet, logged)),
+                 qPrintable(f->logOf(juliet)));
     }
 
     void noticesOfTheServerGoToTheirWindow_data()

@@ -1,3 +1,4 @@
+#include "desktop/SafeLink.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/MessageEdit.h"
 #include "messaging/forms/TranscriptView.h"
@@ -117,8 +118,8 @@ private slots:
         QCOMPARE(f->engine.takeSent().size(), 1);
         type(*window, "e");
         QCOMPARE(f->engine.takeSent(), QStringList(composing.arg(juliet)));
-        const QString odd = "o\"<&@x.example";
-        type(*f->open(odd), "f");
+        f->message("o&quot;&lt;&amp;@x.example", "chat", "<body>hi</body>");
+        type(*f->window("o\"<&@x.example"), "f");
         QCOMPARE(f->engine.takeSent(), QStringList(composing.arg("o&quot;&lt;&amp;@x.example")));
     }
 
@@ -278,11 +279,41 @@ private slots:
         auto* window = f->open(juliet);
         window->resize(10, 10);
         QVERIFY(window->width() * 15 >= 7000 && window->height() * 15 >= 6200);
-        window->resize(900, 900);
-        QCoreApplication::processEvents();
-        const double log = f->control<QWidget>(*window, "txtLog").height();
-        const double both = log + f->control<QWidget>(*window, "txtMsg").height();
-        QVERIFY2(qAbs(log / both - 0.55) < 0.02, qPrintable(QString::number(log / both)));
+        for (const int height : {500, 900}) {
+            window->resize(900, height);
+            QCoreApplication::processEvents();
+            const auto heightOf = [&](const char* name) {
+                return f->control<QWidget>(*window, name).height();
+            };
+            const double left = height - heightOf("Toolbar1") - heightOf("txtTO") - heightOf("txtTOS") -
+                                heightOf("StatusBar1") - 400 / 15.0;
+            const double told = 0.55 * left / (left - 50);
+            const double is = heightOf("txtLog") / double(heightOf("txtLog") + heightOf("txtMsg"));
+            QVERIFY2(qAbs(is - told) < 0.02, qPrintable(QString::number(is)));
+        }
+    }
+
+    void transcriptHasTheMenuUnlessShiftIsHeld_data()
+    {
+        columns<int, int, bool>("reason", "modifiers", "opens");
+        row("click", int(QContextMenuEvent::Mouse), int(Qt::NoModifier), true);
+        row("click with Shift", int(QContextMenuEvent::Mouse), int(Qt::ShiftModifier), false);
+        row("Shift+F10", int(QContextMenuEvent::Keyboard), int(Qt::ShiftModifier), true);
+    }
+    void transcriptHasTheMenuUnlessShiftIsHeld()
+    {
+        const auto [reason, modifiers, opens] = fetched<int, int, bool>();
+        auto* window = f->open(juliet);
+        auto* menu = &f->control<QMenu>(*window, "mnuEdit");
+        QContextMenuEvent event(QContextMenuEvent::Reason(reason), {5, 5}, {5, 5},
+                                Qt::KeyboardModifiers(modifiers));
+        QCoreApplication::sendEvent(f->control<TranscriptView>(*window, "txtLog").viewport(), &event);
+        QCOMPARE(menu->isVisible(), opens);
+        menu->hide();
+        f->notices().showAtPlace();
+        QCoreApplication::sendEvent(f->control<TranscriptView>(f->notices(), "txtMsg").viewport(), &event);
+        QVERIFY(QApplication::activePopupWidget());
+        QApplication::activePopupWidget()->close();
     }
 
     void commandsReachOtherRooms()
@@ -339,8 +370,13 @@ private slots:
         window->sendByEmail();
         f->world.boxes.inputs = {"laurence@cell.example"};
         window->sendByEmail();
-        const QString mail = "mailto:laurence@cell.example?body=&subject=Jabber conversation with ";
+        const QString mail = "mailto:laurence@cell.example?body=&subject=Jabber%20conversation%20with%20";
         QCOMPARE(f->world.links.opened, QStringList(mail + juliet));
+        f->message(juliet, "chat", "<body>a &lt;&amp;#?% b\n" + QString("no ").repeated(5000) + "end</body>");
+        f->world.boxes.inputs = {"laurence@cell.example"};
+        window->sendByEmail();
+        QVERIFY(isSafeLink(f->world.links.opened.last()));
+        QVERIFY(f->world.links.opened.last().contains("no%20end%0A&subject="));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/RoomWindow.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
 // Windows that the client opens by a message to itself.
@@ -59,6 +60,29 @@ private slots:
                  "x@y.example/z|Normal|Auto Response|go away");
         QCOMPARE(f->engine.takeSent(), QStringList());
         QVERIFY(f->registry.loaded().isEmpty());
+    }
+
+    void refusedOpeningSaysWhyAndSwallowsNothing_data()
+    {
+        columns<QString, QString>("jid", "why");
+        row("blocked", juliet, "blocked");
+        row("stranger", "paris@verona.example", "outside your contact list");
+        for (const char* jid : {"", "not a jid at all", "@x", "a@", "a@b@c", "a b@c", "a\"@c", "a@b/"})
+            row(*jid ? jid : "empty", jid, "not a Jabber address");
+    }
+    void refusedOpeningSaysWhyAndSwallowsNothing()
+    {
+        const auto [jid, why] = fetched<QString, QString>();
+        f->client.settings.DoNotReceiveMessFromUnAuth = why.startsWith("outside");
+        if (why == "blocked")
+            f->client.MyBanList.Add(juliet);
+        f->open(jid);
+        QVERIFY(f->registry.loaded().isEmpty() && !f->hub->IsTrick);
+        QCOMPARE(f->world.boxes.shown.size(), 1);
+        QVERIFY2(f->world.boxes.shown[0].text.contains(why), qPrintable(f->world.boxes.shown[0].text));
+        f->client.MyBanList.RemoveAll();
+        f->message(juliet, "chat", "<body>hi</body>");
+        QVERIFY(f->transcript(*f->window(juliet)).contains("hi"));
     }
 
     void occupantOpensByTheTrick()

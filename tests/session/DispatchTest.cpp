@@ -258,12 +258,20 @@ private slots:
         message("no sender", "type='chat'", "chat.OnMessage");
         message("capital letter", "type='Normal' from='a@b'", "chat.OnMessage");
         message("blocked, with a resource", "type='chat' from='tybalt@b/r'", "");
+        message("blocked, headline", "type='headline' from='tybalt@b'", "");
+        message("blocked, error", "type='error' from='tybalt@b'", "");
+        message("blocked, room", "type='groupchat' from='tybalt@b/n'", "");
         message("blocked in another case", "type='chat' from='Tybalt@b'", "chat.OnMessage");
         const auto presence = [](const char* name, const char* attributes, const QString& log) {
             row(name, QString("<presence %1/>").arg(QLatin1String(attributes)), log);
         };
         const QString note = "write|%1|Authorization notification|The Contact %2,roster.OnPresence";
         presence("plain", "from='a@b/r'", "roster.OnPresence");
+        presence("blocked, plain", "from='tybalt@b/r'", "roster.OnPresence");
+        presence("blocked, gone", "from='tybalt@b/r' type='unavailable'", "roster.OnPresence");
+        presence("blocked, asks", "from='tybalt@b' type='subscribe'", "");
+        presence("blocked, refused", "from='tybalt@b' type='unsubscribed'", "roster.OnPresence");
+        row("blocked, calls", query("jabber:iq:oob", "type='set' from='tybalt@b/r'"), "");
         presence("asks", "from='a@b' type='subscribe'", "ask.OnPresence");
         presence("accepted", "from='a@b' type='subscribed'",
                  note.arg("a@b", "accepted the Authorisation Request"));

@@ -47,6 +47,7 @@ struct RecordingTray : TrayIcon {
     QString toolTip;
     QString icon;
     int balloonTime = 0;
+    int balloonIcon = 0;
     QString title;
     QString text;
     int unread = 0;
@@ -55,6 +56,7 @@ struct RecordingTray : TrayIcon {
     void setToolTip(const QString& value) override { toolTip = value; }
     void setIcon(const QString& imageKey) override { icon = imageKey; }
     void setBalloonTime(int milliseconds) override { balloonTime = milliseconds; }
+    void setBalloonIcon(int value) override { balloonIcon = value; }
     void setBalloonTitle(const QString& value) override { title = value; }
     void setBalloonText(const QString& value) override { text = value; }
     void showBalloon() override { balloons += title + u'|' + text; }

@@ -131,7 +131,7 @@ void RosterForm::startChat()
         boxes.input(tr("Manual Input"), tr("Add the complete contact's identifier..."), QString());
     if (!same || !jid || jid->trimmed().isEmpty())
         return;
-    if (jid::isAddress(jid->trimmed()))
+    if (jid::isValid(jid->trimmed()))
         emit openConversation(jid->trimmed(), true);
     else
         boxes.exclamation(tr("Attention!"), tr("This is no contact's identifier: %1").arg(jid->trimmed()));

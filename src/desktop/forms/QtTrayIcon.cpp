@@ -133,9 +133,9 @@ void QtTrayIcon::show(const Balloon& balloon)
 {
     appear();
     const Balloon plain{plainNotice(balloon.title), plainNotice(balloon.text),
-                        std::max(0, balloon.milliseconds)};
+                        std::max(0, balloon.milliseconds), balloon.icon};
     if (QSystemTrayIcon::isSystemTrayAvailable() || !notify(plain))
-        icon_->showMessage(plain.title, plain.text, QSystemTrayIcon::NoIcon, plain.milliseconds);
+        icon_->showMessage(plain.title, plain.text, QSystemTrayIcon::MessageIcon(plain.icon), plain.milliseconds);
 }
 
 bool QtTrayIcon::notify(const Balloon& balloon)

@@ -36,6 +36,7 @@ public:
     void setToolTip(const QString& text) override;
     void setIcon(const QString& imageKey) override;
     void setBalloonTime(int milliseconds) override { balloon_.milliseconds = milliseconds; }
+    void setBalloonIcon(int icon) override { balloon_.icon = icon; }
     void setBalloonTitle(const QString& text) override { balloon_.title = text; }
     void setBalloonText(const QString& text) override { balloon_.text = text; }
     void showBalloon() override { balloons_.post(balloon_); }

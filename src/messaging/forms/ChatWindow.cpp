@@ -35,6 +35,11 @@ void ChatWindow::SendMessage(const QString& jid)
 
 void ChatWindow::SendMessageFromConference(const QString& from, const QString& to)
 {
+    const QString refusal = whyNotOpened(from);
+    if (!refusal.isEmpty()) {
+        IsTrick = false;
+        return client_.desktop.boxes->information(tr("Note !"), refusal);
+    }
     if (!client_.Application)
         return;
     auto& packet = client_.Application->OutPacket();
@@ -80,6 +85,27 @@ void ChatWindow::markUnread(MessageForm& window)
     QApplication::alert(&window);
 }
 
+// The opening message would be dropped on its way back.
+QString ChatWindow::whyNotOpened(const QString& jid) const
+{
+    const QString bare = jid::bare(jid);
+    if (!jid::isValid(jid))
+        return tr("\"%1\" is not a Jabber address. It looks like user@server.").arg(jid.left(200));
+    if (client_.MyBanList.BannedJID(bare))
+        return tr("%1 is blocked. Take the block back to open a conversation.").arg(bare);
+    const bool room = jid.contains(u'/') && registry_.tagged<RoomWindow>(bare);
+    const auto session = client_.Core->PluginManager->sessions().session(bare);
+    const QString key = room ? QStringLiteral("ChatWnd") + jid::resource(jid) : QStringLiteral("ChatWnd");
+    const bool takesNone =
+        client_.settings.DoNotReceiveMessFromUnAuth || (room && !client_.settings.AcceptMessageFromAll);
+    if (!takesNone || session->Properties().Exists(key) || (!room && client_.MyRoster.DoesJIDExist(bare)))
+        return {};
+    return tr("Your preferences take no messages from people outside your contact list, so that no "
+              "conversation "
+              "with %1 can be opened.")
+        .arg(jid);
+}
+
 void ChatWindow::OnMessage(PlugInContext& context)
 {
     const auto message = InboundMessage::of(context.Stanza());
@@ -92,12 +118,17 @@ void ChatWindow::OnMessage(PlugInContext& context)
         showNotice(context);
         break;
     case Action::Drop:
+        if (message.body.isEmpty() && !message.hasEvent)
+            IsTrick = false; // it may have been the echo, and no later message is
         if (decision.prepareAutoReply)
             prepareAutoReply(context, message);
         break;
     case Action::LogOnly:
         // Kept: a message of an unknown type is logged under an empty name.
         reportLog(writeLogLine(message.body, {}, message.to));
+        break;
+    case Action::TypingEnds:
+        windowIn(context, bagKey(message, decision.room))->endTyping();
         break;
     case Action::Typing:
     case Action::Deliver:
@@ -146,6 +177,7 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
     auto& window =
         isNew ? makeWindow(context, message, decision) : *windowIn(context, bagKey(message, decision.room));
     const QString peer = decision.room ? message.from : message.bare;
+    const auto fields = context.Stanza().MessageFields();
     QStringList logged; // what went wrong at each write; empty for nothing
     // Kept: without the trick the header lands in the log of the account's own name.
     if (isNew)
@@ -153,11 +185,11 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
     showWindow(window);
     window.Context = context;
     if (decision.action == Action::Typing)
-        return window.setPanelText(tr("%1 is typing a message ...").arg(message.from));
+        return window.showTyping(message.from);
     if (decision.balloon)
         showBalloon(message, decision.room);
     if (decision.write) {
-        window.WriteMessage(context.Stanza().MessageFields());
+        window.WriteMessage(fields);
         window.setPanelText(tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
         markUnread(window);
     }
@@ -165,7 +197,7 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
         window.resources().messageCame(message.resource, contact(message.bare));
     if (decision.sound)
         client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
-    logged += writeLogLine(message.body, peer, message.to);
+    logged += writeLogLine(message.body, peer, message.to, fields.Written());
     if (!decision.room && QApplication::activeWindow() == &window)
         window.focusEntry();
     // The last: under a box the session may end, and its windows go.
@@ -225,6 +257,7 @@ void ChatWindow::showWindow(MessageForm& window)
 void ChatWindow::showBalloon(const InboundMessage& message, bool room)
 {
     auto& tray = *client_.desktop.tray;
+    tray.setBalloonIcon(1);
     tray.setBalloonTitle(room ? inbound::roomBalloonTitle(message.from)
                               : inbound::balloonTitle(message.from));
     tray.setBalloonText(room ? inbound::roomBalloonText(message.body) : inbound::balloonText(message.body));
@@ -233,21 +266,25 @@ void ChatWindow::showBalloon(const InboundMessage& message, bool room)
 }
 
 // Kept: the opening message is logged with its two addresses swapped, under the account's own name.
-QString ChatWindow::writeLogLine(const QString& body, const QString& sender, const QString& to)
+QString ChatWindow::writeLogLine(const QString& body, const QString& sender, const QString& to,
+                                 const QDateTime& written)
 {
     const bool trick = std::exchange(IsTrick, false);
-    return trick ? log_.WriteLogLine(body, to, sender, false) : log_.WriteLogLine(body, sender, to, false);
+    return trick ? log_.WriteLogLine(body, to, sender, false)
+                 : log_.WriteLogLine(body, sender, to, false, written);
 }
 
 void ChatWindow::OnPresence(PlugInContext& context)
 {
     auto* window = windowIn(context, QStringLiteral("ChatWnd"));
     const QString from = context.Stanza().From();
+    const auto presence = context.Stanza().PresenceFields();
+    const bool available = presence.IsAvailable();
+    if (window && !available)
+        window->endTyping();
     const auto* record = contact(jid::bare(from));
     if (!window || !record)
         return;
-    const auto presence = context.Stanza().PresenceFields();
-    const bool available = presence.IsAvailable();
     if (available) {
         if (const QString picture = statusrules::StatusImageKey(presence.Show()); !picture.isEmpty()) {
             window->setPicture(picture);

@@ -22,7 +22,8 @@ public:
 
     ApplicationPlugIn* Myapplicationplugin() { return this; }
 
-    // Opens the window of a contact. The callers set IsTrick first, or an empty line appears in it.
+    // Opens the window of a contact, or tells why it can't. The callers set IsTrick first, or an empty line
+    // appears in it.
     void SendMessage(const QString& jid);
     // Opens the window of a room's occupant; `to` is the own full JID.
     void SendMessageFromConference(const QString& from, const QString& to);
@@ -44,6 +45,7 @@ signals:
     void conferenceInvited(const RoomInvitation& invitation);
 
 private:
+    QString whyNotOpened(const QString& jid) const;
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);
@@ -55,6 +57,7 @@ private:
     void markUnread(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
     // What went wrong, empty for nothing.
-    QString writeLogLine(const QString& body, const QString& sender, const QString& to);
+    QString writeLogLine(const QString& body, const QString& sender, const QString& to,
+                         const QDateTime& written = {});
     const CRosterItem* contact(const QString& bare) const;
 };

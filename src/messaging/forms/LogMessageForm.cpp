@@ -6,6 +6,8 @@
 #include "settings/Paths.h"
 #include "ui_LogMessageForm.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QPointer>
 #include <QSaveFile>
 #include <QShortcut>
@@ -17,6 +19,8 @@ void appendRichText(QByteArray& out, QChar c)
 {
     if (c == u'\n') {
         out += "\\par\r\n";
+    } else if (c == u'\r') {
+        // goes with the line feed
     } else if (c == u'\\' || c == u'{' || c == u'}') {
         out += '\\';
         out += c.toLatin1();
@@ -30,14 +34,13 @@ void appendRichText(QByteArray& out, QChar c)
     }
 }
 
-// `text` as a document of the Rich Text Format, pure ASCII. Lines end with a line feed.
 QByteArray richText(const QString& text)
 {
-    QByteArray out("{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fswiss Verdana;}}\\f0\\fs17\r\n");
+    QByteArray out;
     out.reserve(text.size() + 64);
     for (const QChar c : text)
         appendRichText(out, c);
-    return out + "}\r\n";
+    return out;
 }
 
 } // namespace
@@ -47,13 +50,20 @@ LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
       client_(client)
 {
     ui_->setupUi(this);
+    ui_->pages->hide();
+    ui_->txtLog->setMaximumBlockCount(0); // a page is bounded
     connect(ui_->txtLog, &TranscriptView::menuRequested, this,
             [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
     connect(ui_->txtLog, &TranscriptView::linkPressed, this,
             [this](const QString& target) { client_.desktop.links->open(target); });
     auto* escape = new QShortcut(Qt::Key_Escape, this);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
-    connect(ui_->mnuEditCopy, &QAction::triggered, ui_->txtLog, &QPlainTextEdit::copy);
+    connect(ui_->mnuEditCopy, &QAction::triggered, this, [this] {
+        QGuiApplication::clipboard()->clear(); // also where nothing is selected
+        ui_->txtLog->copy();
+    });
+    connect(ui_->cmdEarlier, &QPushButton::clicked, this, [this] { turn(&LogPages::earlier); });
+    connect(ui_->cmdLater, &QPushButton::clicked, this, [this] { turn(&LogPages::later); });
     connect(ui_->mnuEditSave, &QAction::triggered, this, &LogMessageForm::mnuEditSave_Click);
 }
 
@@ -61,16 +71,31 @@ LogMessageForm::~LogMessageForm() = default;
 
 void LogMessageForm::ShowMessageLog(const ConversationLog& log, const QString& peer)
 {
-    QString error;
-    const auto text = log.read(peer, &error);
     setWindowTitle(jid::bare(peer) + tr(" -- Message Log"));
+    pages_.emplace(log.path(peer));
+    if (pages_->exists())
+        turn(&LogPages::last);
+    else
+        ui_->txtLog->appendText(tr("< no previous message >"), false);
+    ui_->pages->setVisible(pages_->hasEarlier());
+    show();
+}
+
+void LogMessageForm::turn(Page page)
+{
+    QString error;
+    const QString text = (*pages_.*page)(&error);
+    ui_->txtLog->clearTranscript();
+    fill(text);
     if (!error.isEmpty())
         ui_->txtLog->appendLine({{TranscriptRun::Style::Plain, error}});
-    else if (!text)
-        ui_->txtLog->appendText(tr("< no previous message >"), false);
+    // One reads on where the page before it ended.
+    if (page == &LogPages::later)
+        ui_->txtLog->moveCursor(QTextCursor::Start);
     else
-        fill(*text);
-    show();
+        ui_->txtLog->scrollToEnd();
+    ui_->cmdEarlier->setEnabled(pages_->hasEarlier());
+    ui_->cmdLater->setEnabled(pages_->hasLater());
 }
 
 void LogMessageForm::fill(const QString& log)
@@ -100,11 +125,19 @@ void LogMessageForm::mnuEditSave_Click()
         client_.desktop.boxes->exclamation(tr("Error"), error);
 }
 
+// The whole log as a document of the Rich Text Format, pure ASCII, whatever page is in view.
 QString LogMessageForm::save(const QString& path) const
 {
-    const QByteArray text = richText(ui_->txtLog->transcriptText());
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+    QString error;
+    bool written = file.open(QIODevice::WriteOnly) &&
+                   file.write("{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fswiss Verdana;}}\\f0\\fs17\r\n") > 0;
+    LogPages log = *pages_;
+    for (log.rewind(); written && error.isEmpty() && log.hasLater();)
+        written = file.write(richText(log.later(&error))) >= 0;
+    if (!error.isEmpty())
+        return error;
+    if (written && file.write("}\r\n") > 0 && file.commit())
         return {};
     return tr("The file \"%1\" could not be saved: %2").arg(path, file.errorString());
 }

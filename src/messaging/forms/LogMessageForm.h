@@ -1,10 +1,12 @@
 #pragma once
 
 #include "desktop/forms/Form.h"
+#include "messaging/LogPages.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -13,7 +15,7 @@ class LogMessageForm;
 class ConversationLog;
 struct Client;
 
-// Shows a peer's log as it was when the window was opened.
+// Shows a peer's log as it was when the window was opened: its end, and the pages before it when asked for.
 class LogMessageForm : public Form
 {
     Q_OBJECT
@@ -29,10 +31,14 @@ public slots:
     void mnuEditSave_Click();
 
 private:
+    using Page = QString (LogPages::*)(QString* error);
+
+    void turn(Page page);
     void fill(const QString& log);
     // What went wrong; empty for success.
     QString save(const QString& path) const;
 
     std::unique_ptr<Ui::LogMessageForm> ui_;
     Client& client_;
+    std::optional<LogPages> pages_;
 };

@@ -2,16 +2,21 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
+#include "desktop/SafeLink.h"
 #include "desktop/forms/Form.h"
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/StatusPanel.h"
 #include "engine/Jid.h"
+#include "messaging/InboundRules.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
 #include "messaging/forms/LogMessageForm.h"
 #include "messaging/forms/ReturnedMessages.h"
 #include "ui_MessageForm.h"
+
+#include <QRegularExpression>
+#include <QUrl>
 
 namespace
 {
@@ -20,6 +25,11 @@ namespace
 constexpr qsizetype longestLabel = 1000;
 constexpr int pictureSize = 16;     // logical pixels
 constexpr QSize smallest(467, 414); // 7000 by 6200 twips
+
+QString escapedForLink(const QString& text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(text, "@"));
+}
 
 } // namespace
 
@@ -36,6 +46,10 @@ MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
     setUpToolbar();
     setUpEditing();
     connectMenus();
+    typingEnd_.setSingleShot(true);
+    typingEnd_.setParent(this);
+    typingEnd_.setObjectName(QStringLiteral("typingEnd"));
+    connect(&typingEnd_, &QTimer::timeout, this, &MessageForm::endTyping);
     setDefaultButton(ui_->cmdSend);
     setCancelButton(ui_->cmdCancel);
     setEntry(ui_->txtMsg);
@@ -116,10 +130,11 @@ void MessageForm::WriteMessage(const MessageFields& fields)
 {
     const bool own = OwnMessage && !hub_.IsTrick;
     const QString from = fields.From();
-    const QString body = fields.Body();
+    const QString body = InboundMessage::textOf(fields);
+    const QDateTime written = fields.Written();
     OwnMessage = false;
     ui_->txtLog->appendLine({{TranscriptRun::Style::Stamp,
-                              QStringLiteral(" <") + hub_.stamps().shortTime() + QStringLiteral("> ")},
+                              QStringLiteral(" <") + hub_.stamps().shortTime(written) + QStringLiteral("> ")},
                              {own ? TranscriptRun::Style::OwnName : TranscriptRun::Style::PeerName,
                               u' ' + from + QStringLiteral(": ")},
                              {TranscriptRun::Style::Body, body}});
@@ -247,13 +262,33 @@ void MessageForm::sendByEmail()
                                                        tr("Type the e-mail address of the receiver:"), {});
     if (!self || !address || address->isEmpty())
         return;
-    client().desktop.links->open(QStringLiteral("mailto:") + *address + QStringLiteral("?body=") +
-                                 ui_->txtLog->transcriptText() +
-                                 QStringLiteral("&subject=Jabber conversation with ") + ui_->txtTO->text());
+    const QString begin = QStringLiteral("mailto:") + escapedForLink(*address) + QStringLiteral("?body=");
+    const QString end = QStringLiteral("&subject=") +
+                        escapedForLink(QStringLiteral("Jabber conversation with ") + ui_->txtTO->text());
+    // A link is bounded: what was said last goes along.
+    QString body = escapedForLink(ui_->txtLog->transcriptText().right(longestLink));
+    const auto room = longestLink - begin.size() - end.size();
+    if (body.size() > room)
+        body = body.mid(body.indexOf(QRegularExpression(QStringLiteral("%20|%0A")), body.size() - room));
+    client().desktop.links->open(begin + body.right(qMax<qsizetype>(0, room)) + end);
+}
+
+// The transcript has 55 per cent of what the told rows and gaps leave, the entry the rest without its own
+// gaps.
+void MessageForm::resizeEvent(QResizeEvent* event)
+{
+    const int left = height() - ui_->Toolbar1->height() - ui_->txtTO->height() - ui_->txtTOS->height() -
+                     ui_->StatusBar1->height() - 400 / windowtag::twipsPerPixel;
+    const int log = left * 55 / 100;
+    ui_->rows->setStretch(1, log);
+    ui_->rows->setStretch(2, qMax(1, left - log - (200 + 150 + 400) / windowtag::twipsPerPixel));
+    SessionForm::resizeEvent(event);
 }
 
 bool MessageForm::queryUnload(CloseMode)
 {
+    if (!client().isConnected())
+        endTyping();
     // A window that no bag keeps could never be brought back.
     if (client().UserClosing || !isKept())
         return true;
@@ -332,9 +367,26 @@ bool MessageForm::event(QEvent* event)
     return SessionForm::event(event);
 }
 
+void MessageForm::showTyping(const QString& from)
+{
+    const QString before = typingEnd_.isActive() ? beforeTyping_ : panelText_;
+    setPanelText(tr("%1 is typing a message ...").arg(from));
+    beforeTyping_ = before;
+    typingEnd_.start(60000);
+}
+
+void MessageForm::endTyping()
+{
+    if (!beforeTyping_.isNull())
+        setPanelText(QString(beforeTyping_));
+}
+
 void MessageForm::setPanelText(const QString& text)
 {
-    panel_->tell(text.left(longestLabel));
+    typingEnd_.stop();
+    beforeTyping_ = QString();
+    panelText_ = text.left(longestLabel) + QLatin1String("");
+    panel_->tell(panelText_);
 }
 void MessageForm::focusEntry()
 {

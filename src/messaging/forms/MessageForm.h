@@ -7,6 +7,7 @@
 #include "messaging/forms/ResourceControls.h"
 
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -61,6 +62,9 @@ public:
     void setCanAdd(bool on);
     // Panel 1 of the status bar.
     void setPanelText(const QString& text);
+    // Says there that the peer is typing: until another text comes, the peer stops, or a minute is over.
+    void showTyping(const QString& from);
+    void endTyping();
     void focusEntry();
     // Where messages and commands go: the JID without the chosen resource.
     QString peerJid() const;
@@ -81,6 +85,7 @@ public slots:
 protected:
     bool queryUnload(CloseMode mode) override;
     bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // The commands that need a connection are off without one.
@@ -102,4 +107,7 @@ private:
     StatusPanel* panel_;
     QString picture_;
     bool canAdd_ = false;
+    QString panelText_;
+    QString beforeTyping_; // what the panel said; null while nobody types
+    QTimer typingEnd_;
 };

@@ -37,6 +37,20 @@ bool isOldTyping(pugi::xml_node message)
     return bool(stanza::child(message, ns::event, "x").child("composing"));
 }
 
+// Typing that ended without a message.
+bool isOldStop(pugi::xml_node message)
+{
+    const auto event = stanza::child(message, ns::event, "x");
+    const auto isNews = [](pugi::xml_node child) { return std::string_view(child.name()) != "id"; };
+    return event && !event.find_child(isNews);
+}
+
+bool isStop(pugi::xml_node message)
+{
+    const auto isState = [](pugi::xml_node child) { return xml::xmlns(child) == ns::chatStates; };
+    return message.find_child(isState) && !stanza::child(message, ns::chatStates, "composing");
+}
+
 // XEP-0203's time as jabber:x:delay writes it, in UTC; empty when it isn't a time.
 QString oldStamp(pugi::xml_node delay)
 {
@@ -72,14 +86,15 @@ void answerReceipt(pugi::xml_node message, BridgeContext& context)
                .toUtf8();
 }
 
-std::shared_ptr<Stanza> typingEvent(pugi::xml_node message)
+// The event of a chat state: typing, or the end of it.
+std::shared_ptr<Stanza> typingEvent(pugi::xml_node message, bool stops)
 {
     auto document = std::make_unique<pugi::xml_document>();
     auto copy = document->append_child("message");
     for (const auto attribute : message.attributes())
         copy.append_copy(attribute);
     stanza::setAttribute(copy, "type", QStringLiteral("chat"));
-    stanza::appendChild(copy, "x", ns::event).append_child("composing");
+    stanza::appendChild(copy, "x", ns::event).append_child(stops ? "id" : "composing");
     return std::make_shared<Stanza>(std::move(document));
 }
 
@@ -107,10 +122,11 @@ bool InboundMessages::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context
     }
     if (!isPersonal(message) || isDelayed(message))
         return true;
-    if (isOldTyping(message))
+    if (isOldTyping(message) || isOldStop(message))
         return false;
-    if (stanza::child(message, ns::chatStates, "composing"))
-        context.out.up << typingEvent(message);
+    const bool stops = isStop(message);
+    if (stops || stanza::child(message, ns::chatStates, "composing"))
+        context.out.up << typingEvent(message, stops);
     return true;
 }
 
