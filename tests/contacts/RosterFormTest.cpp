@@ -168,7 +168,7 @@ private slots:
         row("server", "mRosterServerName", "", "page Server management");
         row("disconnect", "mRosterTDiscon", "", "disconnect");
         row("disconnect by the tool bar", "Toolbar1Button1", "", "disconnect");
-        row("connect", "mRosterTConn", "", "connect");
+        row("connect while connected", "mRosterTConn", "", "");
         row("exit", "mRosterTExit", "", "exit");
     }
     void commandsSendOrAsk()

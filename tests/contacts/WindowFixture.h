@@ -42,7 +42,7 @@ struct WindowFixture {
         return agent;
     }
     // What the status bar says.
-    QString told() { return form->findChild<QStatusBar*>("StatusBar1")->currentMessage(); }
+    QString told() { return form->findChild<QLabel*>("StatusBar1Panel1")->text(); }
     QAction* action(const QString& name) { return form->findChild<QAction*>(name); }
     void choose(const QString& name) { action(name)->trigger(); }
     // Chooses an entry of the selection's menu.

@@ -33,7 +33,7 @@ private slots:
         row("plain", "paris@verona.example", "paris@verona.example", "");
         row("as a person types", " Paris@Verona.example/phone ", "paris@verona.example", "");
         row("a gateway", "icq.verona.example", "icq.verona.example", "");
-        row("of an XML kind", "o'neil&co@x", "o'neil&co@x", "");
+        row("of an XML kind", "o'neil&co@x", "", "New blocked User");
         row("empty", "  ", "", "");
         row("no address", "my neighbour", "", "New blocked User");
         row("half an address", "paris@", "", "New blocked User");

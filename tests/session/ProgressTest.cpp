@@ -1,6 +1,6 @@
-#include "support/FakeClient.h"
 #include "contacts/forms/RosterForm.h"
 #include "session/forms/SignInForm.h"
+#include "support/FakeClient.h"
 #include "support/LiveClient.h"
 #include "support/ScriptedServer.h"
 #include "support/Table.h"

@@ -135,7 +135,8 @@ void QtTrayIcon::show(const Balloon& balloon)
     const Balloon plain{plainNotice(balloon.title), plainNotice(balloon.text),
                         std::max(0, balloon.milliseconds), balloon.icon};
     if (QSystemTrayIcon::isSystemTrayAvailable() || !notify(plain))
-        icon_->showMessage(plain.title, plain.text, QSystemTrayIcon::MessageIcon(plain.icon), plain.milliseconds);
+        icon_->showMessage(plain.title, plain.text, QSystemTrayIcon::MessageIcon(plain.icon),
+                           plain.milliseconds);
 }
 
 bool QtTrayIcon::notify(const Balloon& balloon)

@@ -280,8 +280,9 @@ void MessageForm::resizeEvent(QResizeEvent* event)
     const int left = height() - ui_->Toolbar1->height() - ui_->txtTO->height() - ui_->txtTOS->height() -
                      ui_->StatusBar1->height() - 400 / windowtag::twipsPerPixel;
     const int log = left * 55 / 100;
-    ui_->rows->setStretch(1, log);
-    ui_->rows->setStretch(2, qMax(1, left - log - (200 + 150 + 400) / windowtag::twipsPerPixel));
+    ui_->rows->setStretchFactor(ui_->txtLog, log);
+    ui_->rows->setStretchFactor(ui_->txtMsg,
+                                qMax(1, left - log - (200 + 150 + 400) / windowtag::twipsPerPixel));
     SessionForm::resizeEvent(event);
 }
 

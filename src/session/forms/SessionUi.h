@@ -76,5 +76,5 @@ private:
     IdleTrim trim_;
     bool started_ = false;
     bool byHand_ = false; // the person asked for the sign-in under way
-    Patience lists_; // with the server, until both have come
+    Patience lists_;      // with the server, until both have come
 };
