@@ -150,6 +150,7 @@ private slots:
     {
         QVERIFY(openChatByKeys()); // juliet is selected
         const auto edited = [this] { return mainForm().Roster1->findChild<QLineEdit*>() != nullptr; };
+        putAside(chat()); // it covered the row
         clickContact("juliet");
         QVERIFY(SOON(isActive(main())));
         QVERIFY(!QTest::qWaitFor(edited, 3 * QApplication::doubleClickInterval()));

@@ -42,6 +42,9 @@ Form::Form(FormRegistry& registry, const QString& name, QWidget* parent)
     : QMainWindow(parent), registry_(registry)
 {
     setObjectName(name);
+    settleTimer_.setSingleShot(true);
+    settleTimer_.setInterval(200);
+    connect(&settleTimer_, &QTimer::timeout, this, &Form::settle);
     registry_.add(this);
 }
 
@@ -113,7 +116,13 @@ void Form::setVisible(bool visible)
     if (visible && isHidden()) {
         prepare();
     } else if (!visible && isVisible()) {
-        place_ = pos();
+        // A window manager takes the state from a window that goes. One that came up maximised goes back to
+        // the place that it was given.
+        const bool cameMaximised = std::exchange(maximised_, isMaximized());
+        if (!maximised_)
+            place_ = pos();
+        else if (!cameMaximised)
+            place_ = normalGeometry().marginsAdded(usualFrame()).topLeft();
         prepared_ = false;
     }
     QMainWindow::setVisible(visible);
@@ -126,10 +135,15 @@ void Form::prepare()
 {
     if (std::exchange(prepared_, true))
         return;
-    if (isMaximized() && shown_)
-        return; // it would lose the place that it had before
-    if (testAttribute(Qt::WA_WState_Created))
+    const auto states =
+        (windowState() & ~Qt::WindowActive) | (maximised_ ? Qt::WindowMaximized : Qt::WindowNoState);
+    if (testAttribute(Qt::WA_WState_Created)) {
+        const QSize size = maximised_ ? normalGeometry().size() : this->size();
         destroy();
+        // So that a maximised window knows what it goes back to.
+        setWindowState(Qt::WindowNoState);
+        resize(size);
+    }
     ensurePolished();
     if (!testAttribute(Qt::WA_Resized)) {
         adjustSize();
@@ -138,8 +152,9 @@ void Form::prepare()
     fitScreen();
     takePlace();
     // The new native window knows of no state.
+    setWindowState(states);
     create();
-    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
+    windowHandle()->setWindowStates(states);
 }
 
 void Form::takePlace()
@@ -182,8 +197,9 @@ void Form::changeEvent(QEvent* event)
     expectActive(nullptr);
     if (isMinimized())
         return;
+    learnFrame();
     if (std::exchange(settling_, false))
-        settle();
+        settleTimer_.start();
     emit activated();
 }
 
@@ -226,15 +242,27 @@ void Form::fitScreen()
     resize(size().boundedTo(largest));
 }
 
-// The frame is there: it may be wider than the one that was reckoned with.
+void Form::learnFrame()
+{
+    const QRect frame = frameGeometry();
+    if (frame == geometry() || !frame.contains(geometry()) || isMaximized())
+        return;
+    usualFrame() = {geometry().x() - frame.x(), geometry().y() - frame.y(),
+                    frame.right() - geometry().right(), frame.bottom() - geometry().bottom()};
+}
+
+// The frame may be wider than the one that was reckoned with. What the window manager did is heard of piece
+// by piece: only what stands at two looks counts.
 void Form::settle()
 {
     const QRect frame = frameGeometry();
-    if (frame != geometry())
-        usualFrame() = {geometry().x() - frame.x(), geometry().y() - frame.y(),
-                        frame.right() - geometry().right(), frame.bottom() - geometry().bottom()};
+    if (!isVisible() || isMaximized() || isMinimized())
+        return;
+    if (std::exchange(seen_, frame) != frame || !frame.contains(geometry()))
+        return settleTimer_.start();
+    learnFrame();
     const auto place = windowplace::onAScreen(frame, windowplace::screens());
-    if (place && *place != frame.topLeft() && !isMaximized())
+    if (place && *place != frame.topLeft())
         move(*place);
 }
 

@@ -4,7 +4,9 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QPushButton>
+#include <QRect>
 #include <QString>
+#include <QTimer>
 
 #include <optional>
 
@@ -82,6 +84,7 @@ private:
     void takePlace();
     void fitContent();
     void fitScreen();
+    void learnFrame();
     void settle();
 
     FormRegistry& registry_;
@@ -91,7 +94,10 @@ private:
     std::optional<QPoint> place_; // of the frame; null while the window manager chooses it
     bool shown_ = false;
     bool prepared_ = false; // shown, or about to be
-    bool settling_ = false; // shown, and the frame has not been seen yet
+    QTimer settleTimer_;
+    QRect seen_;             // the frame at the last look
+    bool maximised_ = false; // when it was hidden last
+    bool settling_ = false;  // shown, and the frame has not been seen yet
     bool unloading_ = false;
 };
 
