@@ -72,6 +72,8 @@ private slots:
             everything);
         const QString stop = "<x xmlns='jabber:x:event'><id>a</id></x>";
         row("stopped, no window", full, "chat", stop, false, Default, "");
+        row("stopped, behind another", full, "chat", "<y xmlns='jabber:x:conference'/>" + stop, false,
+            Default, "");
         row("stopped, window", full, "chat", stop, true, Default, "window");
     }
     void aMessageTakesItsRoad()
