@@ -69,9 +69,7 @@ QString ConversationLog::WriteReturned(const QString& body, const QString& peer,
 {
     const QString what =
         uncertain ? QStringLiteral("*** May not have arrived (") : QStringLiteral("*** Not sent (");
-    // The lines of the body are indented, so that none looks like another entry.
-    return append(jid::bare(peer), what + stamps_.longTime() + QStringLiteral("): ") +
-                                       QString(body).replace(u'\n', QStringLiteral("\n    ")) + lineEnd());
+    return append(jid::bare(peer), asOneLine(what + stamps_.longTime() + QStringLiteral("): ") + body));
 }
 
 QString ConversationLog::ClearMessageLog(const QString& peer)
@@ -95,6 +93,9 @@ QString ConversationLog::path(const QString& peer) const
     if (pathsOf_ != account) {
         paths_.clear();
         pathsOf_ = account;
+        // Older versions left files in it that others can read.
+        if (QFileInfo::exists(paths::logFolder()))
+            paths::makePrivateFolder(paths::logFolder());
     }
     QString& path = paths_[jid::bare(peer)];
     if (path.isEmpty())

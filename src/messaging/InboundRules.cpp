@@ -146,8 +146,10 @@ InboundDecision decide(const InboundMessage& message, const InboundWorld& world,
     if (!world.windowOpen && isTyping(message))
         return decision;
     if (message.body.isEmpty() && message.hasStopped) {
-        decision.action = Action::TypingEnds;
-        decision.window = Window::Existing;
+        if (world.windowOpen) {
+            decision.action = Action::TypingEnds;
+            decision.window = Window::Existing;
+        }
         return decision;
     }
     decision.window = windowFor(world, settings);

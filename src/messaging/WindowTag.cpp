@@ -1,5 +1,7 @@
 #include "messaging/WindowTag.h"
 
+#include <optional>
+
 namespace windowtag
 {
 namespace
@@ -34,15 +36,6 @@ int left(const QString& tag)
 int top(const QString& tag)
 {
     return part(tag, false).value_or(0);
-}
-
-std::optional<QPoint> pixels(const QString& tag)
-{
-    const auto x = part(tag, true);
-    const auto y = part(tag, false);
-    if (!x || !y)
-        return std::nullopt;
-    return QPoint(*x / twipsPerPixel, *y / twipsPerPixel);
 }
 
 } // namespace windowtag

@@ -3,8 +3,6 @@
 #include <QPoint>
 #include <QString>
 
-#include <optional>
-
 // A window's place as its Tag keeps it: left and top in twips, joined by "|".
 namespace windowtag
 {
@@ -15,7 +13,5 @@ QString of(QPoint pixels);
 // Twips; 0 when the tag holds no such number.
 int left(const QString& tag);
 int top(const QString& tag);
-// Null when the tag doesn't hold two numbers.
-std::optional<QPoint> pixels(const QString& tag);
 
 } // namespace windowtag

@@ -227,9 +227,7 @@ void SessionDispatch::onRefused(PlugInContext& context)
 
 void SessionDispatch::onAuthorizationNotice(PlugInContext& context, const QString& text)
 {
-    const QString from = context.Stanza().From();
-    if (!client_.MyBanList.BannedJID(jid::bare(from)))
-        steps_.writeNotice(from, tr("Authorization notification"), text);
+    steps_.writeNotice(context.Stanza().From(), tr("Authorization notification"), text);
     routes.pass(Destination::Roster, context);
 }
 

@@ -71,8 +71,10 @@ private slots:
         QVERIFY(QFile::setPermissions(file.filePath(), QFile::Permissions(0x6644))); // of an older version
         f->message(juliet, "chat", "<body>again</body>");
         QVERIFY(!(QFile::permissions(file.filePath()) & others));
+        QVERIFY(QFile::setPermissions(paths::logFolder(), QFile::Permissions(0x7755)));
         f->engine.gateway().userName = "tybalt";
         QCOMPARE(f->logOf(juliet), QString());
+        QVERIFY(!(QFile::permissions(paths::logFolder()) & others));
         f->message(juliet, "chat", "<body>for tybalt</body>");
         QVERIFY(!f->logOf(juliet).contains("romeo"));
     }

@@ -72,6 +72,8 @@ private slots:
             everything);
         const QString stop = "<x xmlns='jabber:x:event'><id>a</id></x>";
         row("stopped, no window", full, "chat", stop, false, Default, "");
+        row("stopped, behind another", full, "chat", "<y xmlns='jabber:x:conference'/>" + stop, false,
+            Default, "");
         row("stopped, window", full, "chat", stop, true, Default, "window");
     }
     void aMessageTakesItsRoad()
@@ -111,6 +113,7 @@ private slots:
     void typingEnds_data()
     {
         columns<QString>("end");
+        row("nothing was said before", "<presence from='%1/b' type='unavailable'/>");
         row("stopped", "<message from='%1/b' type='chat'><x xmlns='jabber:x:event'><id>a</id></x></message>");
         row("off line", "<presence from='%1/b' type='unavailable'/>");
         row("after a minute", QString());
@@ -120,7 +123,8 @@ private slots:
     {
         QFETCH(QString, end);
         auto* window = f->open(juliet);
-        f->message(juliet + "/b", "chat", "<body>hello</body>");
+        if (QString(QTest::currentDataTag()) != "nothing was said before")
+            f->message(juliet + "/b", "chat", "<body>hello</body>");
         const QString before = f->panel(*window);
         f->message(juliet + "/b", "chat", typing);
         f->message(juliet + "/b", "chat", typing);

@@ -60,10 +60,11 @@ private slots:
         QVERIFY(!again().isVisible());
         returned("one\n*** two", Stanza::Kind::Unsent);
         returned("three", Stanza::Kind::Uncertain);
+        QCOMPARE(f->hub->unread.peers(), QStringList(juliet));
         QVERIFY(f->transcript(*window).endsWith(
             "Not sent: one\n*** two\nThis message may not have arrived: three\n"));
         const auto log = f->logOf(juliet);
-        QVERIFY(log.contains("\r\n*** Not sent (07:08:09): one\n    *** two\r\n"));
+        QVERIFY(log.contains("\r\n*** Not sent (07:08:09): one\r\n    *** two\r\n"));
         QVERIFY(log.contains("\r\n*** May not have arrived (07:08:09): three\r\n"));
         f->engine.takeSent();
         f->engine.gateway().connected = false;

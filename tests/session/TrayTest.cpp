@@ -87,11 +87,13 @@ private slots:
             for (const char* list : {"roster", "agents"})
                 live.inject(QString("<iq type='result'><query xmlns='jabber:iq:%1'/></iq>").arg(list));
             QCOMPARE(shown(), (QStringList{"LightOn", "BreloIM - Connected", "Disconnect..."}));
+            choose(live, "mnuTrayMinimize");
         }
         QVERIFY(!isOn("Connect") && isOn("CMDDisconnect"));
         act(live);
         QCOMPARE(shown(), (QStringList{"LightOff", "BreloIM - Disconnected", "Connect..."}));
         QVERIFY(isOn("Connect") && !isOn("CMDDisconnect"));
+        QCOMPARE(live.trayEntry("mnuTrayMinimize").isEmpty(), !live.signInForm().isVisible() && signedIn);
     }
 
     // Neither signed in nor on the way: the entry still brings the sign-in window.

@@ -16,7 +16,7 @@ void AuthorizationRequests::take(const PlugInContext& context)
     forgetOldSession();
     const QString from = context.Stanza().From();
     const QString bare = jid::bare(from);
-    if (client_.MyBanList.BannedJID(bare) || authorizeForm::answerBySettings(client_, from))
+    if (isSettled(from))
         return;
     if (auto* asking = open_.value(bare).data())
         bringUp(*asking);
@@ -26,6 +26,12 @@ void AuthorizationRequests::take(const PlugInContext& context)
         waitingJids_.insert(bare);
         waiting_.append(from);
     }
+}
+
+// Nobody is to be asked.
+bool AuthorizationRequests::isSettled(const QString& from) const
+{
+    return client_.MyBanList.BannedJID(jid::bare(from)) || authorizeForm::answerBySettings(client_, from);
 }
 
 // No faster than a person can look: whoever asks in a loop must not keep the desktop busy.
@@ -56,13 +62,15 @@ void AuthorizationRequests::open(const QString& from)
     form->show();
 }
 
+// Who was blocked while waiting is passed over.
 void AuthorizationRequests::openNext()
 {
-    if (waiting_.isEmpty() || open_.size() >= mostWindows)
-        return;
-    const QString from = waiting_.takeFirst();
-    waitingJids_.remove(jid::bare(from));
-    open(from);
+    while (!waiting_.isEmpty() && open_.size() < mostWindows) {
+        const QString from = waiting_.takeFirst();
+        waitingJids_.remove(jid::bare(from));
+        if (!isSettled(from))
+            open(from);
+    }
 }
 
 // The end of a session closes its windows, and the server asks again in the next one.

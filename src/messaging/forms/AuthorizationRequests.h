@@ -24,6 +24,7 @@ public:
     void take(const PlugInContext& context);
 
 private:
+    bool isSettled(const QString& from) const;
     void bringUp(authorizeForm& form);
     void open(const QString& from);
     void openNext();

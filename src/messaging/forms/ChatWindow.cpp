@@ -309,8 +309,10 @@ void ChatWindow::OnReturned(PlugInContext& context)
     auto* window = windowIn(context, key + jid::resource(message.To()));
     if (!window)
         window = windowIn(context, key);
-    if (window)
+    if (window) {
         window->showReturned(message.Body(), uncertain);
+        unread.add(window->peer); // it closes with the session, before anybody could read this
+    }
     reportLog(log_.WriteReturned(message.Body(), message.To(), uncertain));
 }
 

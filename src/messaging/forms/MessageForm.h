@@ -107,7 +107,7 @@ private:
     StatusPanel* panel_;
     QString picture_;
     bool canAdd_ = false;
-    QString panelText_;
+    QString panelText_ = QLatin1String("");
     QString beforeTyping_; // what the panel said; null while nobody types
     QTimer typingEnd_;
 };

@@ -51,7 +51,6 @@ void VCardForm::present()
 {
     if (!isVisible())
         setOwn(Tag == client_.ownBareJid());
-    setWindowState(windowState() & ~Qt::WindowMinimized);
     bringUp();
 }
 

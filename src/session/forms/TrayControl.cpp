@@ -21,7 +21,11 @@ TrayControl::TrayControl(Client& client, SessionUi& ui, TrayMenus& menus)
     connect(&menus, &TrayMenus::exitChosen, &end_, &SessionEnd::exitProgram);
     menus.setConnected(client.isConnected());
     connect(&ui, &SessionUi::connected, &menus, [&menus] { menus.setConnected(true); });
-    connect(&end_, &SessionEnd::ended, &menus, [&menus] { menus.setConnected(false); });
+    connect(&end_, &SessionEnd::ended, &menus, [this, &menus] {
+        menus.setConnected(false);
+        if (windows_.session.signIn().isVisible())
+            menus.setMinimized(false);
+    });
     connect(&windows_.session.signIn(), &SignInForm::hiddenInTray, &menus,
             [&menus] { menus.setMinimized(true); });
     connect(&windows_.contacts, &ContactWindows::rosterFormMade, this, &TrayControl::follow);

@@ -3,6 +3,7 @@
 #include "engine/bridge/queries/Queries.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 namespace
@@ -40,10 +41,23 @@ void setGroups(pugi::xml_node item, const QStringList& groups)
         item.append_child("group").text().set(group.toUtf8().constData());
 }
 
-bool isGlued(pugi::xml_node item)
+bool isRemoval(pugi::xml_node item)
+{
+    return stanza::hasValue(item, "subscription", "remove");
+}
+
+// Two groups would be read as one name, and a removal that still speaks of a request as no removal.
+bool isMisread(pugi::xml_node item)
 {
     const auto first = item.child("group");
-    return first && first.next_sibling("group");
+    return (first && first.next_sibling("group")) || (isRemoval(item) && item.attribute("ask"));
+}
+
+void makeReadable(pugi::xml_node item)
+{
+    setGroups(item, groupsOf(item).mid(0, 1));
+    if (isRemoval(item))
+        item.remove_attribute("ask");
 }
 
 // The contact list (RFC 6121, 2). The client knows one group of a contact: the first of several is shown, and
@@ -52,7 +66,11 @@ bool isGlued(pugi::xml_node item)
 class Roster : public Translator
 {
 public:
-    void begin(BridgeContext&) override { groups_.clear(); }
+    void begin(BridgeContext&) override
+    {
+        groups_.clear();
+        listed_.clear();
+    }
     bool down(const ClientStanza& stanza, BridgeContext& context) override;
     bool up(std::shared_ptr<Stanza>& stanza, BridgeContext& context) override;
 
@@ -65,6 +83,8 @@ private:
 
     // Of those contacts that have several.
     QHash<QString, QStringList> groups_;
+    // Whom the client has in its list.
+    QSet<QString> listed_;
 };
 
 bool Roster::down(const ClientStanza& stanza, BridgeContext& context)
@@ -91,8 +111,7 @@ QByteArray Roster::withAllGroups(const ClientStanza& stanza, bool takesEmpty) co
     const auto differs = [&](pugi::xml_node item) {
         const auto group = item.child("group");
         const bool isEmpty = group && xml::text(group).isEmpty() && !takesEmpty;
-        return isEmpty ||
-               (groups_.contains(keyOf(item)) && !stanza::hasValue(item, "subscription", "remove"));
+        return isEmpty || (groups_.contains(keyOf(item)) && !isRemoval(item));
     };
     if (!query(stanza.root()).find_child(differs))
         return stanza.text;
@@ -108,7 +127,7 @@ QByteArray Roster::withAllGroups(const ClientStanza& stanza, bool takesEmpty) co
 QStringList Roster::groupsFor(pugi::xml_node item) const
 {
     auto groups = groupsOf(item);
-    if (stanza::hasValue(item, "subscription", "remove"))
+    if (isRemoval(item))
         return groups;
     const auto known = groups_.value(keyOf(item));
     for (const auto& group : item.child("group") ? known.mid(1) : known) {
@@ -138,13 +157,17 @@ std::shared_ptr<Stanza> Roster::learnt(const std::shared_ptr<Stanza>& list, Brid
             groups_.insert(keyOf(item), groups);
         else
             groups_.remove(keyOf(item));
+        if (isRemoval(item))
+            listed_.remove(keyOf(item));
+        else
+            listed_.insert(keyOf(item));
     }
-    if (!query(list->root()).find_child(isGlued))
+    if (!query(list->root()).find_child(isMisread))
         return list;
     return stanza::changed(list->root(), [](pugi::xml_node copy) {
         for (auto item : query(copy).children("item")) {
-            if (isGlued(item))
-                setGroups(item, groupsOf(item).mid(0, 1));
+            if (isMisread(item))
+                makeReadable(item);
         }
     });
 }
@@ -179,6 +202,8 @@ void Roster::tellState(const QString& address, const Exchange::Answer& answer, B
             query(copy).remove_children();
             query(copy).append_copy(item);
         });
+    else if (!listed_.contains(key))
+        return; // the client would enter whom it is told to remove
     context.out.up << learnt(push, context);
 }
 
