@@ -135,14 +135,13 @@ void Form::prepare()
 {
     if (std::exchange(prepared_, true))
         return;
-    const auto states =
-        (windowState() & ~Qt::WindowActive) | (maximised_ ? Qt::WindowMaximized : Qt::WindowNoState);
     if (testAttribute(Qt::WA_WState_Created)) {
-        const QSize size = maximised_ ? normalGeometry().size() : this->size();
+        const QSize normal = normalGeometry().size();
         destroy();
         // So that a maximised window knows what it goes back to.
-        setWindowState(Qt::WindowNoState);
-        resize(size);
+        setWindowState(windowState() & ~Qt::WindowMaximized);
+        if (maximised_)
+            resize(normal);
     }
     ensurePolished();
     if (!testAttribute(Qt::WA_Resized)) {
@@ -152,9 +151,10 @@ void Form::prepare()
     fitScreen();
     takePlace();
     // The new native window knows of no state.
-    setWindowState(states);
+    if (maximised_)
+        setWindowState(windowState() | Qt::WindowMaximized);
     create();
-    windowHandle()->setWindowStates(states);
+    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
 }
 
 void Form::takePlace()
