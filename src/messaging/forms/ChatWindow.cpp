@@ -300,7 +300,8 @@ void ChatWindow::OnPresence(PlugInContext& context)
                                      contact(window->peerJid()));
 }
 
-// The window of a room's occupant is found by the resource.
+// The window of a room's occupant is found by the resource. It goes with the lost session, the one in use
+// too: a mark tells where words wait.
 void ChatWindow::OnReturned(PlugInContext& context)
 {
     const auto message = context.Stanza().MessageFields();
@@ -309,8 +310,10 @@ void ChatWindow::OnReturned(PlugInContext& context)
     auto* window = windowIn(context, key + jid::resource(message.To()));
     if (!window)
         window = windowIn(context, key);
-    if (window)
+    if (window) {
         window->showReturned(message.Body(), uncertain);
+        unread.add(window->peer);
+    }
     reportLog(log_.WriteReturned(message.Body(), message.To(), uncertain));
 }
 
