@@ -57,8 +57,9 @@ private slots:
                 Stanza::returned(text.arg(juliet, body).toUtf8(), kind));
             f->engine.trigger();
         };
-        QVERIFY(!again().isVisible());
+        QVERIFY(!again().isVisible() && f->hub->unread.peers().isEmpty());
         returned("one\n*** two", Stanza::Kind::Unsent);
+        QCOMPARE(f->hub->unread.peers(), QStringList(juliet)); // the window goes with the connection
         returned("three", Stanza::Kind::Uncertain);
         QCOMPARE(f->hub->unread.peers(), QStringList(juliet));
         QVERIFY(f->transcript(*window).endsWith(
