@@ -8,7 +8,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 namespace
 {
@@ -18,12 +17,26 @@ QString lineEnd()
     return QStringLiteral("\r\n");
 }
 
-// What follows a line break is indented, so that it can't look like another line of the log.
-QString asOneLine(QString text)
+bool breaksLine(QChar c)
 {
-    static const QRegularExpression lineBreak(
-        QStringLiteral("\\r\\n|[\\n\\r\\x0B\\x0C\\x{85}\\x{2028}\\x{2029}]"));
-    return text.replace(lineBreak, lineEnd() + QStringLiteral("    ")) + lineEnd();
+    const auto u = c.unicode();
+    return (u >= 0x0A && u <= 0x0D) || u == 0x85 || u == 0x2028 || u == 0x2029;
+}
+
+// What follows a line break is indented, so that it can't look like another line of the log.
+QString asOneLine(const QString& text)
+{
+    QString line;
+    line.reserve(text.size() + 2);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
+            continue;
+        if (breaksLine(text[i]))
+            line += u"\r\n    ";
+        else
+            line += text[i];
+    }
+    return line + lineEnd();
 }
 
 constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;

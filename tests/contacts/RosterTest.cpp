@@ -76,6 +76,9 @@ private slots:
         QCOMPARE(ann.data(Qt::ToolTipRole), "Ann<br>a@x<br>Off line<br>at &lt;home&gt;");
         window->client.MyRoster.record("a@x")->StatusMsg = QString(1'000'000, 'x');
         QVERIFY(ann.data(Qt::ToolTipRole).toString().size() < 1000);
+        // Nor is a name of any length laid out whole.
+        window->node("a@x")->text = QString(1'000'000, 'x');
+        QVERIFY(window->view->sizeHintForIndex(ann).width() < 10'000);
     }
 
     void aReaderIsToldTheStateInPlainWords_data()

@@ -49,7 +49,7 @@ void complain(QtMsgType, const QMessageLogContext&, const QString& text)
 
 } // namespace
 
-Explorer::Explorer(quint32 seed) : random_(seed), maker_(random_), journal_("explore.log")
+Explorer::Explorer(quint32 seed, const QString& journal) : random_(seed), maker_(random_), journal_(journal)
 {
     if (!journal_.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         qFatal("no journal");
@@ -190,6 +190,7 @@ void Explorer::signIn()
     ui::type(&form, "txtServer", "montague.example");
     QTest::keyClick(&form, Qt::Key_Return);
     settle();
+    write(QString("  connects %1, connected %2").arg(gateway_->connects).arg(gateway_->connected));
     if (gateway_->connects == 0 || gateway_->connected)
         return;
     gateway_->open(client_->client.ownFullJid(), "montague.example");

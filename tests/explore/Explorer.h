@@ -13,7 +13,7 @@ class Explorer : public QObject
     Q_OBJECT
 
 public:
-    explicit Explorer(quint32 seed);
+    Explorer(quint32 seed, const QString& journal);
     ~Explorer() override;
 
     void step();

@@ -20,11 +20,15 @@ QColor readable(QColor wanted, const QColor& ground)
     return wanted;
 }
 
+// The layout takes all of a text before it cuts it to the row, and anew with every repaint.
+constexpr qsizetype longestText = 200;
+
 } // namespace
 
 void RosterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    option->text.truncate(longestText);
     const TreeNode& node = *ContactTree::node(index);
     const bool open = option->state & QStyle::State_Open;
     option->features |= QStyleOptionViewItem::HasDecoration;

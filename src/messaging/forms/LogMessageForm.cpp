@@ -51,7 +51,7 @@ LogMessageForm::LogMessageForm(FormRegistry& registry, Client& client)
 {
     ui_->setupUi(this);
     ui_->pages->hide();
-    ui_->txtLog->setMaximumBlockCount(0); // a page is bounded
+    ui_->txtLog->keepAll(); // a page is bounded
     connect(ui_->txtLog, &TranscriptView::menuRequested, this,
             [this](const QPoint& at) { ui_->mnuEdit->popup(at); });
     connect(ui_->txtLog, &TranscriptView::linkPressed, this,

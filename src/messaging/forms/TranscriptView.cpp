@@ -81,7 +81,6 @@ TranscriptView::TranscriptView(QWidget* parent) : QPlainTextEdit(parent), end_(d
 {
     setReadOnly(true);
     setUndoRedoEnabled(false);
-    setMaximumBlockCount(10000);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     viewport()->setMouseTracking(true);
     QPalette page = palette();
@@ -145,11 +144,23 @@ void TranscriptView::finishEdit()
     if (!editing_)
         return;
     editing_ = false;
+    removeOldest();
     end_.endEditBlock();
     if (follows_)
         scrollToEnd();
     else if (top_.blockNumber() != topNumber_) // the oldest lines went
         verticalScrollBar()->setValue(top_.block().firstLineNumber());
+}
+
+// The document's own bound would lay out each block that goes.
+void TranscriptView::removeOldest()
+{
+    const int surplus = document()->blockCount() - mostBlocks_;
+    if (surplus <= 0)
+        return;
+    QTextCursor oldest(document());
+    oldest.setPosition(document()->findBlockByNumber(surplus).position(), QTextCursor::KeepAnchor);
+    oldest.removeSelectedText();
 }
 
 void TranscriptView::insertLinked(const QString& text, const QTextCharFormat& format)

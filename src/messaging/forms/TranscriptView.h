@@ -6,6 +6,8 @@
 #include <QString>
 #include <QTextCursor>
 
+#include <limits>
+
 #include <initializer_list>
 
 // A run of a transcript line: a text in one of the transcripts' fixed styles. Links are found in plain text
@@ -38,6 +40,8 @@ public:
     void appendText(const QString& text, bool bold);
     void scrollToEnd();
     void clearTranscript();
+    // However many lines it holds, none goes.
+    void keepAll() { mostBlocks_ = std::numeric_limits<int>::max(); }
     // The text as it came; lines end with a line feed.
     QString transcriptText() const;
 
@@ -61,6 +65,7 @@ protected:
 private:
     void beginEdit();
     void finishEdit();
+    void removeOldest();
     void insertLinked(const QString& text, const QTextCharFormat& format);
     void insertBroken(const QString& text, const QTextCharFormat& format);
     QString textBetween(int start, int end) const;
@@ -70,6 +75,7 @@ private:
     QTextCursor end_;
     QTextCursor top_; // of the first line in view, and the number that it had, while an edit is open
     int topNumber_ = 0;
+    int mostBlocks_ = 10'000;
     longlines::Cutter lines_;
     bool editing_ = false;
     bool follows_ = true;
