@@ -152,6 +152,31 @@ void Cases::driven()
     addFlood(many, "messages", QStringLiteral("5,000 messages, 10 windows (empty: rows)"), 5'000, 130);
     addFlood(many, "pushes", QStringLiteral("1,000 roster pushes on 10,000 contacts"), 1'000, {});
     addLatency(few);
+    addHostile(many);
+}
+
+void Cases::addHostile(const Pair& figures)
+{
+    static constexpr std::pair<const char*, const char*> steps[] = {
+        {"brackets", "a link with 200,000 brackets"},      {"emoji", "160 KB of joined emoji"},
+        {"lines", "2,000,000 lines in one message"},       {"requests", "1,000 requests, 100 of one person"},
+        {"resources", "100,000 resources of one contact"}, {"log", "a log of 100 MiB is opened"},
+    };
+    for (const auto& [step, what] : steps) {
+        const QString name = QString::fromLatin1(what);
+        table_.add({name + QStringLiteral(", CPU"),
+                    ms,
+                    figures.client.value(step + QByteArray("_rest")),
+                    {},
+                    {},
+                    {}});
+        table_.add({name + QStringLiteral(", loop away"),
+                    ms,
+                    figures.client.value(step + QByteArray("_away")),
+                    {},
+                    100.0,
+                    {}});
+    }
 }
 
 void Cases::addSignIn(const Pair& figures, int contacts, double mostMs)

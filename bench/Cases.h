@@ -40,6 +40,7 @@ private:
     Figures emptyFilled(int rows);
     Figures figuresOf(const char* name, const QStringList& arguments, const Profile& profile);
     void addSignIn(const Pair& figures, int contacts, double mostMs);
+    void addHostile(const Pair& figures);
     void addLatency(const Pair& figures);
     // Nothing may take longer than twice its work, and what a turn of the event loop costs.
     void addWall(const Pair& figures, const QByteArray& step, const QString& what);

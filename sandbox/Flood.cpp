@@ -63,4 +63,46 @@ std::function<QByteArray()> messages(World& world, const Connection& client, int
     return source(client, from.isEmpty() ? 0 : count, make, last);
 }
 
+std::function<QByteArray()> hostile(World& world, const Connection& client, const QString& kind,
+                                    const QString& last)
+{
+    constexpr int many = 100'000;
+    const QStringList from = contactsOf(world, client);
+    const QString to = client.fullJid();
+    const auto said = [to, peer = from.value(0)](const QString& body) {
+        Element message("message");
+        message.set("from", peer).set("to", to).set("type", QStringLiteral("chat"));
+        return message.add("body", body).xml();
+    };
+    const auto presence = [to](const QString& sender, const QString& type) {
+        Element presence("presence");
+        presence.set("from", sender).set("to", to);
+        return type.isEmpty() ? presence.xml() : presence.set("type", type).xml();
+    };
+    const auto once = [&](const QString& body) {
+        return source(
+            client, 1, [text = said(body)](int) { return text; }, last);
+    };
+    if (kind == u"brackets")
+        return once(QStringLiteral("http://a") + QString(2 * many, u')'));
+    if (kind == u"emoji")
+        return once(QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D").repeated(many / 10));
+    if (kind == u"lines")
+        return once(QStringLiteral("x\n").repeated(20 * many));
+    if (kind == u"requests")
+        return source(
+            client, 1000,
+            [presence](int i) {
+                return presence(QStringLiteral("stranger%1@far.example").arg(i < 100 ? 0 : i),
+                                QStringLiteral("subscribe"));
+            },
+            last);
+    return source(
+        client, many,
+        [presence, bare = from.value(0).section(u'/', 0, 0)](int i) {
+            return presence(bare + u'/' + QString::number(i), {});
+        },
+        last);
+}
+
 } // namespace sandbox::flood

@@ -17,4 +17,10 @@ std::function<QByteArray()> presences(World& world, const Connection& client, co
 std::function<QByteArray()> messages(World& world, const Connection& client, int count, int size, int senders,
                                      const QString& last = {});
 
+// What somebody sends who means ill, from the first contact: "brackets", one link with 200,000 of them;
+// "emoji", 160 KB of joined ones; "lines", 2,000,000 in one message; "requests", a hundred of one stranger
+// and one each of 900; and for any other `kind` 100,000 resources.
+std::function<QByteArray()> hostile(World& world, const Connection& client, const QString& kind,
+                                    const QString& last = {});
+
 } // namespace sandbox::flood

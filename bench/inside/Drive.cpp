@@ -6,9 +6,12 @@
 #include "contacts/forms/RosterForm.h"
 #include "contacts/forms/RosterView.h"
 #include "session/forms/SignInForm.h"
+#include "settings/Paths.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QFile>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -61,6 +64,8 @@ void Drive::run()
     floodOfMessages();
     latency();
     pushes();
+    hostile();
+    longLog();
 }
 
 void Drive::signIn()
@@ -97,6 +102,39 @@ void Drive::pushes()
                                                  QStringLiteral("Group 1")));
     };
     step("pushes", begin, [this] { return spy_->iqs >= renames; });
+}
+
+// What a stranger can send.
+void Drive::hostile()
+{
+    for (const char* kind : {"brackets", "emoji", "lines", "requests", "resources"})
+        step(
+            kind, [&] { order(QStringLiteral("hostile ") + QLatin1String(kind)); },
+            [this] { return spy_->done; });
+}
+
+// A log of 100 MiB is opened.
+void Drive::longLog()
+{
+    const QString peer = contact(1);
+    QFile log(paths::logFolder() + u'/' + peer + QStringLiteral(".log"));
+    if (!log.open(QIODevice::WriteOnly))
+        throw std::runtime_error("the log can't be written");
+    const QByteArray line = peer.toUtf8() + " (07:08): " + QByteArray(970, 'x') + "\r\n";
+    for (int i = 0; i < 100 * 1024; ++i)
+        log.write(line);
+    log.close();
+    auto& windows = program_.session().windows;
+    bool opened = false;
+    step(
+        "log",
+        [&] {
+            QTimer::singleShot(0, &windows.messages.hub, [&] {
+                windows.messages.hub.ShowMessageLog(peer);
+                QTimer::singleShot(0, &windows.messages.hub, [&opened] { opened = true; });
+            });
+        },
+        [&opened] { return opened; });
 }
 
 // From the order's sending to the answer's text in its open window: the way there, the server and the way

@@ -23,6 +23,8 @@ private:
     void floodOfPresences();
     void floodOfMessages();
     void pushes();
+    void hostile();
+    void longLog();
     void latency();
     void step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done);
     void await(const std::function<bool()>& done);

@@ -37,7 +37,10 @@ void obey(World& world, const QString& control, Connection& client, const Stanza
         return client.pour(flood::messages(world, client, number(order, 1, MostMessages),
                                            number(order, 2, LargestBody), number(order, 3, MostMessages),
                                            done));
-    const QString usage = QStringLiteral("Say \"presences\" or \"messages COUNT SIZE SENDERS\".");
+    if (order.value(0) == u"hostile")
+        return client.pour(flood::hostile(world, client, order.value(1), done));
+    const QString usage =
+        QStringLiteral("Say \"presences\", \"messages COUNT SIZE SENDERS\" or \"hostile KIND\".");
     client.sendText(saying(control, client, usage));
 }
 
