@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -23,19 +25,20 @@ bool breaksLine(QChar c)
     return (u >= 0x0A && u <= 0x0D) || u == 0x85 || u == 0x2028 || u == 0x2029;
 }
 
-// What follows a line break is indented, so that it can't look like another line of the log.
+// What follows a line break is indented, so that it can't look like another line of the log. A text can be
+// millions of line breaks: the room is made once.
 QString asOneLine(const QString& text)
 {
-    QString line;
-    line.reserve(text.size() + 2);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
+    constexpr QStringView indent = u"\r\n    ";
+    const auto breaks = std::count_if(text.begin(), text.end(), breaksLine);
+    QString line(text.size() + breaks * (indent.size() - 1), Qt::Uninitialized);
+    QChar* out = line.data();
+    for (const QChar *at = text.begin(), *end = text.end(); at != end; ++at) {
+        if (*at == u'\r' && at + 1 != end && at[1] == u'\n')
             continue;
-        if (breaksLine(text[i]))
-            line += u"\r\n    ";
-        else
-            line += text[i];
+        out = breaksLine(*at) ? std::copy(indent.begin(), indent.end(), out) : (*out = *at, out + 1);
     }
+    line.truncate(out - line.constData());
     return line + lineEnd();
 }
 
