@@ -418,8 +418,13 @@ QString Explorer::faultOfNewSession()
     client_->world.network.online = true;
     client_->world.boxes.answers = {};
     client_->world.boxes.meanwhile = {};
-    signIn();
-    if (!client_->client.isConnected() || !client_->ui->isInitiated())
+    // A click by a mnemonic ends some time after it began, and may still cancel.
+    const auto isIn = [this] {
+        if (!client_->client.isConnected())
+            signIn();
+        return client_->client.isConnected() && client_->ui->isInitiated();
+    };
+    if (!QTest::qWaitFor(isIn))
         return "can't sign in";
     const QString faithful = "faithful@montague.example";
     gateway_->receive("<iq type='set' id='push'><query xmlns='jabber:iq:roster'><item jid='" +
