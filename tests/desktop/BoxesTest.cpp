@@ -23,37 +23,29 @@ class BoxesTest : public QObject
 private slots:
     void theAnswerIsTheButton_data()
     {
-        // click: 0: Escape
-        columns<int, int, int>("buttons", "click", "answer");
-        const auto row = [](const char* name, Buttons buttons, int click, Answer answer) {
-            QTest::newRow(name) << int(buttons) << click << int(answer);
-        };
-        row("ok", Buttons::Ok, QMessageBox::Ok, Answer::Ok);
-        row("ok by escape", Buttons::Ok, 0, Answer::Ok);
-        row("yes", Buttons::YesNo, QMessageBox::Yes, Answer::Yes);
-        row("no by escape", Buttons::YesNo, 0, Answer::No);
-        row("no", Buttons::YesNoCancel, QMessageBox::No, Answer::No);
-        row("cancel", Buttons::YesNoCancel, QMessageBox::Cancel, Answer::Cancel);
-        row("cancel by escape", Buttons::YesNoCancel, 0, Answer::Cancel);
+        // press: a button or a key
+        columns<MessageBoxes::Icon, Buttons, int, Answer>("icon", "buttons", "press", "answer");
+        const auto asks = MessageBoxes::Icon::Question;
+        row("ok", asks, Buttons::Ok, int(QMessageBox::Ok), Answer::Ok);
+        row("ok by escape", asks, Buttons::Ok, int(Qt::Key_Escape), Answer::Ok);
+        row("yes", asks, Buttons::YesNo, int(QMessageBox::Yes), Answer::Yes);
+        row("no by escape", asks, Buttons::YesNo, int(Qt::Key_Escape), Answer::No);
+        row("no", asks, Buttons::YesNoCancel, int(QMessageBox::No), Answer::No);
+        row("cancel", asks, Buttons::YesNoCancel, int(QMessageBox::Cancel), Answer::Cancel);
+        row("cancel by escape", asks, Buttons::YesNoCancel, int(Qt::Key_Escape), Answer::Cancel);
+        // Enter does not say yes to a warning.
+        row("enter", MessageBoxes::Icon::Exclamation, Buttons::YesNo, int(Qt::Key_Return), Answer::No);
     }
-    void enterDoesNotSayYesToAWarning()
-    {
-        whenShown<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
-        QtMessageBoxes boxes;
-        QCOMPARE(boxes.show("t", "x", MessageBoxes::Icon::Exclamation, Buttons::YesNo), Answer::No);
-    }
-
     void theAnswerIsTheButton()
     {
-        const auto [buttons, click, answer] = fetched<int, int, int>();
-        whenShown<QMessageBox>([click](QMessageBox* box) {
-            if (click)
-                QTest::mouseClick(box->button(QMessageBox::StandardButton(click)), Qt::LeftButton);
+        const auto [icon, buttons, press, answer] = fetched<MessageBoxes::Icon, Buttons, int, Answer>();
+        whenShown<QMessageBox>([press](QMessageBox* box) {
+            if (auto* button = box->button(QMessageBox::StandardButton(press)))
+                QTest::mouseClick(button, Qt::LeftButton);
             else
-                QTest::keyClick(box, Qt::Key_Escape);
+                QTest::keyClick(box, Qt::Key(press));
         });
-        const auto given = QtMessageBoxes().show({}, {}, MessageBoxes::Icon::Question, Buttons(buttons));
-        QCOMPARE(int(given), answer);
+        QCOMPARE(QtMessageBoxes().show("t", "x", icon, buttons), answer);
     }
 
     void textsArePlain()

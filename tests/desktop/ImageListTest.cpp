@@ -11,7 +11,6 @@ class ImageListTest : public QObject
     {
         return ImageList::icon(key).pixmap(16).toImage().convertToFormat(QImage::Format_ARGB32);
     }
-
     // The shape alone: which pixels are coloured, neither transparent nor white.
     static std::bitset<256> shape(const QString& key)
     {
@@ -23,7 +22,6 @@ class ImageListTest : public QObject
         }
         return pixels;
     }
-
     // How many pixels stand out from a grey background.
     static int seenOn(int background, const QImage& image)
     {

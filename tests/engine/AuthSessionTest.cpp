@@ -174,14 +174,6 @@ private slots:
         QCOMPARE(stanza ? stanza->Xml() : QString(), up);
     }
 
-    void serverWithoutAKnownWayFailsWithASentence()
-    {
-        AuthPeer peer(QStringList{"X-OTHER"});
-        QCOMPARE(peer.auth.state(), State::Failed);
-        QVERIFY(!peer.auth.error().isEmpty());
-        QCOMPARE(peer.writtenText(), QString());
-    }
-
     void namesAreEscaped()
     {
         AuthPeer peer({"a<b>&\"", "r0m30", "capulet.example", "balcony", true, false});

@@ -108,7 +108,6 @@ private slots:
         row("second given up only", "ask a@b|tick 0|ask a@b|result a@b|tick 5000|tick 10000|tick 15000",
             "1=result|2=504");
         row("new session", "ask a@b|make a@b|begin|tick 0|tick 10000|ask c@d|result a@b", "passed");
-
         row("asked once", "learn c.x|learn c.x|learn C.x|info c.x|learn c.x", "?c.x|f|f|f|f");
         row("each for itself", "learn c.x|info c.x|learn d.x|error d.x|learn c.x",
             "?c.x|f|?d.x|old=404gone|f");

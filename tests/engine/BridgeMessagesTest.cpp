@@ -43,7 +43,6 @@ private slots:
     void receivedMessagesAreTranslated_data()
     {
         columns<QString, QString, QString>("message", "up", "wire");
-
         const auto kept = [](const char* name, const QString& message) { row(name, message, "", ""); };
         for (const auto* name : {"paused", "active", "inactive", "gone"})
             row(name, "<message from=\"a@b/c\">" + state.arg(QLatin1String(name)) + "</message>",
@@ -59,7 +58,6 @@ private slots:
              "<message from='a@b/c'><x xmlns='jabber:x:event'><delivered/></x></message>");
         kept("news of an account", "<message from='a@b' type='headline'><event xmlns='x'/></message>");
         kept("forged copy", "<message from='evil@x'><sent xmlns='urn:xmpp:carbons:2'/></message>");
-
         const auto same = [](const char* name, const QString& message) { row(name, message, message, ""); };
         same("body", "<message from=\"a@b\"><body>x</body></message>");
         same("body and state", "<message from=\"a@b\"><body>x</body>" + state.arg("active") + "</message>");
@@ -70,12 +68,10 @@ private slots:
         same("old end of typing",
              R"(<message from="a@b" type="chat"><x xmlns="jabber:x:event"><id>a</id></x></message>)");
         same("bounce", "<message from=\"a@b\" type=\"error\"><error code=\"404\">no</error></message>");
-
         for (const QString type : {" type=\"chat\"", ""})
             row(qPrintable("typing" + type),
                 "<message from=\"a@b/c\" to=\"me@x\"" + type + ">" + state.arg("composing") + "</message>",
                 "<message from=\"a@b/c\" to=\"me@x\" type=\"chat\">" + oldTyping + "</message>", "");
-
         const auto asksReceipt = [](const char* name, const QString& attributes, const QString& wire) {
             const auto message = "<message from=\"a@b/c\"" + attributes +
                                  "><body>x</body><request xmlns=\"urn:xmpp:receipts\"/></message>";
@@ -90,7 +86,6 @@ private slots:
         const QString bounce = "<message from=\"a@b\" id=\"7\" type=\"error\"><body>x</body><request "
                                "xmlns=\"urn:xmpp:receipts\"/><error code=\"404\">no</error></message>";
         row("receipt of a bounce", bounce, bounce, "");
-
         const auto delayed = [](const char* name, const QString& delay, const QString& old) {
             const QString message = "<message from=\"a@b\"><body>x</body>%1</message>";
             row(name, message.arg(delay), message.arg(delay + old), "");
@@ -105,7 +100,6 @@ private slots:
         delayed("delay both ways",
                 delay.arg("stamp=\"2002-09-10T23:08:25Z\"") + "<x xmlns=\"jabber:x:delay\"/>", "");
         delayed("delay of no time", delay.arg("stamp=\"soon\""), "");
-
         const auto invitation = [](const char* name, const QString& message, const QString& body) {
             row(name, message,
                 "<message from=\"a@b/c\" to=\"me@x\"><body>" + body +

@@ -20,7 +20,6 @@ class BridgeServicesTest : public QObject
     {
         return "<iq type=\"get\" id=\"vcard_wj_3\" to=\"" + to + "\"><VCARD xmlns=\"vcard-temp\"/></iq>";
     }
-
     // Answers the last request with this content.
     static void reply(BridgeRig& rig, const QString& payload, const QString& content, bool isError = false)
     {
@@ -138,20 +137,17 @@ private slots:
         columns<QString, QString, QString>("server", "sent", "wire");
         const QString tel = "<TEL><VOICE/><HOME/><NUMBER>%1</NUMBER></TEL>",
                       cell = "<TEL><CELL/><NUMBER>9</NUMBER></TEL>";
+        const QString org = "<ORG><ORGNAME>%1</ORGNAME><ORGUNIT>%2</ORGUNIT>",
+                      second = "<ORGUNIT>2</ORGUNIT></ORG>";
         const QString photo = "<PHOTO><BINVAL>AA</BINVAL></PHOTO>";
         row("picture", photo, "<FN>a</FN>", "<FN>a</FN>" + photo);
         row("further number", tel.arg(1) + cell + tel.arg(2), "<TEL><VOICE/><HOME/>3</TEL>",
             tel.arg(3) + cell + tel.arg(2));
         row("cleared", "<FN>x</FN>" + tel.arg(1), "<FN/><TEL><VOICE/><HOME/></TEL>",
             "<FN/><TEL><VOICE/><HOME/><NUMBER/></TEL>");
-        row("parts",
-            "<N><PREFIX>Dr</PREFIX><GIVEN>x</GIVEN></N><ORG><ORGNAME>x</ORGNAME><ORGUNIT>1</"
-            "ORGUNIT><ORGUNIT>2"
-            "</ORGUNIT></ORG>",
-            "<N><GIVEN>y</GIVEN></N><ORG><ORGNAME>y</ORGNAME><ORGUNIT>z</ORGUNIT></ORG>",
-            "<N><GIVEN>y</GIVEN><PREFIX>Dr</PREFIX></N><ORG><ORGNAME>y</ORGNAME><ORGUNIT>z</"
-            "ORGUNIT><ORGUNIT>2</ORGUNIT>"
-            "</ORG>");
+        row("parts", "<N><PREFIX>Dr</PREFIX><GIVEN>x</GIVEN></N>" + org.arg("x", "1") + second,
+            "<N><GIVEN>y</GIVEN></N>" + org.arg("y", "z") + "</ORG>",
+            "<N><GIVEN>y</GIVEN><PREFIX>Dr</PREFIX></N>" + org.arg("y", "z") + second);
         row("empty", "", "<FN>a</FN>", "<FN>a</FN>");
     }
     void othersPartsOfTheOwnCardStay()

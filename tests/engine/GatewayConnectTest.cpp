@@ -55,6 +55,10 @@ private slots:
         row("breach in the features", stream + "<stream:features><!-- --></stream:features>", false,
             "not allowed");
         row("no way to sign in", stream + "<stream:features/>", false, "no way to sign in");
+        row("no known way",
+            stream + "<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>"
+                     "<mechanism>X-OTHER</mechanism></mechanisms></stream:features>",
+            false, "no way to sign in");
     }
     void failuresAreToldInWords()
     {
@@ -100,7 +104,6 @@ private slots:
         QVERIFY2(rig.up.first().contains(u"jabber:iq:auth") && rig.up.first().contains(u"type=\"error\""),
                  qPrintable(rig.up.first()));
         QVERIFY(!rig.gateway->isconnected());
-
         rig.send("<message to=\"x\"/>");
         rig.send("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
                  "</username><password>s3cret</password><resource></resource></query></iq>");
@@ -113,7 +116,6 @@ private slots:
                  qPrintable(rig.up.last()));
         QVERIFY(rig.server.received().contains("<username>romeo</username>"));
         QVERIFY(!rig.server.received().contains("<message"));
-
         // As the client does on a result: out, and in again at once.
         rig.server.onLegacySignIn();
         rig.gateway->DoDisconnect();
@@ -147,7 +149,6 @@ private slots:
             rig.server.hangUp();
             TICK_UNTIL(rig, rig.isClosed());
             QVERIFY(rig.host.progress.isEmpty());
-
             rig.server.onLegacySignIn();
             CONNECT_UNTIL(rig, rig.isUp());
             QCOMPARE(rig.count("<presence type=\"close\"/>"), 1);

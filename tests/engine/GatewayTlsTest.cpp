@@ -93,7 +93,6 @@ private slots:
         CONNECT_UNTIL(rig, rig.isUp());
         QVERIFY(rig.host.certificates.isEmpty());
         rig.gateway->DoDisconnect();
-
         rig.host.pins["127.0.0.1"] = QByteArray(32, 'x');
         rig.host.certificateAnswer = CertificateAnswer::Refuse;
         offerTls(rig.server);
@@ -135,7 +134,6 @@ private slots:
         rig.server.on("</auth>",
                       "<failure xmlns='urn:ietf:params:xml:ns:xmpp-sasl'><not-authorized/></failure>");
         CONNECT_UNTIL(rig, !rig.up.isEmpty());
-
         offerTls(rig.server);
         rig.server.on("<stream:stream", ScriptedServer::header() + "<stream:features/>");
         rig.server.on("</iq>", "<iq type='result' id='$id'><query "
@@ -144,7 +142,6 @@ private slots:
         rig.send("<iq type=\"set\" id=\"VRX_new\"><query xmlns=\"jabber:iq:register\"><username>romeo"
                  "</username><password>secret</password></query></iq>");
         TICK_UNTIL(rig, rig.up.last().contains(u"VRX_new"));
-
         // The sign-in that follows is part of the same answer, a later one isn't.
         for (const int questions : {1, 2}) {
             rig.up.clear();

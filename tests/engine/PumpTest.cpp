@@ -93,29 +93,17 @@ private slots:
     void onlyWholeStanzasPassTheWall_data()
     {
         columns<QString, bool>("text", "passes");
-        row("message", QString(" <message to='a@b'><body>&lt;&#233; é</body></message>\n"), true);
-        row("prefix", QString("<iq><p:q xmlns:p='u' xml:lang='de'><![CDATA[&]]></p:q></iq>"), true);
-        for (const QString bad : {"",
-                                  "x",
-                                  "<message/><message/>",
-                                  "<message/>x",
-                                  "<stream/>",
-                                  "<p:message xmlns:p='jabber:client'/>",
-                                  "<message>",
-                                  "<message><body>a & b</body></message>",
-                                  "<message><body>\x01</body></message>",
-                                  "<message><body>&#1;</body></message>",
-                                  "<message to='a' to='b'/>",
-                                  "<message to=a/>",
-                                  "<!DOCTYPE a><message/>",
-                                  "<!DOCTYPE a [<!ENTITY e 'x'>]><message>&e;</message>",
-                                  "<message>&e;</message>",
-                                  "<?xml version='1.0'?><message/>",
-                                  "<message><!-- x --></message>",
-                                  "<message><?p x?></message>",
-                                  "<message><p:x/></message>",
-                                  "<message><body></message></body>"})
-            row(qPrintable(bad), bad, false);
+        row("message", " <message to='a@b'><body>&lt;&#233; é</body></message>\n", true);
+        row("prefix", "<iq><p:q xmlns:p='u' xml:lang='de'><![CDATA[&]]></p:q></iq>", true);
+        const QString bad =
+            "|x|<message/><message/>|<message/>x|<stream/>|<p:message xmlns:p='jabber:client'/>|<message>|"
+            "<message><body>a & b</body></message>|<message><body>\x01</body></message>|"
+            "<message><body>&#1;</body></message>|<message to='a' to='b'/>|<message to=a/>|"
+            "<!DOCTYPE a><message/>|<!DOCTYPE a [<!ENTITY e 'x'>]><message>&e;</message>|"
+            "<message>&e;</message>|<?xml version='1.0'?><message/>|<message><!-- x --></message>|"
+            "<message><?p x?></message>|<message><p:x/></message>|<message><body></message></body>";
+        for (const auto& text : bad.split('|'))
+            row(qPrintable(text), text, false);
     }
     void onlyWholeStanzasPassTheWall()
     {

@@ -1,5 +1,4 @@
-#include "contacts/forms/Roster.h"
-#include "contacts/forms/RosterForm.h"
+#include "engine/Xml.h"
 #include "prosody/ProsodyFixture.h"
 #include "support/TestRunner.h"
 
@@ -49,8 +48,8 @@ private slots:
 
     void init()
     {
-        QVERIFY(server_.addAccount("romeo", "secret"));
-        QVERIFY(server_.addAccount("juliet", "rose"));
+        server_.addAccount("romeo", "secret");
+        server_.addAccount("juliet", "rose");
         QVERIFY(server_.forgetContacts());
         f_ = std::make_unique<ProsodyFixture>(server_);
         QVERIFY(f_->signInBoth());
@@ -115,23 +114,19 @@ private slots:
     {
         ui::choose(f_->live.rosterForm(), "mRosterFModVCard");
         QTRY_VERIFY(f_->visible("VCardForm"));
-        struct Field {
-            const char* control;
-            const char* path; // in the card
-            QString text;
-        };
-        const Field fields[] = {{"name1", "N/GIVEN", "Rom & eo"},
-                                {"surname", "N/FAMILY", "<Montague>"},
-                                {"nick", "NICKNAME", "\"Ro\""},
-                                {"email", "EMAIL/USERID", "romeo@verona.example"},
-                                {"city", "ADR[HOME]/LOCALITY", "Verona 🌹"},
-                                {"country", "ADR[HOME]/CTRY", "Italia"},
-                                {"tel", "TEL[HOME]/NUMBER", "+39 045 1"}};
-        for (const auto& typed : fields)
-            ui::find<QLineEdit>(f_->visible("VCardForm"), typed.control)->setText(typed.text);
+        const std::tuple<const char*, const char*, QString> fields[] = {
+            // each with its path in the card
+            {"name1", "N/GIVEN", "Rom & eo"},
+            {"surname", "N/FAMILY", "<Montague>"},
+            {"nick", "NICKNAME", "\"Ro\""},
+            {"email", "EMAIL/USERID", "romeo@verona.example"},
+            {"city", "ADR[HOME]/LOCALITY", "Verona 🌹"},
+            {"country", "ADR[HOME]/CTRY", "Italia"},
+            {"tel", "TEL[HOME]/NUMBER", "+39 045 1"}};
+        for (const auto& [control, path, text] : fields)
+            ui::find<QLineEdit>(f_->visible("VCardForm"), control)->setText(text);
         ui::click(f_->visible("VCardForm"), "cmdOK");
         QTRY_VERIFY(!f_->visible("VCardForm"));
-
         const Stanza* answer = nullptr;
         QTRY_VERIFY([&] { // the card may still be on its way
             f_->juliet->tell("read_card", {{"of", f_->own}});
@@ -139,16 +134,13 @@ private slots:
                 [](const Stanza& stanza) { return bool(stanza.root().child("vCard").child("NICKNAME")); });
             return answer != nullptr;
         }());
-        for (const auto& typed : fields) {
-            const auto node = answer->root().child("vCard").select_node(typed.path).node();
-            QCOMPARE(QString::fromUtf8(node.text().get()), typed.text);
-        }
-
+        for (const auto& [control, path, text] : fields)
+            QCOMPARE(xml::text(answer->root().child("vCard").select_node(path).node()), text);
         // And it is the same when it is opened here again.
         ui::choose(f_->live.rosterForm(), "mRosterFModVCard");
         QTRY_VERIFY(f_->visible("VCardForm"));
-        for (const auto& typed : fields)
-            QCOMPARE(field(typed.control), typed.text);
+        for (const auto& [control, path, text] : fields)
+            QCOMPARE(field(control), text);
     }
 
     void othersCardIsReadHere()

@@ -64,14 +64,12 @@ private slots:
         QVERIFY(juliet.ask(entry("Romeo")).contains("<error code=\"409\">"));
         const QByteArray hers = idIn(juliet.ask(entry("Juliet")));
         QVERIFY(romeo.news().contains("<user jid=\"" + hers + "\" name=\"Juliet\"/>"));
-
         const QByteArray line = "<subject>S</subject><body>/me waves &lt;</body>";
         const auto said = romeo.ask("<message " + to("garden") + " type='GroupChat'>" + line + "</message>");
         QVERIFY2(said.contains("<message from=\"" + id + "\" type=\"groupchat\" to=\"romeo@im.test/Desk\">" +
                                line),
                  said);
         QVERIFY(juliet.news().contains("<body>/me waves &lt;</body>"));
-
         romeo.ask("<presence " + to("garden") + "><show>away</show></presence>");
         QVERIFY(juliet.news().contains("<presence from=\"" + id +
                                        "\" to=\"juliet@im.test/Desk\"><show>away</show>"));
@@ -80,11 +78,9 @@ private slots:
         romeo.ask("<presence to=\"garden@conference.im.test/\"/>");
         QVERIFY(juliet.news().isEmpty());
         QVERIFY(romeo.ask("<presence to=\"garden@conference.im.test/Nils\"/>").contains("code=\"409\""));
-
         romeo.ask("<message to=\"" + hers + "\" type=\"chat\"><body>psst</body></message>");
         QCOMPARE(juliet.news(), "<message type=\"chat\" from=\"" + id +
                                     "\" to=\"juliet@im.test/Desk\"><body>psst</body></message>");
-
         const QByteArray gone = "<user type=\"remove\" jid=\"" + id + "\"/>";
         const QByteArray left = romeo.ask("<presence " + to("garden") + " type=\"unavailable\"/>");
         QVERIFY2(left.endsWith(gone + "</query></iq>"), left);

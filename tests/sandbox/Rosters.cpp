@@ -1,6 +1,8 @@
 #include "Peer.h"
+#include "support/Table.h"
 #include "support/TestRunner.h"
 
+// Contact lists, and who may see whom.
 class Rosters : public QObject
 {
     Q_OBJECT
@@ -16,7 +18,8 @@ private slots:
     void init()
     {
         server_ = std::make_unique<sandbox::SandboxServer>();
-        server_->world().addAccount("romeo", "secret");
+        for (const char* name : {"romeo", "mercutio", "helena"})
+            server_->world().addAccount(name, "secret");
         server_->world().addContact("romeo", "juliet", "Juliet", "Friends");
         server_->world().addContact("romeo", "nurse@capulet.example", "The \"Nurse\" & Co", "", "to");
         QVERIFY(server_->listen());
@@ -88,6 +91,71 @@ private slots:
         romeo.socket.abort();
         QVERIFY(juliet.sees(
             "<presence from=\"romeo@im.test/Desk\" to=\"juliet@im.test\" type=\"unavailable\"/>"));
+    }
+
+    void twoPeopleBecomeFriendsAndPart()
+    {
+        OnlinePeer mercutio(*server_, "mercutio"), helena(*server_, "helena");
+        QVERIFY(mercutio.ask("<presence to='helena@im.test' type='subscribe'/>")
+                    .contains("<item jid=\"helena@im.test\" subscription=\"none\" ask=\"subscribe\"/>"));
+        QCOMPARE(helena.news(),
+                 R"(<presence from="mercutio@im.test" to="helena@im.test" type="subscribe"/>)");
+        QVERIFY(helena.ask("<presence to='mercutio@im.test' type='subscribed'/>")
+                    .contains(R"(<item jid="mercutio@im.test" subscription="from"/>)"));
+        const QByteArray granted = mercutio.news();
+        QVERIFY(granted.contains("type=\"subscribed\""));
+        QVERIFY(granted.contains(R"(<item jid="helena@im.test" subscription="to"/>)"));
+        QVERIFY(granted.endsWith("<presence from=\"helena@im.test/Desk\" to=\"mercutio@im.test\"/>"));
+        QVERIFY(helena.ask("<presence to='mercutio@im.test' type='unsubscribed'/>")
+                    .contains(R"(<item jid="mercutio@im.test" subscription="none"/>)"));
+        const QByteArray ended = mercutio.news();
+        QVERIFY(ended.contains(R"(<item jid="helena@im.test" subscription="none"/>)"));
+        QVERIFY(ended.contains("from=\"helena@im.test/Desk\" to=\"mercutio@im.test\" type=\"unavailable\""));
+    }
+
+    void requestWaitsForSignInAndIsNoContact()
+    {
+        OnlinePeer mercutio(*server_, "mercutio");
+        mercutio.ask("<presence to='helena@im.test' type='subscribe'/>");
+        Peer helena(*server_);
+        QVERIFY(helena.signIn("helena", "secret"));
+        QVERIFY(helena.ask("<iq type=\"get\" id=\"g\"><query xmlns=\"jabber:iq:roster\"/></iq>")
+                    .contains("<query xmlns=\"jabber:iq:roster\"/>"));
+        QVERIFY(helena.ask("<presence/>")
+                    .contains("from=\"mercutio@im.test\" to=\"helena@im.test\" type=\"subscribe\""));
+    }
+
+    void removingAContactEndsBothWays()
+    {
+        server_->world().addContact("mercutio", "helena");
+        server_->world().addContact("helena", "mercutio");
+        OnlinePeer mercutio(*server_, "mercutio"), helena(*server_, "helena");
+        mercutio.ask("<iq type=\"set\" id=\"d\"><query xmlns=\"jabber:iq:roster\">"
+                     "<item jid=\"helena@im.test\" subscription=\"remove\"/></query></iq>");
+        const QByteArray got = helena.news();
+        QVERIFY2(got.contains("type=\"unsubscribe\"") && got.contains("type=\"unsubscribed\""), got);
+        QVERIFY(got.contains("<item jid=\"mercutio@im.test\" name=\"mercutio\" subscription=\"none\"/>") ||
+                got.contains(R"(<item jid="mercutio@im.test" subscription="none"/>)"));
+    }
+
+    void personaAnswersAsTold_data()
+    {
+        columns<int, QByteArray>("asked", "answer");
+        row("accepts", int(sandbox::Persona::Asked::Accepts), QByteArray("subscription=\"to\""));
+        row("refuses", int(sandbox::Persona::Asked::Refuses), QByteArray("type=\"unsubscribed\""));
+        row("is silent", int(sandbox::Persona::Asked::StaysSilent), QByteArray("ask=\"subscribe\""));
+    }
+    void personaAnswersAsTold()
+    {
+        const auto [asked, answer] = fetched<int, QByteArray>();
+        auto& paris = server_->world().addPersona("paris@verona.example", "Paris");
+        paris.whenAsked = sandbox::Persona::Asked(asked);
+        paris.online = true;
+        OnlinePeer mercutio(*server_, "mercutio");
+        const QByteArray got = mercutio.ask("<presence to=\"paris@verona.example\" type=\"subscribe\"/>");
+        QVERIFY2(got.contains(answer), got);
+        QCOMPARE(got.contains("<presence from=\"paris@verona.example/Home\""),
+                 paris.whenAsked == sandbox::Persona::Asked::Accepts);
     }
 };
 

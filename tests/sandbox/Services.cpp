@@ -14,7 +14,6 @@ class Services : public QObject
         return "<iq type=\"" + type + "\" id=\"q\"" + (to.isEmpty() ? QByteArray() : " to=\"" + to + '"') +
                "><query xmlns=\"" + xmlns + "\">" + content + "</query></iq>";
     }
-
     static QByteArray msn(const QByteArray& content = {})
     {
         return iq("msn.im.test", "jabber:iq:register", content);
@@ -99,7 +98,6 @@ private slots:
         QVERIFY(peer.ask(msn()).contains("<username/><password/></query>"));
         QVERIFY(peer.ask("<presence to=\"msn.im.test\"/>").contains("code=\"407\""));
         QVERIFY(peer.ask(msn("<username>x</username><key>no</key>")).contains("code=\"406\""));
-
         const QByteArray entered = peer.ask(msn(fields));
         QVERIFY2(entered.contains("<registered/><username>r&lt;m</username><password/>"), entered);
         QVERIFY(entered.contains("<presence from=\"msn.im.test\" to=\"romeo@im.test\" type=\"subscribe\"/>"));
@@ -107,7 +105,6 @@ private slots:
         peer.ask("<presence to='msn.im.test' type='subscribed'/>");
         QVERIFY(peer.ask("<presence to='msn.im.test' type='subscribe'/>")
                     .contains("<item jid=\"msn.im.test\" subscription=\"both\"/>"));
-
         Peer later(*server_);
         QVERIFY(later.signIn("romeo", "secret", "Phone"));
         QVERIFY(later.ask("<presence/>").contains("<presence from=\"msn.im.test/registered\""));

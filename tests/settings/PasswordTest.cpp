@@ -16,7 +16,6 @@ class PasswordTest : public QObject
     {
         return QSettings(paths::settingsFile(), QSettings::IniFormat).value("Program Settings/Password");
     }
-
     static Settings account(const QString& password, bool save = true)
     {
         Settings settings;
@@ -26,7 +25,6 @@ class PasswordTest : public QObject
         settings.SavePassword = save;
         return settings;
     }
-
     QString loaded()
     {
         Settings settings;

@@ -22,7 +22,6 @@ class SettingsStoreTest : public QObject
             return " @a \"b\", c;d=%41 \\ \n[é] " + QString(key.key);
         return QString::number(now.toDouble() + 7, 'f', 2).remove(".00");
     }
-
     // The three keys that are never written read as their defaults.
     static Settings asStored(Settings settings)
     {
@@ -31,7 +30,6 @@ class SettingsStoreTest : public QObject
         settings.CharOffLineName = Settings().CharOffLineName;
         return settings;
     }
-
     static QStringList texts(const Settings& settings)
     {
         QStringList all;
@@ -39,24 +37,20 @@ class SettingsStoreTest : public QObject
             all += QLatin1String(key.key) + u'=' + key.text(settings);
         return all;
     }
-
     static QString stored(const char* path)
     {
         return QSettings(paths::settingsFile(), QSettings::IniFormat).value(QLatin1String(path)).toString();
     }
-
     static void store(const char* path, const QString& text)
     {
         QSettings(paths::settingsFile(), QSettings::IniFormat).setValue(QLatin1String(path), text);
     }
-
     static Settings loaded()
     {
         Settings settings;
         SettingsStore(paths::settingsFile()).LoadSettings(settings);
         return settings;
     }
-
     static bool save(const Settings& settings)
     {
         return SettingsStore(paths::settingsFile()).SaveSettings(settings);
@@ -249,7 +243,6 @@ private slots:
 
     void aFolderThatCantBeMadeIsTold()
     {
-
         files::write(profile_->path() + "/config", "a file in the way");
         QVERIFY(!save(Settings()));
         SettingsStore store(paths::settingsFile());

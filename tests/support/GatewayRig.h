@@ -2,6 +2,7 @@
 
 #include "engine/StanzaQueue.h"
 #include "engine/wire/session/GatewayClient.h"
+#include "engine/wire/socket/Resolver.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
 
@@ -14,13 +15,33 @@
 class GatewayRig
 {
 public:
-    GatewayRig();
+    GatewayRig() { gateway->setQueue(queue); }
 
-    void connectTo(const QString& server);
+    void connectTo(const QString& address)
+    {
+        QString resource = QStringLiteral("garden");
+        gateway->DoConnect("romeo", "s3cret", address, resource);
+    }
     void connectToServer() { connectTo(server.address()); }
     // One tick, and what came up is added to `up`. Always true, so that it may stand in a condition.
-    bool tick();
-    void send(const QString& stanza);
+    bool tick()
+    {
+        if (gateway)
+            gateway->Trigger();
+        while (const auto stanza = queue->takeInbound())
+            up += (stanza->kind() == Stanza::Kind::Unsent      ? "unsent "
+                   : stanza->kind() == Stanza::Kind::Uncertain ? "uncertain "
+                                                               : "") +
+                  stanza->Xml();
+        return true;
+    }
+    void send(const QString& stanza)
+    {
+        QString error;
+        queue->sendRaw(stanza, &error);
+        if (!error.isEmpty())
+            qFatal("the test's stanza is not well-formed: %s", qPrintable(stanza));
+    }
     int count(const QString& stanza) const { return static_cast<int>(up.count(stanza)); }
     bool isClosed() const { return up.contains("<presence type=\"close\"/>"); }
     bool isUp() const { return up.contains("<presence type=\"connect\"/>"); }
@@ -29,7 +50,8 @@ public:
     ScriptedServer server;
     RecordingHost host;
     std::shared_ptr<StanzaQueue> queue = std::make_shared<StanzaQueue>();
-    std::unique_ptr<GatewayClient> gateway;
+    std::unique_ptr<GatewayClient> gateway =
+        std::make_unique<GatewayClient>(host, nullptr, [this] { return now; });
     // Stanzas that the client has been given, as text; before those that came back stands how they are.
     QStringList up;
 };

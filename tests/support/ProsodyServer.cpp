@@ -2,9 +2,6 @@
 
 #include "support/ChildProcess.h"
 
-#include <QCryptographicHash>
-#include <QDir>
-#include <QFileInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -46,19 +43,6 @@ quint16 freePort()
     return probe.serverPort();
 }
 
-bool writeFile(const QString& name, const QString& text)
-{
-    QFile file(name);
-    return QDir().mkpath(QFileInfo(name).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(text.toUtf8()) > 0;
-}
-
-QByteArray readFile(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 bool takesConnections(quint16 port)
 {
     QTcpSocket socket;
@@ -68,16 +52,13 @@ bool takesConnections(quint16 port)
 
 } // namespace
 
-ProsodyServer::~ProsodyServer()
-{
-    kill();
-}
-
 bool ProsodyServer::start()
 {
     if (port_ == 0) {
         port_ = freePort();
-        if (!makeCertificate() || !writeConfiguration())
+        const auto text = QByteArray(configuration).replace("@DIR@", folder_.path().toUtf8());
+        files::write(path("prosody.cfg.lua"), QByteArray(text).replace("@PORT@", QByteArray::number(port_)));
+        if (!makeCertificate())
             return false;
     }
     child::endsWithUs(process_);
@@ -90,51 +71,16 @@ bool ProsodyServer::start()
     if (ready && process_.state() == QProcess::Running)
         return true;
     return fail(QStringLiteral("prosody doesn't run: ") +
-                QString::fromUtf8(process_.readAll() + readFile(path("prosody.log"))));
+                QString::fromUtf8(process_.readAll() + files::read(path("prosody.log"))));
 }
 
-void ProsodyServer::kill()
+void ProsodyServer::befriend(const QString& one, const QString& other, const QString& group)
 {
-    process_.kill();
-    process_.waitForFinished();
-}
-
-QByteArray ProsodyServer::fingerprint() const
-{
-    return QSslCertificate(readFile(certificateFile())).digest(QCryptographicHash::Sha256);
-}
-
-bool ProsodyServer::addAccount(const QString& name, const QString& password)
-{
-    return writeFile(accountFile(name),
-                     QStringLiteral("return { [\"password\"] = \"%1\"; };\n").arg(password));
-}
-
-bool ProsodyServer::hasAccount(const QString& name) const
-{
-    return QFileInfo::exists(accountFile(name));
-}
-
-bool ProsodyServer::befriend(const QString& one, const QString& other, const QString& group)
-{
-    const auto list = [this, &group](const QString& owner, const QString& contact) {
-        return writeFile(
-            path("data/localhost/roster/") + owner + QStringLiteral(".dat"),
-            QStringLiteral("return { [false] = { version = 1; }; [\"%1@localhost\"] = "
-                           "{ subscription = \"both\"; groups = { [\"%2\"] = true; }; name = \"%3\"; }; };\n")
-                .arg(contact, group, contact.left(1).toUpper() + contact.mid(1)));
-    };
-    return list(one, other) && list(other, one);
-}
-
-bool ProsodyServer::forgetContacts()
-{
-    return QDir(path("data/localhost/roster")).removeRecursively();
-}
-
-QString ProsodyServer::accountFile(const QString& name) const
-{
-    return path("data/localhost/accounts/") + name + QStringLiteral(".dat");
+    const QString list = "return { [false] = { version = 1; }; [\"%1@localhost\"] = "
+                         "{ subscription = \"both\"; groups = { [\"%2\"] = true; }; name = \"%3\"; }; };\n";
+    for (const auto& [owner, contact] : {std::pair(one, other), {other, one}})
+        files::write(path("data/localhost/roster/") + owner + ".dat",
+                     list.arg(contact, group, contact.left(1).toUpper() + contact.mid(1)).toUtf8());
 }
 
 bool ProsodyServer::makeCertificate()
@@ -148,18 +94,4 @@ bool ProsodyServer::makeCertificate()
     const bool made = openssl.waitForFinished(patienceMs) && openssl.exitCode() == 0;
     return made ||
            fail(QStringLiteral("openssl: ") + openssl.errorString() + QString::fromUtf8(openssl.readAll()));
-}
-
-bool ProsodyServer::writeConfiguration()
-{
-    const QString text = QString::fromLatin1(configuration)
-                             .replace("@DIR@", folder_.path())
-                             .replace("@PORT@", QString::number(port_));
-    return writeFile(path("prosody.cfg.lua"), text) || fail("The server's folder can't be written.");
-}
-
-bool ProsodyServer::fail(const QString& problem)
-{
-    problem_ = problem;
-    return false;
 }

@@ -26,21 +26,40 @@ public:
     // Runs once, while the next box stands.
     std::function<void()> meanwhile;
 
-    Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) override;
-    std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) override;
+    Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) override
+    {
+        stand({title, text, icon, buttons});
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+    }
+    std::optional<QString> input(const QString& title, const QString& prompt, const QString&) override
+    {
+        stand({title, prompt, Icon::None, Buttons::Ok});
+        return inputs.isEmpty() ? std::nullopt : inputs.takeFirst();
+    }
 
 private:
-    void stand(const Box& box);
+    void stand(const Box& box)
+    {
+        shown += box;
+        if (meanwhile)
+            std::exchange(meanwhile, {})();
+    }
 };
 
 struct RecordingLinks : LinkOpener {
     QStringList opened;
-    bool open(const QString& link) override;
+    bool open(const QString& link) override
+    {
+        opened += link;
+        return true;
+    }
 };
 
 struct RecordingSounds : SoundPlayer {
     QStringList played;
-    void PlaySoundFile(const QString& file, bool looped) override;
+    void PlaySoundFile(const QString& file, bool) override { played += file; }
 };
 
 struct RecordingTray : TrayIcon {
@@ -78,7 +97,11 @@ struct RecordingNetwork : NetworkChecks {
     bool online = true;
     QList<bool> dials;
     bool isConnected() override { return online; }
-    bool dial(bool unattended) override;
+    bool dial(bool unattended) override
+    {
+        dials += unattended;
+        return true;
+    }
 };
 
 struct RecordingFiles : FileDialogs {
@@ -89,14 +112,23 @@ struct RecordingFiles : FileDialogs {
     };
     QList<Question> asked;
     QStringList answers; // used in order; without one the dialog is cancelled
-    QString openFile(const QString& title, const QString& filter) override;
+    QString openFile(const QString& title, const QString& filter) override
+    {
+        asked.append({title, filter});
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    }
 };
 
 struct RecordingLooks : LookDialogs {
     QList<int> colours; // answers, used in order; without one the dialog is cancelled
     QList<FontChoice> fonts;
-    std::optional<int> colour(int current) override;
-    std::optional<FontChoice> font(const FontChoice& current) override;
+    std::optional<int> colour(int) override { return next(colours); }
+    std::optional<FontChoice> font(const FontChoice&) override { return next(fonts); }
+    template <typename T>
+    static std::optional<T> next(QList<T>& answers)
+    {
+        return answers.isEmpty() ? std::nullopt : std::optional(answers.takeFirst());
+    }
 };
 
 // All recorders together. `install` puts them into a client's desktop.

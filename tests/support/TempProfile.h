@@ -7,15 +7,22 @@
 class TempProfile
 {
 public:
-    TempProfile();
-    ~TempProfile();
-    TempProfile(const TempProfile&) = delete;
-    TempProfile& operator=(const TempProfile&) = delete;
+    TempProfile()
+    {
+        qputenv("XDG_CONFIG_HOME", (path() + "/config").toUtf8());
+        qputenv("XDG_DATA_HOME", (path() + "/data").toUtf8());
+    }
+    ~TempProfile()
+    {
+        qputenv("XDG_CONFIG_HOME", oldConfig_);
+        qputenv("XDG_DATA_HOME", oldData_);
+    }
+    Q_DISABLE_COPY(TempProfile)
 
     QString path() const { return folder_.path(); }
 
 private:
     QTemporaryDir folder_;
-    QByteArray oldConfig_;
-    QByteArray oldData_;
+    const QByteArray oldConfig_ = qgetenv("XDG_CONFIG_HOME");
+    const QByteArray oldData_ = qgetenv("XDG_DATA_HOME");
 };
