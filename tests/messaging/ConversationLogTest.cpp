@@ -1,8 +1,5 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
-#include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 #include <QClipboard>
 #include <QPushButton>

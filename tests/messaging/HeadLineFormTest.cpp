@@ -1,6 +1,4 @@
 #include "messaging/MessagingFixture.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 // The notices window.
 class HeadLineFormTest : public QObject

@@ -1,15 +1,10 @@
 #include "messaging/InboundRules.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/RoomWindow.h"
-#include "messaging/forms/TranscriptView.h"
 #include "messaging/forms/authorizeForm.h"
 #include "services/forms/VCardForm.h"
-#include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 #include <QScrollBar>
-#include <QTextBlock>
 #include <ctime>
 
 // What becomes of an inbound message: by its type and its sender, on real windows.

@@ -1,10 +1,6 @@
 #include "desktop/SafeLink.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/MessageEdit.h"
-#include "messaging/forms/TranscriptView.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 #include <ctime>
 
