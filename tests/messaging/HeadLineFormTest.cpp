@@ -4,7 +4,6 @@
 class HeadLineFormTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void messagesBecomeLines_data()
     {

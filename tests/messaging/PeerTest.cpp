@@ -9,7 +9,6 @@ using Buttons = MessageBoxes::Buttons;
 class PeerTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
     const QString stranger = "Paris@verona.example";
 

@@ -5,7 +5,6 @@
 class TrickTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
 
 private slots:
