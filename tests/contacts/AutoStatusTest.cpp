@@ -7,7 +7,6 @@
 class AutoStatusTest : public QObject
 {
     Q_OBJECT
-
     int become(StatusCommand chosen)
     {
         const auto next = status_->tick(chosen);

@@ -9,7 +9,6 @@
 class BlockedContactsTest : public QObject
 {
     Q_OBJECT
-
     static QString listFile() { return paths::configFolder() + "/BannedList.xml"; }
     static QByteArray banned(const QString& items) { return ("<banned>" + items + "</banned>\n").toUtf8(); }
 

@@ -4,7 +4,6 @@
 class ContactDropTest : public QObject
 {
     Q_OBJECT
-
     static std::unique_ptr<ListFixture> filled()
     {
         auto list = std::make_unique<ListFixture>();

@@ -5,7 +5,6 @@
 class ContactTreeTest : public QObject
 {
     Q_OBJECT
-
     int position(const QString& key) { return tree_->NodeIndexOfKey(key); }
     TreeNode* node(const QString& key) { return tree_->Item(position(key)); }
     std::unique_ptr<ContactTree> tree_;
@@ -78,24 +77,6 @@ private slots:
         tree_->move(node("a@x"), empty);
         QCOMPARE(empty->children.size(), std::size_t{1});
         QCOMPARE(node("b@x")->row, 0);
-    }
-
-    void viewsHearOfManyNewNodesOnce()
-    {
-        QAbstractItemModelTester tester(tree_.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        tree_->settle();
-        QSignalSpy resets(tree_.get(), &QAbstractItemModel::modelReset);
-        QSignalSpy rows(tree_.get(), &QAbstractItemModel::rowsInserted);
-        QSignalSpy waits(tree_.get(), &ContactTree::unsettled);
-        for (int contact = 0; contact < 500; ++contact)
-            tree_->add("Friends", QString("c%1@x").arg(contact), "C", "Offline");
-        tree_->remove(node("c7@x"));
-        QCOMPARE(waits.count(), 1);
-        tree_->settle();
-        tree_->settle();
-        QCOMPARE(resets.count(), 1);
-        QCOMPARE(rows.count(), 0);
-        QCOMPARE(tree_->rowCount(tree_->indexOf(node("Friends"))), 501);
     }
 
     void viewsHearOfChangesOnceAGroup()

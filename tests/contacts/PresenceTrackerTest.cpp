@@ -3,7 +3,6 @@
 class PresenceTrackerTest : public QObject
 {
     Q_OBJECT
-
     std::optional<ListFixture> list;
 private slots:
     void init() { list.emplace(); }

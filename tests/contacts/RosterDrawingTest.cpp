@@ -3,7 +3,6 @@
 class RosterDrawingTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void aRecordIsDrawnInItsFolder_data()
     {
@@ -80,12 +79,9 @@ private slots:
         ListFixture list;
         list.client.MyGroups.AddItem("Mine");
         list.drawing.tree().addGroup("Mine", "NewGroup");
-        const auto add = [&list](const QString& jid, const QString& nick) {
-            list.client.MyRoster.AddItem(jid, nick, false, "Offline", {}, false, {}, "both", {}, {});
-        };
-        add("j@x", "First");
-        add("j@x", "Second");
-        add("k@x", "Third");
+        for (const QString contact : {"j@x First", "j@x Second", "k@x Third"})
+            list.client.MyRoster.AddItem(contact.section(' ', 0, 0), contact.section(' ', 1), false,
+                                         "Offline", {}, false, {}, "both", {}, {});
         list.drawing.Refresh();
         QCOMPARE(list.node("j@x"), "First [Offline]");
         QCOMPARE(list.node("k@x"), "Third [Offline]");

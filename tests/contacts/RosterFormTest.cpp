@@ -4,7 +4,7 @@
 class RosterFormTest : public QObject
 {
     Q_OBJECT
-
+    using Act = std::function<void(WindowFixture&)>;
     std::optional<WindowFixture> window;
 private slots:
     void init() { window.emplace(); }
@@ -41,30 +41,24 @@ private slots:
     // What the client announces by itself is plain availability.
     void theStatusShowsWhatWasAnnouncedLast_data()
     {
-        using Act = void (*)(WindowFixture&);
         columns<Act, bool>("act", "announced");
-        row(
-            "a push", +[](WindowFixture& w) { w.push("<item jid='a@x' name='Ann' subscription='both'/>"); },
-            true);
-        row(
-            "a later list", +[](WindowFixture& w) { w.form->showConnected(false); }, true);
-        row(
-            "the refresh command", +[](WindowFixture& w) { w.choose("mRosterFRefr"); }, true);
-        row(
-            "the switch", +[](WindowFixture& w) { w.choose("mRosterFShowAll"); }, true);
-        row(
-            "the preferences", +[](WindowFixture& w) { w.roster->RefreshAppearance(); }, false);
-        const Act early = [](WindowFixture& w) {
-            w.roster->setIsInitiated(false);
-            w.roster->Refresh();
-            w.roster->settle();
-            QVERIFY(!w.roster->IsInitiated());
-        };
-        row("a refresh before the list", early, false);
+        const QString ann = "<item jid='a@x' name='Ann' subscription='both'/>";
+        row("a push", Act([ann](auto& w) { w.push(ann); }), true);
+        row("a later list", Act([](auto& w) { w.form->showConnected(false); }), true);
+        row("the refresh command", Act([](auto& w) { w.choose("mRosterFRefr"); }), true);
+        row("the switch", Act([](auto& w) { w.choose("mRosterFShowAll"); }), true);
+        row("the preferences", Act([](auto& w) { w.roster->RefreshAppearance(); }), false);
+        row("a refresh before the list", Act([](auto& w) {
+                w.roster->setIsInitiated(false);
+                w.roster->Refresh();
+                w.roster->settle();
+                QVERIFY(!w.roster->IsInitiated());
+            }),
+            false);
     }
     void theStatusShowsWhatWasAnnouncedLast()
     {
-        const auto [act, announced] = fetched<void (*)(WindowFixture&), bool>();
+        const auto [act, announced] = fetched<Act, bool>();
         window->choose("mRosterSFFC");
         window->engine.takeSent();
         act(*window);
@@ -116,15 +110,15 @@ private slots:
     void startChatAsksForAnAddress_data()
     {
         using Answer = MessageBoxes::Answer;
-        columns<QString, int, QString, QString>("selected", "answer", "typed", "opened");
-        row("selected contact", "a@x", -1, "", "conversation a@x");
-        row("nothing selected, typed", "", int(Answer::Yes), "z@x/r", "conversation z@x/r trick");
-        row("a fixed group", "Contacts", int(Answer::Yes), "z@x", "conversation z@x trick");
-        row("a folder", "Pals", int(Answer::Yes), " z@x ", "conversation z@x trick");
-        row("no address", "", int(Answer::Yes), "not a jid at all", "");
-        row("typed nothing", "", int(Answer::Yes), "", "");
-        row("no", "", int(Answer::No), "z@x", "");
-        row("cancel", "", int(Answer::Cancel), "z@x", "");
+        columns<QString, int, QString, QString, int>("selected", "answer", "typed", "opened", "boxes");
+        row("selected contact", "a@x", -1, "", "conversation a@x", 0);
+        row("nothing selected, typed", "", int(Answer::Yes), "z@x/r", "conversation z@x/r trick", 2);
+        row("a fixed group", "Contacts", int(Answer::Yes), "z@x", "conversation z@x trick", 2);
+        row("a folder", "Pals", int(Answer::Yes), " z@x ", "conversation z@x trick", 2);
+        row("no address", "", int(Answer::Yes), "not a jid at all", "", 3);
+        row("typed nothing", "", int(Answer::Yes), "", "", 2);
+        row("no", "", int(Answer::No), "z@x", "", 1);
+        row("cancel", "", int(Answer::Cancel), "z@x", "", 1);
     }
     void startChatAsksForAnAddress()
     {
@@ -139,16 +133,14 @@ private slots:
         window->listen(opened);
         window->choose("mRosterTBeginC");
         QTEST(opened.join(','), "opened");
-        QCOMPARE(window->outside.boxes.shown.size(), answer < 0                                 ? 0
-                                                     : answer != int(MessageBoxes::Answer::Yes) ? 1
-                                                     : typed.startsWith("not a jid")            ? 3
-                                                                                                : 2);
+        QTEST(int(window->outside.boxes.shown.size()), "boxes");
         const QString question =
             "Please, select a contact first; do you want to add the identifier directly?";
+        using Box = RecordingBoxes::Box;
         if (answer >= 0)
             QCOMPARE(window->outside.boxes.shown[0],
-                     (RecordingBoxes::Box{"Attention!", question, MessageBoxes::Icon::Question,
-                                          MessageBoxes::Buttons::YesNoCancel}));
+                     (Box{"Attention!", question, MessageBoxes::Icon::Question,
+                          MessageBoxes::Buttons::YesNoCancel}));
     }
 
     void commandsSendOrAsk_data()
@@ -162,9 +154,6 @@ private slots:
         row("own vCard", "mRosterFModVCard", card.arg("romeo@montague.example"), "");
         row("a vCard", "mRosterFContrVC", card.arg("z@x"), "");
         row("refresh", "Toolbar1Button5", "<presence/>", "");
-        row("preferences", "mRosterTPref", "", "page Personal");
-        row("gateways", "mRosterTGateways", "", "page Gateways");
-        row("blocked", "mRosterFBlocked", "", "page Privacy");
         row("server", "mRosterServerName", "", "page Server management");
         row("disconnect", "mRosterTDiscon", "", "disconnect");
         row("disconnect by the tool bar", "Toolbar1Button1", "", "disconnect");

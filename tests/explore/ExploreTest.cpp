@@ -10,7 +10,6 @@
 class ExploreTest : public QObject
 {
     Q_OBJECT
-
     const QString start_ = QDir::currentPath();
     const QTemporaryDir folder_;
 

@@ -1,21 +1,31 @@
 #include "messaging/forms/authorizeForm.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/AuthorizationRequests.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 // Answers to subscription requests.
 class AuthorizeFormTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
+    std::optional<AuthorizationRequests> requests;
     static inline const QString request = "<presence from='%1' type='subscribe'/>";
     static inline const QString answer = R"(<presence to="%1" type="%2"/>)";
 
+    void take(const QString& from) { requests->take(f->engine.contextFor(request.arg(from))); }
+    QStringList asked() const
+    {
+        QStringList names;
+        for (auto* form : f->registry.loaded())
+            names += form->isVisible() ? form->findChild<QLabel*>("lblUserName")->text() : "hidden";
+        return names;
+    }
+
 private slots:
-    void init() { f.emplace(); }
+    void init()
+    {
+        f.emplace();
+        requests.emplace(f->registry, f->client);
+    }
 
     void settingsDecide_data()
     {
@@ -35,42 +45,26 @@ private slots:
         f->client.settings.AuthForAll = accept;
         f->client.settings.AuthDenyAll = deny;
         const QString from = known ? juliet : QString("paris@verona.example");
-        auto* form = new authorizeForm(f->registry, f->client);
-        auto context = f->engine.contextFor(request.arg(from));
-        form->Myapplicationplugin()->OnPresence(context);
+        take(from);
         QStringList expected;
         for (const auto& type : answers)
             expected += answer.arg(from, type);
         QCOMPARE(f->engine.takeSent(), expected);
-        QCOMPARE(f->registry.isLoaded(form), answers.isEmpty());
+        QCOMPARE(f->registry.loaded().isEmpty(), !answers.isEmpty());
     }
 
     void eachDialogAnswersItsPeer()
     {
         const QString paris = "paris@verona.example/x";
-        QList<authorizeForm*> forms;
-        for (const auto& from : {paris, juliet}) {
-            forms += new authorizeForm(f->registry, f->client);
-            forms.last()->setUserName(from);
-            forms.last()->show();
-            auto context = f->engine.contextFor(request.arg(from));
-            forms.last()->OnPresence(context);
-        }
-        QCOMPARE(f->control<QLabel>(*forms[0], "lblUserName").text(), paris);
-        ui::click(forms[1], "cmdDeny");
-        ui::click(forms[0], "cmdAccept");
+        take(paris);
+        take(juliet);
+        QCOMPARE(asked(), QStringList({paris, juliet}));
+        ui::click(f->registry.loaded()[1], "cmdDeny");
+        ui::click(f->registry.loaded()[0], "cmdAccept");
         QCOMPARE(f->engine.takeSent(),
                  QStringList({answer.arg(juliet, "unsubscribed"), answer.arg(paris, "subscribed"),
                               answer.arg(paris, "subscribe")}));
         QVERIFY(f->registry.loaded().isEmpty());
-    }
-
-    static QStringList asked(const FormRegistry& registry)
-    {
-        QStringList names;
-        for (auto* form : registry.loaded())
-            names += form->isVisible() ? form->findChild<QLabel*>("lblUserName")->text() : "hidden";
-        return names;
     }
 
     void fewWindowsAskForManyRequests_data()
@@ -87,35 +81,31 @@ private slots:
         f->client.settings.AuthForAll = f->client.settings.AuthDenyAll = false;
         if (blocked)
             f->client.MyBanList.Add("one@x");
-        AuthorizationRequests requests(f->registry, f->client);
-        const auto ring = [&](const QString& from) {
-            requests.take(f->engine.contextFor(request.arg(from)));
-        };
         for (int again = 0; again < 100; ++again)
-            ring("one@x/" + QString::number(again));
-        QCOMPARE(asked(f->registry), isAsked ? QStringList("one@x/0") : QStringList());
+            take("one@x/" + QString::number(again));
+        QCOMPARE(asked(), isAsked ? QStringList("one@x/0") : QStringList());
         if (!isAsked)
             return;
         f->registry.loaded()[0]->hide(); // as if it lay out of sight
-        QTRY_COMPARE((ring("one@x"), asked(f->registry)), QStringList("one@x/0"));
+        QTRY_COMPARE((take("one@x"), asked()), QStringList("one@x/0"));
         QElapsedTimer took;
         took.start();
         for (int stranger = 0; stranger < 20'000; ++stranger)
-            ring(QString("s%1@x").arg(stranger / 2));
+            take(QString("s%1@x").arg(stranger / 2));
         QVERIFY2(took.elapsed() < 5'000, qPrintable(QString::number(took.elapsed())));
         f->client.MyBanList.Add("s6@x");
         for (int next = 0; next < 12; ++next) { // nobody else is lost, and each is asked once
-            QTRY_COMPARE(asked(f->registry).size(), 5);
+            QTRY_COMPARE(asked().size(), 5);
             const int stranger = next - (next < 7);
-            QCOMPARE(asked(f->registry)[0], next ? QString("s%1@x").arg(stranger) : QString("one@x/0"));
+            QCOMPARE(asked()[0], next ? QString("s%1@x").arg(stranger) : QString("one@x/0"));
             ui::click(f->registry.loaded()[0], next % 2 ? "cmdDeny" : "cmdAccept");
         }
         ++f->client.sessionNumber; // the end of the session closes what is open, and nothing follows
         f->registry.unloadAllExcept({});
         QCoreApplication::processEvents();
         QVERIFY(f->registry.loaded().isEmpty());
-        ring("new@x");
-        QCOMPARE(asked(f->registry), QStringList("new@x"));
+        take("new@x");
+        QCOMPARE(asked(), QStringList("new@x"));
     }
 
     void vCardIsThatOfTheBareJid()
@@ -132,16 +122,14 @@ private slots:
 
     void strayKeysAndClosingSendNothing()
     {
-        auto* form = new authorizeForm(f->registry, f->client);
-        form->show();
-        auto context = f->engine.contextFor(request.arg(juliet));
-        form->OnPresence(context);
+        take(juliet);
+        auto* form = f->registry.loaded()[0];
         QVERIFY(QTest::qWaitForWindowActive(form));
         for (const auto key : {Qt::Key_Space, Qt::Key_Return})
             QTest::keyClick(form->focusWidget(), key);
         QVERIFY(form->isVisible());
         form->close();
-        QVERIFY(!f->registry.isLoaded(form));
+        QVERIFY(f->registry.loaded().isEmpty());
         QCOMPARE(f->engine.takeSent(), QStringList());
     }
 

@@ -1,8 +1,5 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
-#include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 #include <QClipboard>
 #include <QPushButton>
@@ -12,9 +9,8 @@
 class ConversationLogTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
-    static QWidget* reader(const MessagingFixture& f) { return f.registry.find("LogMessageForm"); }
+    QWidget* reader() const { return f->registry.find("LogMessageForm"); }
 
 private slots:
     void init() { f.emplace(); }
@@ -109,12 +105,12 @@ private slots:
         QCOMPARE(f->logOf(juliet), "\r\n");
         QVERIFY(f->world.boxes.shown.isEmpty());
         f->control<QAction>(*window, "mnustroldconv").trigger();
-        QVERIFY(reader(*f)->isVisible());
-        QCOMPARE(f->transcript(*reader(*f)).trimmed(), QString());
-        reader(*f)->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(reader(*f)));
-        QTest::keyClick(reader(*f), Qt::Key_Escape);
-        QVERIFY(!reader(*f));
+        QVERIFY(reader()->isVisible());
+        QCOMPARE(f->transcript(*reader()).trimmed(), QString());
+        reader()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(reader()));
+        QTest::keyClick(reader(), Qt::Key_Escape);
+        QVERIFY(!reader());
         // Where there is no folder yet, none is made, and every try is answered.
         f->engine.gateway().userName = "tybalt";
         f->control<QAction>(*window, "mnustrDelHistory").trigger();
@@ -126,12 +122,12 @@ private slots:
     void readerShowsTheLog()
     {
         f->hub->ShowMessageLog(juliet);
-        QCOMPARE(f->transcript(*reader(*f)), "< no previous message >");
-        reader(*f)->close();
+        QCOMPARE(f->transcript(*reader()), "< no previous message >");
+        reader()->close();
         f->hub->log().WriteLogHeader(juliet);
         f->hub->log().WriteLogLine("one\ntwo http://x.example", juliet, {}, false);
         f->hub->ShowMessageLog(juliet + "/balcony");
-        const auto* window = reader(*f);
+        const auto* window = reader();
         QCOMPARE(window->windowTitle(), juliet + " -- Message Log");
         QCOMPARE(f->transcript(*window),
                  QString("\n*** New chat window with %1 at 07:08:09 Thursday, 6 May 2004\n"
@@ -161,24 +157,19 @@ private slots:
         const clock_t began = clock();
         f->hub->ShowMessageLog(juliet);
         QVERIFY2(clock() - began < CLOCKS_PER_SEC / 4, qPrintable(QString::number(clock() - began)));
-        auto* window = reader(*f);
+        auto* window = reader();
         files::write(path, text.toUtf8() + "written since\n");
-        QString read = f->transcript(*window);
-        int pages = 0;
-        for (auto* earlier = &f->control<QPushButton>(*window, "cmdEarlier"); earlier->isEnabled();) {
-            QVERIFY(++pages < 100);
-            QVERIFY(f->control<QPlainTextEdit>(*window, "txtLog").blockCount() <= most);
-            earlier->click();
-            read.prepend(f->transcript(*window));
+        for (const char* button : {"cmdEarlier", "cmdLater"}) {
+            QString read = f->transcript(*window);
+            int pages = 0;
+            for (auto* turn = &f->control<QPushButton>(*window, button); turn->isEnabled();) {
+                QVERIFY(++pages < 100);
+                QVERIFY(f->control<QPlainTextEdit>(*window, "txtLog").blockCount() <= most);
+                turn->click();
+                read.insert(button == QByteArray("cmdLater") ? read.size() : 0, f->transcript(*window));
+            }
+            QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
         }
-        QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
-        read = f->transcript(*window);
-        for (auto* later = &f->control<QPushButton>(*window, "cmdLater"); later->isEnabled();) {
-            QVERIFY(--pages >= -1);
-            later->click();
-            read += f->transcript(*window);
-        }
-        QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
         // What is saved is the whole.
         const QString file = f->profile.path() + "/log.rtf";
         f->world.boxes.inputs = {file};
@@ -190,12 +181,12 @@ private slots:
     {
         f->hub->log().WriteLogLine("b", juliet, {}, false);
         f->hub->ShowMessageLog(juliet);
-        auto& copy = f->control<QAction>(*reader(*f), "mnuEditCopy");
+        auto& copy = f->control<QAction>(*reader(), "mnuEditCopy");
         QGuiApplication::clipboard()->setText("old");
-        f->control<QPlainTextEdit>(*reader(*f), "txtLog").moveCursor(QTextCursor::Start);
+        f->control<QPlainTextEdit>(*reader(), "txtLog").moveCursor(QTextCursor::Start);
         copy.trigger();
         QCOMPARE(QGuiApplication::clipboard()->text(), QString());
-        f->control<QPlainTextEdit>(*reader(*f), "txtLog").selectAll();
+        f->control<QPlainTextEdit>(*reader(), "txtLog").selectAll();
         copy.trigger();
         QCOMPARE(QGuiApplication::clipboard()->text(), juliet + " (07:08:09): b\n");
     }
@@ -220,7 +211,7 @@ private slots:
     {
         f->hub->log().WriteLogLine(QString::fromUtf8("{a\\b} \xC3\xA9"), juliet, {}, false);
         f->hub->ShowMessageLog(juliet);
-        auto& save = f->control<QAction>(*reader(*f), "mnuEditSave");
+        auto& save = f->control<QAction>(*reader(), "mnuEditSave");
         save.trigger();
         const QString file = f->profile.path() + "/log.rtf";
         f->world.boxes.inputs = {file, f->profile.path() + "/missing/log.rtf"};

@@ -1,12 +1,9 @@
 #include "messaging/MessagingFixture.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 // The notices window.
 class HeadLineFormTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void messagesBecomeLines_data()
     {

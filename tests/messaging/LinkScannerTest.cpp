@@ -9,7 +9,6 @@
 class LinkScannerTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void linksAreFound_data()
     {

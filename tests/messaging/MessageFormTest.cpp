@@ -1,10 +1,6 @@
 #include "desktop/SafeLink.h"
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/MessageEdit.h"
-#include "messaging/forms/TranscriptView.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 #include <ctime>
 
@@ -12,7 +8,6 @@
 class MessageFormTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
     static inline const QString composing = R"(<message to="%1" type="chat"><x xmlns="jabber:x:event">)"
                                             "<composing></composing></x></message>";
@@ -152,8 +147,7 @@ private slots:
     void sentTextIsAsTyped()
     {
         auto* window = f->open(juliet);
-        const QString text = QString::fromUtf8("no\xC2\xA0"
-                                               "break\tand \xF0\x9F\x98\x80");
+        const QString text = u"no\u00A0break\tand \U0001F600"_qs;
         f->control<QPlainTextEdit>(*window, "txtMsg").setPlainText(text + QChar(0x0B));
         f->engine.takeSent();
         window->cmdSend_Click();
@@ -258,21 +252,20 @@ private slots:
                 enabled += f->control<QAction>(*window, QByteArray("mnuEdit") + name).isEnabled() ? '1' : '0';
             return enabled;
         };
-        const auto choose = [&](const char* name) { f->control<QAction>(*window, name).trigger(); };
         entry.setFocus();
         QVERIFY(QTest::qWaitForWindowActive(window));
         window->menuBar()->setFocus(); // as its mnemonic does
         QCOMPARE(states(), "0010");
         entry.setPlainText("rose");
         QCOMPARE(states(), "0011");
-        choose("mnuEditSelAll");
+        ui::choose(window, "mnuEditSelAll");
         QCOMPARE(states(), "1111");
-        choose("mnuEditCut");
+        ui::choose(window, "mnuEditCut");
         QCOMPARE(entry.toPlainText(), QString());
         QCOMPARE(QGuiApplication::clipboard()->text(), "rose");
         f->control<QLineEdit>(*window, "txtTO").setFocus();
-        choose("mnuEditSelAll");
-        choose("mnuEditDel");
+        ui::choose(window, "mnuEditSelAll");
+        ui::choose(window, "mnuEditDel");
         QCOMPARE(f->control<QLineEdit>(*window, "txtTO").text(), juliet);
     }
 
@@ -284,9 +277,7 @@ private slots:
         for (const int height : {500, 900}) {
             window->resize(900, height);
             QCoreApplication::processEvents();
-            const auto heightOf = [&](const char* name) {
-                return f->control<QWidget>(*window, name).height();
-            };
+            const auto heightOf = [&](const char* name) { return ui::find<QWidget>(window, name)->height(); };
             const double left = height - heightOf("Toolbar1") - heightOf("txtTO") - heightOf("txtTOS") -
                                 heightOf("StatusBar1") - 400 / 15.0;
             const double told = 0.55 * left / (left - 50);

@@ -1,8 +1,5 @@
 #include "messaging/MessagingFixture.h"
 #include "settings/Paths.h"
-#include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
@@ -12,7 +9,6 @@ using Buttons = MessageBoxes::Buttons;
 class PeerTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
     const QString stranger = "Paris@verona.example";
 

@@ -1,13 +1,10 @@
 #include "messaging/MessagingFixture.h"
 #include "messaging/forms/RoomWindow.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
 
 // Windows that the client opens by a message to itself.
 class TrickTest : public QObject
 {
     Q_OBJECT
-
     std::optional<MessagingFixture> f;
 
 private slots:

@@ -4,6 +4,8 @@
 #include "desktop/forms/Form.h"
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
+#include "settings/Paths.h"
+#include "support/Files.h"
 #include "support/RecordingDesktop.h"
 #include "support/Table.h"
 #include "support/TempProfile.h"

@@ -1,8 +1,6 @@
 #include "PreferencesFixture.h"
 #include "preferences/forms/PreferencePages.h"
-#include "settings/Paths.h"
 #include "settings/SettingsStore.h"
-#include "support/Files.h"
 
 using Switch = bool Settings::*;
 using Text = QString Settings::*;
@@ -12,7 +10,6 @@ Q_DECLARE_METATYPE(Text)
 class PreferencesFormTest : public QObject
 {
     Q_OBJECT
-
     std::optional<PreferencesFixture> f;
 private slots:
     void init() { f.emplace(); }

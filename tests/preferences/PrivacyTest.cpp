@@ -1,6 +1,4 @@
 #include "PreferencesFixture.h"
-#include "settings/Paths.h"
-#include "support/Files.h"
 
 using Box = RecordingBoxes::Box;
 using Icon = MessageBoxes::Icon;
@@ -10,7 +8,6 @@ using Buttons = MessageBoxes::Buttons;
 class PrivacyTest : public QObject
 {
     Q_OBJECT
-
     static QString file() { return paths::configFolder() + "/BannedList.xml"; }
     static QString stored() { return files::read(file()).trimmed(); }
     static void store(const QByteArray& text) { files::write(file(), text); }

@@ -1,13 +1,10 @@
 #include "preferences/StatusLibrary.h"
 #include "PreferencesFixture.h"
-#include "settings/Paths.h"
-#include "support/Files.h"
 
 // The prepared status texts, in the page that edits them.
 class StatusLibraryTest : public QObject
 {
     Q_OBJECT
-
     static QString fileName() { return paths::configFolder() + "/StatusMsgs.xml"; }
     static void put(const QByteArray& text) { files::write(fileName(), text); }
     static QByteArray content() { return files::read(fileName()); }
@@ -115,18 +112,6 @@ private slots:
         QVERIFY(f->outside.boxes.shown[0].text.contains("StatusMsgs.xml.damaged"));
         QCOMPARE(files::read(paths::configFolder() + "/StatusMsgs.xml.damaged"), damaged);
         QVERIFY(content().contains("Not at my desk"));
-    }
-
-    void theContactListStaysOnTop()
-    {
-        auto* panel = f->page("Personal");
-        QSignalSpy changed(f->form, &PreferencesForm::onTopChanged);
-        QVERIFY(ui::find<QRadioButton>(panel, "chkWndNotOnTop")->isChecked());
-        ui::find<QRadioButton>(panel, "chkAlwaysOnTop")->click();
-        QVERIFY(f->client.settings.OnTop);
-        ui::find<QRadioButton>(panel, "chkWndNotOnTop")->click();
-        QVERIFY(!f->client.settings.OnTop);
-        QCOMPARE(changed.count(), 2);
     }
 };
 

@@ -27,7 +27,6 @@ struct SafeLinks : RecordingLinks {
 class VCardWindowsTest : public QObject
 {
     Q_OBJECT
-
     void receive(const QString& from, const QString& children, const QString& type = "result",
                  const QString& id = "vcard_wj_3")
     {
@@ -137,13 +136,10 @@ private slots:
     void tellsWhatTheAnswerBrought_data()
     {
         columns<QString, QString, QString>("stanza", "state", "nick");
-        const auto row = [](const char* name, const QString& rest, const char* state, const char* nick) {
-            QTest::newRow(name) << "<iq id='vcard_wj_3' from='juliet@capulet.example' type=" + rest
-                                << QString(state) << QString(nick);
-        };
-        row("empty", "'result'><VCARD xmlns='vcard-temp'/></iq>", "This card is empty.", "");
-        row("full", "'result'><VCARD xmlns='vcard-temp'><URL>u</URL></VCARD></iq>", "", "");
-        row("error", "'error'><VCARD xmlns='vcard-temp'/><error code='404'>No &lt;b></error></iq>",
+        const QString head = "<iq id='vcard_wj_3' from='juliet@capulet.example' type=";
+        row("empty", head + "'result'><VCARD xmlns='vcard-temp'/></iq>", "This card is empty.", "");
+        row("full", head + "'result'><VCARD xmlns='vcard-temp'><URL>u</URL></VCARD></iq>", "", "");
+        row("error", head + "'error'><VCARD xmlns='vcard-temp'/><error code='404'>No &lt;b></error></iq>",
             "The card could not be read: No <b>", "before");
     }
     void tellsWhatTheAnswerBrought()
@@ -236,29 +232,25 @@ private slots:
 
     void opensLinksThroughTheDesktop_data()
     {
-        columns<QString, QString, QStringList, bool>("card", "link", "opened", "refused");
-        const auto row = [](const char* name, const QString& card, const char* link,
-                            const QStringList& opened, bool refused = false) {
-            QTest::newRow(name) << card << link << opened << refused;
-        };
-        row("mail", ownCard, "Label5", {"mailto:" + own});
-        row("page", "<URL>https://m.example/a</URL>", "Label7", {"https://m.example/a"});
-        row("no scheme", "<URL>m.example</URL>", "Label7", {"http://m.example"});
-        row("no mail", "<URL>u</URL>", "Label5", {});
-        row("no page", ownCard, "Label7", {});
-        row("a program", "<URL>file:///bin/sh</URL>", "Label7", {}, true);
-        row("a script", "<URL>javascript:alert(1)</URL>", "Label7", {}, true);
-        row("an attachment", "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>", "Label5", {}, true);
+        columns<QString, QString, QString, bool>("card", "link", "opened", "refused");
+        row("mail", ownCard, "Label5", "mailto:" + own, false);
+        row("page", "<URL>https://m.example/a</URL>", "Label7", "https://m.example/a", false);
+        row("no scheme", "<URL>m.example</URL>", "Label7", "http://m.example", false);
+        row("no mail", "<URL>u</URL>", "Label5", "", false);
+        row("no page", ownCard, "Label7", "", false);
+        row("a program", "<URL>file:///bin/sh</URL>", "Label7", "", true);
+        row("a script", "<URL>javascript:alert(1)</URL>", "Label7", "", true);
+        row("an attachment", "<EMAIL><PREF/>a@b.example?attach=/etc/passwd</EMAIL>", "Label5", "", true);
     }
     void opensLinksThroughTheDesktop()
     {
-        const auto [card, link, opened, refused] = fetched<QString, QString, QStringList, bool>();
+        const auto [card, link, opened, refused] = fetched<QString, QString, QString, bool>();
         receive(juliet, card);
         const auto* state = ui::find<QLabel>(window(), "lblState");
         QVERIFY(state->text().isEmpty());
         auto* label = ui::find<QLabel>(window(), link.toLatin1());
         QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
-        QCOMPARE(world_->links.opened, opened);
+        QCOMPARE(world_->links.opened.join(u'|'), opened);
         QCOMPARE(!state->text().isEmpty(), refused);
     }
 };

@@ -74,7 +74,6 @@ constexpr std::pair<Destination, const char*> places[] = {{Destination::StreamUp
 class DispatchTest : public QObject
 {
     Q_OBJECT
-
     struct Fixture {
         RecordingDesktop world;
         Client client;
@@ -194,12 +193,12 @@ private slots:
     void stanzasFindTheirPlace_data()
     {
         columns<QString, QString>("stanza", "log");
-        const auto iq = [](const char* name, const char* ns, const char* id, const char* log,
-                           const char* from = "hall") {
+        const auto iq = [](const char* name, const QString& ns, const QString& id, const QString& log,
+                           const QString& from = "hall") {
             const QString attributes = "type='result' id='%1' from='%2@conference.example'";
-            row(name, query(ns, attributes.arg(QLatin1String(id), QLatin1String(from))), QString(log));
+            row(name, query(ns, attributes.arg(id, from)), log);
         };
-        const char* browse = "jabber:iq:browse";
+        const QString browse = "jabber:iq:browse";
         iq("registration", "jabber:iq:register", "x", "transport.OnIQ");
         iq("end of a registration", "other", "VRX_UNREGISTER", "transport.OnIQ");
         iq("search", "jabber:iq:search", "x", "search.OnIQ");
@@ -222,11 +221,9 @@ private slots:
                 .replace("</iq>", "<error code='405'>no</error></iq>"),
             "write|montague.example|The server refused a change of your contact list: no|Contact list");
         // What doesn't answer a request of ours, or comes from elsewhere, does nothing under its id.
-        const auto alien = [](const char* name, const char* type, const char* ns, const char* id) {
+        const auto alien = [](const char* name, const QString& type, const QString& ns, const QString& id) {
             const QString attributes = "type='%1' id='%2' from='tybalt@verona.example/x'";
-            row(name,
-                query(ns, attributes.arg(QLatin1String(type), QLatin1String(id)), "<ns>jabber:iq:admin</ns>"),
-                QString());
+            row(name, query(ns, attributes.arg(type, id), "<ns>jabber:iq:admin</ns>"), "");
         };
         alien("stranger's namespaces", "set", browse, "VRX_GET_SUPPORTEDNS");
         alien("stranger's namespaces, as a result", "result", browse, "VRX_GET_SUPPORTEDNS");
@@ -241,10 +238,9 @@ private slots:
         alien("stranger's refusal of a card", "get", "other", "JCOM_51");
         row("contact list refused", query("jabber:iq:roster", "type='error' id='brelo-roster'"),
             "refused:The server answered with error 500.");
-        const auto message = [](const char* name, const char* attributes, const char* log,
-                                const char* inner = "") {
-            const QString stanza = "<message %1>%2<body>b</body></message>";
-            row(name, stanza.arg(QLatin1String(attributes), QLatin1String(inner)), QString(log));
+        const auto message = [](const char* name, const QString& attributes, const QString& log,
+                                const QString& inner = {}) {
+            row(name, QString("<message %1>%2<body>b</body></message>").arg(attributes, inner), log);
         };
         message("headline", "type='headline' from='news.example'", "notices.OnMessage");
         message("mail notice off", "type='headline' from='MSN.montague.example'", "",
@@ -262,8 +258,8 @@ private slots:
         message("blocked, error", "type='error' from='tybalt@b'", "");
         message("blocked, room", "type='groupchat' from='tybalt@b/n'", "");
         message("blocked in another case", "type='chat' from='Tybalt@b'", "chat.OnMessage");
-        const auto presence = [](const char* name, const char* attributes, const QString& log) {
-            row(name, QString("<presence %1/>").arg(QLatin1String(attributes)), log);
+        const auto presence = [](const char* name, const QString& attributes, const QString& log) {
+            row(name, "<presence " + attributes + "/>", log);
         };
         const QString note = "write|%1|Authorization notification|The Contact %2,roster.OnPresence";
         presence("plain", "from='a@b/r'", "roster.OnPresence");

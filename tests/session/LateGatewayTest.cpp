@@ -21,7 +21,6 @@ struct NotingGateway : FakeGateway {
 class LateGatewayTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void theRealOneIsMadeOnceAtTheFirstConnection()
     {

@@ -1,18 +1,11 @@
-#include "contacts/forms/RosterForm.h"
-#include "session/forms/SignInForm.h"
-#include "support/FakeClient.h"
+#include "session/SessionFixture.h"
 #include "support/LiveClient.h"
 #include "support/ScriptedServer.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 // What the progress window says when a connection doesn't come up, and that Cancel always leads out.
 class ProgressTest : public QObject
 {
     Q_OBJECT
-
-    using Act = std::function<void(FakeClient&)>;
     static void wait(FakeClient& live, int seconds)
     {
         for (int i = 0; i < seconds * 2; ++i) {

@@ -1,31 +1,17 @@
-#include "contacts/forms/Roster.h"
-#include "contacts/forms/RosterForm.h"
 #include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/WaitAnimation.h"
-#include "session/forms/SignInForm.h"
+#include "session/SessionFixture.h"
 #include "settings/Paths.h"
-#include "support/FakeClient.h"
 #include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 // The ways in which a session ends, on the real windows.
 class SessionEndTest : public QObject
 {
     Q_OBJECT
-
     static inline const QRect place{40, 60, 420, 640};
     static QString panel(const RosterForm& form, int number)
     {
         return ui::find<QLabel>(&form, qPrintable(QString("StatusBar2Panel%1").arg(number)))->text();
-    }
-
-    static QString message(const char* type)
-    {
-        return QString("<message from='juliet@montague.example/balcony' to='romeo@montague.example/BreloIM' "
-                       "type='%1'><body>hark</body></message>")
-            .arg(QLatin1String(type));
     }
 
 private slots:
@@ -53,8 +39,7 @@ private slots:
     void lostConnectionLeavesTheMainWindow()
     {
         for (const bool byPage : {false, true}) {
-            FakeClient live;
-            live.signIn();
+            SignedInClient live;
             if (byPage) // an empty list is one too
                 live.client.MyRoster.RemoveAll();
             const auto entries = [&live] {
@@ -145,8 +130,7 @@ private slots:
     void exitClosesAndWritesEverything()
     {
         for (const bool byTray : {true, false}) {
-            FakeClient live;
-            live.signIn();
+            SignedInClient live;
             live.inject(message("chat"));
             live.inject(message("headline"));
             live.rosterForm()->setPlace(place.topLeft());
@@ -184,7 +168,7 @@ private slots:
             livedOn = progress && !progress->isVisible();
             box->close();
         });
-        live.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
+        live.inject(refusal);
         QVERIFY(livedOn);
         QCOMPARE(unloaded.size(), 1);
         QTRY_VERIFY(!progress);

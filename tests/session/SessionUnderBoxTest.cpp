@@ -1,21 +1,12 @@
 #include "messaging/forms/ChatWindow.h"
-#include "preferences/forms/PreferencePanel.h"
-#include "preferences/forms/PreferencesForm.h"
-#include "session/forms/SignInForm.h"
+#include "session/SessionFixture.h"
 #include "settings/Paths.h"
-#include "support/FakeClient.h"
 #include "support/Files.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 namespace
 {
 
 const QString stranger = "paris@verona.example";
-const QString refusal = "<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>";
-
-using Act = std::function<void(FakeClient&)>;
 
 // A box of the program: what goes before it, what brings it up, and what is there afterwards when nothing
 // happens under it, and when the connection is lost.
@@ -37,22 +28,15 @@ Act answering(const Act& show, MessageBoxes::Answer answer = MessageBoxes::Answe
     };
 }
 
-void connecting(FakeClient& c)
-{
-    c.connectToServer();
-}
-
 void damagedBlockList(FakeClient& c)
 {
     files::write(paths::configFolder() + "/BannedList.xml", "no list");
-    connecting(c);
+    c.connectToServer();
     c.streamUp();
 }
 
-void signedIn(FakeClient& c)
-{
-    c.signIn();
-}
+const Act connecting = &FakeClient::connectToServer;
+const Act signedIn = &FakeClient::signIn;
 
 // The header of a new window goes there.
 void logThatCantBeWritten(FakeClient& c)
@@ -61,16 +45,15 @@ void logThatCantBeWritten(FakeClient& c)
     QVERIFY(QDir().mkpath(c.ui->windows.messages.hub.log().path(c.client.ownBareJid())));
 }
 
-void message(FakeClient& c)
+void hark(FakeClient& c)
 {
-    c.inject("<message from='juliet@montague.example/b' to='romeo@montague.example/BreloIM' type='chat'>"
-             "<body>hark</body></message>");
+    c.inject(message("chat"));
 }
 
 void talking(FakeClient& c)
 {
     c.signIn();
-    message(c);
+    hark(c);
 }
 
 Act choosing(const char* form, const char* entry)
@@ -114,7 +97,7 @@ const Box boxes[] = {
      "RosterForm"},
     {"check a card", signedIn, answering(choosing("RosterForm", "mRosterFContrVC")), "RosterForm sent:1",
      "RosterForm"},
-    {"log not written", logThatCantBeWritten, message, "MessageForm RosterForm", "RosterForm"},
+    {"log not written", logThatCantBeWritten, hark, "MessageForm RosterForm", "RosterForm"},
     {"block the peer", talking, answering(choosing("MessageForm", "mnustrblock")),
      "MessageForm RosterForm sent:1 blocked", "RosterForm blocked", " blocked"},
     {"block an address", blockedPage, answering([](FakeClient& c) {
@@ -147,7 +130,6 @@ QString outcome(FakeClient& c)
 class SessionUnderBoxTest : public QObject
 {
     Q_OBJECT
-
 private slots:
     void nothingGoesOnWithoutItsSession_data()
     {
@@ -160,10 +142,8 @@ private slots:
         };
         for (const auto& box : boxes) {
             const QString always = QLatin1String(box.always);
-            add(
-                box, "nothing", [](FakeClient&) {}, QLatin1String(box.onward));
-            add(
-                box, "connection lost", [](FakeClient& c) { c.streamLost(); }, QLatin1String(box.lost));
+            add(box, "nothing", Act([](FakeClient&) {}), QLatin1String(box.onward));
+            add(box, "connection lost", &FakeClient::streamLost, QLatin1String(box.lost));
             add(box, "disconnect", entry("mnuTrayConnect"), "SignInForm" + always);
             add(box, "exit", entry("mnutrayExit"), always);
         }

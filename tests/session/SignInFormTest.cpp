@@ -1,14 +1,7 @@
-#include "session/forms/SignInForm.h"
-#include "contacts/forms/RosterForm.h"
-#include "support/FakeClient.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
-
+#include "session/SessionFixture.h"
 class SignInFormTest : public QObject
 {
     Q_OBJECT
-
     static Settings account(bool savePassword, bool autoLogon = false)
     {
         Settings settings;

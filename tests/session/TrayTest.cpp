@@ -1,16 +1,8 @@
-#include "contacts/forms/Roster.h"
-#include "contacts/forms/RosterForm.h"
-#include "session/forms/SignInForm.h"
-#include "support/FakeClient.h"
-#include "support/Table.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
-
+#include "session/SessionFixture.h"
 // The tray's menu and icon before the real windows.
 class TrayTest : public QObject
 {
     Q_OBJECT
-
     static void choose(FakeClient& live, const char* entry) { ui::choose(live.menus.menu(), entry); }
 
 private slots:
@@ -46,32 +38,33 @@ private slots:
         QCOMPARE(live.gateway->disconnects, 1);
         QVERIFY(live.signInForm().isVisible() && !live.rosterForm());
         QVERIFY(entries().startsWith("Connect...|"));
+        choose(live, "mnuTrayMinimize");
+        live.trayControl->onDoubleClick(); // there is no main window
+        choose(live, "mnuTrayConnect");
+        QVERIFY(live.signInForm().isVisible());
     }
 
     // However a sign-in or a session ends.
     void everyEndShows_data()
     {
-        columns<bool, std::function<void(FakeClient&)>>("signedIn", "act");
-        const auto end = [](const char* name, bool signedIn, const std::function<void(FakeClient&)>& act) {
-            row(name, signedIn, act);
-        };
-        end("disconnect", true, [](FakeClient& c) { ui::choose(c.rosterForm(), "mRosterTDiscon"); });
-        end("lost", true, [](FakeClient& c) { c.streamLost(); });
-        end("sign-in's Disconnect", true, [](FakeClient& c) {
-            c.signInForm().show();
-            ui::click(&c.signInForm(), "CMDDisconnect");
-        });
-        end("lost before the lists", false, [](FakeClient& c) { c.streamLost(); });
-        end("cancel", false, [](FakeClient& c) { ui::click(c.form("LoggingInForm"), "Command1"); });
-        end("No", false, [](FakeClient& c) {
-            c.world.boxes.answers = {MessageBoxes::Answer::No};
-            c.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
-        });
-        end("account refused", false, [](FakeClient& c) { c.inject("<iq type='error' id='VRX_new'/>"); });
+        columns<bool, Act>("signedIn", "act");
+        row("disconnect", true, Act([](auto& c) { ui::choose(c.rosterForm(), "mRosterTDiscon"); }));
+        row("lost", true, Act(&FakeClient::streamLost));
+        row("sign-in's Disconnect", true, Act([](auto& c) {
+                c.signInForm().show();
+                ui::click(&c.signInForm(), "CMDDisconnect");
+            }));
+        row("lost before the lists", false, Act(&FakeClient::streamLost));
+        row("cancel", false, Act([](auto& c) { ui::click(c.form("LoggingInForm"), "Command1"); }));
+        row("No", false, Act([](auto& c) {
+                c.world.boxes.answers = {MessageBoxes::Answer::No};
+                c.inject(refusal);
+            }));
+        row("account refused", false, Act([](auto& c) { c.inject("<iq type='error' id='VRX_new'/>"); }));
     }
     void everyEndShows()
     {
-        const auto [signedIn, act] = fetched<bool, std::function<void(FakeClient&)>>();
+        const auto [signedIn, act] = fetched<bool, Act>();
         FakeClient live;
         const auto shown = [&live] {
             return QStringList{live.world.tray.icon, live.world.tray.toolTip,
@@ -96,23 +89,12 @@ private slots:
         QCOMPARE(live.trayEntry("mnuTrayMinimize").isEmpty(), !live.signInForm().isVisible() && signedIn);
     }
 
-    // Neither signed in nor on the way: the entry still brings the sign-in window.
-    void connectBringsTheSignInWindow()
-    {
-        FakeClient live;
-        live.signInForm().hide();
-        live.trayControl->onDoubleClick(); // there is no main window yet
-        choose(live, "mnuTrayConnect");
-        QVERIFY(live.signInForm().isVisible());
-    }
-
     void statusEntries()
     {
-        const QList<std::pair<const char*, QString>> shows{{"mnuTrayStatusAv", ""},
-                                                           {"mnuTrayStatusAway", "away"},
-                                                           {"mnuTrayStatusXA", "xa"},
-                                                           {"mnuTrayStatusDND", "dnd"},
-                                                           {"mnuTrayStatusFFC", "chat"}};
+        const std::pair<const char*, QString> shows[] = {
+            {"mnuTrayStatusAv", ""},     {"mnuTrayStatusAway", "away"}, {"mnuTrayStatusXA", "xa"},
+            {"mnuTrayStatusDND", "dnd"}, {"mnuTrayStatusFFC", "chat"},
+        };
         for (const auto& [chosen, show] : shows) {
             FakeClient live;
             choose(live, chosen);
@@ -131,13 +113,11 @@ private slots:
     // Until the person works with the window, which need not be in sight.
     void anUnseenMessageLeavesItsMarks()
     {
-        FakeClient live;
-        live.signIn();
-        const auto say = [&live](const char* from) {
-            live.inject(QString("<message from='%1/x' type='chat'><body>Ho!</body></message>").arg(from));
-        };
-        say("tybalt@montague.example");
-        say("juliet@montague.example");
+        SignedInClient live;
+        const QString tybalt = message("chat", "tybalt@montague.example/x");
+        const QString juliet = message("chat");
+        live.inject(tybalt);
+        live.inject(juliet);
         const auto marks = [&live] {
             auto& tree = live.rosterForm()->Roster1->tree();
             const auto* row = tree.Item(tree.NodeIndexByKey("juliet@montague.example"));
@@ -157,10 +137,10 @@ private slots:
         live.form("MessageForm")->close();
         live.ui->windows.messages.hub.openOldestUnread(); // as the balloon does
         QTRY_COMPARE(marks(), "0  tybalt@montague.example/x Juliet");
-        live.trayControl->onClick();    // nothing is left
-        say("juliet@montague.example"); // the window in use
+        live.trayControl->onClick(); // nothing is left
+        live.inject(juliet);         // the window in use
         QCOMPARE(marks(), "0  tybalt@montague.example/x Juliet");
-        say("tybalt@montague.example"); // closed before
+        live.inject(tybalt); // closed before
         QCOMPARE(marks(), "1  tybalt@montague.example/x! Juliet");
     }
 

@@ -1,18 +1,8 @@
-#include "contacts/forms/Roster.h"
-#include "contacts/forms/RosterForm.h"
-#include "contacts/forms/RosterView.h"
-#include "preferences/forms/PreferencePanel.h"
-#include "preferences/forms/PreferencesForm.h"
-#include "session/forms/SignInForm.h"
-#include "support/FakeClient.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
-
+#include "session/SessionFixture.h"
 // What one window does to another, and the ways to them.
 class WindowsTest : public QObject
 {
     Q_OBJECT
-
     static PreferencesForm* preferences(FakeClient& live)
     {
         return qobject_cast<PreferencesForm*>(live.form("PreferencesForm"));
@@ -21,12 +11,9 @@ class WindowsTest : public QObject
 private slots:
     void aBlockedContactIsUnblocked()
     {
-        FakeClient live;
-        live.signIn();
+        SignedInClient live;
         ui::choose(live.rosterForm(), "mRosterFBlocked");
         auto* page = preferences(live)->panel("Privacy");
-        const QString hark = "<message from='juliet@montague.example/balcony' type='chat' "
-                             "to='romeo@montague.example/BreloIM'><body>hark</body></message>";
         live.world.boxes.inputs = {"juliet@montague.example"};
         ui::click(page, "cmdAdd");
         const auto image = [&] {
@@ -36,12 +23,12 @@ private slots:
             return node ? node->image : QString();
         };
         QCOMPARE(image(), "notauth");
-        live.inject(hark);
+        live.inject(message("chat"));
         QVERIFY(!live.form("MessageForm"));
         ui::find<QListWidget>(page, "List1")->setCurrentRow(0);
         ui::click(page, "cmdRemove");
         QVERIFY(image() != "notauth");
-        live.inject(hark);
+        live.inject(message("chat"));
         QVERIFY(live.form("MessageForm"));
     }
 
@@ -50,8 +37,7 @@ private slots:
         const QList<std::pair<const char*, QString>> pages{
             {"mRosterTPref", "Personal"}, {"mRosterTGateways", "Gateways"}, {"mRosterFBlocked", "Privacy"}};
         for (const auto& [entry, page] : pages) {
-            FakeClient live;
-            live.signIn();
+            SignedInClient live;
             for (int twice = 0; twice < 2; ++twice) {
                 ui::choose(live.rosterForm(), entry);
                 QVERIFY(preferences(live) && preferences(live)->isVisible());
@@ -63,8 +49,7 @@ private slots:
 
     void appliedSettingsReachTheOtherWindows()
     {
-        FakeClient live;
-        live.signIn();
+        SignedInClient live;
         auto& form = *preferences((live.ui->windows.preferences.show("Connection"), live));
         ui::find<QCheckBox>(form.panel("Connection"), "Check2")->click();
         form.showPage("Resource");
@@ -78,9 +63,13 @@ private slots:
         QCOMPARE(live.rosterForm()->Roster1->view().font().pointSizeF(), 14.0);
         QVERIFY(live.client.ownFullJid().endsWith("/BreloIM")); // until the next sign-in
         form.showPage("Personal");
-        ui::click(&form, "chkAlwaysOnTop");
-        QVERIFY(live.rosterForm()->windowFlags() & Qt::WindowStaysOnTopHint);
-        QVERIFY(live.rosterForm()->isVisible());
+        QVERIFY(ui::find<QRadioButton>(&form, "chkWndNotOnTop")->isChecked());
+        for (const bool onTop : {true, false}) {
+            ui::click(&form, onTop ? "chkAlwaysOnTop" : "chkWndNotOnTop");
+            QCOMPARE(live.client.settings.OnTop, onTop);
+            QCOMPARE(live.rosterForm()->windowFlags().testFlag(Qt::WindowStaysOnTopHint), onTop);
+            QVERIFY(live.rosterForm()->isVisible());
+        }
     }
 
     void thePreferencesSendNothingAndCountAsNoList()
@@ -91,7 +80,7 @@ private slots:
         ui::click(&live.signInForm(), "Connect");
         live.streamUp();
         live.world.boxes.answers = {MessageBoxes::Answer::No};
-        live.inject("<iq type='error'><query xmlns='jabber:iq:auth'/><error code='401'/></iq>");
+        live.inject(refusal);
         const auto apply = [&] {
             live.ui->windows.preferences.show("Personal");
             ui::click(preferences(live), "cmdOK");
@@ -128,12 +117,11 @@ private slots:
 
     void aNoticeShowsItsWindow()
     {
-        for (const QString xml :
-             {"<message from='montague.example' type='headline'><body>hark</body></message>",
-              "<message from='juliet@montague.example' type='error'><error>gone</error></message>",
-              "<presence from='juliet@montague.example' type='subscribed'/>"}) {
-            FakeClient live;
-            live.signIn();
+        for (const auto& xml :
+             {message("headline", "montague.example"),
+              QString("<message from='juliet@montague.example' type='error'><error>gone</error></message>"),
+              QString("<presence from='juliet@montague.example' type='subscribed'/>")}) {
+            SignedInClient live;
             live.client.settings.CheckError = true;
             for (int twice = 0; twice < 2; ++twice) { // once for a new window, once for a hidden one
                 live.inject(xml);
@@ -147,9 +135,8 @@ private slots:
 
     void theServerRowBringsTheNoticesToTheFront()
     {
-        FakeClient live;
-        live.signIn();
-        live.inject("<message from=\"montague.example\" type=\"headline\"><body>hark</body></message>");
+        SignedInClient live;
+        live.inject(message("headline", "montague.example"));
         auto& list = *live.rosterForm();
         list.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&list));

@@ -1,11 +1,7 @@
-#include "contacts/forms/Roster.h"
-#include "contacts/forms/RosterForm.h"
 #include "messaging/forms/MessageForm.h"
 #include "sandbox/SandboxServer.h"
-#include "session/forms/SignInForm.h"
+#include "session/SessionFixture.h"
 #include "support/LiveClient.h"
-#include "support/TestRunner.h"
-#include "support/UiDriver.h"
 
 using sandbox::SandboxServer;
 
@@ -13,7 +9,6 @@ using sandbox::SandboxServer;
 class WireRecordTest : public QObject
 {
     Q_OBJECT
-
     struct Fixture {
         SandboxServer server;
         std::unique_ptr<LiveClient> live;

@@ -72,13 +72,6 @@ void authorizeForm::setRequest(const QString& from)
     setUserName(from);
 }
 
-void authorizeForm::OnPresence(PlugInContext& context)
-{
-    from_ = context.Stanza().From();
-    if (answerBySettings(client_, from_))
-        requestUnload(CloseMode::Code);
-}
-
 bool authorizeForm::answerBySettings(const Client& client, const QString& from)
 {
     const auto& settings = client.settings;

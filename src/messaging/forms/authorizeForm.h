@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/forms/Form.h"
-#include "engine/ApplicationPlugIn.h"
 
 #include <QString>
 
@@ -15,7 +14,7 @@ struct Client;
 
 // Answers one subscription request (RFC 6121, 3.1), by the person's choice or by the settings. Closing the
 // window sends no answer.
-class authorizeForm : public Form, public ApplicationPlugIn
+class authorizeForm : public Form
 {
     Q_OBJECT
 
@@ -23,11 +22,8 @@ public:
     authorizeForm(FormRegistry& registry, Client& client);
     ~authorizeForm() override;
 
-    ApplicationPlugIn* Myapplicationplugin() { return this; }
     // Who asks, as shown.
     void setUserName(const QString& jid);
-    // Takes the request; answers at once where the settings say so.
-    void OnPresence(PlugInContext& context) override;
     // Waits for the person's answer to the request of `from`.
     void setRequest(const QString& from);
     // Answers the request of `from` where the settings say how. False when the person is to be asked: also
