@@ -33,7 +33,11 @@ SignInForm::SignInForm(FormRegistry& registry, Client& client, SettingsStore& st
     connectControls();
 }
 
-SignInForm::~SignInForm() = default;
+// The boxes go later, and lose the focus then.
+SignInForm::~SignInForm()
+{
+    ui_->txtUserName->disconnect(this);
+}
 
 void SignInForm::connectControls()
 {
