@@ -198,7 +198,7 @@ void Form::changeEvent(QEvent* event)
     if (isMinimized())
         return;
     learnFrame();
-    if (std::exchange(settling_, false))
+    if (looks_ > 0)
         settleTimer_.start();
     emit activated();
 }
@@ -213,7 +213,7 @@ void Form::showEvent(QShowEvent* event)
     shown_ = true;
     if (entry_)
         entry_->setFocus();
-    settling_ = true;
+    looks_ = 10;
     if (isMaximized() || isFullScreen())
         return;
     fitContent();
@@ -258,8 +258,12 @@ void Form::settle()
     const QRect frame = frameGeometry();
     if (!isVisible() || isMaximized() || isMinimized())
         return;
-    if (std::exchange(seen_, frame) != frame || !frame.contains(geometry()))
-        return settleTimer_.start();
+    if (std::exchange(seen_, frame) != frame || !frame.contains(geometry())) {
+        if (--looks_ > 0)
+            settleTimer_.start();
+        return;
+    }
+    looks_ = 0;
     learnFrame();
     const auto place = windowplace::onAScreen(frame, windowplace::screens());
     if (place && *place != frame.topLeft())

@@ -97,7 +97,7 @@ private:
     QTimer settleTimer_;
     QRect seen_;             // the frame at the last look
     bool maximised_ = false; // when it was hidden last
-    bool settling_ = false;  // shown, and the frame has not been seen yet
+    int looks_ = 0;          // left, since it was shown, to find the frame standing still
     bool unloading_ = false;
 };
 

@@ -101,8 +101,7 @@ QString ChatWindow::whyNotOpened(const QString& jid) const
     if (!takesNone || session->Properties().Exists(key) || (!room && client_.MyRoster.DoesJIDExist(bare)))
         return {};
     return tr("Your preferences take no messages from people outside your contact list, so that no "
-              "conversation "
-              "with %1 can be opened.")
+              "conversation with %1 can be opened.")
         .arg(jid);
 }
 
