@@ -31,19 +31,6 @@ class GatewaySessionTest : public QObject
     };
 
 private slots:
-    void stanzasPassBothWays()
-    {
-        SignedInRig rig;
-        rig.send("<message to=\"juliet@a.example\"><body>é &amp; ü</body></message>");
-        rig.send("<presence><status>online</status></presence>");
-        TICK_UNTIL(rig, rig.server.received().contains("<presence><status>online</status></presence>"));
-        QVERIFY(rig.server.received().contains("<body>é &amp; ü</body>"));
-        rig.server.say("<presence from='juliet@a.example/x'/><message><body>&lt;3</body></message>");
-        TICK_UNTIL(rig, rig.up.size() == 2);
-        QCOMPARE(rig.up.first(), "<presence from=\"juliet@a.example/x\"/>");
-        QVERIFY(rig.up.last().contains(u"<body>&lt;3</body>"));
-    }
-
     void aMessageToOneselfStaysAtHome()
     {
         // The resource asked for, the one that the server gave, another one of the account's.
@@ -270,10 +257,11 @@ private slots:
         TICK_UNTIL(rig, rig.server.received().contains("brelo-ping-1"));
         const QByteArray ping =
             "<iq type='get' id='brelo-ping-1' from='mallory@b.example/x'><ping xmlns='x'/></iq>";
+        const auto ofTheServer = QByteArray(ping).replace("mallory@b.example/x", "127.0.0.1");
         rig.server.say("<presence type='close'/><presence from='mallory@b.example' type='connect'/>" + ping +
-                       "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
+                       ofTheServer + "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
         TICK_UNTIL(rig, rig.up.contains("<presence/>"));
-        QCOMPARE(rig.up.filter("brelo-ping-1").size(), 1);
+        QCOMPARE(rig.up.filter("brelo-ping-1").size(), 2);
         QVERIFY(rig.up.filter("<presence").size() == 1 && rig.up.filter("result\" id=\"brelo-p").isEmpty());
     }
 };

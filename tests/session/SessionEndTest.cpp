@@ -127,6 +127,18 @@ private slots:
         QCOMPARE(live.form("ShowInTrayForm") != nullptr, state == 1); // tells where it is
     }
 
+    void aWindowThatNobodySawLeavesTheStoredPlaceAlone()
+    {
+        for (const char* entry : {"mnuTrayConnect", "mnutrayExit"}) {
+            FakeClient live;
+            QVERIFY(live.store.saveWindowPosition(place, 0));
+            live.connectToServer();
+            QVERIFY(live.rosterForm() && !live.rosterForm()->isVisible());
+            ui::choose(live.menus.menu(), entry);
+            QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
+        }
+    }
+
     void exitClosesAndWritesEverything()
     {
         for (const bool byTray : {true, false}) {
