@@ -20,9 +20,6 @@ private slots:
         columns<QString, QString>("server", "says");
         const QString address = "$server";
         row("blanks within", "my server", "has blanks in it");
-        row("word for a port", "localhost:many", "is not a port");
-        row("port out of range", "localhost:70000", "is not a port");
-        row("no host before the port", ":5222", "No server is given before the port.");
         // No name has a part that long, so nobody is asked for it.
         row("host that doesn't exist", QString(70, u'x'), "There is no server named");
         row("port that refuses", address, "the connection was refused");
