@@ -64,18 +64,6 @@ private slots:
         TICK_UNTIL(rig, rig.up.size() == flood);
     }
 
-    void answersThatNobodyAskedForAreIgnored()
-    {
-        SignedInRig rig;
-        const QByteArray iq =
-            "<iq type='%' id='brelo-roster' from='mallory@b.example'><query "
-            "xmlns='jabber:iq:roster'><item jid='mallory@b.example' subscription='both'/></query></iq>";
-        rig.server.say(QByteArray(iq).replace('%', "set") + QByteArray(iq).replace('%', "result") +
-                       "<message><body>end</body></message>");
-        TICK_UNTIL(rig, !rig.up.isEmpty() && rig.up.last().contains(u"end"));
-        QVERIFY2(!rig.up.join(u'\n').contains(u"jabber:iq:roster"), qPrintable(rig.up.join(u'\n')));
-    }
-
     void aBreachClosesTheStream_data()
     {
         columns<QByteArray, QByteArray>("bytes", "condition");
@@ -258,9 +246,13 @@ private slots:
         const QByteArray ping =
             "<iq type='get' id='brelo-ping-1' from='mallory@b.example/x'><ping xmlns='x'/></iq>";
         const auto ofTheServer = QByteArray(ping).replace("mallory@b.example/x", "127.0.0.1");
-        rig.server.say("<presence type='close'/><presence from='mallory@b.example' type='connect'/>" + ping +
-                       ofTheServer + "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
+        rig.server.say("<iq type='result' id='brelo-roster' from='mallory@b.example'><query "
+                       "xmlns='jabber:iq:roster'/></iq><presence type='close'/><presence "
+                       "from='mallory@b.example' type='connect'/>" +
+                       ping + ofTheServer +
+                       "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
         TICK_UNTIL(rig, rig.up.contains("<presence/>"));
+        QCOMPARE(rig.up.filter("jabber:iq:roster").size(), 0);
         QCOMPARE(rig.up.filter("brelo-ping-1").size(), 2);
         QVERIFY(rig.up.filter("<presence").size() == 1 && rig.up.filter("result\" id=\"brelo-p").isEmpty());
     }

@@ -186,6 +186,7 @@ private slots:
                 turn->click();
                 read.insert(button == QByteArray("cmdLater") ? read.size() : 0, f->transcript(*window));
             }
+            QVERIFY(pages > 0);
             QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
         }
         // What is saved is the whole.

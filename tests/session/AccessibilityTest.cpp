@@ -243,7 +243,9 @@ private slots:
         row("PreferencesForm Connection, log-in", Act(openPreferences), "chkAutoLogon", enables("Check2"));
         row("PreferencesForm Connection, proxy", Act(openPreferences), "chkTypeS5", enables("txtName"));
         row("PreferencesForm Status", Act(openPreferences), "chkIdleMessage", enables("txtIdleMessage"));
-        row("PreferencesForm Sounds", Act(openPreferences), "Check1", enables("txtMsgSoundPath"));
+        row("PreferencesForm Sounds", Act(openPreferences), "Check1", Holds([](FakeClient& c) {
+                return !ui::find<QLineEdit>(c.form("PreferencesForm"), "txtMsgSoundPath")->text().isEmpty();
+            }));
         row("RosterForm", Act([](FakeClient&) {}), "Toolbar1Button4", setting(&Settings::ShowOnlineUsers));
         row("RosterForm connection", Act([](FakeClient&) {}), "Toolbar1Button1",
             Holds([](FakeClient& c) { return c.client.isConnected(); }));

@@ -41,20 +41,6 @@ private slots:
         QVERIFY(live.world.boxes.shown.isEmpty());
     }
 
-    void aSilentServerCanBeCancelled()
-    {
-        ScriptedServer silent;
-        LiveClient live;
-        live.signIn(silent.address());
-        QTRY_VERIFY(silent.received().contains("stream:stream"));
-        live.form("LoggingInForm")->close(); // its close box is Cancel too
-        QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm"));
-        QTRY_VERIFY(!silent.isConnected());
-        silent.onLegacySignIn();
-        live.signIn(silent.address());
-        QTRY_VERIFY(live.progressText().contains("Connected\n"));
-    }
-
     // Between "connect" and the lists nothing else would tell.
     void whatHoldsUpTheListsIsTold_data()
     {
