@@ -118,6 +118,25 @@ private slots:
         QTEST(row->text(QAccessible::Description).replace('\n', '|'), "told");
     }
 
+    void anUnreadMessageHasADotOnItsRow()
+    {
+        const auto isDotted = [this](const QString& key) {
+            auto* page = window->view->viewport();
+            const QImage seen = page->grab().toImage();
+            const int y = window->place(key).y();
+            for (int x = page->width() / 2; x < page->width(); ++x) {
+                if (seen.pixelColor(x, y) == QColor(0xD4, 0x1C, 0x1C))
+                    return true;
+            }
+            return false;
+        };
+        QVERIFY(!isDotted("a@x"));
+        window->roster->setUnread({"A@x"});
+        QVERIFY(isDotted("a@x") && !isDotted("b@x") && !isDotted("Pals"));
+        window->view->collapse(window->index("Pals"));
+        QVERIFY(isDotted("Pals") && !isDotted("Club"));
+    }
+
     void entriesSendTheirStanzas_data()
     {
         // told: how the status bar's sentence begins

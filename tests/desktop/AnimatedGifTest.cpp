@@ -94,22 +94,6 @@ private slots:
         }
     }
 
-    void survivesTruncationAtEveryByte()
-    {
-        const QByteArray whole =
-            GifFile({8, 8}, 5).loop(0).frame(4, 1).frame(5, 2, {2, 2}).frame(6, 3).bytes();
-        int before = 0;
-        for (qsizetype length = 0; length <= whole.size(); ++length) {
-            AnimatedGif gif;
-            const int count = gif.LoadGif(write(whole.first(length)));
-            QVERIFY2(count >= before, "a longer file holds fewer frames");
-            for (int i = 0; i < count; ++i)
-                QCOMPARE(QImage::fromData(gif.gif(i), "gif").size(), QSize(8, 8));
-            before = count;
-        }
-        QCOMPARE(before, 2);
-    }
-
     void boundsHostileFiles()
     {
         const QByteArray flood =

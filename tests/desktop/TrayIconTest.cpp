@@ -97,8 +97,12 @@ private slots:
         QSignalSpy clicked(&tray, &QtTrayIcon::clicked);
         QSignalSpy doubleClicked(&tray, &QtTrayIcon::doubleClicked);
         QSignalSpy menuRequested(&tray, &QtTrayIcon::menuRequested);
+        QSignalSpy balloonClicked(&tray, &QtTrayIcon::balloonClicked);
         for (const auto click : clicks)
             emit tray.findChild<QSystemTrayIcon*>()->activated(click);
+        QCOMPARE(balloonClicked.size(), 0);
+        emit tray.findChild<QSystemTrayIcon*>()->messageClicked();
+        QCOMPARE(balloonClicked.size(), 1);
         QCOMPARE(clicked.size(), singles);
         QCOMPARE(doubleClicked.size(), doubles);
         QCOMPARE(menuRequested.size(), menus);

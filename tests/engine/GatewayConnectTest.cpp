@@ -25,15 +25,6 @@ private slots:
         QVERIFY(rig.host.progress.isEmpty());
     }
 
-    void signsInHoweverTheAnswersAreCut()
-    {
-        GatewayRig rig;
-        rig.server.setPieces(1);
-        rig.server.onSaslSignIn();
-        CONNECT_UNTIL(rig, rig.isUp());
-        QCOMPARE(rig.queue->ownFullJid(), "romeo@127.0.0.1/orchard");
-    }
-
     void failuresAreToldInWords_data()
     {
         columns<QByteArray, bool, QString>("answer", "hangsUp", "says");

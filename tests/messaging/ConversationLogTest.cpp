@@ -3,7 +3,9 @@
 
 #include <QClipboard>
 #include <QPushButton>
+#include <csignal>
 #include <ctime>
+#include <sys/resource.h>
 
 // Conversation logs: their place, their failures, their reader.
 class ConversationLogTest : public QObject
@@ -97,6 +99,22 @@ private slots:
         QCOMPARE(f->world.boxes.shown.size(), 2);
     }
 
+    void whatFitsInPartOnlyIsTakenBack()
+    {
+        f->message(juliet, "chat", "<body>one</body>");
+        const QString before = f->logOf(juliet);
+        std::signal(SIGXFSZ, SIG_IGN); // as the program does
+        rlimit usual{};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const rlimit full{rlim_t(before.size() + 9), usual.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &full), 0);
+        f->message(juliet, "chat", "<body>two</body>");
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
+        QCOMPARE(f->logOf(juliet), before);
+        QCOMPARE(f->world.boxes.shown.size(), 1);
+        QVERIFY(f->world.boxes.shown[0].text.endsWith("There is no room left for it."));
+    }
+
     void erasedLogIsEmpty()
     {
         auto* window = f->open(juliet);
@@ -143,7 +161,7 @@ private slots:
         columns<QString, int, int>("line", "lines", "most");
         row("ordinary", QString(60, u'x'), 100000, 4002);
         row("short", "a", 100000, 4002);
-        row("endless", QString::fromUtf8("\xC3\xA9").repeated(400000), 1, 100);
+        row("endless", QString::fromUtf8("\xC3\xA9").repeated(400000), 1, 40);
     }
     void readerTurnsThePages()
     {
@@ -168,6 +186,7 @@ private slots:
                 turn->click();
                 read.insert(button == QByteArray("cmdLater") ? read.size() : 0, f->transcript(*window));
             }
+            QVERIFY(pages > 0);
             QVERIFY(read.remove(u'\n') == QString(text).remove(u'\n'));
         }
         // What is saved is the whole.

@@ -59,6 +59,14 @@ private slots:
                                                     Icon::Exclamation, Buttons::Ok}}));
         QCOMPARE(f->engine.takeSent(), QStringList());
         QVERIFY(f->control<QAction>(*f->window(stranger), "mnuToolsAdd").isEnabled());
+        f->client.MyRoster.RemoveAll();
+        auto& queue = *f->client.Core->PluginManager->Queue();
+        for (const int size : {100'000, 1}) { // until nothing more is taken
+            while (queue.sendRaw("<message>" + QString(size, u'x') + "</message>", nullptr))
+                continue;
+        }
+        f->window(stranger)->mnuToolsAdd_Click();
+        QVERIFY(f->world.boxes.shown.last().text.startsWith("Your request was not sent"));
     }
 
     void blockingAsksFirst_data()

@@ -74,24 +74,6 @@ private slots:
         }
     }
 
-    void typingIsShown()
-    {
-        ProsodyFixture f(server_);
-        QVERIFY(f.signInBoth());
-        auto* window = f.open(f.peer);
-        QVERIFY(window);
-        // Her presence tells that the server knows of ours: a typing notice to nobody is dropped.
-        QTRY_VERIFY(f.seesPeer());
-        const QString before = f.transcript(*window);
-        auto* panel = ui::find<QLabel>(window, "StatusBar1Panel1");
-        f.juliet->tell("typing", {{"to", f.own}});
-        QTRY_VERIFY(panel->text().contains("typing"));
-        QCOMPARE(f.transcript(*window), before);
-        f.juliet->say(f.own, "Ay me!");
-        QTRY_VERIFY(f.transcript(*window).contains("Ay me!"));
-        QVERIFY(!panel->text().contains("typing"));
-    }
-
     void messagesSentMeanwhileComeAtTheNextSignIn()
     {
         ProsodyFixture f(server_);

@@ -57,17 +57,6 @@ private slots:
         f.juliet->say(f.own, "He speaks");
         QTRY_VERIFY(f.transcript(*window).contains("He speaks"));
     }
-
-    void aServerThatIsNotThereIsSaid()
-    {
-        ProsodyServer server;
-        QVERIFY2(server.start(), qPrintable(server.problem()));
-        server.kill();
-        ProsodyFixture f(server);
-        f.live.signIn(server.address());
-        QTRY_VERIFY(f.live.progressText().contains("refused", Qt::CaseInsensitive));
-        QVERIFY(!f.live.client.isConnected());
-    }
 };
 
 BRELO_TEST(LostServerTest)

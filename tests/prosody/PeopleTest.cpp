@@ -92,15 +92,6 @@ private slots:
         QTRY_VERIFY(f_->row(f_->peer)->parent->text != QStringLiteral("Waiting authorization"));
     }
 
-    void askingAndDenied()
-    {
-        askJuliet();
-        f_->juliet->presence(f_->own, "unsubscribed");
-        QTRY_VERIFY(notices().contains("The Contact refused your Request"));
-        QVERIFY(subscription() != QStringLiteral("to"));
-        QVERIFY(!f_->seesPeer());
-    }
-
     void contactTurnsAway()
     {
         becomeFriends();

@@ -46,11 +46,6 @@ class Peer(slixmpp.ClientXMPP):
         message["chat_state"] = "active"
         message.send()
 
-    def do_typing(self, to):
-        message = self.make_message(to, mtype="chat")
-        message["chat_state"] = "composing"
-        message.send()
-
     def do_presence(self, to=None, type=None, show=None, status=None):
         self.send_presence(pto=to, ptype=type, pshow=show, pstatus=status)
 

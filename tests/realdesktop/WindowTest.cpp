@@ -11,14 +11,25 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QWindow>
 
 // What the window manager and the client make of the windows together.
 class WindowTest : public ClientTest
 {
     Q_OBJECT
 
-    enum Way { Enter, DoubleClick, Entry };
+    enum Way { Enter, DoubleClick, Entry, Balloon };
     enum Before { Nothing, Closed, ClosedByMouse, Iconic, CameAsIcon };
+
+    // The toolkit draws it.
+    static const QWidget* balloon()
+    {
+        for (const auto* window : QApplication::topLevelWidgets()) {
+            if (window->inherits("QBalloonTip") && window->windowHandle()->isExposed())
+                return window;
+        }
+        return nullptr;
+    }
 
 private slots:
     void anOpenedConversationIsReadyToType_data()
@@ -27,6 +38,7 @@ private slots:
         row("by Enter", Enter, Nothing);
         row("by double click", DoubleClick, Nothing);
         row("by the contact's menu", Entry, Nothing);
+        row("by the balloon of a message", Balloon, Nothing);
         row("closed before", DoubleClick, Closed);
         row("closed by its button", DoubleClick, ClosedByMouse);
         row("came as an icon, restored, closed", DoubleClick, CameAsIcon);
@@ -66,10 +78,14 @@ private slots:
             clickContact("juliet", XDisplay::Right);
             QVERIFY(SOON(x.menu()));
             clickEntry("mnuContextSendMessage");
+        } else if (way == Balloon) {
+            julietSays("Ay me!");
+            QVERIFY(SOON(balloon()));
+            x.click(balloon()->geometry().center());
         }
         QVERIFY(way == Enter ? openChatByKeys() : SOON(isActive(chat())));
         QVERIFY(before == Nothing || SOON(framed(chat()) == left));
-        QVERIFY(!x.isUrgent(chat()) && program->tray().unread() == 0);
+        QVERIFY(SOON(!x.isUrgent(chat()) && program->tray().unread() == 0));
         QVERIFY(SOON(focus() == "txtMsg"));
         x.type("Hark!");
         x.press(XDisplay::Return);

@@ -21,10 +21,10 @@ void openCard(FakeClient& c, const QString& jid)
     c.inject(QString("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
 }
 
-// The page is the word behind the form's name.
+// The page stands behind the form's name, up to a comma.
 void openPreferences(FakeClient& c)
 {
-    c.ui->windows.preferences.show(QString(QTest::currentDataTag()).section(' ', 1));
+    c.ui->windows.preferences.show(QString(QTest::currentDataTag()).section(' ', 1).section(',', 0, 0));
 }
 
 // Every window of the program but the pages of the preferences, and how a client that is signed in gets it:
@@ -235,6 +235,17 @@ private slots:
         row("PreferencesForm Connection", Act(openPreferences), "Check1",
             Holds([](FakeClient&) { return CRegistry::hasValue("BreloIM"); }));
         row("PreferencesForm Personal", Act(openPreferences), "chkAlwaysOnTop", setting(&Settings::OnTop));
+        const auto enables = [](const char* control) {
+            return Holds([control](FakeClient& c) {
+                return ui::find<QWidget>(c.form("PreferencesForm"), control)->isEnabled();
+            });
+        };
+        row("PreferencesForm Connection, log-in", Act(openPreferences), "chkAutoLogon", enables("Check2"));
+        row("PreferencesForm Connection, proxy", Act(openPreferences), "chkTypeS5", enables("txtName"));
+        row("PreferencesForm Status", Act(openPreferences), "chkIdleMessage", enables("txtIdleMessage"));
+        row("PreferencesForm Sounds", Act(openPreferences), "Check1", Holds([](FakeClient& c) {
+                return !ui::find<QLineEdit>(c.form("PreferencesForm"), "txtMsgSoundPath")->text().isEmpty();
+            }));
         row("RosterForm", Act([](FakeClient&) {}), "Toolbar1Button4", setting(&Settings::ShowOnlineUsers));
         row("RosterForm connection", Act([](FakeClient&) {}), "Toolbar1Button1",
             Holds([](FakeClient& c) { return c.client.isConnected(); }));

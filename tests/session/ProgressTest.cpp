@@ -20,9 +20,6 @@ private slots:
         columns<QString, QString>("server", "says");
         const QString address = "$server";
         row("blanks within", "my server", "has blanks in it");
-        row("word for a port", "localhost:many", "is not a port");
-        row("port out of range", "localhost:70000", "is not a port");
-        row("no host before the port", ":5222", "No server is given before the port.");
         // No name has a part that long, so nobody is asked for it.
         row("host that doesn't exist", QString(70, u'x'), "There is no server named");
         row("port that refuses", address, "the connection was refused");
@@ -42,20 +39,6 @@ private slots:
         QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm") &&
                 !live.rosterForm());
         QVERIFY(live.world.boxes.shown.isEmpty());
-    }
-
-    void aSilentServerCanBeCancelled()
-    {
-        ScriptedServer silent;
-        LiveClient live;
-        live.signIn(silent.address());
-        QTRY_VERIFY(silent.received().contains("stream:stream"));
-        live.form("LoggingInForm")->close(); // its close box is Cancel too
-        QVERIFY(live.ui->windows.session.signIn().isVisible() && !live.form("LoggingInForm"));
-        QTRY_VERIFY(!silent.isConnected());
-        silent.onLegacySignIn();
-        live.signIn(silent.address());
-        QTRY_VERIFY(live.progressText().contains("Connected\n"));
     }
 
     // Between "connect" and the lists nothing else would tell.

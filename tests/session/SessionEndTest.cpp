@@ -25,7 +25,10 @@ private slots:
             if (steps > 1)
                 live.inject(
                     "<iq><query xmlns='jabber:iq:roster'><item jid='a@b' subscription='to'/></query></iq>");
-            QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
+            if (steps > 0)
+                QTest::keyClick(live.form("LoggingInForm"), Qt::Key_Escape);
+            else
+                live.form("LoggingInForm")->close();
             QCOMPARE(live.gateway->disconnects, 1);
             QCOMPARE(live.registry.loaded(), QList<Form*>{&live.signInForm()});
             QVERIFY(live.signInForm().isVisible());
@@ -125,6 +128,18 @@ private slots:
         QCOMPARE(QRect(live.rosterForm()->pos(), live.rosterForm()->size()) == place, returns);
         QCOMPARE(live.rosterForm()->isMinimized(), state == 1);
         QCOMPARE(live.form("ShowInTrayForm") != nullptr, state == 1); // tells where it is
+    }
+
+    void aWindowThatNobodySawLeavesTheStoredPlaceAlone()
+    {
+        for (const char* entry : {"mnuTrayConnect", "mnutrayExit"}) {
+            FakeClient live;
+            QVERIFY(live.store.saveWindowPosition(place, 0));
+            live.connectToServer();
+            QVERIFY(live.rosterForm() && !live.rosterForm()->isVisible());
+            ui::choose(live.menus.menu(), entry);
+            QCOMPARE(live.store.loadWindowPosition({}).geometry.value_or(QRect()), place);
+        }
     }
 
     void exitClosesAndWritesEverything()

@@ -87,17 +87,6 @@ private slots:
         QVERIFY(f->live->world.boxes.shown.isEmpty());
     }
 
-    void disconnectEndsTheStream()
-    {
-        ui::choose(f->live->rosterForm(), "mRosterTDiscon");
-        QTRY_COMPARE(f->server.connectionCount(), 0);
-        QTRY_VERIFY(f->live->ui->windows.session.signIn().isVisible());
-        QCOMPARE(f->live->client.MyRoster.Count(), 0);
-        QTRY_VERIFY(!f->live->rosterForm());
-        QCOMPARE(f->live->world.tray.toolTip, "BreloIM - Disconnected");
-        QVERIFY(f->signIn()); // and in again
-    }
-
     void firstTimeYesMakesTheAccount()
     {
         Fixture f;
@@ -106,6 +95,8 @@ private slots:
         f.live->signIn(f.address(), "mercutio", "jest");
         QTRY_VERIFY(f.live->isOnline());
         QCOMPARE(f.live->world.boxes.shown.size(), 2);
+        for (const auto& box : f.live->world.boxes.shown) // whose default is No
+            QCOMPARE(box.icon, MessageBoxes::Icon::Exclamation);
         QCOMPARE(f.server.countReceived("jabber:iq:register"), 2); // the form, then the answer
     }
 };

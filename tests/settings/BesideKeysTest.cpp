@@ -64,7 +64,8 @@ private slots:
     void comesBack()
     {
         const QRect geometry(-1200, 40, 260, 520);
-        for (const int state : {0, 1, 2}) { // minimised, it is stored as zeros
+        QVERIFY(!store().loadWindowPosition(current).geometry); // nothing is stored
+        for (const int state : {0, 1, 2}) {                     // minimised, it is stored as zeros
             QVERIFY(store().saveWindowPosition(geometry, state));
             const WindowPosition position = store().loadWindowPosition(current);
             QCOMPARE(position.geometry.value_or(QRect()), state == 1 ? QRect(0, 0, 0, 0) : geometry);
@@ -91,16 +92,6 @@ private slots:
         const WindowPosition position = store().loadWindowPosition(current);
         QCOMPARE(position.geometry.value_or(QRect()), expected);
         QCOMPARE(position.state, state);
-    }
-
-    void liesBesideTheSettings()
-    {
-        QVERIFY(!store().loadWindowPosition(current).geometry); // nothing is stored
-        QVERIFY(store().saveWindowPosition(QRect(1, 2, 30, 40), 0));
-        Settings settings;
-        settings.UserName = "romeo";
-        QVERIFY(store().SaveSettings(settings));
-        QCOMPARE(store().loadWindowPosition(current).geometry.value_or(QRect()), QRect(1, 2, 30, 40));
     }
 };
 

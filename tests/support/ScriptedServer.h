@@ -19,8 +19,6 @@ public:
     QString address() const { return QStringLiteral("127.0.0.1:%1").arg(serverPort()); }
     // TLS from the first byte.
     void setDirectTls() { directTls_ = true; }
-    // Every answer goes out in pieces of so many bytes.
-    void setPieces(int bytes) { pieces_ = bytes; }
     // From now on connections are refused.
     void refuse() { close(); }
 
@@ -58,11 +56,8 @@ public:
 
     void say(const QByteArray& text)
     {
-        const qsizetype piece = pieces_ ? pieces_ : qMax<qsizetype>(text.size(), 1);
-        for (qsizetype at = 0; at < text.size(); at += piece) {
-            peer_->write(text.mid(at, piece));
-            peer_->flush();
-        }
+        peer_->write(text);
+        peer_->flush();
     }
     void hangUp() { peer_->disconnectFromHost(); }
     // From now on what comes stays in the system's buffers.
@@ -137,6 +132,5 @@ private:
     QByteArray received_;
     qsizetype seen_ = 0;
     int connections_ = 0;
-    int pieces_ = 0;
     bool directTls_ = false;
 };
