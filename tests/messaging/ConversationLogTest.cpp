@@ -3,7 +3,9 @@
 
 #include <QClipboard>
 #include <QPushButton>
+#include <csignal>
 #include <ctime>
+#include <sys/resource.h>
 
 // Conversation logs: their place, their failures, their reader.
 class ConversationLogTest : public QObject
@@ -95,6 +97,22 @@ private slots:
         QVERIFY(QDir().mkdir(path));
         f->message(juliet, "chat", "<body>four</body>");
         QCOMPARE(f->world.boxes.shown.size(), 2);
+    }
+
+    void whatCannotBeWrittenWholeLeavesTheLogAsItWas()
+    {
+        f->hub->log().WriteLogLine("before", juliet, {}, false);
+        const QString log = f->logOf(juliet);
+        rlimit usual{};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit room{300'000, usual.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &room), 0);
+        const QString error = f->hub->log().WriteLogLine(QString("x\n").repeated(200'000), juliet, {}, false);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
+        std::signal(SIGXFSZ, handler);
+        QVERIFY2(error.contains("could not be written"), qPrintable(error));
+        QCOMPARE(f->logOf(juliet), log);
     }
 
     void erasedLogIsEmpty()
@@ -202,8 +220,12 @@ private slots:
     {
         QFETCH(QString, lineBreak);
         const QString line = own + " (07:08:09): I owe you";
-        f->hub->log().WriteLogLine("hm" + lineBreak + line, juliet + "/x" + lineBreak + line, {}, false);
-        const QString shown = juliet + "/x\r\n    " + line + " (07:08:09): hm\r\n    " + line + "\r\n";
+        // Where one slice of a long text ends, too.
+        const QString before =
+            QString(4095, u'x') + QString::fromUtf8("\xF0\x9F\x98\x80") + QString(4094, u'x');
+        f->hub->log().WriteLogLine(before + lineBreak + line, juliet + "/x" + lineBreak + line, {}, false);
+        const QString shown =
+            juliet + "/x\r\n    " + line + " (07:08:09): " + before + "\r\n    " + line + "\r\n";
         QCOMPARE(f->logOf(juliet), shown);
     }
 
