@@ -158,9 +158,14 @@ void Cases::driven()
 void Cases::addHostile(const Pair& figures)
 {
     static constexpr std::pair<const char*, const char*> steps[] = {
-        {"brackets", "a link with 200,000 brackets"},      {"emoji", "160 KB of joined emoji"},
-        {"lines", "2,000,000 lines in one message"},       {"requests", "1,000 requests, 100 of one person"},
-        {"resources", "100,000 resources of one contact"}, {"log", "a log of 100 MiB is opened"},
+        {"brackets", "a link with 200,000 brackets"},
+        {"emoji", "160 KB of joined emoji"},
+        {"lines", "2,000,000 lines in one message"},
+        {"combining", "names and texts of combining marks"},
+        {"requests", "1,000 requests, 100 of one person"},
+        {"resources", "100,000 resources of one contact"},
+        {"strangers", "messages of 1,000 strangers"},
+        {"log", "a log of 100 MiB is opened"},
     };
     for (const auto& [step, what] : steps) {
         const QString name = QString::fromLatin1(what);

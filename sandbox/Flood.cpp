@@ -69,7 +69,7 @@ std::function<QByteArray()> hostile(World& world, const Connection& client, cons
     constexpr int many = 100'000;
     const QStringList from = contactsOf(world, client);
     const QString to = client.fullJid();
-    const auto said = [to, peer = from.value(0)](const QString& body) {
+    const auto saidBy = [to](const QString& peer, const QString& body) {
         Element message("message");
         message.set("from", peer).set("to", to).set("type", QStringLiteral("chat"));
         return message.add("body", body).xml();
@@ -81,7 +81,7 @@ std::function<QByteArray()> hostile(World& world, const Connection& client, cons
     };
     const auto once = [&](const QString& body) {
         return source(
-            client, 1, [text = said(body)](int) { return text; }, last);
+            client, 1, [text = saidBy(from.value(0), body)](int) { return text; }, last);
     };
     if (kind == u"brackets")
         return once(QStringLiteral("http://a") + QString(2 * many, u')'));
@@ -89,6 +89,22 @@ std::function<QByteArray()> hostile(World& world, const Connection& client, cons
         return once(QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D").repeated(many / 10));
     if (kind == u"lines")
         return once(QStringLiteral("x\n").repeated(20 * many));
+    if (kind == u"combining") {
+        const auto marks = [](int count) { return QString(count, QChar(0x316)); };
+        const QString bare = from.value(0).section(u'/', 0, 0);
+        return source(
+            client, 1,
+            [text = saidBy(bare + u'/' + marks(many), marks(10)) +
+                    saidBy(bare + u'/' + marks(500), marks(many))](int) { return text; },
+            last);
+    }
+    if (kind == u"strangers")
+        return source(
+            client, 1000,
+            [saidBy](int i) {
+                return saidBy(QStringLiteral("stranger%1@far.example/Home").arg(i), QStringLiteral("Hello"));
+            },
+            last);
     if (kind == u"requests")
         return source(
             client, 1000,

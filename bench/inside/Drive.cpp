@@ -46,7 +46,7 @@ void print(const char* name, const char* what, double value)
 
 } // namespace
 
-Drive::Drive(int contacts) : contacts_(contacts) {}
+Drive::Drive(int contacts, const QStringList& steps) : contacts_(contacts), steps_(steps) {}
 
 void Drive::run()
 {
@@ -60,12 +60,27 @@ void Drive::run()
     rest();
     if (contacts_ < renames)
         return;
-    floodOfPresences();
-    floodOfMessages();
-    latency();
-    pushes();
-    hostile();
-    longLog();
+    static constexpr std::pair<const char*, void (Drive::*)()> own[] = {
+        {"presences", &Drive::floodOfPresences},
+        {"messages", &Drive::floodOfMessages},
+        {"latency", &Drive::latency},
+        {"pushes", &Drive::pushes},
+        {"log", &Drive::longLog},
+    };
+    for (const auto& [name, step] : own) {
+        if (isWanted(name))
+            (this->*step)();
+    }
+    for (const char* kind :
+         {"brackets", "emoji", "lines", "combining", "requests", "resources", "strangers"}) {
+        if (isWanted(kind))
+            hostile(kind);
+    }
+}
+
+bool Drive::isWanted(const char* name) const
+{
+    return steps_.isEmpty() || steps_.contains(QLatin1String(name));
 }
 
 void Drive::signIn()
@@ -105,12 +120,11 @@ void Drive::pushes()
 }
 
 // What a stranger can send.
-void Drive::hostile()
+void Drive::hostile(const char* kind)
 {
-    for (const char* kind : {"brackets", "emoji", "lines", "requests", "resources"})
-        step(
-            kind, [&] { order(QStringLiteral("hostile ") + QLatin1String(kind)); },
-            [this] { return spy_->done; });
+    step(
+        kind, [&] { order(QStringLiteral("hostile ") + QLatin1String(kind)); },
+        [this] { return spy_->done; });
 }
 
 // A log of 100 MiB is opened.

@@ -4,6 +4,8 @@
 #include "inside/Spy.h"
 #include "session/forms/Program.h"
 
+#include <QStringList>
+
 #include <functional>
 #include <memory>
 
@@ -13,17 +15,19 @@
 class Drive
 {
 public:
-    // The number of contacts that the account has.
-    explicit Drive(int contacts);
+    // The number of contacts that the account has, and the steps that follow the sign-in; all when none is
+    // named.
+    Drive(int contacts, const QStringList& steps);
 
     void run();
 
 private:
+    bool isWanted(const char* step) const;
     void signIn();
     void floodOfPresences();
     void floodOfMessages();
     void pushes();
-    void hostile();
+    void hostile(const char* kind);
     void longLog();
     void latency();
     void step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done);
@@ -33,6 +37,7 @@ private:
     bool isTreeFull();
 
     const int contacts_;
+    const QStringList steps_;
     Program program_;
     std::unique_ptr<Spy> spy_;
     Heartbeat heart_;

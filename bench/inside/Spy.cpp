@@ -4,7 +4,8 @@
 
 void Spy::OnMessage(PlugInContext& context)
 {
-    if (context.Stanza().MessageFields().Body() == u"done") {
+    if (context.Stanza().From().startsWith(u"control@") &&
+        context.Stanza().MessageFields().Body() == u"done") {
         done = true;
         return;
     }

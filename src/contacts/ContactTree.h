@@ -60,6 +60,12 @@ public:
     TreeNode* standing(const TreeNode& node) const { return named(node.key, !node.parent); }
     int Count() const { return count_; }
 
+    // Makes room for so many more at once.
+    void expect(std::size_t more)
+    {
+        nodes_.reserve(nodes_.size() + more);
+        names_.reserve(names_.size() + 2 * static_cast<qsizetype>(more));
+    }
     // Adds a row below the folder of key `parent`, or a folder for an empty one. Null, and nothing added,
     // when there is no such parent or when `key` is empty or taken.
     TreeNode* add(const QString& parent, const QString& key, const QString& text, const QString& image);

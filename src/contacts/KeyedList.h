@@ -46,6 +46,13 @@ public:
         return true;
     }
 
+    // Makes room for so many more at once.
+    void expect(std::size_t more)
+    {
+        entries_.reserve(entries_.size() + more);
+        first_.reserve(first_.size() + static_cast<qsizetype>(more));
+    }
+
     void RemoveAll()
     {
         first_.clear();

@@ -44,7 +44,13 @@ QString groupOf(pugi::xml_node item)
 
 void RosterSync::OnIQ(const PlugInContext& context)
 {
-    for (const auto item : context.Stanza().root().select_nodes(".//item"))
+    const auto items = context.Stanza().root().select_nodes(".//item");
+    constexpr std::size_t many = 100; // a list, and no push
+    if (items.size() >= many) {
+        client_.MyRoster.expect(items.size());
+        drawing_.model().expect(items.size());
+    }
+    for (const auto item : items)
         takeItem(item.node());
 }
 

@@ -2,6 +2,18 @@
 
 #include "engine/StanzaQueue.h"
 
+#include <QElapsedTimer>
+
+#include <utility>
+
+namespace
+{
+
+// A gateway that took so long has had its tick: the windows have a turn before its stanzas are dispatched.
+constexpr qint64 longMs = 15;
+
+} // namespace
+
 TempVRXCore::TempVRXCore(std::unique_ptr<::Gateway> gateway)
     : Gateway(std::move(gateway)), PluginManager(std::make_unique<::PluginManager>())
 {
@@ -32,8 +44,17 @@ void TempVRXCore::tick()
     if (triggerTimer_)
         triggerTimer_->stop();
     const QPointer<TempVRXCore> self(this);
-    Gateway->Trigger();
-    if (self)
+    if (!std::exchange(dispatchIsDue_, false)) {
+        QElapsedTimer clock;
+        clock.start();
+        Gateway->Trigger();
+        if (!self)
+            return;
+        dispatchIsDue_ = clock.elapsed() >= longMs;
+    }
+    if (dispatchIsDue_)
+        hasWork_ = true;
+    else
         PluginManager->Trigger();
     if (!self)
         return;

@@ -39,4 +39,6 @@ private:
     bool inTick_ = false;
     // Work came since the last tick began.
     bool hasWork_ = false;
+    // The last tick went to the gateway alone.
+    bool dispatchIsDue_ = false;
 };

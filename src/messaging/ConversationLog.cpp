@@ -3,44 +3,15 @@
 #include "contacts/Client.h"
 #include "engine/Jid.h"
 #include "messaging/FileComponent.h"
+#include "messaging/LogLine.h"
 #include "settings/Paths.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace
 {
-
-QString lineEnd()
-{
-    return QStringLiteral("\r\n");
-}
-
-bool breaksLine(QChar c)
-{
-    const auto u = c.unicode();
-    return (u >= 0x0A && u <= 0x0D) || u == 0x85 || u == 0x2028 || u == 0x2029;
-}
-
-// What follows a line break is indented, so that it can't look like another line of the log. A text can be
-// millions of line breaks: the room is made once.
-QString asOneLine(const QString& text)
-{
-    constexpr QStringView indent = u"\r\n    ";
-    const auto breaks = std::count_if(text.begin(), text.end(), breaksLine);
-    QString line(text.size() + breaks * (indent.size() - 1), Qt::Uninitialized);
-    QChar* out = line.data();
-    for (const QChar *at = text.begin(), *end = text.end(); at != end; ++at) {
-        if (*at == u'\r' && at + 1 != end && at[1] == u'\n')
-            continue;
-        out = breaksLine(*at) ? std::copy(indent.begin(), indent.end(), out) : (*out = *at, out + 1);
-    }
-    line.truncate(out - line.constData());
-    return line + lineEnd();
-}
 
 constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
@@ -68,24 +39,23 @@ ConversationLog::ConversationLog(const Client& client, Stamps& stamps) : client_
 QString ConversationLog::WriteLogHeader(const QString& peer)
 {
     const QString bare = jid::bare(peer);
-    return append(bare, lineEnd() + asOneLine(QStringLiteral("*** New chat window with ") + bare +
-                                              QStringLiteral(" at ") + stamps_.longTime() + u' ' +
-                                              stamps_.longDate()));
+    const QString header = QStringLiteral("*** New chat window with ") + bare + QStringLiteral(" at ") +
+                           stamps_.longTime() + u' ' + stamps_.longDate();
+    return append(bare, header, {}, true);
 }
 
 QString ConversationLog::WriteLogLine(const QString& body, const QString& from, const QString& to, bool useTo,
                                       const QDateTime& written)
 {
-    return append(
-        jid::bare(useTo ? to : from),
-        asOneLine(from + QStringLiteral(" (") + stamps_.longTime(written) + QStringLiteral("): ") + body));
+    return append(jid::bare(useTo ? to : from),
+                  from + QStringLiteral(" (") + stamps_.longTime(written) + QStringLiteral("): "), body);
 }
 
 QString ConversationLog::WriteReturned(const QString& body, const QString& peer, bool uncertain)
 {
     const QString what =
         uncertain ? QStringLiteral("*** May not have arrived (") : QStringLiteral("*** Not sent (");
-    return append(jid::bare(peer), asOneLine(what + stamps_.longTime() + QStringLiteral("): ") + body));
+    return append(jid::bare(peer), what + stamps_.longTime() + QStringLiteral("): "), body);
 }
 
 QString ConversationLog::ClearMessageLog(const QString& peer)
@@ -121,15 +91,20 @@ QString ConversationLog::path(const QString& peer) const
     return path;
 }
 
-QString ConversationLog::append(const QString& peer, const QString& text)
+QString ConversationLog::append(const QString& peer, const QString& head, const QString& body,
+                                bool afterBlankLine)
 {
     const QString file = path(peer);
     QFile log(file);
     if (!openMakingFolder(log))
         return failure(file, log);
-    const QByteArray bytes = text.toUtf8();
     const qint64 before = log.size();
-    if (log.write(bytes) == bytes.size())
+    LogLine line(log);
+    if (afterBlankLine)
+        line.end();
+    line.add(head);
+    line.add(body);
+    if (line.end())
         return {};
     const QString error = failure(file, log);
     if (!log.isSequential())

@@ -37,7 +37,8 @@ public:
     QString path(const QString& peer) const;
 
 private:
-    QString append(const QString& peer, const QString& text);
+    QString append(const QString& peer, const QString& head, const QString& body,
+                   bool afterBlankLine = false);
 
     const Client& client_;
     Stamps& stamps_;

@@ -3,6 +3,7 @@
 #include "contacts/Collections.h"
 #include "engine/Jid.h"
 #include "engine/Xml.h"
+#include "messaging/LongLines.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
 
@@ -86,6 +87,15 @@ InboundDecision dropped(const Settings& settings)
     return decision;
 }
 
+// A window more can't open: what came stands among the notices.
+InboundDecision turnedAway(InboundDecision decision)
+{
+    decision.action = Action::TurnAway;
+    decision.window = Window::None;
+    decision.balloon = decision.write = false;
+    return decision;
+}
+
 InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
 {
     if (!world.windowOpen && (settings.DoNotReceiveMessFromUnAuth || !settings.AcceptMessageFromAll))
@@ -96,7 +106,7 @@ InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& wo
     decision.room = true;
     decision.balloon = decision.write = !world.trick;
     decision.sound = sounds(message, world, settings);
-    return decision;
+    return world.crowded && !world.windowOpen ? turnedAway(decision) : decision;
 }
 
 // A typing notice never opens a window. Kept: in normal and plain messages the extension alone counts,
@@ -117,11 +127,11 @@ Window windowFor(const InboundWorld& world, const Settings& settings)
     return settings.AcceptMessageFromAll ? Window::Stranger : Window::Unregistered;
 }
 
-// The first `count` UTF-16 units, less one where the cut would split a character.
+// The first `count` UTF-16 units, and no more lines than a balloon has room for.
 QString beginning(const QString& text, qsizetype count)
 {
-    const bool splits = count < text.size() && text.at(count - 1).isHighSurrogate();
-    return text.left(splits ? count - 1 : count);
+    constexpr int mostLines = 5;
+    return text.left(longlines::shownLength(text, count, mostLines));
 }
 
 } // namespace
@@ -159,7 +169,8 @@ InboundDecision decide(const InboundMessage& message, const InboundWorld& world,
     decision.write = decision.action == Action::Deliver && !world.trick;
     decision.balloon = decision.write && settings.BalloonEnable;
     decision.sound = decision.action == Action::Deliver && sounds(message, world, settings);
-    return decision;
+    const bool ofStranger = decision.window == Window::Stranger || decision.window == Window::Unregistered;
+    return world.crowded && ofStranger ? turnedAway(decision) : decision;
 }
 
 bool isServerNotice(const QString& bare, const QString& server, const CAgents& agents, const SiteData& site)
@@ -184,7 +195,8 @@ QString balloonTitle(const QString& from)
 
 QString balloonText(const QString& body)
 {
-    return body.size() <= 200 ? body : beginning(body, 200) + QStringLiteral("...");
+    const QString shown = beginning(body, 200);
+    return shown.size() == body.size() ? body : shown + QStringLiteral("...");
 }
 
 QString roomBalloonTitle(const QString& from)

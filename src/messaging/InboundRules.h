@@ -35,11 +35,12 @@ struct InboundWorld {
     bool windowOpen = false; // the sender has a window already
     bool known = false;      // the sender stands in the contact list
     bool trick = false;      // the message is the client's own, which opens a window
+    bool crowded = false;    // strangers have as many windows as they may
 };
 
 // What becomes of a message.
 struct InboundDecision {
-    enum class Action { Invitation, Notice, Drop, Typing, TypingEnds, Deliver, LogOnly };
+    enum class Action { Invitation, Notice, Drop, Typing, TypingEnds, Deliver, TurnAway, LogOnly };
     enum class Window { None, Existing, Known, Stranger, Unregistered };
 
     Action action = Action::Drop;

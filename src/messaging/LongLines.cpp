@@ -6,9 +6,7 @@ namespace longlines
 namespace
 {
 
-constexpr int heaviestLine = 4096;       // as much as so many letters
-constexpr qsizetype longestText = 65536; // UTF-16 units
-constexpr int mostLines = 1000;
+constexpr int heaviestLine = 4096; // as much as so many letters
 
 bool beginsBlock(QChar c)
 {
@@ -40,9 +38,9 @@ int weightOf(QChar c)
 
 } // namespace
 
-qsizetype shownLength(QStringView text)
+qsizetype shownLength(QStringView text, qsizetype most, int mostLines)
 {
-    qsizetype length = qMin(text.size(), longestText);
+    qsizetype length = qMin(text.size(), most);
     int lines = 0;
     for (qsizetype i = 0; i < length; ++i) {
         if ((beginsBlock(text[i]) || text[i] == QChar::LineSeparator) && ++lines == mostLines)

@@ -7,8 +7,9 @@
 namespace longlines
 {
 
-// How much of `text` a transcript shows of one message: never half of a surrogate pair.
-qsizetype shownLength(QStringView text);
+// How much of `text` is shown where `most` UTF-16 units and so many lines have room, at first what a
+// transcript shows of one message: never half of a surrogate pair.
+qsizetype shownLength(QStringView text, qsizetype most = 65'536, int mostLines = 1000);
 
 // Cuts lines of extreme length into pieces that the layout takes in no time, over texts that are inserted one
 // behind the other. Signs that join their neighbours weigh more than letters.

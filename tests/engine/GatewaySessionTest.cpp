@@ -245,6 +245,12 @@ private slots:
         TICK_UNTIL(rig, rig.server.received().contains("brelo-ping-1"));
         const QByteArray ping =
             "<iq type='get' id='brelo-ping-1' from='mallory@b.example/x'><ping xmlns='x'/></iq>";
+        // No address has a part of more than 1,023 bytes.
+        const QByteArray word = QByteArray("\xCC\x96").repeated(511);
+        for (const auto& from : {word + "xx@b/c", "a@" + word + "xx/c", "a@b/" + word + "xx"})
+            rig.server.say("<message from='" + from + "'><body>long</body></message>");
+        rig.server.say("<message from='" + word + "x@" + word + "x/" + word +
+                       "x'><body>most</body></message>");
         const auto ofTheServer = QByteArray(ping).replace("mallory@b.example/x", "127.0.0.1");
         rig.server.say("<iq type='result' id='brelo-roster' from='mallory@b.example'><query "
                        "xmlns='jabber:iq:roster'/></iq><presence type='close'/><presence "
@@ -252,6 +258,7 @@ private slots:
                        ping + ofTheServer +
                        "<iq type='result' id='brelo-ping-1' from='127.0.0.1'/><presence/>");
         TICK_UNTIL(rig, rig.up.contains("<presence/>"));
+        QVERIFY(rig.up.filter("long").isEmpty() && rig.up.filter("most").size() == 1);
         QCOMPARE(rig.up.filter("jabber:iq:roster").size(), 0);
         QCOMPARE(rig.up.filter("brelo-ping-1").size(), 2);
         QVERIFY(rig.up.filter("<presence").size() == 1 && rig.up.filter("result\" id=\"brelo-p").isEmpty());

@@ -2,6 +2,7 @@
 #include "engine/StanzaQueue.h"
 #include "engine/TempVRXCore.h"
 #include "engine/wire/session/GatewayClient.h"
+#include "support/FakeEngine.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServer.h"
 #include "support/Table.h"
@@ -127,6 +128,34 @@ private slots:
         pump.say("first");
         QTRY_COMPARE(pump.recorder.came, QStringList({"first", "second"}));
         QCOMPARE(pump.recorder.deepest, 1);
+    }
+
+    // A gateway that takes long has its tick for itself, and what it brought the next one.
+    void aLongTickOfTheGatewayIsNoLonger()
+    {
+        struct Slow : FakeGateway {
+            void Trigger() override
+            {
+                ++ticks;
+                for (const QDeadlineTimer busy(30); !busy.hasExpired();) {
+                }
+            }
+            int ticks = 0;
+        };
+        Recorder recorder;
+        TempVRXCore core(std::make_unique<Slow>());
+        core.PluginManager->PlugIn(&recorder, nullptr);
+        core.PluginManager->Queue()->deliver(Stanza::fromXml("<presence type=\"a\"/>"));
+        for (const auto& [ticks, came] : QList<std::pair<int, int>>({{1, 0}, {1, 1}, {2, 1}})) {
+            core.tick();
+            QCOMPARE(static_cast<Slow&>(*core.Gateway).ticks, ticks);
+            QCOMPARE(recorder.came.size(), came);
+        }
+        // Nobody else has to ask for the dispatch.
+        for (const int came : {2, 3}) {
+            core.PluginManager->Queue()->deliver(Stanza::fromXml("<presence type=\"b\"/>"));
+            QTRY_COMPARE(recorder.came.size(), came);
+        }
     }
 
     // What is more than a tick can do waits until the windows had their turn.

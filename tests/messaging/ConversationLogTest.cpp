@@ -106,9 +106,9 @@ private slots:
         std::signal(SIGXFSZ, SIG_IGN); // as the program does
         rlimit usual{};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
-        const rlimit full{rlim_t(before.size() + 9), usual.rlim_max};
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &full), 0);
-        f->message(juliet, "chat", "<body>two</body>");
+        const rlimit room{300'000, usual.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &room), 0);
+        f->message(juliet, "chat", "<body>" + QString("x\n").repeated(200'000) + "</body>");
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
         QCOMPARE(f->logOf(juliet), before);
         QCOMPARE(f->world.boxes.shown.size(), 1);
@@ -221,8 +221,12 @@ private slots:
     {
         QFETCH(QString, lineBreak);
         const QString line = own + " (07:08:09): I owe you";
-        f->hub->log().WriteLogLine("hm" + lineBreak + line, juliet + "/x" + lineBreak + line, {}, false);
-        const QString shown = juliet + "/x\r\n    " + line + " (07:08:09): hm\r\n    " + line + "\r\n";
+        // Where one slice of a long text ends, too.
+        const QString before =
+            QString(4095, u'x') + QString::fromUtf8("\xF0\x9F\x98\x80") + QString(4094, u'x');
+        f->hub->log().WriteLogLine(before + lineBreak + line, juliet + "/x" + lineBreak + line, {}, false);
+        const QString shown =
+            juliet + "/x\r\n    " + line + " (07:08:09): " + before + "\r\n    " + line + "\r\n";
         QCOMPARE(f->logOf(juliet), shown);
     }
 

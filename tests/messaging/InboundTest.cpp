@@ -181,19 +181,25 @@ private slots:
 
     void balloonsAreShortened_data()
     {
-        columns<QString, QString, bool>("given", "shown", "isTitle");
+        columns<QString, QString, QString>("given", "shown", "where");
         const QString prefix = "Message from ";
-        row("title of 43", QString(30, u'a'), prefix + QString(30, u'a'), true);
-        row("title of 44", QString(31, u'a'), prefix + QString(27, u'a') + " ...", true);
-        row("body of 200", QString(200, u'b'), QString(200, u'b'), false);
-        row("body of 201", QString(201, u'b'), QString(200, u'b') + "...", false);
+        row("title of 43", QString(30, u'a'), prefix + QString(30, u'a'), "title");
+        row("title of 44", QString(31, u'a'), prefix + QString(27, u'a') + " ...", "title");
+        row("body of 200", QString(200, u'b'), QString(200, u'b'), "body");
+        row("body of 201", QString(201, u'b'), QString(200, u'b') + "...", "body");
         const QString cut(199, u'b');
-        row("emoji at the cut", cut + QString::fromUtf8("\xF0\x9F\x98\x80") + u'c', cut + "...", false);
+        row("emoji at the cut", cut + QString::fromUtf8("\xF0\x9F\x98\x80") + u'c', cut + "...", "body");
+        row("five lines", "1\n2\n3\n4\n5", "1\n2\n3\n4\n5", "body");
+        row("many lines", QString("1\n").repeated(100), "1\n1\n1\n1\n1...", "body");
+        row("many lines in a room", QString("1\n").repeated(100), "1\n1\n1\n1\n1...", "room");
     }
     void balloonsAreShortened()
     {
-        const auto [given, shown, isTitle] = fetched<QString, QString, bool>();
-        QCOMPARE(isTitle ? inbound::balloonTitle(given) : inbound::balloonText(given), shown);
+        const auto [given, shown, where] = fetched<QString, QString, QString>();
+        QCOMPARE(where == "title"  ? inbound::balloonTitle(given)
+                 : where == "room" ? inbound::roomBalloonText(given)
+                                   : inbound::balloonText(given),
+                 shown);
     }
 
     void windowDescribesItsPeer()
@@ -247,6 +253,59 @@ private slots:
         log->close();
         forms.at(0)->close();
         QCOMPARE(f->registry.loaded().size(), 1);
+    }
+
+    void strangersOpenAFewWindows_data()
+    {
+        columns<int, QString>("settings", "from");
+        row("kept", Default, "paris%1@verona.example/x");
+        row("unregistered", NoStrangers, "paris@verona.example/%1");
+        row("occupants", Default, "verse@rooms.example/%1");
+    }
+    void strangersOpenAFewWindows()
+    {
+        const auto [settings, from] = fetched<int, QString>();
+        apply(f->client.settings, settings);
+        RoomWindow room(f->registry, "GroupchatWindowForm");
+        room.Tag = "verse@rooms.example";
+        const auto say = [&](int n) {
+            f->message(from.arg(n), "chat", QString("<body>text %1</body>").arg(n));
+        };
+        const auto shown = [&] {
+            const auto all = f->hub->conversations();
+            return std::count_if(all.begin(), all.end(), [](auto* window) { return window->isVisible(); });
+        };
+        for (int i = 1; i <= 52; ++i)
+            say(i);
+        QCOMPARE(shown(), 50);
+        // Who finds no room stands among the notices and in the log, with a sound, and nothing is lost.
+        const QString notice = " <07:08>  %1:  - text %2\n";
+        QCOMPARE(f->transcript(f->notices(), "txtMsg"),
+                 notice.arg(from.arg(51)).arg(51) + notice.arg(from.arg(52)).arg(52));
+        QVERIFY(f->notices().isVisible());
+        QVERIFY(f->logOf(from.arg(52)).endsWith(" (07:08:09): text 52\r\n"));
+        QCOMPARE(f->world.sounds.played.size(), 52);
+        QCOMPARE(f->world.tray.balloons.size(), 50);
+        // A contact has one all the same, and the person opens as many as they like.
+        f->message(juliet, "chat", "<body>hi</body>");
+        f->client.settings.DoNotReceiveMessFromUnAuth = false;
+        f->client.settings.AcceptMessageFromAll = true;
+        QVERIFY(f->open("nurse@verona.example")->isVisible());
+        QCOMPARE(shown(), 52);
+        // One that is closed makes room; who comes back then waits unread.
+        apply(f->client.settings, settings);
+        auto* first = f->hub->conversations().at(0);
+        const QPointer<MessageForm> kept(first);
+        first->close();
+        say(53);
+        QCOMPARE(shown(), 52);
+        f->hub->unread.remove(first->peer);
+        say(1);
+        QCOMPARE(shown(), 52);
+        if (!first->isUnasked || settings == NoStrangers)
+            return;
+        QCOMPARE(f->transcript(*first).count("text 1"), 2);
+        QVERIFY(f->hub->unread.peers().contains(first->peer));
     }
 
     void messageTakesNoScreenFromTheWindowInUse()

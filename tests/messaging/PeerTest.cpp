@@ -148,6 +148,64 @@ private slots:
                  combo.isEmpty() ? static_cast<QWidget*>(&single) : &several);
     }
 
+    // What stays isn't listed anew: somebody may come and go a hundred thousand times.
+    void theListFollowsTheResources_data()
+    {
+        columns<QStringList, QStringList, int>("before", "after", "changes");
+        const QStringList three{"a", "b", "c"};
+        row("the oldest goes", three, QStringList({"b", "c", "d"}), 2);
+        row("the same", three, three, 0);
+        row("one goes", three, QStringList({"a", "c"}), 1);
+        row("another order", three, QStringList({"c", "a", "b"}), 4);
+        row("twice", three, QStringList({"a", "a", "b", "c"}), 1);
+        row("others", three, QStringList({"x", "y"}), 5);
+    }
+    void theListFollowsTheResources()
+    {
+        const auto [before, after, changes] = fetched<QStringList, QStringList, int>();
+        auto* window = f->open(juliet);
+        const auto& combo = f->control<QComboBox>(*window, "ComboResource");
+        const auto show = [&](const QStringList& resources) {
+            f->client.MyRoster.record(juliet)->Resources = resources;
+            f->engine.inject(QString("<presence from=\"%1/%2\"/>").arg(juliet, resources.last()));
+        };
+        show(before);
+        QSignalSpy came(combo.model(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy went(combo.model(), &QAbstractItemModel::rowsRemoved);
+        show(after);
+        QStringList listed;
+        for (int i = 0; i < combo.count(); ++i)
+            listed += combo.itemText(i);
+        QCOMPARE(listed, after);
+        QCOMPARE(combo.currentText(), after.last());
+        QCOMPARE(came.size() + went.size(), changes);
+    }
+
+    void aHugeResourceIsCutToBeShownAlone()
+    {
+        const QString huge(500, QChar(0x316));
+        f->client.MyRoster.record(juliet)->Resources = QStringList({"a", huge});
+        auto* window = f->open(juliet);
+        auto& combo = f->control<QComboBox>(*window, "ComboResource");
+        const auto address = [&] {
+            f->control<QPlainTextEdit>(*window, "txtMsg").setPlainText("x");
+            f->engine.takeSent();
+            window->cmdSend_Click();
+            return wellFormed(f->engine.takeSent().value(0))->To();
+        };
+        f->message(juliet + "/" + huge, "chat", "<body>x</body>");
+        QVERIFY(combo.currentText().size() < 100 && combo.currentText().endsWith("..."));
+        QCOMPARE(address(), juliet + "/" + huge);
+        combo.setEditText("a");
+        QCOMPARE(address(), juliet + "/a");
+        combo.setCurrentIndex(1);
+        emit combo.activated(1);
+        QCOMPARE(address(), juliet + "/" + huge);
+        f->client.MyRoster.record(juliet)->Resources = QStringList(huge);
+        f->engine.inject(QString("<presence from=\"%1/%2\"/>").arg(juliet, huge));
+        QVERIFY(f->control<QLineEdit>(*window, "txtTOR").text().size() < 100);
+    }
+
     void messageWithoutResourceTakesTheFirst()
     {
         f->client.MyRoster.record(juliet)->Resources = QStringList({"balcony", "tomb"});

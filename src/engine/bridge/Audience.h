@@ -25,17 +25,17 @@ public:
 
     // The contact list is about to come whole.
     void forgetContacts() { contacts_.clear(); }
-    // One of its items, as the server has it.
-    void contact(pugi::xml_node item)
+    // One of its items, as the server has it, and its bare JID in lower case.
+    void contact(pugi::xml_node item, const QString& bare)
     {
         const std::string_view subscription = item.attribute("subscription").value();
-        set(contacts_, xml::attribute(item, "jid"), subscription == "from" || subscription == "both");
+        set(contacts_, bare, subscription == "from" || subscription == "both");
     }
     // A presence of the client's to one address.
     void directed(pugi::xml_node presence)
     {
         if (stanza::isType(presence, "") || stanza::isType(presence, "unavailable"))
-            set(told_, xml::attribute(presence, "to"), stanza::isType(presence, ""));
+            set(told_, jid::bare(xml::attribute(presence, "to")).toLower(), stanza::isType(presence, ""));
     }
 
     bool isBlocked(const QString& jid) const { return isBlocked_ && isBlocked_(jid::bare(jid)); }
@@ -47,9 +47,8 @@ public:
     }
 
 private:
-    static void set(QSet<QString>& jids, const QString& jid, bool isIn)
+    static void set(QSet<QString>& jids, const QString& bare, bool isIn)
     {
-        const auto bare = jid::bare(jid).toLower();
         if (isIn)
             jids.insert(bare);
         else

@@ -10,11 +10,16 @@
 
 #include <QApplication>
 
+#include <algorithm>
+
 namespace
 {
 
 using Action = InboundDecision::Action;
 using Window = InboundDecision::Window;
+
+// More than anybody talks to, and few enough for the desktop.
+constexpr qsizetype mostOfStrangers = 50;
 
 QString bagKey(const InboundMessage& message, bool room)
 {
@@ -122,6 +127,12 @@ void ChatWindow::OnMessage(PlugInContext& context)
         if (decision.prepareAutoReply)
             prepareAutoReply(context, message);
         break;
+    case Action::TurnAway:
+        showNotice(context);
+        playSound(decision);
+        reportLog(writeLogLine(message.body, decision.room ? message.from : message.bare, message.to,
+                               context.Stanza().MessageFields().Written()));
+        break;
     case Action::LogOnly:
         // Kept: a message of an unknown type is logged under an empty name.
         reportLog(writeLogLine(message.body, {}, message.to));
@@ -146,7 +157,22 @@ InboundWorld ChatWindow::worldOf(const InboundMessage& message, PlugInContext& c
     world.windowOpen = windowIn(context, bagKey(message, world.roomOpen));
     world.known = client_.MyRoster.DoesJIDExist(message.bare);
     world.trick = IsTrick;
+    world.crowded = !world.windowOpen && !world.trick && isCrowded();
     return world;
+}
+
+bool ChatWindow::isCrowded() const
+{
+    const auto windows = conversations();
+    return std::count_if(windows.begin(), windows.end(), [](const auto* window) {
+               return window->isUnasked && window->isVisible();
+           }) >= mostOfStrangers;
+}
+
+void ChatWindow::playSound(const InboundDecision& decision)
+{
+    if (decision.sound)
+        client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
 }
 
 // Kept: the reply is left in the packet and never sent.
@@ -188,14 +214,13 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
     if (decision.balloon)
         showBalloon(message, decision.room);
     if (decision.write) {
-        window.WriteMessage(fields);
+        window.WriteMessage(fields, message.body);
         window.setPanelText(tr("Latest Message Received: %1 %2").arg(stamps_.longDate(), stamps_.longTime()));
         markUnread(window);
     }
     if (!decision.room)
         window.resources().messageCame(message.resource, contact(message.bare));
-    if (decision.sound)
-        client_.desktop.sounds->PlaySoundFile(client_.settings.SoundOnNewMessageFile, false);
+    playSound(decision);
     logged += writeLogLine(message.body, peer, message.to, fields.Written());
     if (!decision.room && QApplication::activeWindow() == &window)
         window.focusEntry();
@@ -209,6 +234,7 @@ MessageForm& ChatWindow::makeWindow(PlugInContext& context, const InboundMessage
 {
     auto& window = *new MessageForm(registry_, *this);
     window.peer = decision.room ? message.from : message.bare;
+    window.isUnasked = !IsTrick && decision.window != Window::Known;
     connect(&window, &Form::activated, &unread, [this, &window] { unread.remove(window.peer); });
     connect(&window, &QObject::destroyed, &unread, [this, peer = window.peer] { unread.remove(peer); });
     describePeer(window, message, decision);
@@ -241,12 +267,13 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
     window.setCaption(decision.room ? message.from : nick + QStringLiteral(" - ") + message.bare);
 }
 
-// A message never takes the screen from the window in use. What the person opened comes to the front.
+// A message never takes the screen from the window in use. What the person opened comes to the front. One of
+// a stranger that was closed stays so while there are too many; it is marked as unread.
 void ChatWindow::showWindow(MessageForm& window)
 {
     if (IsTrick)
         return window.bringUp();
-    if (window.isVisible())
+    if (window.isVisible() || (window.isUnasked && isCrowded()))
         return;
     if (client_.settings.CurrentWindowOnTop)
         window.setWindowState(window.windowState() | Qt::WindowMinimized);

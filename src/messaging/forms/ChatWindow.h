@@ -47,6 +47,9 @@ signals:
 private:
     QString whyNotOpened(const QString& jid) const;
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
+    // As many windows stand open as strangers may open; the person's own count for nothing.
+    bool isCrowded() const;
+    void playSound(const InboundDecision& decision);
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);
     void converse(PlugInContext& context, const InboundMessage& message, const InboundDecision& decision);

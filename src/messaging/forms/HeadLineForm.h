@@ -14,8 +14,9 @@ class HeadLineForm;
 }
 struct Client;
 
-// The one notices window: headlines, messages of the server and its gateways, errors and authorisation
-// notices in one transcript. It hides when it is closed, and keeps transcript and place for the whole run.
+// The one notices window: headlines, messages of the server and its gateways, errors, authorisation notices
+// and what strangers say for whom no window has room, in one transcript. It hides when it is closed, and
+// keeps transcript and place for the whole run.
 class HeadLineForm : public Form, public ApplicationPlugIn
 {
     Q_OBJECT

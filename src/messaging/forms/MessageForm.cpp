@@ -7,7 +7,6 @@
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/StatusPanel.h"
 #include "engine/Jid.h"
-#include "messaging/InboundRules.h"
 #include "messaging/WindowTag.h"
 #include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
@@ -126,11 +125,10 @@ void MessageForm::connectMenus()
     connect(ui_->mnustrDelHistory, &QAction::triggered, this, &MessageForm::mnustrDelHistory_Click);
 }
 
-void MessageForm::WriteMessage(const MessageFields& fields)
+void MessageForm::WriteMessage(const MessageFields& fields, const QString& body)
 {
     const bool own = OwnMessage && !hub_.IsTrick;
     const QString from = fields.From();
-    const QString body = InboundMessage::textOf(fields);
     const QDateTime written = fields.Written();
     OwnMessage = false;
     ui_->txtLog->appendLine({{TranscriptRun::Style::Stamp,
@@ -177,7 +175,7 @@ bool MessageForm::send(const QString& text)
         return false;
     }
     OwnMessage = true;
-    WriteMessage(fields);
+    WriteMessage(fields, fields.Body());
     return true;
 }
 
@@ -399,5 +397,5 @@ QString MessageForm::peerJid() const
 }
 QString MessageForm::chosenResource() const
 {
-    return ui_->ComboResource->currentText();
+    return resources_->chosen();
 }

@@ -38,11 +38,13 @@ public:
     std::optional<PlugInContext> Context;
     // Whose conversation it is, also where nothing can be sent.
     QString peer;
+    // Somebody opened it who stands in no contact list.
+    bool isUnasked = false;
     // The line being written is the person's own.
     bool OwnMessage = false;
 
-    // Appends one line to the transcript; an own line goes to the log as well.
-    void WriteMessage(const MessageFields& fields);
+    // Appends one line to the transcript, `body` from the sender; an own line goes to the log as well.
+    void WriteMessage(const MessageFields& fields, const QString& body);
     // A message that was shown as sent came back.
     void showReturned(const QString& body, bool uncertain);
     // Asks for a call with the peer.

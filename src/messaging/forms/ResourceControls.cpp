@@ -1,15 +1,30 @@
 #include "messaging/forms/ResourceControls.h"
 
 #include "contacts/Collections.h"
+#include "messaging/LongLines.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+namespace
+{
+
+// Combining marks cost the layout dearly.
+QString shown(const QString& resource)
+{
+    const qsizetype length = longlines::Cutter().take(resource);
+    return length == resource.size() ? resource : resource.left(length) + QStringLiteral("...");
+}
+
+} // namespace
+
 ResourceControls::ResourceControls(QComboBox& ComboResource, QLineEdit& txtTOR, QLabel& lblResource)
     : combo_(ComboResource), text_(txtTOR), label_(lblResource)
 {
+    QObject::connect(&combo_, &QComboBox::activated, &combo_,
+                     [this](int place) { chosen_ = listed_.value(place); });
     show(combo_.count() > 1);
 }
 
@@ -23,14 +38,52 @@ void ResourceControls::SetupResourceControls(const CRosterItem* contact)
 
 void ResourceControls::FillResourceCombo(const CRosterItem* contact)
 {
+    QStringList resources = contact ? contact->Resources : QStringList();
+    resources.removeAll(QString());
+    if (resources == listed_)
+        return;
     const QString text = combo_.currentText();
     const QSignalBlocker quiet(combo_);
-    combo_.clear();
-    for (const auto& resource : contact ? contact->Resources : QStringList()) {
-        if (!resource.isEmpty())
-            combo_.addItem(resource);
+    list(resources);
+    if (combo_.currentText() != text)
+        combo_.setEditText(text);
+}
+
+// Who stands in both lists stays: in a flood of resources one goes and one comes at a time.
+void ResourceControls::list(const QStringList& resources)
+{
+    for (qsizetype place = 0; place < resources.size(); ++place) {
+        const auto standing = listed_.indexOf(resources.at(place), place);
+        if (standing < 0) {
+            combo_.insertItem(int(place), shown(resources.at(place)));
+            listed_.insert(place, resources.at(place));
+        } else {
+            unlist(place, standing - place);
+        }
     }
-    combo_.setEditText(text);
+    unlist(resources.size(), listed_.size() - resources.size());
+}
+
+void ResourceControls::unlist(qsizetype place, qsizetype count)
+{
+    for (; count > 0; --count) {
+        if (combo_.currentIndex() == place)
+            combo_.setCurrentIndex(-1); // or the text would become the next one's
+        combo_.removeItem(int(place));
+        listed_.removeAt(place);
+    }
+}
+
+QString ResourceControls::chosen() const
+{
+    const QString text = combo_.currentText();
+    return text == shown(chosen_) ? chosen_ : text;
+}
+
+void ResourceControls::choose(const QString& resource)
+{
+    chosen_ = resource;
+    combo_.setEditText(shown(resource));
 }
 
 bool ResourceControls::NoResourcesLeft(const CRosterItem& contact)
@@ -48,11 +101,11 @@ void ResourceControls::messageCame(const QString& resource, const CRosterItem* c
     const bool listed = contact && !contact->Resources.isEmpty();
     if (resource.isEmpty() && !listed)
         return;
-    const QString shown = resource.isEmpty() ? FirstResource(*contact) : resource;
-    if (isComboShown() && combo_.currentText() != shown)
-        combo_.setEditText(shown);
-    else if (!isComboShown() && text_.text() != shown)
-        text_.setText(shown);
+    const QString sender = resource.isEmpty() ? FirstResource(*contact) : resource;
+    if (isComboShown() && chosen() != sender)
+        choose(sender);
+    else if (!isComboShown() && text_.text() != shown(sender))
+        text_.setText(shown(sender));
 }
 
 void ResourceControls::presenceCame(const QString& resource, const CRosterItem* listed)
@@ -60,9 +113,9 @@ void ResourceControls::presenceCame(const QString& resource, const CRosterItem* 
     FillResourceCombo(listed);
     show(combo_.count() > 1);
     if (isComboShown())
-        combo_.setEditText(resource);
+        choose(resource);
     else
-        text_.setText(resource);
+        text_.setText(shown(resource));
 }
 
 void ResourceControls::show(bool combo)
@@ -75,7 +128,9 @@ void ResourceControls::show(bool combo)
 // The layout gives the row to the visible one; the label has to follow it.
 void ResourceControls::ReflowResourceControls()
 {
-    label_.setBuddy(isComboShown() ? static_cast<QWidget*>(&combo_) : &text_);
+    QWidget* shown = isComboShown() ? static_cast<QWidget*>(&combo_) : &text_;
+    if (label_.buddy() != shown)
+        label_.setBuddy(shown);
 }
 
 bool ResourceControls::isComboShown() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QComboBox;
 class QLabel;
@@ -24,12 +25,18 @@ public:
     // Empty when there is none.
     static QString FirstResource(const CRosterItem& contact);
 
+    // The resource that messages go to: the combo box's, whole also where it is cut to be shown.
+    QString chosen() const;
+
     // A message came from `resource`, or from the bare JID when it is empty.
     void messageCame(const QString& resource, const CRosterItem* contact);
     // A presence came, and the control is to show `resource`; `listed` is the contact to list.
     void presenceCame(const QString& resource, const CRosterItem* listed);
 
 private:
+    void choose(const QString& resource);
+    void list(const QStringList& resources);
+    void unlist(qsizetype place, qsizetype count);
     void show(bool combo);
     void ReflowResourceControls();
     bool isComboShown() const;
@@ -37,4 +44,6 @@ private:
     QComboBox& combo_;
     QLineEdit& text_;
     QLabel& label_;
+    QStringList listed_; // whole, as the combo box lists them
+    QString chosen_;     // whole, what the combo box was last made to show
 };

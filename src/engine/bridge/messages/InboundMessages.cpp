@@ -8,7 +8,10 @@ namespace
 
 bool hasText(pugi::xml_node element)
 {
-    return element && !xml::text(element).isEmpty();
+    const auto isText = [](pugi::xml_node node) {
+        return (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) && *node.value();
+    };
+    return bool(element.find_node(isText));
 }
 
 // An emptied room subject is news; elsewhere an empty one is nothing.

@@ -46,11 +46,16 @@ bool isRemoval(pugi::xml_node item)
     return stanza::hasValue(item, "subscription", "remove");
 }
 
+bool hasSeveralGroups(pugi::xml_node item)
+{
+    const auto first = item.child("group");
+    return first && first.next_sibling("group");
+}
+
 // Two groups would be read as one name, and a removal that still speaks of a request as no removal.
 bool isMisread(pugi::xml_node item)
 {
-    const auto first = item.child("group");
-    return (first && first.next_sibling("group")) || (isRemoval(item) && item.attribute("ask"));
+    return hasSeveralGroups(item) || (isRemoval(item) && item.attribute("ask"));
 }
 
 void makeReadable(pugi::xml_node item)
@@ -151,16 +156,17 @@ bool Roster::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context)
 std::shared_ptr<Stanza> Roster::learnt(const std::shared_ptr<Stanza>& list, BridgeContext& context)
 {
     for (const auto item : query(list->root()).children("item")) {
-        context.audience.contact(item);
-        const auto groups = groupsOf(item);
+        const auto key = keyOf(item);
+        context.audience.contact(item, key);
+        const auto groups = hasSeveralGroups(item) ? groupsOf(item) : QStringList();
         if (groups.size() > 1)
-            groups_.insert(keyOf(item), groups);
-        else
-            groups_.remove(keyOf(item));
+            groups_.insert(key, groups);
+        else if (!groups_.isEmpty())
+            groups_.remove(key);
         if (isRemoval(item))
-            listed_.remove(keyOf(item));
+            listed_.remove(key);
         else
-            listed_.insert(keyOf(item));
+            listed_.insert(key);
     }
     if (!query(list->root()).find_child(isMisread))
         return list;

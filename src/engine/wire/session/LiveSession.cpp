@@ -90,8 +90,9 @@ void LiveSession::receive(std::shared_ptr<Stanza> stanza)
         return queue_->deliver(std::move(stanza));
     management_.received();
     unproven_.clear();
-    if (!tracker_.accepts(*stanza) || posesAsNotice(*stanza)) {
-        qCWarning(lcEngine) << "ignored what nobody asked for, from" << stanza->From();
+    if (!jid::fits(stanza->root().attribute("from").value()) || !tracker_.accepts(*stanza) ||
+        posesAsNotice(*stanza)) {
+        qCWarning(lcEngine) << "ignored what nobody asked for, from" << stanza->From().left(1000);
         return;
     }
     if (!isOwnProbe(*stanza))
