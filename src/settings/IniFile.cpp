@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -57,6 +58,11 @@ QString textOf(const QVariant& value)
 IniFile::IniFile(QString file) : file_(std::move(file)), damaged_(!isWholeIni(file_))
 {
     load();
+}
+
+QString IniFile::keyOf(const QString& text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(text.trimmed().toLower(), ":[]"));
 }
 
 void IniFile::load()

@@ -14,6 +14,9 @@ class IniFile
 public:
     explicit IniFile(QString file);
 
+    // A server's or an account's text as a key: hosts know no case, and nothing in it may act as a separator.
+    static QString keyOf(const QString& text);
+
     // The file is there but can't be read, or has lines that are none of an INI file: it was cut or
     // overwritten.
     bool isDamaged() const { return damaged_; }

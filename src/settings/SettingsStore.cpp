@@ -1,6 +1,7 @@
 #include "settings/SettingsStore.h"
 
 #include "settings/IniFile.h"
+#include "settings/LastSafety.h"
 #include "settings/SettingKeys.h"
 
 #include "settings/Paths.h"
@@ -24,12 +25,6 @@ const QString geometryKeys[] = {topKey, leftKey, widthKey, heightKey};
 const QString stateKey = QStringLiteral("Window State");
 const QString pinSection = QStringLiteral("Certificates");
 const QString plainSection = QStringLiteral("Plain Passwords");
-
-// A server's text as a key: hosts know no case, and nothing in it may act as a separator.
-QString serverKey(const QString& server)
-{
-    return QString::fromLatin1(QUrl::toPercentEncoding(server.trimmed().toLower(), ":[]"));
-}
 
 bool wantsPassword(const Settings& settings)
 {
@@ -184,7 +179,7 @@ bool SettingsStore::saveWindowPosition(const QRect& geometry, int state)
 
 QByteArray SettingsStore::pinnedCertificate(const QString& server)
 {
-    const auto stored = IniFile(file_).read(pinSection, serverKey(server));
+    const auto stored = IniFile(file_).read(pinSection, IniFile::keyOf(server));
     const QByteArray sha256 = QByteArray::fromHex(stored.value_or(QString()).toLatin1());
     return sha256.size() == 32 ? sha256 : QByteArray();
 }
@@ -192,20 +187,20 @@ QByteArray SettingsStore::pinnedCertificate(const QString& server)
 bool SettingsStore::pinCertificate(const QString& server, const QByteArray& sha256)
 {
     IniFile file(file_);
-    file.write(pinSection, serverKey(server), QString::fromLatin1(sha256.toHex()));
+    file.write(pinSection, IniFile::keyOf(server), QString::fromLatin1(sha256.toHex()));
     return file.save();
 }
 
 bool SettingsStore::plainPasswordAllowed(const QString& server)
 {
-    const auto stored = IniFile(file_).read(plainSection, serverKey(server));
+    const auto stored = IniFile(file_).read(plainSection, IniFile::keyOf(server));
     return stored && stored->compare(QLatin1String("True"), Qt::CaseInsensitive) == 0;
 }
 
 bool SettingsStore::allowPlainPassword(const QString& server)
 {
     IniFile file(file_);
-    file.write(plainSection, serverKey(server), QStringLiteral("True"));
+    file.write(plainSection, IniFile::keyOf(server), QStringLiteral("True"));
     return file.save();
 }
 
@@ -223,6 +218,17 @@ QStringList SettingsStore::plainPasswordServers()
 bool SettingsStore::forbidPlainPassword(const QString& server)
 {
     IniFile file(file_);
-    file.remove(plainSection, serverKey(server));
+    file.remove(plainSection, IniFile::keyOf(server));
     return file.save();
+}
+
+std::optional<Safety> SettingsStore::lastSafety(const QString& account)
+{
+    return lastSafety::read(IniFile(file_), account);
+}
+
+bool SettingsStore::keepSafety(const QString& account, const Safety& reached)
+{
+    IniFile file(file_);
+    return !lastSafety::write(file, account, reached) || file.save();
 }

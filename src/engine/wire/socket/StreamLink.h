@@ -49,6 +49,8 @@ public:
     void refuseCertificate();
 
     bool isEncrypted() const { return transport_.isEncrypted(); }
+    // Encrypted, with a certificate that nobody had to judge.
+    bool isVerified() const { return isEncrypted() && transport_.certificateErrors().isEmpty(); }
     const StreamHeader& header() const { return parser_.header(); }
     // Null on a stream without version 1.0.
     pugi::xml_node features() const { return features_ ? features_->root() : pugi::xml_node(); }
