@@ -21,6 +21,10 @@ public:
     // overwritten.
     bool isDamaged() const { return damaged_; }
 
+    // Something else than a file stands there, such as a folder, a device or a pipe, which may keep a reader
+    // waiting for ever. It is neither read nor written.
+    bool isNoFile() const;
+
     // A copy of the file beside it, under the ending ".damaged", as its owner's only. False when there is
     // none.
     bool keepCopy() const;

@@ -73,6 +73,10 @@ QString SettingsStore::LoadSettings(Settings& settings)
     if (readAll(file, settings, site) && !file.isDamaged())
         return {};
     LoadDefaults(settings, site);
+    if (file.isNoFile())
+        return QCoreApplication::translate("SettingsStore",
+                                           "The settings can be neither read nor saved: %1 is no file.")
+            .arg(file_);
     readTexts(file, settings);
     return file.keepCopy() ? QCoreApplication::translate("SettingsStore",
                                                          "The settings could not be read and were set anew. "
@@ -133,15 +137,20 @@ QString SettingsStore::readPassword(const IniFile& file, const Settings& setting
     const QString stored = file.read(programSection, passwordKey).value_or(QString());
     if (!stored.isEmpty() || !secrets_)
         return stored;
-    return secrets_->read(account(settings)).value_or(QString());
+    const QString kept = secrets_->read(account(settings)).value_or(QString());
+    secret_ = account(settings) + u'\n' + kept;
+    return kept;
 }
 
 void SettingsStore::writePassword(IniFile& file, const Settings& settings)
 {
-    if (secrets_ && secrets_->write(account(settings), settings.Password))
+    const QString secret = account(settings) + u'\n' + settings.Password;
+    if (secrets_ && (secret == secret_ || secrets_->write(account(settings), settings.Password))) {
+        secret_ = secret;
         file.remove(programSection, passwordKey);
-    else
+    } else {
         file.write(programSection, passwordKey, settings.Password);
+    }
 }
 
 SiteData SettingsStore::loadSite()

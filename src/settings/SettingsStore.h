@@ -65,4 +65,5 @@ private:
 
     QString file_;
     SecretStore* secrets_;
+    QString secret_; // what the keyring holds, as far as this run has seen
 };

@@ -95,7 +95,7 @@ const Box boxes[] = {
          if (c.host->allowLess("romeo@a.example", {true, true, Proof::ScramSha256}, {}))
              c.store.allowPlainPassword("a.example");
      }),
-     "LoggingInForm allowed", "LoggingInForm"},
+     "LoggingInForm allowed", "LoggingInForm allowed"},
     {"start chat, question", signedIn, answering(choosing("RosterForm", "mRosterTBeginC")),
      "MessageForm RosterForm", "RosterForm"},
     {"start chat, identifier", signedIn, answering(underTheSecondBox), "MessageForm RosterForm",

@@ -3,7 +3,8 @@
 #include <QSslCertificate>
 #include <QSslKey>
 
-// A self-signed certificate for the names server.test and localhost, made for the tests; its key protects nothing.
+// A self-signed certificate for the names server.test and localhost, made for the tests; its key protects
+// nothing.
 namespace testCertificate
 {
 

@@ -46,6 +46,7 @@ signals:
 
 private:
     QString whyNotOpened(const QString& jid) const;
+    void complete(MessageFields fields) const;
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
     void prepareAutoReply(const PlugInContext& context, const InboundMessage& message);
     void showNotice(PlugInContext& context);

@@ -54,6 +54,8 @@ public:
     const StreamHeader& header() const { return parser_.header(); }
     // Null on a stream without version 1.0.
     pugi::xml_node features() const { return features_ ? features_->root() : pugi::xml_node(); }
+    // How many top-level elements were left out since the last call.
+    int takeSkipped() { return parser_.takeSkipped(); }
     // The next top-level element while Open; null when nothing whole has arrived.
     std::shared_ptr<Stanza> takeElement();
     void write(const QByteArray& bytes) { transport_.write(bytes); }
