@@ -83,6 +83,21 @@ private slots:
         }
     }
 
+    void theWholeReasonIsShown()
+    {
+        SignedInClient live;
+        auto& form = *live.rosterForm();
+        form.resize(form.minimumSize());
+        QCoreApplication::processEvents();
+        const int lowest = form.minimumHeight();
+        live.host->connectionProgress(QString("word ").repeated(60));
+        live.streamLost();
+        const auto* why = ui::find<QLabel>(&form, "lblWhy");
+        QTRY_VERIFY(why->height() > 0 && why->height() >= why->heightForWidth(why->width()));
+        form.showContactList();
+        QCOMPARE(form.minimumHeight(), lowest);
+    }
+
     // The settings stand in the file from the first list on.
     void aRunThatIsKilledLosesNothing()
     {
