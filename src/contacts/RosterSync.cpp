@@ -35,6 +35,8 @@ QString groupOf(pugi::xml_node item)
         if (child.type() == pugi::node_element || !part.trimmed().isEmpty())
             text += part;
     }
+    // A name of blanks can't be seen.
+    text = text.trimmed();
     if (text.isEmpty() || item.child("group") || xml::serialised(item).contains(u"group"))
         return text;
     return {};
@@ -58,7 +60,9 @@ void RosterSync::takeItem(pugi::xml_node item)
 {
     const QString address = xml::attribute(item, "jid");
     const QString bare = jid::bare(address);
-    if (bare.isEmpty() || client_.MyAgents.JIDExists(address) || client_.MyAgents.JIDExists(bare))
+    // The server has its row, however the list came by it.
+    if (bare.isEmpty() || bare == client_.Gateway().Server() || client_.MyAgents.JIDExists(address) ||
+        client_.MyAgents.JIDExists(bare))
         return;
     const Push push = readPush(item, bare);
     if (client_.MyRoster.DoesJIDExist(bare))

@@ -61,18 +61,10 @@ const QString& Stanza::Xml() const
 
 QString Stanza::XNamespace() const
 {
-    std::string_view first;
-    for (const auto child : root().children()) {
-        const auto own = child.attribute("xmlns");
-        if (!own)
-            continue;
-        const std::string_view ns = own.value();
-        if (ns == "jabber:x:event" || ns == "jabber:x:conference")
-            return QString::fromUtf8(own.value());
-        if (first.empty())
-            first = ns;
-    }
-    return QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size()));
+    if (kind_ != Kind::Iq)
+        return MessageFields().XNamespace();
+    const auto extension = root().find_child([](pugi::xml_node child) { return child.attribute("xmlns"); });
+    return xml::attribute(extension, "xmlns");
 }
 
 const pugi::xml_document& IqFields::Document() const

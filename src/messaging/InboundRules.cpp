@@ -24,7 +24,9 @@ MessageType typeOf(const QString& type)
 // An event that names at most the message it is about (XEP-0022, 3.2).
 bool hasStoppedTyping(pugi::xml_node message)
 {
-    const auto isEvent = [](pugi::xml_node x) { return xml::xmlns(x) == "jabber:x:event"; };
+    const auto isEvent = [](pugi::xml_node x) {
+        return std::string_view(x.name()) == "x" && xml::xmlns(x) == "jabber:x:event";
+    };
     const auto event = message.find_child(isEvent);
     const auto isNews = [](pugi::xml_node child) { return std::string_view(child.name()) != "id"; };
     return event && !event.find_child(isNews);

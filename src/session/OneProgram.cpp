@@ -3,6 +3,7 @@
 #include "settings/Paths.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSocketNotifier>
@@ -12,6 +13,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -89,20 +91,24 @@ void OneProgram::listen()
         const int caller = ::accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC);
         if (caller < 0)
             return;
-        ::close(caller);
+        ::close(caller); // which is the answer
         emit summoned();
     });
 }
 
-// The first may be on its way up: it has the lock a moment before it listens.
-bool OneProgram::summonFirst() const
+// The first may be on its way up: it has the lock a moment before it listens, and listens a moment before it
+// answers. The system takes a call for it even when it hangs.
+bool OneProgram::summonFirst(int patienceMs) const
 {
-    for (int tries = 0; tries < 20; ++tries) {
+    QDeadlineTimer patience(patienceMs);
+    while (!patience.hasExpired()) {
         const int call = makeSocket(socketPath_, &::connect);
-        if (call >= 0) {
+        pollfd answer{call, POLLIN, 0};
+        const bool answered = call >= 0 && ::poll(&answer, 1, int(patience.remainingTime())) > 0;
+        if (call >= 0)
             ::close(call);
+        if (answered)
             return true;
-        }
         QThread::msleep(50);
     }
     return false;

@@ -20,8 +20,8 @@ public:
     ~OneProgram() override;
 
     bool isFirst() const { return first_; }
-    // Lets the first program come up; false when it doesn't answer.
-    bool summonFirst() const;
+    // Lets the first program come up; false when it doesn't answer in this time.
+    bool summonFirst(int patienceMs = 5'000) const;
 
 signals:
     // The program was started once more.

@@ -1,8 +1,10 @@
+#include "desktop/forms/QtDesktop.h"
 #include "session/OneProgram.h"
 #include "session/forms/Program.h"
 #include "settings/Paths.h"
 
 #include <QApplication>
+#include <QDebug>
 
 int main(int argc, char** argv)
 {
@@ -11,8 +13,16 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName(QStringLiteral("breloim"));
     QApplication::setQuitOnLastWindowClosed(false);
     OneProgram only(paths::settingsFile());
-    if (!only.isFirst())
-        return only.summonFirst() ? 0 : 1;
+    if (!only.isFirst()) {
+        if (only.summonFirst())
+            return 0;
+        const QString hangs =
+            OneProgram::tr("BreloIM runs already, and does not answer. End that program before "
+                           "you start it anew.");
+        qCritical().noquote() << hangs;
+        QtMessageBoxes().critical(QStringLiteral("BreloIM"), hangs);
+        return 1;
+    }
     Program program;
     QObject::connect(&only, &OneProgram::summoned, &application, [&program] { program.bringUp(); });
     return program.start() ? QApplication::exec() : 1;

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -54,9 +55,21 @@ QString textOf(const QVariant& value)
 
 } // namespace
 
-IniFile::IniFile(QString file) : file_(std::move(file)), damaged_(!isWholeIni(file_))
+IniFile::IniFile(QString file) : file_(std::move(file)), damaged_(isNoFile() || !isWholeIni(file_))
 {
-    load();
+    if (!isNoFile())
+        load();
+}
+
+bool IniFile::isNoFile() const
+{
+    const QFileInfo info(file_);
+    return info.exists() && !info.isFile();
+}
+
+QString IniFile::keyOf(const QString& text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(text.trimmed().toLower(), ":[]"));
 }
 
 void IniFile::load()
@@ -106,6 +119,8 @@ void IniFile::remove(const QString& section, const QString& key)
 
 bool IniFile::keepCopy() const
 {
+    if (isNoFile())
+        return false;
     QFile::remove(aside());
     return QFile::copy(file_, aside()) && QFile::setPermissions(aside(), ownerOnly);
 }
@@ -123,8 +138,8 @@ bool IniFile::setAside()
 
 bool IniFile::prepareFile()
 {
-    if (!paths::makePrivateFolder(QFileInfo(file_).absolutePath()) || paths::isReadOnly(file_) ||
-        (damaged_ && !setAside()))
+    if (isNoFile() || !paths::makePrivateFolder(QFileInfo(file_).absolutePath()) ||
+        paths::isReadOnly(file_) || (damaged_ && !setAside()))
         return false;
     // QSettings gives its new content the permissions of the file that stands, from the first byte on.
     QFile file(file_);

@@ -14,9 +14,16 @@ class IniFile
 public:
     explicit IniFile(QString file);
 
+    // A server's or an account's text as a key: hosts know no case, and nothing in it may act as a separator.
+    static QString keyOf(const QString& text);
+
     // The file is there but can't be read, or has lines that are none of an INI file: it was cut or
     // overwritten.
     bool isDamaged() const { return damaged_; }
+
+    // Something else than a file stands there, such as a folder, a device or a pipe, which may keep a reader
+    // waiting for ever. It is neither read nor written.
+    bool isNoFile() const;
 
     // A copy of the file beside it, under the ending ".damaged", as its owner's only. False when there is
     // none.

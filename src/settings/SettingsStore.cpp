@@ -1,6 +1,7 @@
 #include "settings/SettingsStore.h"
 
 #include "settings/IniFile.h"
+#include "settings/LastSafety.h"
 #include "settings/SettingKeys.h"
 
 #include "settings/Paths.h"
@@ -24,12 +25,6 @@ const QString geometryKeys[] = {topKey, leftKey, widthKey, heightKey};
 const QString stateKey = QStringLiteral("Window State");
 const QString pinSection = QStringLiteral("Certificates");
 const QString plainSection = QStringLiteral("Plain Passwords");
-
-// A server's text as a key: hosts know no case, and nothing in it may act as a separator.
-QString serverKey(const QString& server)
-{
-    return QString::fromLatin1(QUrl::toPercentEncoding(server.trimmed().toLower(), ":[]"));
-}
 
 bool wantsPassword(const Settings& settings)
 {
@@ -78,6 +73,10 @@ QString SettingsStore::LoadSettings(Settings& settings)
     if (readAll(file, settings, site) && !file.isDamaged())
         return {};
     LoadDefaults(settings, site);
+    if (file.isNoFile())
+        return QCoreApplication::translate("SettingsStore",
+                                           "The settings can be neither read nor saved: %1 is no file.")
+            .arg(file_);
     readTexts(file, settings);
     return file.keepCopy() ? QCoreApplication::translate("SettingsStore",
                                                          "The settings could not be read and were set anew. "
@@ -138,15 +137,20 @@ QString SettingsStore::readPassword(const IniFile& file, const Settings& setting
     const QString stored = file.read(programSection, passwordKey).value_or(QString());
     if (!stored.isEmpty() || !secrets_)
         return stored;
-    return secrets_->read(account(settings)).value_or(QString());
+    const QString kept = secrets_->read(account(settings)).value_or(QString());
+    secret_ = account(settings) + u'\n' + kept;
+    return kept;
 }
 
 void SettingsStore::writePassword(IniFile& file, const Settings& settings)
 {
-    if (secrets_ && secrets_->write(account(settings), settings.Password))
+    const QString secret = account(settings) + u'\n' + settings.Password;
+    if (secrets_ && (secret == secret_ || secrets_->write(account(settings), settings.Password))) {
+        secret_ = secret;
         file.remove(programSection, passwordKey);
-    else
+    } else {
         file.write(programSection, passwordKey, settings.Password);
+    }
 }
 
 SiteData SettingsStore::loadSite()
@@ -184,7 +188,7 @@ bool SettingsStore::saveWindowPosition(const QRect& geometry, int state)
 
 QByteArray SettingsStore::pinnedCertificate(const QString& server)
 {
-    const auto stored = IniFile(file_).read(pinSection, serverKey(server));
+    const auto stored = IniFile(file_).read(pinSection, IniFile::keyOf(server));
     const QByteArray sha256 = QByteArray::fromHex(stored.value_or(QString()).toLatin1());
     return sha256.size() == 32 ? sha256 : QByteArray();
 }
@@ -192,20 +196,20 @@ QByteArray SettingsStore::pinnedCertificate(const QString& server)
 bool SettingsStore::pinCertificate(const QString& server, const QByteArray& sha256)
 {
     IniFile file(file_);
-    file.write(pinSection, serverKey(server), QString::fromLatin1(sha256.toHex()));
+    file.write(pinSection, IniFile::keyOf(server), QString::fromLatin1(sha256.toHex()));
     return file.save();
 }
 
 bool SettingsStore::plainPasswordAllowed(const QString& server)
 {
-    const auto stored = IniFile(file_).read(plainSection, serverKey(server));
+    const auto stored = IniFile(file_).read(plainSection, IniFile::keyOf(server));
     return stored && stored->compare(QLatin1String("True"), Qt::CaseInsensitive) == 0;
 }
 
 bool SettingsStore::allowPlainPassword(const QString& server)
 {
     IniFile file(file_);
-    file.write(plainSection, serverKey(server), QStringLiteral("True"));
+    file.write(plainSection, IniFile::keyOf(server), QStringLiteral("True"));
     return file.save();
 }
 
@@ -223,6 +227,17 @@ QStringList SettingsStore::plainPasswordServers()
 bool SettingsStore::forbidPlainPassword(const QString& server)
 {
     IniFile file(file_);
-    file.remove(plainSection, serverKey(server));
+    file.remove(plainSection, IniFile::keyOf(server));
     return file.save();
+}
+
+std::optional<Safety> SettingsStore::lastSafety(const QString& account)
+{
+    return lastSafety::read(IniFile(file_), account);
+}
+
+bool SettingsStore::keepSafety(const QString& account, const Safety& reached)
+{
+    IniFile file(file_);
+    return !lastSafety::write(file, account, reached) || file.save();
 }

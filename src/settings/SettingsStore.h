@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/Safety.h"
 #include "settings/SecretStore.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
@@ -49,6 +50,9 @@ public:
     // Whether the server may get a password in clear.
     bool plainPasswordAllowed(const QString& server);
     bool allowPlainPassword(const QString& server);
+    // How an account, a bare JID, signed in the last time, so that nothing it had goes unnoticed.
+    std::optional<Safety> lastSafety(const QString& account);
+    bool keepSafety(const QString& account, const Safety& reached);
     // The servers that may, and the end of one's being so.
     QStringList plainPasswordServers();
     bool forbidPlainPassword(const QString& server);
@@ -61,4 +65,5 @@ private:
 
     QString file_;
     SecretStore* secrets_;
+    QString secret_; // what the keyring holds, as far as this run has seen
 };

@@ -45,6 +45,8 @@ QString XmlFile::read(pugi::xml_document& document) const
         if (!error.isEmpty())
             return error;
     }
+    if (!QFileInfo(file_).isFile()) // a pipe may keep a reader waiting for ever
+        return tr("This file can't be read: %1\n%2").arg(file_, tr("It is no file."));
     paths::makePrivateFile(file_);
     QFile file(file_);
     if (!file.open(QIODevice::ReadOnly))

@@ -117,6 +117,7 @@ private slots:
         // record: JID, nick, group, ask
         columns<QString, QString>("item", "record");
         const QString groups = "\n<group>One</group>\n<group>Two</group>";
+        row("a group of blanks", "<item jid='a@x' subscription='both'><group> </group></item>", "a@x|||");
         row("groups run together", "<item jid='a@x' subscription='both'>" + groups + "</item>",
             "a@x||OneTwo|");
         row("text that speaks of no group", "<item jid='a@x' subscription='both'>stray</item>", "a@x|||");
@@ -139,6 +140,7 @@ private slots:
         columns<QString, QString, QString>("odd", "JID", "folder");
         const QString grouped = "<item jid='%1' subscription='both'><group>%2</group></item>";
         row("a service", "<item jid='msn.x/registered' subscription='both'/>", "msn.x", "");
+        row("the server", grouped.arg("montague.example", "Servers"), "montague.example", "");
         row("no address", "<item subscription='both'/>", "", "");
         row("a resource alone", "<item jid='/home' subscription='both'/>", "", "");
         row("no subscription", "<item jid='b@x'/>", "b@x", "Hidden");
@@ -157,6 +159,7 @@ private slots:
         for (int rebuilt = 0; rebuilt < 2; ++rebuilt) {
             QCOMPARE(list->parentOf("a@x") + list->parentOf("c@x"), "ContactsContacts");
             QCOMPARE(list->parentOf(JID), folder);
+            QVERIFY(!list->find("Servers"));
             list->drawing.Refresh();
         }
         QCOMPARE(list->client.MyRoster.Count(), folder.isEmpty() ? 2 : 3);

@@ -80,6 +80,18 @@ private slots:
         QtMessageBoxes().information("Title", text);
     }
 
+    void nobodyWaitsAtTheEndOfTheSystem()
+    {
+        QtMessageBoxes boxes;
+        boxes.setUnattended();
+        using Icon = MessageBoxes::Icon;
+        QTest::ignoreMessage(QtWarningMsg, "Title - Hark.");
+        QCOMPARE(boxes.show("Title", "Hark.", Icon::Critical, Buttons::Ok), Answer::Ok);
+        for (const auto buttons : {Buttons::YesNo, Buttons::YesNoCancel})
+            QCOMPARE(boxes.show("T", "x", Icon::Question, buttons), Answer::No);
+        QVERIFY(!boxes.input("T", "x", "preset"));
+    }
+
     void inputGivesWhatWasTyped()
     {
         whenShown<QInputDialog>([](QInputDialog* box) {

@@ -17,8 +17,9 @@ class AuthSaslTest : public QObject
 
     // A SASL server that knows one account's password.
     struct SaslServer {
-        SaslServer(const QString& mechanism, const QByteArray& user, const QByteArray& password)
-            : user(user), password(password)
+        SaslServer(const QString& mechanism, const QByteArray& user, const QByteArray& password,
+                   const QByteArray& rounds = "4096")
+            : user(user), password(password), rounds(rounds)
         {
             gsasl_init(&context);
             gsasl_callback_hook_set(context, this);
@@ -39,7 +40,7 @@ class AuthSaslTest : public QObject
             if (property == GSASL_PASSWORD && user == gsasl_property_fast(asking, GSASL_AUTHID))
                 return gsasl_property_set(asking, GSASL_PASSWORD, password.constData());
             if (property == GSASL_SCRAM_ITER)
-                return gsasl_property_set(asking, GSASL_SCRAM_ITER, "4096");
+                return gsasl_property_set(asking, GSASL_SCRAM_ITER, rounds.constData());
             return GSASL_NO_CALLBACK;
         }
         // The server's next word to the client's `base64`, in base64. `ok` tells that it accepts the client.
@@ -55,6 +56,7 @@ class AuthSaslTest : public QObject
 
         QByteArray user;
         QByteArray password;
+        QByteArray rounds;
         Gsasl* context = nullptr;
         Gsasl_session* session = nullptr;
         bool ok = false;
@@ -172,6 +174,19 @@ private slots:
             QVERIFY2(bool(peer.auth.takeErrorStanza()) == ofTheAccount.contains(condition),
                      qPrintable(condition));
             QVERIFY(!peer.auth.error().isEmpty());
+        }
+    }
+
+    // So few rounds give the password away to whoever tries words.
+    void fewRoundsAreNotAnswered()
+    {
+        for (const auto& [rounds, answered] : {std::pair("1", false), {"999", false}, {"1000", true}}) {
+            AuthPeer peer(QStringList{"SCRAM-SHA-1"});
+            SaslServer server("SCRAM-SHA-1", "juliet", "r0m30", rounds);
+            converse(peer, server);
+            QCOMPARE(server.ok, answered);
+            QCOMPARE(peer.auth.state(), answered ? State::Working : State::Failed);
+            QCOMPARE(peer.auth.error().contains(u"too weakly"), !answered);
         }
     }
 

@@ -45,6 +45,7 @@ private slots:
         row("added anew", "A|B", "A", "-", "A|B");
         row("taken out of the only one", "A", "A", "", "-");
         row("a group without a name", "|B", "B", "C", "C");
+        row("a group of blanks", " |B", "B", "C", "C");
     }
     void otherGroupsStayOnTheServer()
     {

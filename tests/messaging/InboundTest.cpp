@@ -62,6 +62,8 @@ private slots:
             everything);
         const QString stop = "<x xmlns='jabber:x:event'><id>a</id></x>";
         row("stopped, no window", full, "chat", stop, false, Default, "");
+        row("typing, behind another", full, "chat", "<y xmlns='jabber:x:conference'/>" + typing, false,
+            Default, "");
         row("stopped, behind another", full, "chat", "<y xmlns='jabber:x:conference'/>" + stop, false,
             Default, "");
         row("stopped, window", full, "chat", stop, true, Default, "window");
@@ -98,6 +100,21 @@ private slots:
         if (window && happened.contains("line"))
             QCOMPARE(f->panel(*window), "Latest Message Received: Thursday, 6 May 2004 07:08:09");
         QCOMPARE(f->engine.takeSent(), QStringList());
+    }
+
+    // Nothing lands in a log without a name.
+    void aMessageWithoutAnAddressIsLoggedUnderAName()
+    {
+        const QString server = f->client.Gateway().Server();
+        for (const QString& from : {juliet + "/b", server, QString()}) {
+            const QString sender = from.isEmpty() ? QString() : " from='" + from + "'";
+            f->engine.inject("<message type='chat'" + sender + "><body>hello</body></message>");
+            const QString name = from.isEmpty() ? server : from;
+            const QString bare = name.section('/', 0, 0);
+            QVERIFY2(f->logOf(bare).endsWith(bare + " (07:08:09): hello\r\n"), qPrintable(f->logOf(bare)));
+            QVERIFY(f->logOf(own).contains("*** New chat window with " + own) && f->logOf({}).isNull());
+            QVERIFY(f->transcript(*f->window(from.section('/', 0, 0))).contains(name + ": hello"));
+        }
     }
 
     void typingEnds_data()
@@ -450,8 +467,9 @@ private slots:
     {
         for (const char* type : {"", "chat", "normal", "odd"})
             f->engine.inject(QString("<message type='%1'><body>x</body></message>").arg(QLatin1String(type)));
-        QCOMPARE(f->transcript(f->notices(), "txtMsg"), " <07:08>  :  - x\n");
-        QVERIFY(f->logOf({}).contains(" (07:08:09): x\r\n"));
+        QCOMPARE(f->transcript(f->notices(), "txtMsg"), " <07:08>  montague.example:  - x\n");
+        QCOMPARE(f->logOf("montague.example").count(" (07:08:09): x\r\n"), 2);
+        QCOMPARE(f->logOf({}), " (07:08:09): x\r\n"); // of the unknown type alone
     }
 };
 

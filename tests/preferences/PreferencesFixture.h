@@ -5,6 +5,7 @@
 #include "preferences/forms/PreferencePanel.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "settings/Paths.h"
+#include "settings/SettingsStore.h"
 #include "support/Files.h"
 #include "support/RecordingDesktop.h"
 #include "support/Table.h"
@@ -24,7 +25,7 @@ struct PreferencesFixture {
 
     void open()
     {
-        form = new PreferencesForm(registry, client);
+        form = new PreferencesForm(registry, client, store);
         form->show();
     }
     bool isOpen() const { return registry.isLoaded(form); }
@@ -37,6 +38,7 @@ struct PreferencesFixture {
 
     TempProfile profile;
     RecordingDesktop outside;
+    SettingsStore store{profile.path() + "/its own.ini"};
     Client client;
     FormRegistry registry;
     PreferencesForm* form = nullptr;

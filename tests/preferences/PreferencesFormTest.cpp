@@ -278,7 +278,7 @@ private slots:
         QVERIFY(!ui::find<QWidget>(f->page("Connection"), "frPlain")->isVisible());
         f.reset();
         f.emplace();
-        SettingsStore store(paths::settingsFile());
+        auto& store = f->store;
         QVERIFY(store.allowPlainPassword("b.example") && store.allowPlainPassword("[::1]:5222"));
         auto* page = f->page("Connection");
         const auto* servers = ui::find<QComboBox>(page, "cmbPlain");

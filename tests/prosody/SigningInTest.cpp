@@ -19,6 +19,7 @@ class SigningInTest : public QObject
             watch_.start(5);
         }
 
+        QString question;
         QStringList fingerprints; // as they were shown, without the line end
 
     private:
@@ -27,6 +28,7 @@ class SigningInTest : public QObject
             auto* dialog = QApplication::activeModalWidget();
             if (!dialog || dialog->objectName() != QLatin1String("CertificateForm"))
                 return;
+            question = ui::find<QLabel>(dialog, "lblQuestion")->text();
             fingerprints += ui::find<QLabel>(dialog, "lblFingerprint")->text().replace(u'\n', u':');
             ui::click(dialog, clicks_.isEmpty() ? "cmdRefuse" : clicks_.takeFirst());
         }
@@ -56,14 +58,18 @@ private slots:
 
     void refusedCertificateEndsTheAttempt()
     {
-        for (const bool anotherIsPinned : {false, true}) {
+        for (const QString changed : {"", "not the one that you accepted", "the last time it was verified"}) {
             CertificateReader reader({"cmdRefuse"});
             LiveClient live([&](SettingsStore& store) {
-                if (anotherIsPinned)
+                if (changed.startsWith("not"))
                     store.pinCertificate("localhost", QByteArray(32, 'x'));
+                else if (!changed.isEmpty())
+                    store.keepSafety("romeo@localhost", {true, true, Proof::ScramSha256});
             });
             live.signIn(server_.address());
             QTRY_COMPARE(reader.fingerprints, QStringList{shown(server_.fingerprint())});
+            QCOMPARE(reader.question.contains("It has changed"), !changed.isEmpty());
+            QVERIFY2(reader.question.contains(changed), qPrintable(reader.question));
             QTRY_VERIFY(live.progressText().contains("certificate", Qt::CaseInsensitive));
             QVERIFY(!live.client.isConnected());
             ui::click(live.form("LoggingInForm"), "Command1");

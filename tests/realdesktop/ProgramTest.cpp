@@ -140,6 +140,35 @@ private slots:
         QVERIFY(leavesByTheTray());
     }
 
+    // The first hangs: the second says so, and changes nothing.
+    void aSecondStartTellsThatTheFirstHangs()
+    {
+        start();
+        QVERIFY(SOON(isActive(signIn()) && x.trayIcon()));
+        QCOMPARE(::kill(pid_t(program_->processId()), SIGSTOP), 0);
+        QProcess second;
+        child::endsWithUs(second);
+        second.start(QCoreApplication::applicationDirPath() + "/breloim");
+        QVERIFY(SOON(isActive(x.window("BreloIM"))));
+        x.press(XDisplay::Return);
+        QVERIFY(SOON(second.state() == QProcess::NotRunning) && second.exitCode() == 1);
+        QVERIFY(second.readAllStandardError().contains("does not answer"));
+        QCOMPARE(::kill(pid_t(program_->processId()), SIGCONT), 0);
+        QVERIFY(leavesByTheTray());
+    }
+
+    // Nobody is there to answer a box then.
+    void endsWithTheSystemWhereNothingCanBeWritten()
+    {
+        QVERIFY(SettingsStore(paths::settingsFile()).SaveSettings({}));
+        QVERIFY(QFile::setPermissions(paths::settingsFile(), QFile::ReadOwner));
+        start();
+        QVERIFY(SOON(isActive(signIn()) && x.trayIcon()));
+        program_->terminate();
+        QVERIFY(SOON(program_->state() == QProcess::NotRunning));
+        QVERIFY(program_->exitStatus() == QProcess::NormalExit && program_->exitCode() == 0);
+    }
+
     void livesOnWhereNothingCanBeWritten()
     {
         start();

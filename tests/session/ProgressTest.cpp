@@ -41,6 +41,35 @@ private slots:
         QVERIFY(live.world.boxes.shown.isEmpty());
     }
 
+    // The stored sign-in is kept until the person has agreed to less.
+    void aSignInThatIsLessSafeIsAskedFor()
+    {
+        const Safety had{true, true, Proof::ScramSha256};
+        const QString account = "romeo@127.0.0.1";
+        LiveClient live([&](SettingsStore& store) { store.keepSafety(account, had); });
+        ScriptedServer server;
+        for (const auto answer : {MessageBoxes::Answer::No, MessageBoxes::Answer::Yes}) {
+            server.onSaslSignIn();
+            live.world.boxes.answers = {answer};
+            live.world.boxes.shown.clear();
+            live.signIn(server.address());
+            const bool agreed = answer == MessageBoxes::Answer::Yes;
+            const QString last = agreed ? "Receiving Gateways" : "less safe than it was";
+            QTRY_VERIFY2(live.progressText().contains(last), qPrintable(live.progressText()));
+            QCOMPARE(live.world.boxes.shown.size(), 1);
+            const auto& box = live.world.boxes.shown.first();
+            QVERIFY(box.icon == MessageBoxes::Icon::Exclamation &&
+                    box.buttons == MessageBoxes::Buttons::YesNo); // No is the default
+            QVERIFY2(box.text.contains("Before: an encrypted connection, its certificate verified; the "
+                                       "password is proven by SCRAM-SHA-256.\nNow: a connection that is not "
+                                       "encrypted; the password itself is sent."),
+                     qPrintable(box.text));
+            QVERIFY(live.store.lastSafety(account) == (agreed ? Safety{false, false, Proof::Plain} : had));
+            ui::click(live.form("LoggingInForm"), "Command1");
+            server.forget();
+        }
+    }
+
     // Between "connect" and the lists nothing else would tell.
     void whatHoldsUpTheListsIsTold_data()
     {

@@ -86,6 +86,57 @@ private slots:
         }
     }
 
+    void theWholeReasonIsShown()
+    {
+        SignedInClient live;
+        auto& form = *live.rosterForm();
+        form.resize(form.minimumSize());
+        QCoreApplication::processEvents();
+        const int lowest = form.minimumHeight();
+        live.host->connectionProgress(QString("word ").repeated(60));
+        live.streamLost();
+        const auto* why = ui::find<QLabel>(&form, "lblWhy");
+        QTRY_VERIFY(why->height() > 0 && why->height() >= why->heightForWidth(why->width()));
+        form.showContactList();
+        QCOMPARE(form.minimumHeight(), lowest);
+    }
+
+    // The settings stand in the file from the first list on.
+    void aRunThatIsKilledLosesNothing()
+    {
+        SignedInClient live;
+        QTRY_COMPARE(live.storedSettings().UserName, "romeo");
+        const bool before = live.client.settings.CheckGateways;
+        live.ui->windows.preferences.show("Messages");
+        ui::click(live.form("PreferencesForm"), "chkGateways");
+        ui::click(live.form("PreferencesForm"), "cmdApply");
+        QCOMPARE(live.storedSettings().CheckGateways, !before);
+    }
+
+    // An opening and a disconnect in one tick: the echo goes with the connection, and so does what waits.
+    void nothingOfASessionOutlivesIt()
+    {
+        Settings stored;
+        stored.StartInSystemTray = true;
+        FakeClient live(stored);
+        live.signIn();
+        live.ui->windows.contacts.showInTray();
+        const auto text = [&live] {
+            return ui::find<QLabel>(live.form("ShowInTrayForm"), "lblTitle")->text();
+        };
+        QVERIFY(text().startsWith("Even though you closed"));
+        live.ui->windows.contacts.tellWhere("You are signed in.", "There.");
+        live.ui->windows.contacts.showInTray(); // the list was closed after that
+        QVERIFY(text().startsWith("Even though you closed"));
+        auto& hub = live.ui->windows.messages.hub;
+        live.ui->windows.messages.openConversation("juliet@montague.example", true);
+        QVERIFY(hub.IsTrick);
+        live.client.Core->PluginManager->Queue()->clearInbound(); // as the gateway does
+        live.signInForm().bringUp();
+        ui::click(&live.signInForm(), "CMDDisconnect");
+        QVERIFY(!hub.IsTrick && !live.form("ShowInTrayForm"));
+    }
+
     // An answer from a question of before would otherwise count for the connection of after.
     void aQuestionGoesWithItsSession()
     {

@@ -91,6 +91,11 @@ const Box boxes[] = {
     {"password in clear", connecting,
      answering([](FakeClient& c) { c.host->allowPlainPassword("a.example"); }), "LoggingInForm allowed",
      "LoggingInForm allowed"},
+    {"less safe than before", connecting, answering([](FakeClient& c) {
+         if (c.host->allowLess("romeo@a.example", {true, true, Proof::ScramSha256}, {}))
+             c.store.allowPlainPassword("a.example");
+     }),
+     "LoggingInForm allowed", "LoggingInForm allowed"},
     {"start chat, question", signedIn, answering(choosing("RosterForm", "mRosterTBeginC")),
      "MessageForm RosterForm", "RosterForm"},
     {"start chat, identifier", signedIn, answering(underTheSecondBox), "MessageForm RosterForm",

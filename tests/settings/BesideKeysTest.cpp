@@ -45,6 +45,26 @@ private slots:
         QVERIFY(!store().plainPasswordAllowed("b.example"));
     }
 
+    void theLastSignInsAreRemembered()
+    {
+        const Safety some[] = {
+            {true, true, Proof::ScramSha256}, {true, false, Proof::Plain}, {false, false, Proof::Digest}};
+        QVERIFY(!store().lastSafety("romeo@a.example"));
+        for (const Safety& safety : some) {
+            QVERIFY(store().keepSafety("Romeo@a.example", safety));
+            QVERIFY(store().lastSafety("romeo@A.example") == safety);
+        }
+        for (int i = 0; i < 49; ++i)
+            QVERIFY(store().keepSafety(QStringLiteral("u%1@a.example").arg(i), some[0]));
+        // The one that is used again stays, the one that wasn't goes.
+        QVERIFY(store().keepSafety("romeo@a.example", some[2]));
+        QVERIFY(store().keepSafety("new@a.example", some[1]));
+        QVERIFY(store().lastSafety("romeo@a.example") == some[2] && !store().lastSafety("u0@a.example"));
+        QVERIFY(store().lastSafety("u1@a.example") == some[0] && store().lastSafety("new@a.example"));
+        QSettings(paths::settingsFile(), QSettings::IniFormat).setValue("Sign-ins/bad%40a.example", "7 up");
+        QVERIFY(!store().lastSafety("bad@a.example"));
+    }
+
     void theSiteCanBeOverridden()
     {
         QCOMPARE(store().loadSite().DefaultServer, SiteData().DefaultServer);

@@ -6,6 +6,9 @@
 #include "support/TempProfile.h"
 #include "support/TestRunner.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 class SettingsStoreTest : public QObject
 {
     Q_OBJECT
@@ -103,6 +106,31 @@ private slots:
         settings.NewWindowOnTop = false;
         QVERIFY(save(settings));
         QVERIFY(!loaded().NewWindowOnTop);
+    }
+
+    // A pipe would keep whoever opens it waiting for ever.
+    void whatIsNoFileIsLeftAlone_data()
+    {
+        columns<QString>("kind");
+        for (const char* kind : {"pipe", "folder", "device"})
+            row(kind, kind);
+    }
+    void whatIsNoFileIsLeftAlone()
+    {
+        const auto [kind] = fetched<QString>();
+        const QByteArray file = QFile::encodeName(paths::settingsFile());
+        QVERIFY(paths::makePrivateFolder(QFileInfo(paths::settingsFile()).path()));
+        QCOMPARE(kind == "pipe"     ? ::mkfifo(file.constData(), 0600)
+                 : kind == "folder" ? ::mkdir(file.constData(), 0700)
+                                    : ::symlink("/dev/zero", file.constData()),
+                 0);
+        Settings settings;
+        SettingsStore store(paths::settingsFile());
+        QCOMPARE(store.loadSite().DefaultServer, SiteData().DefaultServer);
+        QVERIFY(store.LoadSettings(settings).contains("is no file"));
+        QCOMPARE(settings.Server, SiteData().DefaultServer);
+        QVERIFY(!store.SaveSettings(settings) && !store.saveWindowPosition({}, 0));
+        QVERIFY(!QFileInfo(paths::settingsFile()).isFile() && !QFile::exists(file + ".damaged"));
     }
 
     void textsAreTakenAndTheKeySessionCounts()

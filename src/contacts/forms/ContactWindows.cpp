@@ -92,8 +92,15 @@ ShowInTrayForm& ContactWindows::whereForm()
                                             [this] { return new ShowInTrayForm(registry_); });
 }
 
+void ContactWindows::closeWhere()
+{
+    if (auto* form = registry_.find(QStringLiteral("ShowInTrayForm")))
+        form->requestUnload(CloseMode::Code);
+}
+
 void ContactWindows::showInTray()
 {
+    closeWhere(); // it may say something else
     whereForm().show();
 }
 

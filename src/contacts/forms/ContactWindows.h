@@ -41,6 +41,8 @@ public:
     void setUnread(const QStringList& jids);
     // Tells where the main window went, or where it is in other words.
     void showInTray();
+    // What it says holds no longer.
+    void closeWhere();
     void tellWhere(const QString& title, const QString& description);
 
 signals:

@@ -12,6 +12,13 @@
 #include <QLabel>
 #include <QToolButton>
 
+namespace
+{
+
+constexpr int lowest = 280; // of the window, in logical pixels
+
+} // namespace
+
 RosterForm::RosterForm(FormRegistry& registry, Client& client)
     : Form(registry, QStringLiteral("RosterForm")), Roster1(new Roster(client, this)), client_(client),
       ui_(std::make_unique<Ui::RosterForm>()), autoStatus_(client)
@@ -198,12 +205,22 @@ void RosterForm::showDisconnected(const QString& reason)
     showConnectButton(false);
     Roster1->hide();
     ui_->waitPanel->show();
+    showWholePage();
     ui_->cmdConnect->setFocus();
     StartAnimation(paths::applicationFolder() + QStringLiteral("/connect.gif"));
 }
 
+// A server's reason may be longer than the smallest window is high.
+void RosterForm::showWholePage()
+{
+    const int around = height() - centralWidget()->height();
+    const int page = ui_->waitPanel->layout()->totalHeightForWidth(centralWidget()->width());
+    setMinimumHeight(qMax(lowest, around + page));
+}
+
 void RosterForm::showContactList()
 {
+    setMinimumHeight(lowest);
     StopAnimation();
     ui_->waitPanel->hide();
     Roster1->show();

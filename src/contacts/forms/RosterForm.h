@@ -104,6 +104,7 @@ private:
     void showPanel(const QString& imageKey, const QString& text);
     void showConnectButton(bool connected);
     void showSwitch();
+    void showWholePage();
 
     void toggleConnection(bool on);
     void switchShowAll();

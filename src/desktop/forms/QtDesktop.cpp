@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QCursor>
+#include <QDebug>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFontDialog>
@@ -78,6 +79,10 @@ struct Owner {
 MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& text, Icon icon,
                                           Buttons buttons)
 {
+    if (unattended_) {
+        qWarning().noquote() << title << "-" << text;
+        return buttons == Buttons::Ok ? Answer::Ok : Answer::No;
+    }
     const Owner owner;
     QMessageBox box(iconOf(icon), title, QString(), buttonsOf(buttons), owner);
     box.setTextFormat(Qt::PlainText);
@@ -94,6 +99,8 @@ MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& t
 std::optional<QString> QtMessageBoxes::input(const QString& title, const QString& prompt,
                                              const QString& preset)
 {
+    if (unattended_)
+        return std::nullopt;
     const Owner owner;
     QInputDialog dialog(owner);
     dialog.setWindowTitle(title);

@@ -8,8 +8,14 @@
 class QtMessageBoxes : public MessageBoxes
 {
 public:
+    // From now on nobody is there to answer: texts go to the standard error output, and the answer is the
+    // one that changes nothing.
+    void setUnattended() { unattended_ = true; }
     Answer show(const QString& title, const QString& text, Icon icon, Buttons buttons) override;
     std::optional<QString> input(const QString& title, const QString& prompt, const QString& preset) override;
+
+private:
+    bool unattended_ = false;
 };
 
 // The desktop's own file dialogs, on top of the active window.

@@ -110,8 +110,18 @@ QString ChatWindow::whyNotOpened(const QString& jid) const
         .arg(jid);
 }
 
+// What names nobody is from the server, or to the account (RFC 6120, 8.1).
+void ChatWindow::complete(MessageFields fields) const
+{
+    if (fields.From().isEmpty())
+        fields.setFrom(client_.Gateway().Server());
+    if (fields.To().isEmpty())
+        fields.setTo(client_.ownFullJid());
+}
+
 void ChatWindow::OnMessage(PlugInContext& context)
 {
+    complete(context.Stanza().MessageFields());
     const auto message = InboundMessage::of(context.Stanza());
     const auto decision = inbound::decide(message, worldOf(message, context), client_.settings);
     switch (decision.action) {

@@ -46,6 +46,7 @@ signals:
 
 private:
     QString whyNotOpened(const QString& jid) const;
+    void complete(MessageFields fields) const;
     InboundWorld worldOf(const InboundMessage& message, PlugInContext& context) const;
     // As many windows stand open as strangers may open; the person's own count for nothing.
     bool isCrowded() const;

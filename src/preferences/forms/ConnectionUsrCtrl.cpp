@@ -2,7 +2,6 @@
 
 #include "contacts/Client.h"
 #include "settings/CRegistry.h"
-#include "settings/Paths.h"
 #include "settings/SettingsStore.h"
 
 #include "ui_ConnectionUsrCtrl.h"
@@ -40,8 +39,8 @@ bool isHost(const QString& text)
 
 } // namespace
 
-ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client)
-    : PreferencePanel(client), ui_(std::make_unique<Ui::ConnectionUsrCtrl>())
+ConnectionUsrCtrl::ConnectionUsrCtrl(Client& client, SettingsStore& store)
+    : PreferencePanel(client), store_(store), ui_(std::make_unique<Ui::ConnectionUsrCtrl>())
 {
     ui_->setupUi(this);
     bind(ui_->chkAutoLogon, &Settings::AutoLogon);
@@ -82,13 +81,13 @@ void ConnectionUsrCtrl::Check1_Click(bool on)
 void ConnectionUsrCtrl::showPlain()
 {
     ui_->cmbPlain->clear();
-    ui_->cmbPlain->addItems(SettingsStore(paths::settingsFile()).plainPasswordServers());
+    ui_->cmbPlain->addItems(store_.plainPasswordServers());
     ui_->frPlain->setVisible(ui_->cmbPlain->count() > 0);
 }
 
 void ConnectionUsrCtrl::forbidPlain()
 {
-    if (!SettingsStore(paths::settingsFile()).forbidPlainPassword(ui_->cmbPlain->currentText()))
+    if (!store_.forbidPlainPassword(ui_->cmbPlain->currentText()))
         tell(tr("The settings could not be saved."));
     showPlain();
 }

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class SettingsStore;
+
 namespace Ui
 {
 class ConnectionUsrCtrl;
@@ -15,7 +17,8 @@ class ConnectionUsrCtrl : public PreferencePanel
     Q_OBJECT
 
 public:
-    explicit ConnectionUsrCtrl(Client& client);
+    // Both must outlive the panel.
+    ConnectionUsrCtrl(Client& client, SettingsStore& store);
     ~ConnectionUsrCtrl() override;
 
     Fault fault() const override;
@@ -30,5 +33,6 @@ private:
     void saveProxy();
     void enableProxyFields();
 
+    SettingsStore& store_;
     std::unique_ptr<Ui::ConnectionUsrCtrl> ui_;
 };

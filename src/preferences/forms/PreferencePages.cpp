@@ -17,9 +17,13 @@ namespace
 template <typename Panel>
 PreferencePage at(const char* key, const char* parent = "")
 {
-    return {
-        QString::fromLatin1(key), QString::fromLatin1(parent),
-        [](Client& client) -> std::unique_ptr<PreferencePanel> { return std::make_unique<Panel>(client); }};
+    return {QString::fromLatin1(key), QString::fromLatin1(parent),
+            [](Client& client, [[maybe_unused]] SettingsStore& store) -> std::unique_ptr<PreferencePanel> {
+                if constexpr (std::is_constructible_v<Panel, Client&, SettingsStore&>)
+                    return std::make_unique<Panel>(client, store);
+                else
+                    return std::make_unique<Panel>(client);
+            }};
 }
 
 } // namespace

@@ -6,13 +6,14 @@
 #include <vector>
 
 class PreferencePanel;
+class SettingsStore;
 struct Client;
 
 // One category of the preferences.
 struct PreferencePage {
     QString key;    // the node's text as well
     QString parent; // empty at the top level
-    std::unique_ptr<PreferencePanel> (*make)(Client& client);
+    std::unique_ptr<PreferencePanel> (*make)(Client& client, SettingsStore& store);
 
     // The person's own pages: they take part in saving.
     bool isPersonal() const;

@@ -7,15 +7,15 @@
 #include "preferences/forms/RestoreRegForm.h"
 #include "settings/SettingsStore.h"
 
-PreferenceWindows::PreferenceWindows(FormRegistry& registry, Client& client)
-    : registry_(registry), client_(client)
+PreferenceWindows::PreferenceWindows(FormRegistry& registry, Client& client, SettingsStore& store)
+    : registry_(registry), client_(client), store_(store)
 {
 }
 
 PreferencesForm& PreferenceWindows::form()
 {
     return registry_.single<PreferencesForm>(QStringLiteral("PreferencesForm"), [this] {
-        auto* made = new PreferencesForm(registry_, client_);
+        auto* made = new PreferencesForm(registry_, client_, store_);
         connect(made, &PreferencesForm::applied, this, &PreferenceWindows::applied);
         connect(made, &PreferencesForm::blockedListChanged, this, &PreferenceWindows::blockedListChanged);
         connect(made, &PreferencesForm::onTopChanged, this, &PreferenceWindows::onTopChanged);

@@ -5,6 +5,7 @@
 
 class FormRegistry;
 class PreferencesForm;
+class SettingsStore;
 struct Client;
 
 // The room's face: the preferences, made at first use, and the reset of the settings.
@@ -13,8 +14,8 @@ class PreferenceWindows : public QObject
     Q_OBJECT
 
 public:
-    // Both must outlive the object.
-    PreferenceWindows(FormRegistry& registry, Client& client);
+    // All must outlive the object.
+    PreferenceWindows(FormRegistry& registry, Client& client, SettingsStore& store);
 
     // The preferences on this page, before all other windows.
     void show(const QString& page);
@@ -35,4 +36,5 @@ private:
 
     FormRegistry& registry_;
     Client& client_;
+    SettingsStore& store_;
 };

@@ -24,8 +24,8 @@ void showAlone(QStackedWidget& pages, QWidget& shown)
 
 } // namespace
 
-PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client)
-    : Form(registry, QStringLiteral("PreferencesForm")), client_(client),
+PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client, SettingsStore& store)
+    : Form(registry, QStringLiteral("PreferencesForm")), client_(client), store_(store),
       ui_(std::make_unique<Ui::PreferencesForm>())
 {
     ui_->setupUi(this);
@@ -117,7 +117,7 @@ PreferencePanel* PreferencesForm::panel(const QString& key) const
 PreferencePanel* PreferencesForm::addPanel(QTreeWidgetItem& node)
 {
     const auto& category = *preferences::page(node.text(0));
-    auto* page = category.make(client_).release();
+    auto* page = category.make(client_, store_).release();
     page->setObjectName(QString::number(ui_->PrefContainer->count()) +
                         (category.isPersonal() ? QStringLiteral("PersonalN") : QStringLiteral("GatewayN")));
     node.setData(0, tagRole, page->objectName());

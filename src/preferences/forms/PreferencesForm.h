@@ -6,6 +6,7 @@
 
 class PreferencePanel;
 class QTreeWidgetItem;
+class SettingsStore;
 struct Client;
 
 namespace Ui
@@ -20,7 +21,7 @@ class PreferencesForm : public Form
     Q_OBJECT
 
 public:
-    PreferencesForm(FormRegistry& registry, Client& client);
+    PreferencesForm(FormRegistry& registry, Client& client, SettingsStore& store);
     ~PreferencesForm() override;
 
     // The tree's node of this key, or null.
@@ -56,6 +57,7 @@ private:
     void tellFault(QTreeWidgetItem& node);
 
     Client& client_;
+    SettingsStore& store_;
     std::unique_ptr<Ui::PreferencesForm> ui_;
     bool valid_ = true; // the last apply found every panel valid
 };

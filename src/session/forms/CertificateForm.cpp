@@ -15,6 +15,15 @@ QString fingerprint(const QByteArray& sha256)
     return pairs.left(47) + u'\n' + pairs.mid(48);
 }
 
+QString change(CertificateInfo::Before before)
+{
+    using enum CertificateInfo::Before;
+    return before == Verified ? CertificateForm::tr("\n\nIt has changed: the last time it was verified.")
+           : before == Pinned
+               ? CertificateForm::tr("\n\nIt has changed: it is not the one that you accepted for good.")
+               : QString();
+}
+
 } // namespace
 
 CertificateForm::CertificateForm(const CertificateInfo& info, QWidget* parent)
@@ -22,9 +31,9 @@ CertificateForm::CertificateForm(const CertificateInfo& info, QWidget* parent)
 {
     ui_->setupUi(this);
     ui_->lblQuestion->setText(
-        tr("The certificate of %1 could not be verified: %2.\n\nWhoever holds it may be "
+        tr("The certificate of %1 could not be verified: %2.%3\n\nWhoever holds it may be "
            "somebody else who reads along. Accept it only if you know it.")
-            .arg(info.server, info.problems.join(QStringLiteral("; "))));
+            .arg(info.server, info.problems.join(QStringLiteral("; ")), change(info.before)));
     const QLocale locale;
     addFact(tr("Subject"), info.subject, QStringLiteral("lblSubject"));
     addFact(tr("Issuer"), info.issuer, QStringLiteral("lblIssuer"));

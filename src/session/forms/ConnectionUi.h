@@ -32,6 +32,9 @@ public:
     bool allowPlainPassword(const QString& server) override;
     QByteArray pinnedCertificate(const QString& server) override;
     void pinCertificate(const QString& server, const QByteArray& sha256) override;
+    std::optional<Safety> lastSafety(const QString& account) override;
+    void keepSafety(const QString& account, const Safety& reached) override;
+    bool allowLess(const QString& account, const Safety& before, const Safety& now) override;
 
 private:
     Client& client_;

@@ -74,7 +74,10 @@ bool Program::start()
     // Not quit(): that asks every window again, and one that only hides would keep the program running.
     QObject::connect(
         &signIn, &SignInForm::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
-    QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, &SessionEnd::exitProgram);
+    QObject::connect(&world_->systemClose, &SystemClose::requested, &ui_->end, [this] {
+        world_->boxes.setUnattended();
+        ui_->end.exitProgram();
+    });
     ui_->start();
     signIn.show();
     // The first window need not wait for the icons.

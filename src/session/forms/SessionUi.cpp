@@ -41,6 +41,9 @@ void SessionUi::followSignIn()
         signIn.showConnection(false, false);
         lists_.end();
         connection_.withdraw();
+        // The echo that it waits for went with the connection.
+        windows.messages.hub.IsTrick = false;
+        windows.contacts.closeWhere();
     });
 }
 
@@ -107,6 +110,8 @@ void SessionUi::finishSignIn()
     if (auto* progress = windows.session.progressIfLoaded(); progress && progress->isVisible())
         progress->requestUnload(CloseMode::Code);
     windows.contacts.makeRosterForm().showConnected(false);
+    // A run that is killed loses nothing then; a keyring may run an event loop of its own.
+    QMetaObject::invokeMethod(&windows.session.signIn(), &SignInForm::saveSettings, Qt::QueuedConnection);
     if (std::exchange(byHand_, false))
         tellWhereTheListIs();
 }

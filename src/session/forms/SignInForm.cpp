@@ -215,14 +215,19 @@ void SignInForm::hideInTray()
     emit hiddenInTray();
 }
 
-void SignInForm::unload()
+bool SignInForm::saveSettings()
 {
     auto& settings = client_.settings;
     settings.UserName = userName();
     settings.Server = server();
     if (settings.SavePassword || settings.AutoLogon)
         settings.Password = password();
-    if (!store_.SaveSettings(settings))
+    return store_.SaveSettings(settings);
+}
+
+void SignInForm::unload()
+{
+    if (!saveSettings())
         client_.desktop.boxes->exclamation(tr("BreloIM"), tr("The settings could not be saved."));
     emit unloaded();
 }

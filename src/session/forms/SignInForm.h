@@ -33,6 +33,9 @@ public:
     void showConnection(bool underWay, bool connected);
     // Without a user name or a server the caret goes there, with a word.
     void Connect_Click();
+    // Writes the settings, with the account as typed; false when that failed. At the end of the run it is
+    // done and told by itself.
+    bool saveSettings();
 
     // The pump's timer; runs for the whole run.
     QTimer* Timer1() const { return timer_; }

@@ -10,7 +10,7 @@
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
-      preferences(forms, client), session(forms, client, store)
+      preferences(forms, client, store), session(forms, client, store)
 {
     wireContacts();
     wireMessages();
@@ -47,6 +47,7 @@ void Windows::wirePreferences()
 {
     auto& signIn = session.signIn();
     QObject::connect(&preferences, &PreferenceWindows::applied, &signIn, &SignInForm::showSettings);
+    QObject::connect(&preferences, &PreferenceWindows::applied, &signIn, &SignInForm::saveSettings);
     QObject::connect(&preferences, &PreferenceWindows::applied, &contacts,
                      &ContactWindows::refreshAppearance);
     QObject::connect(&preferences, &PreferenceWindows::defaultsRestored, &signIn, &SignInForm::showDefaults);

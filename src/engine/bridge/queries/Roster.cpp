@@ -26,7 +26,7 @@ QStringList groupsOf(pugi::xml_node item)
 {
     QStringList groups;
     for (const auto group : item.children("group")) {
-        const auto name = xml::text(group);
+        const auto name = xml::text(group).trimmed();
         if (!name.isEmpty() && !groups.contains(name))
             groups << name;
     }

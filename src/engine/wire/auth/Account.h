@@ -12,5 +12,6 @@ struct Account {
     Dialer::Goal goal;
 
     const QString& domain() const { return goal.address.host(); }
-    QString fullJid() const { return user + u'@' + domain() + u'/' + resource; }
+    QString bareJid() const { return user + u'@' + domain(); }
+    QString fullJid() const { return bareJid() + u'/' + resource; }
 };

@@ -57,7 +57,7 @@ void AccountRegistration::streamOpened(pugi::xml_node)
     // The features needn't announce registration: a server may speak it all the same.
     if (step_ != Step::Idle || state_ == State::Done)
         return;
-    if (!request_.mayShowPassword())
+    if (!request_.mayUse(Proof::None) || !request_.mayShowPassword())
         return finishWithError(406, tr("The connection is not encrypted, so the password was not sent."));
     step_ = Step::Asking;
     output_ << QStringLiteral(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/Safety.h"
 #include "engine/Stanza.h"
 
 #include <QByteArray>
@@ -24,6 +25,8 @@ public:
     // The full JID, when this stage was the one that yields it.
     const QString& boundJid() const { return boundJid_; }
     const QString& error() const { return error_; }
+    // How the password was proven last.
+    Proof proof() const { return proof_; }
     // The error for the client when the server refused the account; else null.
     std::shared_ptr<Stanza> errorStanza() const { return errorStanza_; }
 
@@ -34,6 +37,7 @@ protected:
         outcome_ = Outcome::Passed;
         boundJid_ = boundJid;
     }
+    void proveBy(Proof proof) { proof_ = proof; }
     void fail(const QString& sentence)
     {
         outcome_ = Outcome::Failed;
@@ -50,6 +54,7 @@ private:
     Outcome outcome_ = Outcome::Working;
     QString boundJid_;
     QString error_;
+    Proof proof_ = Proof::None;
     std::shared_ptr<Stanza> errorStanza_;
     QList<QByteArray> output_;
 };

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "engine/wire/auth/SafetyGuard.h"
+
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 // Whom to sign in, where, and what the connection allows.
 struct AuthRequest {
@@ -17,6 +20,15 @@ struct AuthRequest {
     // Asks the person; called only when nothing but the password in clear is left. May run a nested event
     // loop.
     std::function<bool()> askPlain = {};
+    // What the account had must be there, or agreed to; null where nothing was.
+    std::shared_ptr<SafetyGuard> guard = {};
 
+    // Whether the sign-in may go on with this proof; nobody is asked before that matters.
+    bool mayUse(Proof proof) const
+    {
+        return (!guard || guard->allows({encrypted, false, proof})) &&
+               (proof != Proof::Plain || mayShowPassword());
+    }
+    bool wasGivenUp() const { return guard && guard->wasRefused(); }
     bool mayShowPassword() const { return encrypted || plainAllowed || (askPlain && askPlain()); }
 };

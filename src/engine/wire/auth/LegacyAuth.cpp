@@ -67,9 +67,10 @@ void LegacyAuth::send(pugi::xml_node offeredFields)
         secret = QStringLiteral("<digest>%1</digest>").arg(digest(streamId_, request_.password));
     else if (!offeredFields.child("password"))
         return fail(tr("The server offers no way to sign in that this program knows."));
-    else if (!request_.mayShowPassword())
+    proveBy(secret.isEmpty() ? Proof::Plain : Proof::Digest);
+    if (!request_.mayUse(proof()))
         return fail(tr("The server takes the password only in clear, and the connection is not encrypted."));
-    else
+    if (secret.isEmpty())
         secret = QStringLiteral("<password>%1</password>").arg(xml::escaped(request_.password));
     sent_ = true;
     write(QStringLiteral("<iq type=\"set\" id=\"%1\" to=\"%2\"><query xmlns=\"jabber:iq:auth\">"

@@ -11,9 +11,10 @@ constexpr qint64 silenceTimeoutMs = 30'000;
 } // namespace
 
 RegistrationRun::RegistrationRun(Account account, QByteArray stanza, const DialContext& context,
-                                 std::function<bool()> askPlain, qint64 nowMs)
+                                 std::function<bool()> askPlain, std::shared_ptr<SafetyGuard> guard,
+                                 qint64 nowMs)
     : account_(std::move(account)), stanza_(std::move(stanza)), askPlain_(std::move(askPlain)),
-      dialer_(account_.goal, context, nowMs)
+      guard_(std::move(guard)), dialer_(account_.goal, context, nowMs)
 {
 }
 
@@ -32,6 +33,7 @@ void RegistrationRun::begin()
     AuthRequest request{account_.user, account_.password, account_.domain(), account_.resource};
     request.encrypted = link() && link()->isEncrypted();
     request.askPlain = askPlain_;
+    request.guard = guard_;
     registration_ = std::make_unique<AccountRegistration>(std::move(request), stanza_);
 }
 

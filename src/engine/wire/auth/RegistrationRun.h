@@ -12,7 +12,7 @@ class RegistrationRun
 public:
     // `stanza` is the client's request (UTF-8).
     RegistrationRun(Account account, QByteArray stanza, const DialContext& context,
-                    std::function<bool()> askPlain, qint64 nowMs);
+                    std::function<bool()> askPlain, std::shared_ptr<SafetyGuard> guard, qint64 nowMs);
     // Whether `stanza` is the request to make an account.
     static bool isRequest(const QByteArray& stanza);
 
@@ -30,6 +30,7 @@ private:
     Account account_;
     QByteArray stanza_;
     std::function<bool()> askPlain_;
+    std::shared_ptr<SafetyGuard> guard_;
     Dialer dialer_;
     std::unique_ptr<AccountRegistration> registration_;
     bool opened_ = false;

@@ -7,17 +7,17 @@ namespace
 
 // A server may ask for so much hashing that the window would freeze; nobody's honest setting is near this.
 constexpr qlonglong mostIterations = 1'000'000;
+// RFC 7677 wants 4096, which some old servers stay below; an answer over a few is as good as the password.
+constexpr qlonglong fewestIterations = 1'000;
 
-bool asksTooMuch(const QByteArray& challenge)
+// The hashing that a SCRAM challenge asks for; 0 for what is no number, null where none is asked for.
+std::optional<qlonglong> iterations(const QByteArray& challenge)
 {
     for (const auto& part : challenge.split(',')) {
-        if (!part.startsWith("i="))
-            continue;
-        bool isNumber = false;
-        const auto count = part.mid(2).toLongLong(&isNumber);
-        return !isNumber || count < 1 || count > mostIterations;
+        if (part.startsWith("i="))
+            return part.mid(2).toLongLong();
     }
-    return false;
+    return std::nullopt;
 }
 
 } // namespace
@@ -43,11 +43,15 @@ QString SaslClient::choose(const QStringList& offered, bool plainAllowed)
 
 QString SaslClient::choose(const QStringList& offered, const AuthRequest& request)
 {
-    const QString strong = choose(offered, false);
-    if (!strong.isEmpty())
-        return strong;
-    const QString any = choose(offered, true);
-    return any.isEmpty() || !request.mayShowPassword() ? QString() : any;
+    const QString best = choose(offered, true);
+    return best.isEmpty() || !request.mayUse(proofOf(best)) ? QString() : best;
+}
+
+Proof SaslClient::proofOf(const QString& mechanism)
+{
+    return mechanism == QLatin1String("SCRAM-SHA-256") ? Proof::ScramSha256
+           : mechanism == QLatin1String("SCRAM-SHA-1") ? Proof::ScramSha1
+                                                       : Proof::Plain;
 }
 
 SaslClient::SaslClient(const QString& mechanism, const QString& user, const QString& password)
@@ -69,7 +73,9 @@ SaslClient::~SaslClient() = default;
 
 std::optional<QByteArray> SaslClient::step(const QByteArray& challenge)
 {
-    if (!session_ || complete_ || asksTooMuch(challenge))
+    const auto asked = iterations(challenge);
+    tooWeak_ = asked && *asked > 0 && *asked < fewestIterations;
+    if (!session_ || complete_ || (asked && (*asked < fewestIterations || *asked > mostIterations)))
         return std::nullopt;
     char* text = nullptr;
     std::size_t size = 0;

@@ -68,6 +68,7 @@ SaslNegotiation::SaslNegotiation(AuthRequest request, QStringList mechanisms)
 void SaslNegotiation::start(const QString& mechanism)
 {
     mechanisms_.removeAll(mechanism);
+    proveBy(SaslClient::proofOf(mechanism));
     client_ = std::make_unique<SaslClient>(mechanism, request_.user, request_.password);
     const auto initial = client_->step({});
     if (!initial)
@@ -93,13 +94,20 @@ void SaslNegotiation::challenged(const QByteArray& base64)
 {
     const auto challenge = decoded(base64);
     const auto answer = challenge ? client_->step(*challenge) : std::nullopt;
-    if (!answer) {
-        write(QStringLiteral("<abort xmlns=\"%1\"/>").arg(QLatin1String(saslNamespace)));
-        return fail(
+    if (!answer && client_->isTooWeak())
+        return giveUp(tr("The server keeps the password too weakly guarded to be answered: it may not be the "
+                         "one it seems to be."));
+    if (!answer)
+        return giveUp(
             tr("The server did not sign in properly on its side: it may not be the one it seems to be."));
-    }
     write(QStringLiteral("<response xmlns=\"%1\">%2</response>")
               .arg(QLatin1String(saslNamespace), encoded(*answer)));
+}
+
+void SaslNegotiation::giveUp(const QString& sentence)
+{
+    write(QStringLiteral("<abort xmlns=\"%1\"/>").arg(QLatin1String(saslNamespace)));
+    fail(sentence);
 }
 
 void SaslNegotiation::succeeded(const QByteArray& base64)

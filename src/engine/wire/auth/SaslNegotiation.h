@@ -27,6 +27,8 @@ private:
     void succeeded(const QByteArray& base64);
     void failed(pugi::xml_node failure);
 
+    void giveUp(const QString& sentence);
+
     AuthRequest request_;
     QStringList mechanisms_;
     std::unique_ptr<SaslClient> client_;

@@ -37,12 +37,20 @@ void StreamAuth::authenticate(pugi::xml_node features, const QString& streamId)
     const bool isInClear = !request_.encrypted && SaslClient::choose(mechanisms, false).isEmpty();
     if (!(isInClear && offersLegacy) && !SaslClient::choose(mechanisms, request_).isEmpty())
         return enter(std::make_unique<SaslNegotiation>(request_, mechanisms));
-    if (offersLegacy)
+    if (offersLegacy && request_.mayUse(Proof::None))
         return enter(std::make_unique<LegacyAuth>(request_, streamId));
+    failed(SaslClient::choose(mechanisms, true).isEmpty()
+               ? tr("The server offers no way to sign in that this program knows.")
+               : tr("The server takes the password only in clear, and the connection is not encrypted."));
+}
+
+// Whatever ended it, what the person decided is the reason to tell.
+void StreamAuth::failed(const QString& reason)
+{
     state_ = State::Failed;
-    error_ = SaslClient::choose(mechanisms, true).isEmpty()
-                 ? tr("The server offers no way to sign in that this program knows.")
-                 : tr("The server takes the password only in clear, and the connection is not encrypted.");
+    error_ = request_.wasGivenUp() ? tr("You were not signed in, because the connection is less safe than "
+                                        "it was the last time.")
+                                   : reason;
 }
 
 void StreamAuth::enter(std::unique_ptr<AuthPhase> phase)
@@ -62,9 +70,10 @@ void StreamAuth::feed(const Stanza& element)
 void StreamAuth::adopt()
 {
     output_ << phase_->takeOutput();
+    if (phase_->proof() != Proof::None)
+        proof_ = phase_->proof();
     if (phase_->outcome() == AuthPhase::Outcome::Failed) {
-        state_ = State::Failed;
-        error_ = phase_->error();
+        failed(phase_->error());
         errorStanza_ = phase_->errorStanza();
     } else if (phase_->outcome() == AuthPhase::Outcome::Passed) {
         boundJid_ = phase_->boundJid();

@@ -41,6 +41,8 @@ public:
     // Whether the last features held stream management (XEP-0198, urn:xmpp:sm:3).
     bool offersStreamManagement() const { return streamManagement_; }
     static bool offersStreamManagement(pugi::xml_node features);
+    // How the password was proven.
+    Proof proof() const { return proof_; }
     // Why it failed: a sentence for a person.
     QString error() const { return error_; }
     // After a refusal of the account, once: the jabber:iq:auth error that the client expects. Else null: then
@@ -51,6 +53,7 @@ private:
     void authenticate(pugi::xml_node features, const QString& streamId);
     void enter(std::unique_ptr<AuthPhase> phase);
     void adopt();
+    void failed(const QString& reason);
 
     AuthRequest request_;
     std::unique_ptr<AuthPhase> phase_;
@@ -58,6 +61,7 @@ private:
     bool authenticated_ = false;
     bool streamManagement_ = false;
     QString boundJid_;
+    Proof proof_ = Proof::None;
     QString error_;
     std::shared_ptr<Stanza> errorStanza_;
     QList<QByteArray> output_;

@@ -42,6 +42,7 @@ void Connection::connectTo(const Account& account)
         acceptedCertificate_.clear();
     plainAnswer_ = std::make_shared<std::optional<bool>>();
     asked_ = std::make_shared<bool>();
+    guard_ = makeGuard();
     phase_ = Phase::SigningIn;
     dial();
     queue_->wakeUp();
@@ -49,14 +50,14 @@ void Connection::connectTo(const Account& account)
 
 void Connection::dial()
 {
-    signIn_ = std::make_shared<SignIn>(account_, dialContext(), askPlain(), clock_->now());
+    signIn_ = std::make_shared<SignIn>(account_, dialContext(), askPlain(), guard_, clock_->now());
 }
 
 // Nobody is asked in the middle of a session.
 void Connection::dialAgain()
 {
     const auto agreed = [answer = plainAnswer_] { return answer->value_or(false); };
-    signIn_ = std::make_shared<SignIn>(account_, dialContext(), agreed, clock_->now());
+    signIn_ = std::make_shared<SignIn>(account_, dialContext(), agreed, guard_, clock_->now());
     signIn_->resume(session_->management());
 }
 
@@ -77,6 +78,23 @@ std::function<bool()> Connection::askPlain() const
             }
             return **answer;
         };
+}
+
+// A certificate that was accepted for good was seen under TLS, even if no sign-in came about.
+std::shared_ptr<SafetyGuard> Connection::makeGuard() const
+{
+    const auto before = host_.lastSafety(account_.bareJid())
+                            .value_or(Safety{!host_.pinnedCertificate(account_.domain()).isEmpty()});
+    return std::make_shared<SafetyGuard>(before, [&host = host_, clock = clock_, account = account_.bareJid(),
+                                                  plain = plainAnswer_,
+                                                  asked = asked_](const Safety& had, const Safety& now) {
+        const bool agreed = clock->during([&] { return host.allowLess(account, had, now); });
+        *asked |= agreed;
+        // Who agreed to that isn't asked about the password in clear once more.
+        if (agreed && !now.encrypted && now.proof == Proof::Plain)
+            *plain = true;
+        return agreed;
+    });
 }
 
 void Connection::leave()
@@ -183,6 +201,8 @@ void Connection::signInEnded()
         heart_.start();
         // What the session has is not given up when it is taken up again.
         account_.goal.encryptedOnly = attempt->link()->isEncrypted();
+        guard_->settle(attempt->safety());
+        host_.keepSafety(account_.bareJid(), attempt->safety());
         return session_->begin(attempt->link(), {account_.fullJid(), attempt->boundJid(), account_.domain()},
                                attempt->offersStreamManagement());
     case SignIn::State::Refused:
@@ -201,9 +221,13 @@ void Connection::signInEnded()
 void Connection::judge(const std::shared_ptr<StreamLink>& link)
 {
     const auto held = link;
-    const auto info = held->certificate();
+    auto info = held->certificate();
     if (isKnown(info))
         return held->trustCertificate();
+    using Before = CertificateInfo::Before;
+    info.before = guard_->needsVerified()                           ? Before::Verified
+                  : !host_.pinnedCertificate(info.server).isEmpty() ? Before::Pinned
+                                                                    : Before::Nothing;
     if (info.sha256.isEmpty())
         return held->refuseCertificate();
     const std::weak_ptr<char> life = life_;
@@ -214,6 +238,7 @@ void Connection::judge(const std::shared_ptr<StreamLink>& link)
     if (answer == CertificateAnswer::Refuse)
         return held->refuseCertificate();
     *asked_ = true;
+    guard_->acceptUnverified();
     acceptedCertificate_ = info.sha256;
     held->trustCertificate();
     if (answer == CertificateAnswer::AcceptAlways)
@@ -222,8 +247,9 @@ void Connection::judge(const std::shared_ptr<StreamLink>& link)
 
 bool Connection::isKnown(const CertificateInfo& info) const
 {
-    return !info.sha256.isEmpty() &&
-           (info.sha256 == acceptedCertificate_ || info.sha256 == host_.pinnedCertificate(info.server));
+    const bool pinWillDo = !guard_->needsVerified();
+    return !info.sha256.isEmpty() && (info.sha256 == acceptedCertificate_ ||
+                                      (pinWillDo && info.sha256 == host_.pinnedCertificate(info.server)));
 }
 
 void Connection::online()
@@ -279,8 +305,8 @@ void Connection::awaitRegistration()
             qCWarning(lcEngine).noquote() << "not connected, dropped:" << masked(QString::fromUtf8(stanza));
             continue;
         }
-        registration_ =
-            std::make_shared<RegistrationRun>(account_, stanza, dialContext(), askPlain(), clock_->now());
+        registration_ = std::make_shared<RegistrationRun>(account_, stanza, dialContext(), askPlain(), guard_,
+                                                          clock_->now());
         phase_ = Phase::Registering;
     }
 }

@@ -51,6 +51,7 @@ private:
     void finish(const QString& reason);
     void beat();
     std::function<bool()> askPlain() const;
+    std::shared_ptr<SafetyGuard> makeGuard() const;
     bool isKnown(const CertificateInfo& info) const;
 
     ConnectionHost& host_;
@@ -67,6 +68,7 @@ private:
     QByteArray acceptedCertificate_;
     bool accountMade_ = false; // its sign-in goes on where the person agreed to go
     std::shared_ptr<std::optional<bool>> plainAnswer_ = std::make_shared<std::optional<bool>>();
+    std::shared_ptr<SafetyGuard> guard_;
     qint64 lostMs_ = 0;
     qint64 retryMs_ = 0;
     std::shared_ptr<StreamLink> leaving_;

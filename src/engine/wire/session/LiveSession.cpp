@@ -72,6 +72,7 @@ void LiveSession::pump(qint64 nowMs)
     while (isBehind_ && queue_->inboundCount() < mostQueued && clock.elapsed() < budgetMs) {
         auto stanza = link_->takeElement();
         isBehind_ = stanza != nullptr;
+        countSkipped();
         if (stanza)
             receive(std::move(stanza));
     }
@@ -79,6 +80,15 @@ void LiveSession::pump(qint64 nowMs)
     sendQueued();
     if (queue_->inboundCount() < mostQueued)
         keepAlive(nowMs);
+}
+
+// Left out or not, the server counts them.
+void LiveSession::countSkipped()
+{
+    for (int skipped = link_->takeSkipped(); skipped > 0; --skipped) {
+        qCWarning(lcEngine) << "left out a stanza that is too deep or too long";
+        management_.received();
+    }
 }
 
 void LiveSession::receive(std::shared_ptr<Stanza> stanza)

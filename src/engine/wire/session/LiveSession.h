@@ -46,6 +46,7 @@ public:
 
 private:
     void request(const char* name, const QByteArray& id, const QString& to);
+    void countSkipped();
     void receive(std::shared_ptr<Stanza> stanza);
     void pass(BridgeOutput output);
     void send(const QByteArray& stanza);

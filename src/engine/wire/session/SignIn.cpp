@@ -10,8 +10,10 @@ constexpr qint64 silenceTimeoutMs = 30'000;
 
 } // namespace
 
-SignIn::SignIn(Account account, const DialContext& context, std::function<bool()> askPlain, qint64 nowMs)
-    : account_(std::move(account)), askPlain_(std::move(askPlain)), dialer_(account_.goal, context, nowMs)
+SignIn::SignIn(Account account, const DialContext& context, std::function<bool()> askPlain,
+               std::shared_ptr<SafetyGuard> guard, qint64 nowMs)
+    : account_(std::move(account)), askPlain_(std::move(askPlain)), guard_(std::move(guard)),
+      dialer_(account_.goal, context, nowMs)
 {
 }
 
@@ -64,6 +66,7 @@ void SignIn::opened()
         AuthRequest request{account_.user, account_.password, account_.domain(), account_.resource};
         request.encrypted = link.isEncrypted();
         request.askPlain = askPlain_;
+        request.guard = guard_;
         auth_ = std::make_unique<StreamAuth>(std::move(request));
     }
     auth_->streamOpened(link.features(), link.header().id);
@@ -96,6 +99,9 @@ void SignIn::feedResumption(const Stanza& element)
 void SignIn::adopt()
 {
     auto& link = *dialer_.link();
+    // The connection was left while the person was asked.
+    if (link.state() != StreamLink::State::Open)
+        return;
     const auto texts = auth_->takeOutput();
     for (const auto& text : texts)
         link.write(text);

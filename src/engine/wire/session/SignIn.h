@@ -20,7 +20,9 @@ public:
     };
 
     // `askPlain` tells whether the password may cross an unencrypted stream; it is asked only when needed.
-    SignIn(Account account, const DialContext& context, std::function<bool()> askPlain, qint64 nowMs);
+    // `guard` watches over what the account had.
+    SignIn(Account account, const DialContext& context, std::function<bool()> askPlain,
+           std::shared_ptr<SafetyGuard> guard, qint64 nowMs);
     // Takes up the session that `management` knows of instead of beginning one.
     void resume(const StreamManagement& management);
 
@@ -28,6 +30,8 @@ public:
     State state() const { return state_; }
     // The link under way, or the one that stands; null before there is one.
     const std::shared_ptr<StreamLink>& link() const { return dialer_.link(); }
+    // Of the sign-in that has come about.
+    Safety safety() const { return {link()->isEncrypted(), link()->isVerified(), auth_->proof()}; }
     QString boundJid() const { return auth_->boundJid(); }
     bool offersStreamManagement() const { return auth_->offersStreamManagement(); }
     // The server's answer to the request to resume; null before it, and without one.
@@ -47,6 +51,7 @@ private:
 
     Account account_;
     std::function<bool()> askPlain_;
+    std::shared_ptr<SafetyGuard> guard_;
     Dialer dialer_;
     std::unique_ptr<StreamAuth> auth_;
     QByteArray resumeRequest_;

@@ -10,22 +10,51 @@ constexpr StreamFault restricted{"restricted-xml", "a comment, a document type o
 constexpr StreamFault notXml{"not-well-formed", "the stream does not begin as XML in UTF-8"};
 constexpr StreamFault notUtf8{"not-well-formed", "bytes that are not UTF-8"};
 constexpr StreamFault tooManyAttributes{"policy-violation", "too many attributes in one element"};
+constexpr StreamFault tooLong{"policy-violation", "a stanza is too long"};
 
 } // namespace
 
-MarkupGuard::Finding MarkupGuard::check(QByteArrayView bytes)
+// What of a piece goes on, while it is looked through.
+struct MarkupGuard::Sorting {
+    // The stanza that began at `at` is left out from there on.
+    void skipFrom(qint64 at)
+    {
+        if (at < 0)
+            finding.forgets = true;
+        else
+            takeUntil(at);
+        isWhole = false;
+    }
+    void goOnAt(qsizetype at)
+    {
+        ++finding.skipped;
+        from = at;
+        isWhole = false;
+    }
+    void takeUntil(qsizetype at) { finding.clean.append(bytes.constData() + from, at - from); }
+
+    const QByteArray& bytes;
+    Finding finding = {};
+    qsizetype from = 0;
+    bool isWhole = true; // nothing was left out
+};
+
+MarkupGuard::Finding MarkupGuard::check(const QByteArray& bytes)
 {
     const auto valid = utf8_.validPrefix(bytes);
-    const auto finding = checkMarkup(bytes.first(valid));
-    if (finding.fault || valid == bytes.size())
-        return finding;
-    return {valid, notUtf8};
+    auto finding = sorted(bytes, valid);
+    if (!finding.fault && valid < bytes.size())
+        finding.fault = notUtf8;
+    return finding;
 }
 
-MarkupGuard::Finding MarkupGuard::checkMarkup(QByteArrayView bytes)
+MarkupGuard::Finding MarkupGuard::sorted(const QByteArray& bytes, qsizetype size)
 {
-    const char* at = bytes.begin();
-    const char* const end = bytes.end();
+    Sorting sorting{bytes};
+    sorting.isWhole = !skipping_;
+    const char* const begin = bytes.constData();
+    const char* const end = begin + size;
+    const char* at = begin;
     while (at != end) {
         if (in_ == In::Text || in_ == In::Quote) {
             // The long stretches: nothing matters before the next tag or the closing quote.
@@ -34,12 +63,38 @@ MarkupGuard::Finding MarkupGuard::checkMarkup(QByteArrayView bytes)
             if (!at)
                 break;
             in_ = in_ == In::Text ? In::Opened : In::Tag;
-        } else if (const auto fault = step(*at)) {
-            return {at - bytes.begin(), fault};
+            last_ = 0;
+        } else {
+            const int depth = depth_;
+            const bool skipped = skipping_;
+            sorting.finding.fault = step(*at);
+            if (sorting.finding.fault)
+                break;
+            if (depth == 1 && depth_ == 2)
+                stanzaAt_ = at - begin - 1; // at its "<"
+            if (skipping_ && !skipped)
+                sorting.skipFrom(stanzaAt_);
+            // A tag that is left out may be a whole stanza's.
+            if (skipping_ && depth_ == 1) {
+                skipping_ = false;
+                sorting.goOnAt(at - begin + 1);
+            }
         }
         ++at;
     }
-    return {bytes.size(), {}};
+    const qsizetype seen = at ? at - begin : size;
+    if (!skipping_ && isTooLong(seen)) {
+        skipping_ = true;
+        sorting.skipFrom(stanzaAt_);
+    }
+    if (skipping_ && seen - stanzaAt_ > maxSkipped)
+        sorting.finding.fault = tooLong;
+    stanzaAt_ -= seen;
+    if (sorting.isWhole)
+        sorting.finding.clean = seen == bytes.size() ? bytes : bytes.first(seen);
+    else if (!skipping_)
+        sorting.takeUntil(seen);
+    return sorting.finding;
 }
 
 StreamFault MarkupGuard::step(char c)
@@ -79,19 +134,35 @@ StreamFault MarkupGuard::opened(char c)
     if (c == '?' && !declarationAllowed)
         return restricted;
     in_ = c == '?' ? In::DeclarationName : c == '!' ? In::Bang : c == '>' ? In::Text : In::Tag;
+    closing_ = c == '/';
+    last_ = c;
+    if (in_ == In::Tag && !closing_)
+        openElement();
     return {};
+}
+
+void MarkupGuard::openElement()
+{
+    elements_ = ++depth_ == 2 ? 1 : elements_ + 1;
+    // The stream's own element isn't counted.
+    skipping_ |= depth_ > maxDepth + 1 || (depth_ > 1 && elements_ > maxElements);
 }
 
 StreamFault MarkupGuard::tag(char c)
 {
     if (c == '>') {
         in_ = In::Text;
+        if (closing_ || last_ == '/')
+            --depth_;
     } else if (c == '"' || c == '\'') {
         quote_ = c;
         in_ = In::Quote;
     } else if (c == '=' && ++attributes_ > maxAttributes) {
-        return tooManyAttributes;
+        if (depth_ < 2)
+            return tooManyAttributes;
+        skipping_ = true;
     }
+    last_ = c;
     return {};
 }
 

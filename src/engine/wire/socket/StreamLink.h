@@ -49,9 +49,13 @@ public:
     void refuseCertificate();
 
     bool isEncrypted() const { return transport_.isEncrypted(); }
+    // Encrypted, with a certificate that nobody had to judge.
+    bool isVerified() const { return isEncrypted() && transport_.certificateErrors().isEmpty(); }
     const StreamHeader& header() const { return parser_.header(); }
     // Null on a stream without version 1.0.
     pugi::xml_node features() const { return features_ ? features_->root() : pugi::xml_node(); }
+    // How many top-level elements were left out since the last call.
+    int takeSkipped() { return parser_.takeSkipped(); }
     // The next top-level element while Open; null when nothing whole has arrived.
     std::shared_ptr<Stanza> takeElement();
     void write(const QByteArray& bytes) { transport_.write(bytes); }

@@ -41,17 +41,33 @@ void StreamParser::reset()
     document_.reset();
     current_ = {};
     text_.clear();
-    namespaces_.resize(maxDepth + 2);
+    namespaces_.resize(MarkupGuard::maxDepth + 2);
 }
 
 void StreamParser::feed(const QByteArray& bytes)
 {
     if (fault_ || closed_ || bytes.isEmpty())
         return;
-    const auto [clean, fault] = guard_.check(bytes);
-    reader_.addData(clean == bytes.size() ? bytes : bytes.first(clean));
-    coming_ = fault;
+    const auto finding = guard_.check(bytes);
+    if (finding.forgets)
+        forgetStanza();
+    reader_.addData(finding.clean);
+    coming_ = finding.fault;
+    skipped_ += finding.skipped;
     hungry_ = false;
+}
+
+// What the reader keeps of a stanza goes with the reader's state alone.
+void StreamParser::forgetStanza()
+{
+    reader_.clear();
+    reader_.addData(opening_);
+    while (reader_.readNext() == QXmlStreamReader::StartDocument) {
+    }
+    depth_ = 1;
+    stanzaStart_ = reader_.characterOffset();
+    document_.reset();
+    text_.clear();
 }
 
 StreamParser::Event StreamParser::next()
@@ -103,7 +119,7 @@ StreamParser::Event StreamParser::starved()
 
 bool StreamParser::isTooLong() const
 {
-    return reader_.characterOffset() - stanzaStart_ > maxStanza;
+    return reader_.characterOffset() - stanzaStart_ > MarkupGuard::maxStanza;
 }
 
 StreamParser::Event StreamParser::broken(const StreamFault& fault)
@@ -117,13 +133,10 @@ StreamParser::Event StreamParser::startElement()
 {
     if (++depth_ == 1)
         return openStream();
-    // The stream's own element isn't counted.
-    if (depth_ > maxDepth + 1)
+    if (depth_ > MarkupGuard::maxDepth + 1)
         return broken(tooDeep);
     if (depth_ == 2)
         beginStanza();
-    if (++elements_ > maxElements)
-        return broken(tooLong);
     flushText();
     appendElement();
     appendAttributes();
@@ -140,6 +153,15 @@ StreamParser::Event StreamParser::openStream()
     const auto version = attributes.value(QLatin1String("version"));
     header_.hasFeatures = version.left(version.indexOf(u'.')).toInt() >= 1;
     stanzaStart_ = reader_.characterOffset();
+    opening_ = u'<' + reader_.qualifiedName().toString();
+    const auto declarations = reader_.namespaceDeclarations();
+    for (const auto& declaration : declarations) {
+        const QString colon = declaration.prefix().isEmpty() ? QString() : QStringLiteral(":");
+        opening_ +=
+            QStringLiteral(" xmlns%1%2=\"%3\"")
+                .arg(colon, declaration.prefix(), declaration.namespaceUri().toString().toHtmlEscaped());
+    }
+    opening_ += u'>';
     return Event::Opened;
 }
 
@@ -148,7 +170,6 @@ void StreamParser::beginStanza()
     document_ = std::make_unique<pugi::xml_document>();
     current_ = *document_;
     namespaces_[1] = clientNamespace;
-    elements_ = 0;
     text_.clear();
 }
 
@@ -205,8 +226,6 @@ StreamParser::Event StreamParser::endElement()
     current_ = current_.parent();
     if (depth_ > 1)
         return Event::None;
-    if (isTooLong())
-        return broken(tooLong);
     stanzaStart_ = reader_.characterOffset();
     return Event::Element;
 }

@@ -20,17 +20,12 @@ struct StreamHeader {
 };
 
 // Cuts the bytes of a stream, split anywhere, into its top-level elements. Strict and bounded: the first
-// breach ends it. Prefixes are resolved: an element has its local name and an `xmlns` where its namespace
-// differs from its parent's, a top-level element where it differs from jabber:client. Attributes of foreign
-// namespaces are left out.
+// breach ends it, and an element beyond the bounds is left out. Prefixes are resolved: an element has its
+// local name and an `xmlns` where its namespace differs from its parent's, a top-level element where it
+// differs from jabber:client. Attributes of foreign namespaces are left out.
 class StreamParser
 {
 public:
-    static constexpr int maxDepth = 64;
-    static constexpr int maxElements = 200'000;
-    // UTF-16 units of one top-level element's text, tags included.
-    static constexpr qint64 maxStanza = 4 * 1024 * 1024;
-
     enum class Event { None, Opened, Element, Closed, Broken };
 
     StreamParser();
@@ -44,6 +39,8 @@ public:
     Event next();
     // The document of the last Element.
     std::shared_ptr<Stanza> takeElement();
+    // How many elements were left out since the last call.
+    int takeSkipped() { return std::exchange(skipped_, 0); }
     const StreamHeader& header() const { return header_; }
     const StreamFault& fault() const { return fault_; }
 
@@ -57,6 +54,7 @@ private:
     Event broken(const StreamFault& fault);
     bool isTooLong() const;
     void beginStanza();
+    void forgetStanza();
     void appendElement();
     void appendAttributes();
     void flushText();
@@ -70,7 +68,9 @@ private:
     bool closed_ = false;
     bool hungry_ = true;
     int depth_ = 0;
-    int elements_ = 0;
+    int skipped_ = 0;
+    // The stream's opening tag, for a reader that begins anew behind a stanza.
+    QString opening_;
     qint64 stanzaStart_ = 0;
     std::unique_ptr<pugi::xml_document> document_;
     pugi::xml_node current_;
