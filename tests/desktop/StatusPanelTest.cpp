@@ -34,7 +34,7 @@ private slots:
         };
         QCOMPARE(tip(), Qt::convertFromPlainText(panel.text()));
         QVERIFY(pictureOf("Ay") != pictureOf("No"));
-        QCOMPARE(panel.shownText(), "No");
+        QCOMPARE(panel.shownText(), panel.text());
     }
 };
 
