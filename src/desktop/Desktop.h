@@ -17,7 +17,8 @@ class MessageBoxes
 {
 public:
     enum class Icon { None, Information, Question, Exclamation, Critical };
-    enum class Buttons { Ok, YesNo, YesNoCancel };
+    // Enter answers with the first that is named, save that it never says yes to a warning.
+    enum class Buttons { Ok, YesNo, YesNoCancel, NoYesCancel };
     enum class Answer { Ok, Yes, No, Cancel };
 
     virtual ~MessageBoxes() = default;

@@ -14,15 +14,18 @@ bool mayHoldLink(const QString& text)
     return text.contains(u':') || text.contains(u"www.", Qt::CaseInsensitive);
 }
 
+// A sentence's signs at the end don't belong to a link, save a bracket that it opened itself.
 qsizetype trimmedLength(QStringView link)
 {
     qsizetype length = link.size();
-    qsizetype unopened = link.count(u')') - link.count(u'(');
+    qsizetype unopened[] = {link.count(u')') - link.count(u'('), link.count(u'}') - link.count(u'{')};
     while (length > 0) {
         const QChar last = link.at(length - 1);
-        if (last == u')' ? unopened <= 0 : !QStringView(u".,;:!?'\"]}>").contains(last))
+        const bool bracket = last == u')' || last == u'}';
+        auto& open = unopened[last == u'}'];
+        if (bracket ? open <= 0 : !QStringView(u".,;:!?'\"]>").contains(last))
             break;
-        unopened -= last == u')';
+        open -= bracket;
         --length;
     }
     return length;

@@ -55,7 +55,7 @@ bool PeerCommands::block(const QString& jid)
         return false;
     }
     const auto answer = boxes.show(tr("Confirm"), tr("Are you sure that you want to Block this Contact"),
-                                   MessageBoxes::Icon::Question, MessageBoxes::Buttons::YesNoCancel);
+                                   MessageBoxes::Icon::Question, MessageBoxes::Buttons::NoYesCancel);
     if (answer != MessageBoxes::Answer::Yes)
         return false;
     const QString error = blocked.add(jid);

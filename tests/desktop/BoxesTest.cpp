@@ -33,8 +33,10 @@ private slots:
         row("no", asks, Buttons::YesNoCancel, int(QMessageBox::No), Answer::No);
         row("cancel", asks, Buttons::YesNoCancel, int(QMessageBox::Cancel), Answer::Cancel);
         row("cancel by escape", asks, Buttons::YesNoCancel, int(Qt::Key_Escape), Answer::Cancel);
-        // Enter does not say yes to a warning.
-        row("enter", MessageBoxes::Icon::Exclamation, Buttons::YesNo, int(Qt::Key_Return), Answer::No);
+        row("enter", asks, Buttons::YesNoCancel, int(Qt::Key_Return), Answer::Yes);
+        row("enter, after thought", asks, Buttons::NoYesCancel, int(Qt::Key_Return), Answer::No);
+        row("enter, at a warning", MessageBoxes::Icon::Exclamation, Buttons::YesNo, int(Qt::Key_Return),
+            Answer::No);
     }
     void theAnswerIsTheButton()
     {

@@ -16,6 +16,8 @@ private slots:
         row("none", "no: nothing here.", QStringList());
         row("sentence", "See http://a.example/b?c=d&e#f, then.", QStringList("http://a.example/b?c=d&e#f"));
         row("brackets", "(https://a.example/x_(y))", QStringList("https://a.example/x_(y)"));
+        row("braces", "{https://a.example/%20{x}/(y{z})}.",
+            QStringList("https://a.example/%20%7Bx%7D/(y%7Bz%7D)"));
         row("round it", "<ftp://a.example>!", QStringList("ftp://a.example"));
         row("bare", "WWW.a.example", QStringList("http://www.a.example"));
         row("two", "mailto:a@b.example xmpp:c@d.example",
@@ -27,6 +29,7 @@ private slots:
             QStringList("http://a.example/a%7Cb%5E%60%7B%7D%25zz%20"));
         row("nothing opens it", "http://a.example:99999/ mailto:a@b?attach=/etc/passwd", QStringList());
         row("a million brackets", "http://a" + QString(1000000, u')'), QStringList("http://a"));
+        row("a million braces", "http://a" + QString(1000000, u'}'), QStringList("http://a"));
         row("as many open ones", "http://a/" + QString(1000000, u'('), QStringList());
     }
     void linksAreFound()

@@ -95,7 +95,7 @@ private slots:
                  blockedBefore
                      ? Box({"Note !", "The Contact is already Blocked!", Icon::Information, Buttons::Ok})
                      : Box({"Confirm", "Are you sure that you want to Block this Contact", Icon::Question,
-                            Buttons::YesNoCancel}));
+                            Buttons::NoYesCancel}));
         QCOMPARE(refresh.size(), refreshes);
         QCOMPARE(f->client.MyBanList.Count(), int(yes || blockedBefore));
         QCOMPARE(files::read(banned).contains("<item>" + juliet.toUtf8() + "</item>"), yes);

@@ -92,6 +92,23 @@ private slots:
         QVERIFY(SOON(server->hasReceived("<body>Hark!</body>")));
     }
 
+    // Nothing of its going has been heard of yet when it comes again.
+    void aWindowThatComesBackAtOnceAsAnIconStaysOne()
+    {
+        QVERIFY(openChatByKeys());
+        auto& window = *form("MessageForm");
+        for (int i = 0; i < 10; ++i) {
+            window.close();
+            window.setWindowState(Qt::WindowMinimized);
+            window.show();
+            QVERIFY(SOON(chat() && x.state(chat()) != State::Withdrawn));
+            x.settle();
+            QCOMPARE(x.state(chat()), State::Iconic);
+            x.activate(chat());
+            QVERIFY(SOON(isActive(chat()) && window.isActiveWindow()));
+        }
+    }
+
     void whatComesByItselfDoesNotTakeTheKeys_data()
     {
         columns<QString, QString>("xml", "title");

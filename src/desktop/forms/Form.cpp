@@ -154,7 +154,7 @@ void Form::prepare()
     if (maximised_)
         setWindowState(windowState() | Qt::WindowMaximized);
     create();
-    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
+    takePlace(); // again, reckoned with the frame that the toolkit remembers
 }
 
 void Form::takePlace()
@@ -214,10 +214,14 @@ void Form::showEvent(QShowEvent* event)
     if (entry_)
         entry_->setFocus();
     looks_ = 10;
-    if (isMaximized() || isFullScreen())
-        return;
-    fitContent();
-    fitScreen();
+    if (!isMaximized() && !isFullScreen()) {
+        fitContent();
+        fitScreen();
+    }
+    // The toolkit forgets the state of a window that it moves or resizes now, so that one that was to be an
+    // icon would come up before all others. So the state is the last that the native window hears of.
+    place_ ? windowHandle()->setGeometry(geometry()) : windowHandle()->resize(size());
+    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
 }
 
 // A main window knows nothing of labels that grow in height as they wrap.

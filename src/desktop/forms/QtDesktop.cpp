@@ -45,6 +45,7 @@ QMessageBox::StandardButtons buttonsOf(MessageBoxes::Buttons buttons)
     case MessageBoxes::Buttons::YesNo:
         return QMessageBox::Yes | QMessageBox::No;
     case MessageBoxes::Buttons::YesNoCancel:
+    case MessageBoxes::Buttons::NoYesCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case MessageBoxes::Buttons::Ok:
         break;
@@ -90,8 +91,7 @@ MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& t
     if (text.size() > longestText)
         box.setDetailedText(text);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // Enter must not say yes to a warning.
-    if (icon == Icon::Exclamation && buttons != Buttons::Ok)
+    if (buttons == Buttons::NoYesCancel || (icon == Icon::Exclamation && buttons != Buttons::Ok))
         box.setDefaultButton(QMessageBox::No);
     return answerOf(box.exec());
 }
