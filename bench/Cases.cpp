@@ -162,6 +162,8 @@ void Cases::addHostile(const Pair& figures)
         {"emoji", "160 KB of joined emoji"},
         {"lines", "2,000,000 lines in one message"},
         {"combining", "names and texts of combining marks"},
+        {"links", "100,000 characters of links"},
+        {"queries", "100,000 queries in one request"},
         {"requests", "1,000 requests, 100 of one person"},
         {"resources", "100,000 resources of one contact"},
         {"strangers", "messages of 1,000 strangers"},

@@ -89,6 +89,20 @@ std::function<QByteArray()> hostile(World& world, const Connection& client, cons
         return once(QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D").repeated(many / 10));
     if (kind == u"lines")
         return once(QStringLiteral("x\n").repeated(20 * many));
+    if (kind == u"links") {
+        QString links;
+        for (int i = 0; links.size() < many; ++i)
+            links += QStringLiteral("www.%1 ").arg(i);
+        return once(links);
+    }
+    if (kind == u"queries") {
+        Element request("iq");
+        request.set("from", from.value(0)).set("to", to).set("type", QStringLiteral("set"));
+        request.set("id", QString(5 * many, u'x'));
+        request.raw(QStringLiteral("<a xmlns='jabber:iq:oob'/>").repeated(many));
+        return source(
+            client, 1, [text = request.xml()](int) { return text; }, last);
+    }
     if (kind == u"combining") {
         const auto marks = [](int count) { return QString(count, QChar(0x316)); };
         const QString bare = from.value(0).section(u'/', 0, 0);

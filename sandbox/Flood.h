@@ -19,8 +19,9 @@ std::function<QByteArray()> messages(World& world, const Connection& client, int
 
 // What somebody sends who means ill, from the first contact: "brackets", one link with 200,000 of them;
 // "emoji", 160 KB of joined ones; "lines", 2,000,000 in one message; "combining", 100,000 marks in an address
-// and in a text; "requests", a hundred of one stranger and one each of 900; "strangers", a message of each of
-// 1,000; and for any other `kind` 100,000 resources.
+// and in a text; "links", 100,000 characters of them; "queries", 100,000 in one request of a long id;
+// "requests", a hundred of one stranger and one each of 900; "strangers", a message of each of 1,000; and for
+// any other `kind` 100,000 resources.
 std::function<QByteArray()> hostile(World& world, const Connection& client, const QString& kind,
                                     const QString& last = {});
 

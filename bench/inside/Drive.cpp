@@ -71,8 +71,8 @@ void Drive::run()
         if (isWanted(name))
             (this->*step)();
     }
-    for (const char* kind :
-         {"brackets", "emoji", "lines", "combining", "requests", "resources", "strangers"}) {
+    for (const char* kind : {"brackets", "emoji", "lines", "combining", "links", "queries", "requests",
+                             "resources", "strangers"}) {
         if (isWanted(kind))
             hostile(kind);
     }

@@ -60,9 +60,9 @@ void RosterSync::takeItem(pugi::xml_node item)
 {
     const QString address = xml::attribute(item, "jid");
     const QString bare = jid::bare(address);
-    // The server has its row, however the list came by it.
-    if (bare.isEmpty() || bare == client_.Gateway().Server() || client_.MyAgents.JIDExists(address) ||
-        client_.MyAgents.JIDExists(bare))
+    // The server has its row, however the list came by it and the person spelt it.
+    if (bare.isEmpty() || bare.compare(client_.Gateway().Server(), Qt::CaseInsensitive) == 0 ||
+        client_.MyAgents.JIDExists(address) || client_.MyAgents.JIDExists(bare))
         return;
     const Push push = readPush(item, bare);
     if (client_.MyRoster.DoesJIDExist(bare))

@@ -75,8 +75,9 @@ StanzaError StanzaError::of(pugi::xml_node stanza)
 
 QString StanzaError::sentence() const
 {
+    constexpr qsizetype longest = 1000; // of what anybody may have written
     if (!serverText.isEmpty())
-        return serverText;
+        return serverText.left(longest);
     switch (code) {
     case 401:
         return tr("The user name or the password is not right.");

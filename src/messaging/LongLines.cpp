@@ -50,6 +50,12 @@ qsizetype shownLength(QStringView text, qsizetype most, int mostLines)
     return splits ? length - 1 : length;
 }
 
+QString shownLine(const QString& line)
+{
+    const qsizetype length = Cutter().take(line);
+    return length == line.size() ? line : line.left(length) + QStringLiteral("...");
+}
+
 qsizetype Cutter::take(QStringView text)
 {
     qsizetype blank = 0;

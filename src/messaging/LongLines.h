@@ -11,6 +11,9 @@ namespace longlines
 // transcript shows of one message: never half of a surrogate pair.
 qsizetype shownLength(QStringView text, qsizetype most = 65'536, int mostLines = 1000);
 
+// A line from somebody else for a field or a list, cut with "..." where the layout would not take it.
+QString shownLine(const QString& line);
+
 // Cuts lines of extreme length into pieces that the layout takes in no time, over texts that are inserted one
 // behind the other. Signs that join their neighbours weigh more than letters.
 class Cutter

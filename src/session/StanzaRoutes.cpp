@@ -22,6 +22,8 @@ Destination found(const std::pair<Key, Destination> (&table)[rows], const Value&
     return otherwise;
 }
 
+// What follows is asked of each query in a stanza. There may be many, and the id be long: it is read last.
+
 // The server refused a change of the contact list.
 bool isChangeRefusal(const Stanza& iq)
 {
@@ -40,7 +42,7 @@ bool isAnswer(const Stanza& iq)
 // The answer to the engine's request for the contact list.
 bool isListRefusal(const Stanza& iq)
 {
-    return iq.IqFields().Id() == u"brelo-roster" && iq.IqFields().Type() == u"error";
+    return iq.IqFields().Type() == u"error" && iq.IqFields().Id() == u"brelo-roster";
 }
 
 Destination ofBrowse(const PlugInContext& context)
@@ -54,10 +56,10 @@ Destination ofBrowse(const PlugInContext& context)
         {u"VRX_GET_SUPPORTEDNS", Destination::SupportedNamespaces},
         {u"VRX_GET_ONLINEUSERS", Destination::OnlineUsers},
     };
-    const QString id = context.Stanza().IqFields().Id();
     const bool room = context.Session().Properties().Exists(QStringLiteral("IsGroupchat"));
     if (!isAnswer(context.Stanza()))
         return room ? Destination::GroupChat : Destination::Nowhere;
+    const QString id = context.Stanza().IqFields().Id();
     return found(lists, id, room ? Destination::GroupChat : found(others, id));
 }
 

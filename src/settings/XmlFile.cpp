@@ -23,6 +23,17 @@ QString decoded(const QByteArray& bytes)
     return utf8.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
+// Empty when the file is open for reading, and its owner's only. A pipe may keep a reader waiting for ever.
+QString open(QFile& file)
+{
+    paths::makePrivateFile(file.fileName());
+    const bool isFile = QFileInfo(file).isFile();
+    if (isFile && file.open(QIODevice::ReadOnly))
+        return {};
+    return tr("This file can't be read: %1\n%2")
+        .arg(file.fileName(), isFile ? file.errorString() : tr("It is no file."));
+}
+
 } // namespace
 
 XmlFile::XmlFile(QString file, QByteArray root, QByteArray initial)
@@ -45,12 +56,9 @@ QString XmlFile::read(pugi::xml_document& document) const
         if (!error.isEmpty())
             return error;
     }
-    if (!QFileInfo(file_).isFile()) // a pipe may keep a reader waiting for ever
-        return tr("This file can't be read: %1\n%2").arg(file_, tr("It is no file."));
-    paths::makePrivateFile(file_);
     QFile file(file_);
-    if (!file.open(QIODevice::ReadOnly))
-        return tr("This file can't be read: %1\n%2").arg(file_, file.errorString());
+    if (const QString error = open(file); !error.isEmpty())
+        return error;
     if (!parse(file.readAll(), document))
         return tr("This file is damaged and was left as it is: %1\nMove it away to begin a new one.")
             .arg(file_);
@@ -70,7 +78,11 @@ QString XmlFile::renew() const
 {
     pugi::xml_document document;
     QFile file(file_);
-    if (!file.open(QIODevice::ReadOnly) || parse(file.readAll(), document))
+    if (!QFileInfo::exists(file_))
+        return {};
+    if (const QString error = open(file); !error.isEmpty())
+        return error;
+    if (parse(file.readAll(), document))
         return {};
     const QString aside = file_ + QStringLiteral(".damaged");
     QFile::remove(aside);

@@ -140,6 +140,7 @@ private slots:
         columns<QString, QString, QString>("odd", "JID", "folder");
         const QString grouped = "<item jid='%1' subscription='both'><group>%2</group></item>";
         row("a service", "<item jid='msn.x/registered' subscription='both'/>", "msn.x", "");
+        row("the server in capitals", grouped.arg("MONTAGUE.example", "Servers"), "MONTAGUE.example", "");
         row("the server", grouped.arg("montague.example", "Servers"), "montague.example", "");
         row("no address", "<item subscription='both'/>", "", "");
         row("a resource alone", "<item jid='/home' subscription='both'/>", "", "");

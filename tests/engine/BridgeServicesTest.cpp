@@ -111,6 +111,8 @@ private slots:
         row("empty card", "result", juliet, "<vCard xmlns='vcard-temp'/>", empty);
         row("no card", "result", juliet, "", empty);
         row("old spelling", "result", juliet, "<VCARD xmlns='vcard-temp'/>", empty);
+        row("many cards", "result", juliet, "<vCard xmlns='vcard-temp'/><VCARD xmlns='vcard-temp'/><a/>",
+            empty + "<a/>");
         row("error", "error", juliet, "<error code='404'>no</error>",
             empty + "<error code=\"404\">no</error>");
         row("own, without a sender", "result", "", "", empty);

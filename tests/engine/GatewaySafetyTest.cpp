@@ -127,14 +127,28 @@ private slots:
         QVERIFY(rig.host.lessQuestions.isEmpty() && rig.host.safeties.value(account) == tlsPlain);
     }
 
+    // Not even when the sign-in comes to nothing.
+    void whatWasAcceptedForGoodIsNotAskedForAgain()
+    {
+        GatewayRig rig;
+        rig.host.safeties[account] = verifiedPlain;
+        rig.host.certificateAnswer = CertificateAnswer::AcceptAlways;
+        tls(rig.server);
+        CONNECT_UNTIL(rig, !rig.host.certificates.isEmpty());
+        QVERIFY(!rig.isUp() && rig.host.safeties.value(account) == tlsPlain);
+    }
+
     void aVerifiedCertificateIsRemembered()
     {
         const Trusted trusted;
         GatewayRig rig;
         tls(rig.server);
+        rig.host.safeties["romeo@localhost"] = {true, true, Proof::ScramSha1};
+        rig.host.lessAnswer = true;
         rig.connectTo(QStringLiteral("localhost:%1").arg(rig.server.serverPort()));
         TICK_UNTIL(rig, rig.isUp());
         QVERIFY(rig.host.certificates.isEmpty());
+        QCOMPARE(rig.host.lessQuestions, QList{verifiedPlain}); // the certificate is as good as before
         QVERIFY(rig.host.safeties.value("romeo@localhost") == verifiedPlain);
     }
 

@@ -1,6 +1,8 @@
 #include "preferences/StatusLibrary.h"
 #include "PreferencesFixture.h"
 
+#include <sys/stat.h>
+
 // The prepared status texts, in the page that edits them.
 class StatusLibraryTest : public QObject
 {
@@ -112,6 +114,16 @@ private slots:
         QVERIFY(f->outside.boxes.shown[0].text.contains("StatusMsgs.xml.damaged"));
         QCOMPARE(files::read(paths::configFolder() + "/StatusMsgs.xml.damaged"), damaged);
         QVERIFY(content().contains("Not at my desk"));
+    }
+
+    // It would keep whoever opens it waiting for ever.
+    void aPipeInItsPlaceIsTold()
+    {
+        QVERIFY(paths::makePrivateFolder(paths::configFolder()));
+        QCOMPARE(::mkfifo(QFile::encodeName(fileName()).constData(), 0600), 0);
+        QCOMPARE(ui::find<QComboBox>(f->page("Personal"), "ComboStatus")->count(), 0);
+        QTRY_COMPARE(f->outside.boxes.shown.size(), 1);
+        QVERIFY(f->outside.boxes.shown[0].text.contains("no file"));
     }
 };
 

@@ -86,6 +86,20 @@ private slots:
         QVERIFY(window() != first);
     }
 
+    // The layout takes seconds for a few thousand marks; what is saved again stays whole.
+    void whatOthersWriteIsCutToBeShown()
+    {
+        const QString marks(2000, QChar(0x316));
+        for (const QString& from : {juliet, own}) {
+            receive(from, "<NICKNAME>" + marks + "</NICKNAME>");
+            QCOMPARE(text("nick").size() < 100, from == juliet);
+        }
+        world_->engine.inject("<iq type='error' from='" + juliet + "'><VCARD xmlns='vcard-temp'/><error>" +
+                              QString(5000, 'x') + "</error></iq>");
+        for (auto* form : world_->registry.loaded())
+            QVERIFY(ui::find<QLabel>(form, "lblState")->text().size() < 1100);
+    }
+
     void openButtonsAndFieldsByOwner_data()
     {
         columns<QString, bool>("from", "isOwn");

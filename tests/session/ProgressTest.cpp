@@ -60,9 +60,10 @@ private slots:
             const auto& box = live.world.boxes.shown.first();
             QVERIFY(box.icon == MessageBoxes::Icon::Exclamation &&
                     box.buttons == MessageBoxes::Buttons::YesNo); // No is the default
-            QVERIFY2(box.text.contains("Before: an encrypted connection, its certificate verified; the "
-                                       "password is proven by SCRAM-SHA-256.\nNow: a connection that is not "
-                                       "encrypted; the password itself is sent."),
+            QVERIFY2(box.text.contains(
+                         "Before: an encrypted connection, its certificate verified; only "
+                         "a proof of the password is sent (SCRAM-SHA-256).\nNow: a connection that is not "
+                         "encrypted; the password itself is sent."),
                      qPrintable(box.text));
             QVERIFY(live.store.lastSafety(account) == (agreed ? Safety{false, false, Proof::Plain} : had));
             ui::click(live.form("LoggingInForm"), "Command1");

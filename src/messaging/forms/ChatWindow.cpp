@@ -110,7 +110,7 @@ QString ChatWindow::whyNotOpened(const QString& jid) const
         .arg(jid);
 }
 
-// What names nobody is from the server, or to the account (RFC 6120, 8.1).
+// What names nobody is from the server, which speaks for the account (RFC 6120, 8.1.2.1), or to the account.
 void ChatWindow::complete(MessageFields fields) const
 {
     if (fields.From().isEmpty())

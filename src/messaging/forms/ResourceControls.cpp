@@ -8,18 +8,6 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-namespace
-{
-
-// Combining marks cost the layout dearly.
-QString shown(const QString& resource)
-{
-    const qsizetype length = longlines::Cutter().take(resource);
-    return length == resource.size() ? resource : resource.left(length) + QStringLiteral("...");
-}
-
-} // namespace
-
 ResourceControls::ResourceControls(QComboBox& ComboResource, QLineEdit& txtTOR, QLabel& lblResource)
     : combo_(ComboResource), text_(txtTOR), label_(lblResource)
 {
@@ -55,7 +43,7 @@ void ResourceControls::list(const QStringList& resources)
     for (qsizetype place = 0; place < resources.size(); ++place) {
         const auto standing = listed_.indexOf(resources.at(place), place);
         if (standing < 0) {
-            combo_.insertItem(int(place), shown(resources.at(place)));
+            combo_.insertItem(int(place), longlines::shownLine(resources.at(place)));
             listed_.insert(place, resources.at(place));
         } else {
             unlist(place, standing - place);
@@ -77,13 +65,13 @@ void ResourceControls::unlist(qsizetype place, qsizetype count)
 QString ResourceControls::chosen() const
 {
     const QString text = combo_.currentText();
-    return text == shown(chosen_) ? chosen_ : text;
+    return text == longlines::shownLine(chosen_) ? chosen_ : text;
 }
 
 void ResourceControls::choose(const QString& resource)
 {
     chosen_ = resource;
-    combo_.setEditText(shown(resource));
+    combo_.setEditText(longlines::shownLine(resource));
 }
 
 bool ResourceControls::NoResourcesLeft(const CRosterItem& contact)
@@ -104,8 +92,8 @@ void ResourceControls::messageCame(const QString& resource, const CRosterItem* c
     const QString sender = resource.isEmpty() ? FirstResource(*contact) : resource;
     if (isComboShown() && chosen() != sender)
         choose(sender);
-    else if (!isComboShown() && text_.text() != shown(sender))
-        text_.setText(shown(sender));
+    else if (!isComboShown() && text_.text() != longlines::shownLine(sender))
+        text_.setText(longlines::shownLine(sender));
 }
 
 void ResourceControls::presenceCame(const QString& resource, const CRosterItem* listed)
@@ -115,7 +103,7 @@ void ResourceControls::presenceCame(const QString& resource, const CRosterItem* 
     if (isComboShown())
         choose(resource);
     else
-        text_.setText(shown(resource));
+        text_.setText(longlines::shownLine(resource));
 }
 
 void ResourceControls::show(bool combo)

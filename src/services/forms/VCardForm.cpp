@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "engine/StanzaError.h"
+#include "messaging/LongLines.h"
 #include "services/forms/RequiredMark.h"
 #include "ui_VCardForm.h"
 
@@ -39,9 +40,11 @@ void VCardForm::WriteVCard(const PlugInContext& context)
     if (stanza.IqFields().Type() == u"error")
         return showState(tr("The card could not be read: %1").arg(StanzaError::of(stanza.root()).sentence()));
     const auto read = VCard::of(stanza);
-    VCard::forEachField(read, [this](const QString& control, const QString& value) {
+    // The own card is saved again, and stays whole.
+    const bool own = Tag == client_.ownBareJid();
+    VCard::forEachField(read, [this, own](const QString& control, const QString& value) {
         auto* edit = field(control);
-        edit->setText(value);
+        edit->setText(own ? value : longlines::shownLine(value));
         edit->setCursorPosition(0);
     });
     showState(read == VCard() ? tr("This card is empty.") : QString());

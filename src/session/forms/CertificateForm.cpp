@@ -18,7 +18,8 @@ QString fingerprint(const QByteArray& sha256)
 QString change(CertificateInfo::Before before)
 {
     using enum CertificateInfo::Before;
-    return before == Verified ? CertificateForm::tr("\n\nIt has changed: the last time it was verified.")
+    return before == Verified
+               ? CertificateForm::tr("\n\nSomething has changed: the last time it was verified.")
            : before == Pinned
                ? CertificateForm::tr("\n\nIt has changed: it is not the one that you accepted for good.")
                : QString();

@@ -21,13 +21,13 @@ QString words(const Safety& safety)
     case Proof::Plain:
         return ConnectionUi::tr("%1; the password itself is sent").arg(way);
     case Proof::Digest:
-        return ConnectionUi::tr("%1; a digest of the password is sent").arg(way);
+        return ConnectionUi::tr("%1; only a digest of the password is sent").arg(way);
     case Proof::ScramSha1:
-        return ConnectionUi::tr("%1; the password is proven by SCRAM-SHA-1").arg(way);
+        return ConnectionUi::tr("%1; only a proof of the password is sent (SCRAM-SHA-1)").arg(way);
     case Proof::ScramSha256:
         break;
     }
-    return ConnectionUi::tr("%1; the password is proven by SCRAM-SHA-256").arg(way);
+    return ConnectionUi::tr("%1; only a proof of the password is sent (SCRAM-SHA-256)").arg(way);
 }
 
 } // namespace

@@ -180,9 +180,16 @@ std::shared_ptr<Stanza> VCards::inDialect(pugi::xml_node iq, const QString& addr
 {
     return stanza::changed(iq, [&](pugi::xml_node copy) {
         stanza::setAttribute(copy, "from", address);
-        if (const auto card = stanza::child(copy, cardNamespace))
+        if (const auto card = stanza::child(copy, cardNamespace)) {
             vcard::toDialect(card);
-        else
+            // The client would show each one of a hundred thousand.
+            for (auto other = card.next_sibling(); other;) {
+                const auto next = other.next_sibling();
+                if (xml::xmlns(other) == cardNamespace)
+                    copy.remove_child(other);
+                other = next;
+            }
+        } else
             copy.prepend_child("VCARD").append_attribute("xmlns") = cardNamespace;
     });
 }

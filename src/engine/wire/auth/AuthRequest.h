@@ -20,13 +20,15 @@ struct AuthRequest {
     // Asks the person; called only when nothing but the password in clear is left. May run a nested event
     // loop.
     std::function<bool()> askPlain = {};
+    // The stream's certificate was verified by name.
+    bool verified = false;
     // What the account had must be there, or agreed to; null where nothing was.
     std::shared_ptr<SafetyGuard> guard = {};
 
     // Whether the sign-in may go on with this proof; nobody is asked before that matters.
     bool mayUse(Proof proof) const
     {
-        return (!guard || guard->allows({encrypted, false, proof})) &&
+        return (!guard || guard->allows({encrypted, verified, proof})) &&
                (proof != Proof::Plain || mayShowPassword());
     }
     bool wasGivenUp() const { return guard && guard->wasRefused(); }

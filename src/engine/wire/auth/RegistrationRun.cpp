@@ -32,6 +32,7 @@ void RegistrationRun::begin()
 {
     AuthRequest request{account_.user, account_.password, account_.domain(), account_.resource};
     request.encrypted = link() && link()->isEncrypted();
+    request.verified = link() && link()->isVerified();
     request.askPlain = askPlain_;
     request.guard = guard_;
     registration_ = std::make_unique<AccountRegistration>(std::move(request), stanza_);

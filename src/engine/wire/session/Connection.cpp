@@ -241,8 +241,12 @@ void Connection::judge(const std::shared_ptr<StreamLink>& link)
     guard_->acceptUnverified();
     acceptedCertificate_ = info.sha256;
     held->trustCertificate();
-    if (answer == CertificateAnswer::AcceptAlways)
-        host_.pinCertificate(info.server, info.sha256);
+    if (answer != CertificateAnswer::AcceptAlways)
+        return;
+    host_.pinCertificate(info.server, info.sha256);
+    // It need not be asked for again, whatever comes of the sign-in.
+    if (auto had = host_.lastSafety(account_.bareJid()); had && std::exchange(had->verified, false))
+        host_.keepSafety(account_.bareJid(), *had);
 }
 
 bool Connection::isKnown(const CertificateInfo& info) const

@@ -65,6 +65,7 @@ void SignIn::opened()
     if (!auth_) {
         AuthRequest request{account_.user, account_.password, account_.domain(), account_.resource};
         request.encrypted = link.isEncrypted();
+        request.verified = link.isVerified();
         request.askPlain = askPlain_;
         request.guard = guard_;
         auth_ = std::make_unique<StreamAuth>(std::move(request));

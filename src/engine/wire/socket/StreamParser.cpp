@@ -38,6 +38,7 @@ void StreamParser::reset()
     closed_ = false;
     hungry_ = true;
     depth_ = 0;
+    skipped_ = 0;
     document_.reset();
     current_ = {};
     text_.clear();
