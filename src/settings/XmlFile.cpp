@@ -70,7 +70,7 @@ QString XmlFile::renew() const
 {
     pugi::xml_document document;
     QFile file(file_);
-    if (!file.open(QIODevice::ReadOnly) || parse(file.readAll(), document))
+    if (!paths::open(file, QIODevice::ReadOnly) || parse(file.readAll(), document))
         return {};
     const QString aside = file_ + QStringLiteral(".damaged");
     QFile::remove(aside);
