@@ -13,8 +13,6 @@
 namespace
 {
 
-constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
-
 QString failure(const QString& path, const QFile& file)
 {
     return QCoreApplication::translate("ConversationLog",
@@ -26,10 +24,10 @@ bool openMakingFolder(QFile& file)
 {
     const auto mode = QIODevice::Append | QIODevice::Unbuffered;
     paths::makePrivateFile(file.fileName());
-    if (file.open(mode, ownerOnly))
+    if (paths::open(file, mode))
         return true;
     const QString folder = QFileInfo(file).path();
-    return !QFileInfo::exists(folder) && paths::makePrivateFolder(folder) && file.open(mode, ownerOnly);
+    return !QFileInfo::exists(folder) && paths::makePrivateFolder(folder) && paths::open(file, mode);
 }
 
 } // namespace
@@ -62,7 +60,7 @@ QString ConversationLog::ClearMessageLog(const QString& peer)
 {
     const QString file = path(peer);
     QFile log(file);
-    if (!log.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered, ownerOnly) ||
+    if (!paths::open(log, QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) ||
         log.write("\r\n") != 2)
         return failure(file, log);
     return {};

@@ -1,5 +1,7 @@
 #include "messaging/LogPages.h"
 
+#include "settings/Paths.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -85,9 +87,9 @@ QString LogPages::later(QString* error)
 QByteArray LogPages::read(qint64 from, qint64 to, QString* error) const
 {
     QFile file(path_);
-    if (file.open(QIODevice::ReadOnly) && file.seek(from))
+    if (paths::open(file, QIODevice::ReadOnly) && file.seek(from))
         return file.read(to - from);
     *error = QCoreApplication::translate("ConversationLog", "The conversation log could not be read: %1")
-                 .arg(file.errorString());
+                 .arg(paths::problem(file));
     return {};
 }

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDebug>
+#include <QTimer>
 
 int main(int argc, char** argv)
 {
@@ -25,5 +26,10 @@ int main(int argc, char** argv)
     }
     Program program;
     QObject::connect(&only, &OneProgram::summoned, &application, [&program] { program.bringUp(); });
-    return program.start() ? QApplication::exec() : 1;
+    // Within the loop, so that an end under a box of the start is an end.
+    QTimer::singleShot(0, &application, [&program] {
+        if (!program.start())
+            QCoreApplication::exit(1);
+    });
+    return QApplication::exec();
 }

@@ -27,7 +27,7 @@ bool CRegistry::hasValue(const QString& name)
     CRegistry reader;
     reader.folder_ = paths::autostartFolder();
     QFile entry(reader.entryFile(name));
-    if (!entry.open(QIODevice::ReadOnly))
+    if (!paths::open(entry, QIODevice::ReadOnly))
         return false;
     const auto lines = entry.readAll().toLower().split('\n');
     return !lines.contains("hidden=true") && !lines.contains("x-gnome-autostart-enabled=false");

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <filesystem>
+
 namespace paths
 {
 
@@ -19,6 +21,12 @@ constexpr QFileDevice::Permissions others = QFile::ReadGroup | QFile::WriteGroup
 QString base(QStandardPaths::StandardLocation location, const char* below)
 {
     return QStandardPaths::writableLocation(location) + QLatin1String(below);
+}
+
+bool isPipe(const QString& file)
+{
+    std::error_code ignored;
+    return std::filesystem::is_fifo(QFile::encodeName(file).toStdString(), ignored);
 }
 
 } // namespace
@@ -89,9 +97,16 @@ bool isReadOnly(const QString& file)
     return QFileInfo::exists(file) && !(QFile::permissions(file) & QFile::WriteOwner);
 }
 
+bool open(QFile& file, QIODevice::OpenMode mode)
+{
+    return !isPipe(file.fileName()) && file.open(mode, QFile::ReadOwner | QFile::WriteOwner);
+}
+
 // What was written in part only has left no reason behind.
 QString problem(const QFileDevice& file)
 {
+    if (isPipe(file.fileName()))
+        return QCoreApplication::translate("Paths", "It is no file.");
     const bool isKnown =
         file.error() != QFileDevice::NoError && file.errorString() != QLatin1String("Unknown error");
     return !isKnown ? QCoreApplication::translate("Paths", "There is no room left for it.")

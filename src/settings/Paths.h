@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QString>
-
-class QFileDevice;
+#include <QFile>
 
 // Where files lie. All follow the XDG base directories.
 namespace paths
@@ -32,7 +30,10 @@ void makePrivateFile(const QString& file);
 // Whether the owner may write the file; the system's administrator, to whom nothing is read-only, keeps to
 // it.
 bool isReadOnly(const QString& file);
-// Why a file could not be written, in words.
+// Opens a file, and makes it the owner's alone if it is new. Not a pipe: that may keep whoever opens it
+// waiting for ever. False when it failed; problem() says why.
+bool open(QFile& file, QIODevice::OpenMode mode);
+// Why a file could not be read or written, in words.
 QString problem(const QFileDevice& file);
 
 } // namespace paths

@@ -278,6 +278,21 @@ private slots:
         QCOMPARE(rig.up.filter("brelo-ping-1").size(), 2);
         QVERIFY(rig.up.filter("<presence").size() == 1 && rig.up.filter("result\" id=\"brelo-p").isEmpty());
     }
+
+    // Silence would tell that somebody is there; servers of old know no such answers.
+    void aRefusedRequestIsAnsweredAsByNobody()
+    {
+        SignedInRig rig;
+        const QByteArray request = "<iq type='set' id='forged-%' from='mallory@b.example/x'><query "
+                                   "xmlns='jabber:iq:auth'/></iq>";
+        rig.server.say(QByteArray(request).replace('%', "1") +
+                       "<iq type='result' id='brelo-q2' from='127.0.0.1'><query xmlns='http://jabber.org/"
+                       "protocol/disco#info'><identity category='server' type='im'/></query></iq>" +
+                       QByteArray(request).replace('%', "2"));
+        TICK_UNTIL(rig, rig.server.received().contains("id=\"forged-2\" to=\"mallory@b.example/x\"><error "
+                                                       "type=\"cancel\"><service-unavailable"));
+        QVERIFY(!rig.server.received().contains("forged-1") && rig.up.filter("forged").isEmpty());
+    }
 };
 
 BRELO_TEST(GatewaySessionTest)

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <ctime>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 // Conversation logs: their place, their failures, their reader.
 class ConversationLogTest : public QObject
@@ -97,6 +98,20 @@ private slots:
         QVERIFY(QDir().mkdir(path));
         f->message(juliet, "chat", "<body>four</body>");
         QCOMPARE(f->world.boxes.shown.size(), 2);
+    }
+
+    void aPipeKeepsNobodyWaiting()
+    {
+        auto* window = f->open(juliet);
+        const QString path = f->hub->log().path(juliet);
+        QVERIFY(QFile::remove(path));
+        QCOMPARE(::mkfifo(QFile::encodeName(path), 0600), 0);
+        f->message(juliet, "chat", "<body>one</body>");
+        QVERIFY(f->world.boxes.shown.value(0).text.endsWith(" be written: It is no file."));
+        f->control<QAction>(*window, "mnustrDelHistory").trigger();
+        QVERIFY(f->world.boxes.shown.value(1).text.endsWith(" be written: It is no file."));
+        f->control<QAction>(*window, "mnustroldconv").trigger();
+        QVERIFY(f->transcript(*reader()).endsWith(" be read: It is no file.\n"));
     }
 
     void whatFitsInPartOnlyIsTakenBack()

@@ -169,6 +169,23 @@ private slots:
         QVERIFY(program_->exitStatus() == QProcess::NormalExit && program_->exitCode() == 0);
     }
 
+    // Who logs out under the box that tells of damaged settings keeps what could be read of them.
+    void endsWithTheSystemUnderTheFirstBox()
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(paths::settingsFile()).path()));
+        QFile file(paths::settingsFile());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Program%20Settings]\nUserName=romeo\nServer=a.example\nSSL=perhaps\n");
+        file.close();
+        start();
+        QVERIFY(SOON(isActive(x.window("BreloIM"))));
+        program_->terminate();
+        QVERIFY(SOON(program_->state() == QProcess::NotRunning));
+        QVERIFY(program_->exitStatus() == QProcess::NormalExit && program_->exitCode() == 0);
+        const auto kept = read(paths::settingsFile());
+        QVERIFY(kept.contains("UserName=romeo") && kept.contains("Server=a.example"));
+    }
+
     void livesOnWhereNothingCanBeWritten()
     {
         start();

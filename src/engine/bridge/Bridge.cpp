@@ -2,6 +2,7 @@
 
 #include "engine/bridge/StanzaText.h"
 #include "engine/bridge/TranslatorTable.h"
+#include "engine/bridge/queries/IqReply.h"
 
 class Bridge::Private
 {
@@ -84,6 +85,14 @@ BridgeOutput Bridge::up(std::shared_ptr<Stanza> stanza)
 {
     if (!d_->passUp(stanza))
         d_->context.out.up << std::move(stanza);
+    return d_->takeOutput();
+}
+
+BridgeOutput Bridge::decline(const Stanza& stanza)
+{
+    auto& context = d_->context;
+    if (stanza::isRequest(stanza.root()) && context.knowledge.homeIsOfToday())
+        context.out.wire << reply::absent(stanza.root());
     return d_->takeOutput();
 }
 

@@ -36,6 +36,9 @@ public:
     BridgeOutput down(const QByteArray& stanza);
     // A stanza from the wire that the IqTracker has accepted.
     BridgeOutput up(std::shared_ptr<Stanza> stanza);
+    // A stanza that it has refused: a request is answered as by one who is not there, since silence would
+    // tell a stranger that somebody is.
+    BridgeOutput decline(const Stanza& stanza);
     // Time-outs. `nowMs` is any steady clock; to be called often.
     BridgeOutput tick(qint64 nowMs);
 

@@ -79,6 +79,8 @@ bool Program::start()
         ui_->end.exitProgram();
     });
     ui_->start();
+    if (client_.UserClosing) // under a box
+        return true;
     signIn.show();
     // The first window need not wait for the icons.
     QTimer::singleShot(0, &signIn, [this] {

@@ -70,8 +70,6 @@ void SessionUi::start()
     client_.site = store_.loadSite();
     client_.settings.Server = client_.site.DefaultServer;
     const QString damage = store_.LoadSettings(client_.settings);
-    if (!damage.isEmpty())
-        client_.desktop.boxes->exclamation(tr("BreloIM"), damage);
     manager.SessionDescriptor(67);
     manager.Queue()->setBlocked(
         [&client = client_](const QString& bareJid) { return client.MyBanList.BannedJID(bareJid); });
@@ -79,6 +77,9 @@ void SessionUi::start()
     form.load();
     started_ = true;
     form.Timer1()->start();
+    // The last: whoever ends the program under the box keeps what could be read.
+    if (!damage.isEmpty())
+        client_.desktop.boxes->exclamation(tr("BreloIM"), damage);
 }
 
 void SessionUi::firstContact(const QString& progressLine)

@@ -100,10 +100,10 @@ void LiveSession::receive(std::shared_ptr<Stanza> stanza)
         return queue_->deliver(std::move(stanza));
     management_.received();
     unproven_.clear();
-    if (!jid::fits(stanza->root().attribute("from").value()) || !tracker_.accepts(*stanza) ||
-        posesAsNotice(*stanza)) {
+    const bool isSound = jid::fits(stanza->root().attribute("from").value()) && !posesAsNotice(*stanza);
+    if (!isSound || !tracker_.accepts(*stanza)) {
         qCWarning(lcEngine) << "ignored what nobody asked for, from" << stanza->From().left(1000);
-        return;
+        return isSound ? pass(bridge_.decline(*stanza)) : void();
     }
     if (!isOwnProbe(*stanza))
         pass(bridge_.up(std::move(stanza)));
