@@ -177,7 +177,7 @@ void RosterForm::showSwitch()
 {
     const bool onlineOnly = client_.settings.ShowOnlineUsers;
     const QString caption = onlineOnly ? tr("Show all Contacts") : tr("Show Online Contacts Only");
-    ui_->mRosterFShowAll->setText(caption);
+    ui_->mRosterFShowAll->setText(u'&' + caption);
     ui_->Toolbar1Button4->setText(caption);
     ui_->Toolbar1Button4->setToolTip(caption);
     ui_->Toolbar1Button4->setChecked(onlineOnly);
