@@ -221,6 +221,17 @@ private slots:
         QCOMPARE(live.world.links.opened, QStringList{"https://www.breloim.example/node.php?id=526"});
     }
 
+    void aRefusedPasswordIsTypedAnew()
+    {
+        FakeClient live(account(true));
+        ui::click(&live.signInForm(), "Connect");
+        live.world.boxes.answers = {MessageBoxes::Answer::No};
+        live.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
+        QVERIFY(QTest::qWaitForWindowActive(&live.signInForm()));
+        QTest::keyClicks(QApplication::focusWidget(), "right");
+        QCOMPARE(text(live.signInForm(), "txtPassword"), "right");
+    }
+
     void linksAreReadableInTheDark_data()
     {
         columns<QString, QString>("form", "label");
