@@ -206,7 +206,8 @@ void RosterForm::showDisconnected(const QString& reason)
     Roster1->hide();
     ui_->waitPanel->show();
     showWholePage();
-    ui_->cmdConnect->setFocus();
+    // Who was typing in a window that went types on into this one: there no key may press anything.
+    (isActiveWindow() ? static_cast<QWidget*>(ui_->cmdConnect) : ui_->waitPanel)->setFocus();
     StartAnimation(paths::applicationFolder() + QStringLiteral("/connect.gif"));
 }
 
