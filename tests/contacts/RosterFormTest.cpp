@@ -95,7 +95,7 @@ private slots:
         window->choose("mRosterFShowAll");
         QVERIFY(window->client.settings.ShowOnlineUsers && button->isChecked());
         QCOMPARE(button->toolTip(), "Show all Contacts");
-        QCOMPARE(window->action("mRosterFShowAll")->text(), "Show all Contacts");
+        QCOMPARE(window->action("mRosterFShowAll")->text(), "&Show all Contacts");
         QCOMPARE(window->engine.takeSent(), QStringList("<presence/>"));
         QCOMPARE(window->roster->tree().NodeIndexByKey("a@x"), 0);
         window->engine.gateway().connected = false;

@@ -244,6 +244,19 @@ private slots:
         QCOMPARE(text("name1"), "Romeo");
     }
 
+    void tabLeadsFromFieldToField()
+    {
+        receive(own, "<EMAIL><PREF/>a@b</EMAIL><URL>u</URL>"); // both links stand there
+        auto* field = ui::find<QWidget>(window(), "name1");
+        field->setFocus();
+        for (const auto* next :
+             {"middle", "surname", "nick", "email", "emails", "persurl", "birth", "occupation", "Label5"}) {
+            QTest::keyClick(field, Qt::Key_Tab);
+            field = window()->focusWidget();
+            QCOMPARE(field->objectName(), next);
+        }
+    }
+
     void opensLinksThroughTheDesktop_data()
     {
         columns<QString, QString, QString, bool>("card", "link", "opened", "refused");

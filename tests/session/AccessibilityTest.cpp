@@ -129,12 +129,31 @@ QStringList captions(QWidget* control)
     return found;
 }
 
-// A box or an option that no key chooses.
+// A box, an option or an answer to a request that no key chooses.
 bool isWithoutKey(QWidget* control)
 {
     auto* button = qobject_cast<QAbstractButton*>(control);
+    const bool asked = button && control->window()->objectName() == "authorizeForm";
     const bool option = qobject_cast<QCheckBox*>(control) || qobject_cast<QRadioButton*>(control);
-    return option && QKeySequence::mnemonic(button->text()).isEmpty();
+    return (asked || option) && QKeySequence::mnemonic(button->text()).isEmpty();
+}
+
+// The entries of menus that no key chooses, or not alone. One that stands by itself needs none.
+QString withoutOwnKey(QWidget* window)
+{
+    QStringList found;
+    for (const auto* menu : window->findChildren<QWidget*>()) {
+        const auto entries = menu->actions();
+        if (entries.size() < 2 || !(qobject_cast<const QMenu*>(menu) || qobject_cast<const QMenuBar*>(menu)))
+            continue;
+        QSet<QKeySequence> keys{QKeySequence()};
+        for (const auto* entry : entries) {
+            const auto key = QKeySequence::mnemonic(entry->text());
+            if (!entry->isSeparator() && std::exchange(keys, keys + QSet{key}).contains(key))
+                found += entry->text();
+        }
+    }
+    return found.join(", ");
 }
 
 // It would be read out with its markup.
@@ -219,6 +238,7 @@ private slots:
         QCOMPARE(those(client.window, isWithoutKey), QString());
         QCOMPARE(those(client.window, isReadWithMarkup), QString());
         QCOMPARE(clashing(client.window).join(", "), QString());
+        QCOMPARE(withoutOwnKey(client.window), QString());
         QCOMPARE(unreached(client.window), QString());
     }
 

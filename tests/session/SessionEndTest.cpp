@@ -86,6 +86,26 @@ private slots:
         }
     }
 
+    // The rest of a sentence lands in the main window. The button is one Tab away.
+    void whoTypesOnPressesNothing()
+    {
+        SignedInClient live;
+        live.ui->windows.messages.openConversation("juliet@montague.example", true);
+        live.client.Core->tick();
+        QVERIFY(QTest::qWaitForWindowActive(live.form("MessageForm")));
+        live.streamLost();
+        QPointer<RosterForm> main = live.rosterForm();
+        main->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(main));
+        for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Delete}) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            QVERIFY(main && main->isVisible() && !live.signInForm().isVisible());
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QVERIFY(live.signInForm().isVisible());
+    }
+
     void theWholeReasonIsShown()
     {
         SignedInClient live;

@@ -221,19 +221,40 @@ private slots:
         QCOMPARE(live.world.links.opened, QStringList{"https://www.breloim.example/node.php?id=526"});
     }
 
+    void aRefusedPasswordIsTypedAnew()
+    {
+        FakeClient live(account(true));
+        ui::click(&live.signInForm(), "Connect");
+        live.world.boxes.answers = {MessageBoxes::Answer::No};
+        live.inject("<iq type=\"error\"><query xmlns=\"jabber:iq:auth\"/></iq>");
+        QVERIFY(QTest::qWaitForWindowActive(&live.signInForm()));
+        QTest::keyClicks(QApplication::focusWidget(), "right");
+        QCOMPARE(text(live.signInForm(), "txtPassword"), "right");
+    }
+
+    void linksAreReadableInTheDark_data()
+    {
+        columns<QString, QString>("form", "label");
+        row("the site's page", "SignInForm", "Label6");
+        row("a card's address", "VCardForm", "Label5");
+        row("a card's page", "VCardForm", "Label7");
+    }
     void linksAreReadableInTheDark()
     {
         FakeClient live;
-        auto* link = ui::find<QLabel>(&live.signInForm(), "Label6");
+        live.inject("<iq type=\"result\" from=\"juliet@x\"><vCard xmlns=\"vcard-temp\"/></iq>");
+        const auto [form, label] = fetched<QString, QString>();
+        QWidget* window = form == "SignInForm" ? &live.signInForm() : live.form("VCardForm");
+        auto* link = ui::find<QLabel>(window, label.toLatin1());
         const auto colour = [link] { return link->palette().color(QPalette::WindowText); };
         QPalette light;
         light.setColor(QPalette::Window, Qt::white);
-        live.signInForm().setPalette(light);
+        window->setPalette(light);
         QTRY_COMPARE(colour(), QColor(0, 0, 255));
         QPalette dark;
         dark.setColor(QPalette::Window, QColor(0x20, 0x20, 0x20));
         dark.setColor(QPalette::Link, QColor(0, 0, 255));
-        live.signInForm().setPalette(dark);
+        window->setPalette(dark);
         QTRY_VERIFY(colour().lightness() > 160);
         QEnterEvent enter({}, {}, {});
         QApplication::sendEvent(link, &enter);

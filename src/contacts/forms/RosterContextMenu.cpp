@@ -14,17 +14,17 @@ struct Row {
 };
 
 constexpr Row rows[] = {
-    {ContextEntry::AddFriend, "mnuContextAddFriend", QT_TR_NOOP("Search for Contact"), "Add", false},
-    {ContextEntry::AddGroup, "mnuContextAddGroup", QT_TR_NOOP("Add to Group"), "ClosedFolder2", false},
-    {ContextEntry::GateLogin, "mnuContextGateLogin", QT_TR_NOOP("Gateway Login"), "ServerON", true},
-    {ContextEntry::LogoffGate, "mnuContextLogoffGate", QT_TR_NOOP("Disconnect Gateway"), "ServerOFF", false},
-    {ContextEntry::RemoveFriend, "mnuContextRemoveFriend", QT_TR_NOOP("Remove Contact"), "Del", true},
-    {ContextEntry::RenameFriend, "mnuContextRenameFriend", QT_TR_NOOP("Rename Contact"), "", false},
-    {ContextEntry::MoveFriend, "mnuContextMoveFriend", QT_TR_NOOP("Move Contact"), "", false},
-    {ContextEntry::SendMessage, "mnuContextSendMessage", QT_TR_NOOP("Send Message"), "Mail", false},
-    {ContextEntry::History, "mnuContextHistory", QT_TR_NOOP("Show history"), "", false},
-    {ContextEntry::ShowVCard, "mnuContextShowVCard", QT_TR_NOOP("Show the vCard"), "", false},
-    {ContextEntry::NotPres, "mnuContextNotPres", QT_TR_NOOP("Notify Presence"), "", true},
+    {ContextEntry::AddFriend, "mnuContextAddFriend", QT_TR_NOOP("&Search for Contact"), "Add", false},
+    {ContextEntry::AddGroup, "mnuContextAddGroup", QT_TR_NOOP("&Add to Group"), "ClosedFolder2", false},
+    {ContextEntry::GateLogin, "mnuContextGateLogin", QT_TR_NOOP("Gateway &Login"), "ServerON", true},
+    {ContextEntry::LogoffGate, "mnuContextLogoffGate", QT_TR_NOOP("&Disconnect Gateway"), "ServerOFF", false},
+    {ContextEntry::RemoveFriend, "mnuContextRemoveFriend", QT_TR_NOOP("&Remove Contact"), "Del", true},
+    {ContextEntry::RenameFriend, "mnuContextRenameFriend", QT_TR_NOOP("Re&name Contact"), "", false},
+    {ContextEntry::MoveFriend, "mnuContextMoveFriend", QT_TR_NOOP("&Move Contact"), "", false},
+    {ContextEntry::SendMessage, "mnuContextSendMessage", QT_TR_NOOP("Send M&essage"), "Mail", false},
+    {ContextEntry::History, "mnuContextHistory", QT_TR_NOOP("Show &history"), "", false},
+    {ContextEntry::ShowVCard, "mnuContextShowVCard", QT_TR_NOOP("Show the &vCard"), "", false},
+    {ContextEntry::NotPres, "mnuContextNotPres", QT_TR_NOOP("Notify &Presence"), "", true},
 };
 
 } // namespace

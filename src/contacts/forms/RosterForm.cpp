@@ -177,7 +177,7 @@ void RosterForm::showSwitch()
 {
     const bool onlineOnly = client_.settings.ShowOnlineUsers;
     const QString caption = onlineOnly ? tr("Show all Contacts") : tr("Show Online Contacts Only");
-    ui_->mRosterFShowAll->setText(caption);
+    ui_->mRosterFShowAll->setText(u'&' + caption);
     ui_->Toolbar1Button4->setText(caption);
     ui_->Toolbar1Button4->setToolTip(caption);
     ui_->Toolbar1Button4->setChecked(onlineOnly);
@@ -206,7 +206,8 @@ void RosterForm::showDisconnected(const QString& reason)
     Roster1->hide();
     ui_->waitPanel->show();
     showWholePage();
-    ui_->cmdConnect->setFocus();
+    // Who was typing in a window that went types on into this one: there no key may press anything.
+    (isActiveWindow() ? static_cast<QWidget*>(ui_->cmdConnect) : ui_->waitPanel)->setFocus();
     StartAnimation(paths::applicationFolder() + QStringLiteral("/connect.gif"));
 }
 

@@ -17,8 +17,10 @@ VCardForm::VCardForm(FormRegistry& registry, Client& client)
     connect(ui_->Command2, &QPushButton::clicked, this, &VCardForm::Command2_Click);
     connect(ui_->Command3, &QPushButton::clicked, this, &VCardForm::Command3_Click);
     connect(ui_->cmdOK, &QPushButton::clicked, this, &VCardForm::cmdOK_Click);
-    connect(ui_->Label5, &QLabel::linkActivated, this, &VCardForm::Label5_Click);
-    connect(ui_->Label7, &QLabel::linkActivated, this, &VCardForm::Label7_Click);
+    for (auto* link : {ui_->Label5, ui_->Label7})
+        link->setRestingColour(palette().color(QPalette::Link));
+    connect(ui_->Label5, &LinkLabel::activated, this, &VCardForm::Label5_Click);
+    connect(ui_->Label7, &LinkLabel::activated, this, &VCardForm::Label7_Click);
     connect(ui_->email, &QLineEdit::textChanged, this, &VCardForm::showLinks);
     connect(ui_->persurl, &QLineEdit::textChanged, this, &VCardForm::showLinks);
     showLinks();

@@ -72,7 +72,7 @@ void SessionEnd::backToSignIn()
 {
     ++client_.sessionNumber;
     windows_.session.closeProgress();
-    windows_.session.signIn().show();
+    windows_.session.signIn().showRefused();
     signedOut();
 }
 

@@ -113,6 +113,13 @@ void SignInForm::showDefaults()
     ui_->txtServer->setEditText(client_.settings.Server);
 }
 
+void SignInForm::showRefused()
+{
+    show();
+    ui_->txtPassword->setFocus();
+    ui_->txtPassword->selectAll();
+}
+
 void SignInForm::showConnection(bool underWay, bool connected)
 {
     ui_->Connect->setEnabled(!connected);

@@ -29,6 +29,8 @@ public:
     void showSettings();
     // The same after a reset, which changes the server too.
     void showDefaults();
+    // Shown anew after the server took neither the name nor the password: the caret stands in the password.
+    void showRefused();
     // Which of Connect and Disconnect can be chosen.
     void showConnection(bool underWay, bool connected);
     // Without a user name or a server the caret goes there, with a word.

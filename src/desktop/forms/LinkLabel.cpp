@@ -1,4 +1,4 @@
-#include "session/forms/LinkLabel.h"
+#include "desktop/forms/LinkLabel.h"
 
 #include <QApplication>
 #include <QKeyEvent>
