@@ -59,11 +59,16 @@ QString vCard(const QString& JID)
         .arg(xml::escaped(JID));
 }
 
+QString browse(const QString& id, const QString& JID)
+{
+    return QStringLiteral(
+               "<iq type=\"get\" id=\"%1\" to=\"%2\"><query xmlns=\"jabber:iq:browse\"></query></iq>")
+        .arg(id, xml::escaped(JID));
+}
+
 QString browseServices(const QString& server)
 {
-    return QStringLiteral("<iq type=\"get\" id=\"VRX_GET_SERVICE\" to=\"%1\">"
-                          "<query xmlns=\"jabber:iq:browse\"></query></iq>")
-        .arg(xml::escaped(server));
+    return browse(QStringLiteral("VRX_GET_SERVICE"), server);
 }
 
 QString presence(const QString& show, const QString& status)

@@ -21,7 +21,9 @@ QString keepUnsubscribed(const QString& JID, const QString& nick, const QString&
 QString wholeRoster();
 // Asks for a vCard (vcard-temp, XEP-0054).
 QString vCard(const QString& JID);
-// Asks the server what services it has (jabber:iq:browse, XEP-0011).
+// Asks an address what it offers (jabber:iq:browse, XEP-0011); the id tells what the answer is for.
+QString browse(const QString& id, const QString& JID);
+// Asks the server what services it has.
 QString browseServices(const QString& server);
 // The own presence; an empty `show` is plain availability.
 QString presence(const QString& show, const QString& status);

@@ -1,5 +1,6 @@
 #include "session/HandshakeStanzas.h"
 
+#include "contacts/RosterStanzas.h"
 #include "engine/Xml.h"
 #include "session/ProgramVersion.h"
 
@@ -20,9 +21,7 @@ QString onlinePresence()
 
 QString supportedNamespaces(const QString& server)
 {
-    return QStringLiteral("<iq type=\"get\" id=\"VRX_GET_SUPPORTEDNS\" to=\"%1\">"
-                          "<query xmlns=\"jabber:iq:browse\"></query></iq>")
-        .arg(xml::escaped(server));
+    return stanzas::browse(QStringLiteral("VRX_GET_SUPPORTEDNS"), server);
 }
 
 QString updateContact(const QString& updateHost)

@@ -1,0 +1,106 @@
+#include "services/forms/BrowseUsrCtrl.h"
+
+#include "contacts/Client.h"
+#include "contacts/RosterStanzas.h"
+#include "services/forms/BrowseList.h"
+
+#include <QVBoxLayout>
+
+BrowseUsrCtrl::BrowseUsrCtrl(QWidget* parent) : QWidget(parent), BrowseResult(new BrowseList(this))
+{
+    BrowseResult->setObjectName(QStringLiteral("BrowseResult"));
+    BrowseResult->setAccessibleName(tr("Results"));
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins({});
+    rows->addWidget(BrowseResult);
+    setFocusProxy(BrowseResult);
+    connect(BrowseResult, &QListWidget::itemSelectionChanged, this, &BrowseUsrCtrl::choose);
+    connect(BrowseResult, &QListWidget::itemClicked, this, &BrowseUsrCtrl::choose);
+    connect(BrowseResult, &BrowseList::opened, this, &BrowseUsrCtrl::open);
+}
+
+void BrowseUsrCtrl::setHint(const QString& text)
+{
+    BrowseResult->setHint(text);
+}
+
+void BrowseUsrCtrl::ForceInsertion(const QString& jid)
+{
+    BrowseResult->addRows({{jid, jid}});
+    emit directoryFound();
+}
+
+void BrowseUsrCtrl::OnIQ(PlugInContext& context)
+{
+    const auto& answer = context.Stanza();
+    const QString id = answer.IqFields().Id();
+    if (id == u"VRX_CHATROOM?")
+        findRoomServices(context);
+    else if (id == u"VRX_GET_CHATROOM")
+        listRooms(answer);
+    else if (id == u"VRX_GET_SERVICE")
+        findDirectories(context);
+    else if (id == u"VRX_browser")
+        BrowseResult->addRows(browseanswers::directoryServices(answer, client_->Gateway().Server()));
+}
+
+// Every service is asked, and the last one's rooms are shown.
+void BrowseUsrCtrl::findRoomServices(const PlugInContext& context)
+{
+    const auto services = browseanswers::roomServices(
+        context.Stanza(), publicRooms ? QStringLiteral("public") : QStringLiteral("private"));
+    if (services.isEmpty())
+        setHint(publicRooms ? tr("This server offers no public rooms.")
+                            : tr("This server offers no private rooms."));
+    constexpr qsizetype most = 20; // no server has more
+    for (const auto& jid : services.mid(0, most)) {
+        emit roomServiceFound(jid);
+        SendStanza(context, stanzas::browse(QStringLiteral("VRX_GET_CHATROOM"), jid));
+    }
+}
+
+void BrowseUsrCtrl::listRooms(const Stanza& answer)
+{
+    BrowseResult->clear();
+    BrowseResult->addRows(browseanswers::rooms(answer));
+    setHint(tr("There is no room yet. Tick \"New\" to make one."));
+    choose();
+}
+
+void BrowseUsrCtrl::findDirectories(const PlugInContext& context)
+{
+    if (context.Stanza().IqFields().Type() == u"error")
+        return useKnownDirectory(context);
+    const auto found = browseanswers::directories(context.Stanza(), client_->Gateway().Server());
+    BrowseResult->addRows(found.rows);
+    if (!found.rows.isEmpty())
+        emit directoryFound();
+    for (const auto& jid : found.toBrowse)
+        SendStanza(context, stanzas::browse(QStringLiteral("VRX_browser"), jid));
+}
+
+// A server that can't be browsed may have named its directory among its services.
+void BrowseUsrCtrl::useKnownDirectory(const PlugInContext& context)
+{
+    const QString server = client_->Gateway().Server();
+    const QString directory = server + QStringLiteral("/juds");
+    const QString users = QStringLiteral("users.") + server;
+    if (client_->MyAgents.JIDExists(directory))
+        SendStanza(context, stanzas::browse(QStringLiteral("VRX_browser"), directory));
+    else if (client_->MyAgents.JIDExists(users))
+        ForceInsertion(users);
+}
+
+void BrowseUsrCtrl::choose()
+{
+    SelectedJID = BrowseResult->selectedJid();
+    emit chosen(!SelectedJID.isEmpty());
+}
+
+void BrowseUsrCtrl::open()
+{
+    SelectedJID = BrowseResult->selectedJid();
+    emit opened();
+    if (MyType == u"CHATROOM")
+        SelectedJID.clear();
+}
