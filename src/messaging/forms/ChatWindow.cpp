@@ -59,11 +59,12 @@ void ChatWindow::SendMessageFromConference(const QString& from, const QString& t
         IsTrick = false;
 }
 
-QList<MessageForm*> ChatWindow::conversations() const
+QList<ConversationForm*> ChatWindow::conversations() const
 {
-    QList<MessageForm*> windows;
+    QList<ConversationForm*> windows;
     for (auto* form : registry_.loaded()) {
-        if (auto* window = qobject_cast<MessageForm*>(form))
+        auto* window = qobject_cast<ConversationForm*>(form);
+        if (window && window->isOpen())
             windows += window;
     }
     return windows;
@@ -82,7 +83,13 @@ bool ChatWindow::openOldestUnread()
     return false;
 }
 
-void ChatWindow::markUnread(MessageForm& window)
+void ChatWindow::followReading(ConversationForm& window)
+{
+    connect(&window, &Form::activated, &unread, [this, &window] { unread.remove(window.peer); });
+    connect(&window, &QObject::destroyed, &unread, [this, peer = window.peer] { unread.remove(peer); });
+}
+
+void ChatWindow::markUnread(ConversationForm& window)
 {
     if (window.isActiveWindow() && !window.isMinimized())
         return;
@@ -244,9 +251,8 @@ MessageForm& ChatWindow::makeWindow(PlugInContext& context, const InboundMessage
 {
     auto& window = *new MessageForm(registry_, *this);
     window.peer = decision.room ? message.from : message.bare;
+    followReading(window);
     window.isUnasked = !IsTrick && decision.window != Window::Known;
-    connect(&window, &Form::activated, &unread, [this, &window] { unread.remove(window.peer); });
-    connect(&window, &QObject::destroyed, &unread, [this, peer = window.peer] { unread.remove(peer); });
     describePeer(window, message, decision);
     if (decision.window == Window::Known || decision.window == Window::Stranger)
         window.keepIn(context.Session().Properties(), bagKey(message, decision.room));

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class ConversationForm;
 class HeadLineForm;
 class PlugInContext;
 struct CRosterItem;
@@ -29,9 +30,13 @@ public:
     void SendMessageFromConference(const QString& from, const QString& to);
 
     // The windows of this session, in the order of their making.
-    QList<MessageForm*> conversations() const;
+    QList<ConversationForm*> conversations() const;
     // Brings up the one whose message waits longest; false when none does.
     bool openOldestUnread();
+    // A window of this hub's, or of a room: its marks go when the person works with it, or it goes.
+    void followReading(ConversationForm& window);
+    // Something came for the person while the window was not in use.
+    void markUnread(ConversationForm& window);
 
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
@@ -58,7 +63,6 @@ private:
                             const InboundDecision& decision);
     void describePeer(MessageForm& window, const InboundMessage& message, const InboundDecision& decision);
     void showWindow(MessageForm& window);
-    void markUnread(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
     // What went wrong, empty for nothing.
     QString writeLogLine(const QString& body, const QString& sender, const QString& to,

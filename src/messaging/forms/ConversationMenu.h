@@ -3,7 +3,7 @@
 #include <QMenu>
 
 class ChatWindow;
-class MessageForm;
+class ConversationForm;
 
 // The conversations of this session, those that were closed or came as an icon too, so that each is found
 // without a task bar. An entry brings its window up.
@@ -17,7 +17,7 @@ public:
 
 private:
     void fill();
-    void add(MessageForm& window);
+    void add(ConversationForm& window);
 
     ChatWindow& hub_;
 };

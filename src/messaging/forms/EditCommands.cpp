@@ -40,6 +40,8 @@ EditCommands::EditCommands(QMenu* menu, const Actions& actions, QMainWindow* win
     connect(menu, &QMenu::aboutToShow, this, &EditCommands::refresh);
     // Applies the line's or the text's own command to the focused control.
     const auto bind = [this](QAction* action, auto onLine, auto onText) {
+        if (!action)
+            return;
         connect(action, &QAction::triggered, this, [this, onLine, onText] {
             const Focused focused(target());
             if (focused.line)

@@ -16,7 +16,7 @@ class EditCommands : public QObject
 
 public:
     struct Actions {
-        QAction* undo;
+        QAction* undo; // may be null
         QAction* cut;
         QAction* copy;
         QAction* paste;

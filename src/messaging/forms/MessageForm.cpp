@@ -33,7 +33,7 @@ QString escapedForLink(const QString& text)
 } // namespace
 
 MessageForm::MessageForm(FormRegistry& registry, ConversationHost& hub)
-    : SessionForm(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()),
+    : ConversationForm(registry, QStringLiteral("MessageForm")), ui_(std::make_unique<Ui::MessageForm>()),
       hub_(hub), commands_(hub.client())
 {
     ui_->setupUi(this);
@@ -281,7 +281,7 @@ void MessageForm::resizeEvent(QResizeEvent* event)
     ui_->rows->setStretchFactor(ui_->txtLog, log);
     ui_->rows->setStretchFactor(ui_->txtMsg,
                                 qMax(1, left - log - (200 + 150 + 400) / windowtag::twipsPerPixel));
-    SessionForm::resizeEvent(event);
+    ConversationForm::resizeEvent(event);
 }
 
 bool MessageForm::queryUnload(CloseMode)
@@ -294,12 +294,6 @@ bool MessageForm::queryUnload(CloseMode)
     Tag = windowtag::of(pos());
     hide();
     return false;
-}
-
-// "[*]" in a title is a place holder of the toolkit's.
-void MessageForm::setCaption(const QString& text)
-{
-    setWindowTitle(text.left(longestLabel).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
 void MessageForm::setPeer(const QString& jid)
@@ -363,7 +357,7 @@ bool MessageForm::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
         refreshCommands();
-    return SessionForm::event(event);
+    return ConversationForm::event(event);
 }
 
 void MessageForm::showTyping(const QString& from)

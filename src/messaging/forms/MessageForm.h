@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/forms/SessionForm.h"
 #include "engine/PlugInContext.h"
 #include "messaging/OutboundMessage.h"
 #include "messaging/PeerCommands.h"
+#include "messaging/forms/ConversationForm.h"
 #include "messaging/forms/ResourceControls.h"
 
 #include <QString>
@@ -25,7 +25,7 @@ struct Client;
 // The conversation with one peer, or with one occupant of a room. Windows are made by the hub. One that is
 // kept in its session's bag only hides when it is closed, and returns with its transcript and its unsent
 // text.
-class MessageForm : public SessionForm
+class MessageForm : public ConversationForm
 {
     Q_OBJECT
 
@@ -36,10 +36,6 @@ public:
 
     // The context of the last message; the window sends through its packet.
     std::optional<PlugInContext> Context;
-    // Whose conversation it is, also where nothing can be sent.
-    QString peer;
-    // Somebody opened it who stands in no contact list.
-    bool isUnasked = false;
     // The line being written is the person's own.
     bool OwnMessage = false;
 
@@ -52,7 +48,6 @@ public:
     // Opens the mail client on the transcript, addressed as the person types.
     void sendByEmail();
 
-    void setCaption(const QString& text);
     // The JID that messages go to, also as shown.
     void setPeer(const QString& jid);
     // Whom the commands act on, in a window that can't answer.

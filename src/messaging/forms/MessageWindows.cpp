@@ -8,7 +8,6 @@ MessageWindows::MessageWindows(FormRegistry& registry, Client& client)
     : hub(registry, client), registry_(registry), client_(client), requests_(registry, client)
 {
     hub.notices = [this]() -> HeadLineForm& { return notices(); };
-    connect(&hub, &ChatWindow::conferenceInvited, this, &MessageWindows::tellInvitation);
 }
 
 HeadLineForm& MessageWindows::notices()
@@ -50,11 +49,4 @@ void MessageWindows::openConversation(const QString& jid, bool trick)
     if (trick)
         hub.IsTrick = true;
     hub.SendMessage(jid);
-}
-
-// Whoever invites must not be able to put a box before the person, which would stop the connection.
-void MessageWindows::tellInvitation(const RoomInvitation& invitation)
-{
-    const QString room = invitation.room + u'@' + invitation.servers.value(invitation.servers.size() - 1);
-    writeNotice(invitation.from, invitation.text, tr("Invitation to %1").arg(room));
 }

@@ -36,8 +36,6 @@ signals:
     void connectionLost();
 
 private:
-    void tellInvitation(const RoomInvitation& invitation);
-
     FormRegistry& registry_;
     Client& client_;
     AuthorizationRequests requests_;

@@ -1,12 +1,15 @@
 #pragma once
 
-#include "desktop/forms/SessionForm.h"
+#include "messaging/forms/ConversationForm.h"
 
 // The window of a conference room: its Tag is the room's bare JID.
-class RoomWindow : public SessionForm
+class RoomWindow : public ConversationForm
 {
     Q_OBJECT
 
 public:
-    using SessionForm::SessionForm;
+    using ConversationForm::ConversationForm;
+
+    // A room that was closed is being left.
+    bool isOpen() const override { return !isHidden(); }
 };

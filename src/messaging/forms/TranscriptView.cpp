@@ -31,9 +31,9 @@ QTextCharFormat stampFormat()
     return format;
 }
 
-QTextCharFormat bodyFormat()
+QTextCharFormat bold(const QColor& colour)
 {
-    QTextCharFormat format = coloured(Qt::black);
+    QTextCharFormat format = coloured(colour);
     format.setFontWeight(QFont::Bold);
     return format;
 }
@@ -45,7 +45,11 @@ const QTextCharFormat& formatOf(Style style)
     static const QTextCharFormat peer = coloured(QColor(255, 50, 50));
     static const QTextCharFormat notice = coloured(QColor(85, 126, 186));
     static const QTextCharFormat plain = coloured(Qt::black);
-    static const QTextCharFormat body = bodyFormat();
+    static const QTextCharFormat body = bold(Qt::black);
+    static const QTextCharFormat roomStamp = bold(QColor(62, 128, 194));
+    static const QTextCharFormat roomNick = bold(QColor(99, 181, 64));
+    static const QTextCharFormat roomAction = bold(QColor(185, 0, 0));
+    static const QTextCharFormat roomStatus = bold(QColor(80, 80, 80));
     switch (style) {
     case Style::Stamp:
         return stamp;
@@ -57,10 +61,24 @@ const QTextCharFormat& formatOf(Style style)
         return notice;
     case Style::Plain:
         return plain;
+    case Style::RoomStamp:
+        return roomStamp;
+    case Style::RoomNick:
+        return roomNick;
+    case Style::RoomAction:
+        return roomAction;
+    case Style::RoomStatus:
+        return roomStatus;
     case Style::Body:
         break;
     }
     return body;
+}
+
+bool holdsLinks(Style style)
+{
+    return style == Style::Body || style == Style::Plain || style == Style::RoomAction ||
+           style == Style::RoomStatus;
 }
 
 // The state of a block that goes on with the line of the block before it.
@@ -94,7 +112,7 @@ void TranscriptView::appendLine(std::initializer_list<TranscriptRun> runs)
     beginEdit();
     for (const auto& run : runs) {
         const qsizetype shown = longlines::shownLength(run.text);
-        if (run.style == Style::Body || run.style == Style::Plain)
+        if (holdsLinks(run.style))
             insertLinked(run.text.left(shown), formatOf(run.style));
         else
             insertBroken(run.text.left(shown), formatOf(run.style));

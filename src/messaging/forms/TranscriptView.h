@@ -13,7 +13,18 @@
 // A run of a transcript line: a text in one of the transcripts' fixed styles. Links are found in plain text
 // and in bodies.
 struct TranscriptRun {
-    enum class Style { Stamp, OwnName, PeerName, NoticeSender, Plain, Body };
+    enum class Style {
+        Stamp,
+        OwnName,
+        PeerName,
+        NoticeSender,
+        Plain,
+        Body,
+        RoomStamp,
+        RoomNick,
+        RoomAction,
+        RoomStatus
+    };
 
     Style style;
     QString text;
