@@ -28,9 +28,10 @@ struct Client {
     QString sessionResource; // of the connection that was begun last
     QString FreeForChatMsg;  // status text of "Free for Chat"; it has no settings key
 
-    bool UserClosing = false;    // a close really closes: the program ends
-    bool SessionClosing = false; // a session ends: forms close instead of hiding
-    bool IgnoreIQ = false;       // every IQ is dropped unread
+    bool UserClosing = false;             // a close really closes: the program ends
+    bool SessionClosing = false;          // a session ends: forms close instead of hiding
+    bool GroupchatCloseConfirmed = false; // the room has confirmed that the person left it
+    bool IgnoreIQ = false;                // every IQ is dropped unread
 
     // Changes at every connect and at every end of a session, see SameSession.
     int sessionNumber = 0;

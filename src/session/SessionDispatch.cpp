@@ -91,6 +91,14 @@ void SessionDispatch::OnMessage(PlugInContext& context)
     routes.pass(StanzaRoutes::ofMessage(context.Stanza(), client_), context);
 }
 
+// What was said in a room comes back to the room.
+void SessionDispatch::OnReturned(PlugInContext& context)
+{
+    const bool room = context.Stanza().MessageFields().Type().toLower() == u"groupchat" &&
+                      context.Session().Properties().Exists(QStringLiteral("IsGroupchat"));
+    routes.pass(room ? Destination::GroupChat : Destination::Chat, context);
+}
+
 void SessionDispatch::OnPresence(PlugInContext& context)
 {
     ++work_;

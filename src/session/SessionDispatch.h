@@ -22,7 +22,7 @@ public:
     void OnIQ(PlugInContext& context) override;
     void OnMessage(PlugInContext& context) override;
     void OnPresence(PlugInContext& context) override;
-    void OnReturned(PlugInContext& context) override { routes.pass(Destination::Chat, context); }
+    void OnReturned(PlugInContext& context) override;
     void ApplicationOnStart(PlugInContext& context) override;
 
 private:

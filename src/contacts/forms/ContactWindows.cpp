@@ -80,6 +80,12 @@ void ContactWindows::applyOnTop()
         form->applyOnTop();
 }
 
+void ContactWindows::tell(const QString& text)
+{
+    if (auto* form = rosterForm())
+        form->tell(text);
+}
+
 void ContactWindows::setUnread(const QStringList& jids)
 {
     if (auto* list = roster())

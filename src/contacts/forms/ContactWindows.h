@@ -39,6 +39,8 @@ public:
     void applyOnTop();
     // Messages of these JIDs wait to be read.
     void setUnread(const QStringList& jids);
+    // A word for the main window's status bar.
+    void tell(const QString& text);
     // Tells where the main window went, or where it is in other words.
     void showInTray();
     // What it says holds no longer.

@@ -43,6 +43,8 @@ public:
     void showDisconnected(const QString& reason);
     // The contact list stands in place of the wait picture.
     void showContactList();
+    // A word for the status bar, for a while.
+    void tell(const QString& text);
     // Stays before all other windows, or not, as the setting says.
     void applyOnTop();
     // The server can be managed by this account.
@@ -112,8 +114,6 @@ private:
     void removeContact();
     void checkVCard();
     void refreshList();
-    // A sentence on what a command did, for ten seconds.
-    void tell(const QString& text);
     void openSite(const QString& path);
     void openHelp(const QString& path);
     void openWebLogin();

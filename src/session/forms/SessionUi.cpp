@@ -56,6 +56,8 @@ void SessionUi::takeStanzas()
     routes.take(Destination::Agents, windows.services.agents);
     routes.take(Destination::VCard, windows.services.vCards);
     routes.take(Destination::Chat, windows.messages.hub);
+    routes.take(Destination::GroupChat, windows.groups.rooms);
+    routes.take(Destination::ChatRooms, [this](PlugInContext& context) { windows.groups.OnRooms(context); });
     routes.take(Destination::Notices, windows.messages);
     routes.take(Destination::AuthorizationRequest,
                 [this](PlugInContext& context) { windows.messages.askAuthorization(context); });

@@ -10,10 +10,11 @@
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
-      preferences(forms, client, store), session(forms, client, store)
+      groups(forms, client, messages), preferences(forms, client, store), session(forms, client, store)
 {
     wireContacts();
     wireMessages();
+    wireRooms();
     wirePreferences();
     wireSignIn();
     tellMissing();
@@ -41,6 +42,15 @@ void Windows::wireMessages()
     });
     QObject::connect(&messages.hub, &ChatWindow::vCardRequested, &messages,
                      [this](const QString& jid) { services.vCards.RequestVCard(jid); });
+}
+
+void Windows::wireRooms()
+{
+    QObject::connect(&contacts, &ContactWindows::groupChatRequested, &groups, &GroupWindows::showJoin);
+    QObject::connect(&messages.hub, &ChatWindow::inviteRequested, &groups,
+                     [this](const QString& jid) { groups.showInvite(jid, {}); });
+    QObject::connect(&messages.hub, &ChatWindow::conferenceInvited, &groups, &GroupWindows::showInvitation);
+    QObject::connect(&groups, &GroupWindows::told, &contacts, &ContactWindows::tell);
 }
 
 void Windows::wirePreferences()
@@ -71,10 +81,8 @@ void Windows::tellMissing()
     const auto tell = [this](const auto* face, auto wish, const QString& what) {
         QObject::connect(face, wish, &session, [this, what] { session.notThereYet(what); });
     };
-    tell(&contacts, &ContactWindows::groupChatRequested, tr("A group chat"));
     tell(&contacts, &ContactWindows::findContactsRequested, tr("The search"));
     tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
-    tell(&messages.hub, &ChatWindow::inviteRequested, tr("An invitation"));
     tell(&messages.hub, &ChatWindow::callRequested, tr("A call"));
     QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }

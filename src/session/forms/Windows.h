@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contacts/forms/ContactWindows.h"
+#include "groupchat/forms/GroupWindows.h"
 #include "messaging/forms/MessageWindows.h"
 #include "preferences/forms/PreferenceWindows.h"
 #include "services/forms/ServiceWindows.h"
@@ -21,12 +22,14 @@ public:
     ContactWindows contacts;
     MessageWindows messages;
     ServiceWindows services;
+    GroupWindows groups;
     PreferenceWindows preferences;
     SessionWindows session;
 
 private:
     void wireContacts();
     void wireMessages();
+    void wireRooms();
     void wirePreferences();
     void wireSignIn();
     void tellMissing();
