@@ -312,7 +312,7 @@ private slots:
         // One that is closed makes room; who comes back then waits unread.
         apply(f->client.settings, settings);
         auto* first = f->hub->conversations().at(0);
-        const QPointer<MessageForm> kept(first);
+        const QPointer<ConversationForm> kept(first);
         first->close();
         say(53);
         QCOMPARE(shown(), 52);

@@ -21,6 +21,14 @@ void openCard(FakeClient& c, const QString& jid)
     c.inject(QString("<iq type=\"result\" from=\"%1\"><vCard xmlns=\"vcard-temp\"/></iq>").arg(jid));
 }
 
+void openRoom(FakeClient& c)
+{
+    const QString answer = "<iq type='result' id='%1' from='verse@rooms.x'>"
+                           "<query xmlns='jabber:iq:conference'><name>Verse</name>%2</query></iq>";
+    c.inject(answer.arg("VRX_CONF?", ""));
+    c.inject(answer.arg("VRX_CONF_DATA", "<id>verse@rooms.x/1</id><nick>a&amp;b</nick>"));
+}
+
 // The page stands behind the form's name, up to a comma.
 void openPreferences(FakeClient& c)
 {
@@ -57,6 +65,13 @@ const std::pair<QString, Act> windows[] = {
          c.ui->windows.preferences.show("Personal");
          ui::click(c.form("PreferencesForm"), "cmdRestoreRegistry");
      }},
+    {"GroupchatWindowForm", openRoom},
+    {"JoinConferenceForm", [](FakeClient& c) { c.ui->windows.groups.showJoin(); }},
+    {"JoinConferenceForm invited",
+     [](FakeClient& c) {
+         c.inject("<message from='romeo@x'><x xmlns='jabber:x:conference' jid='a&amp;b@rooms.x'/></message>");
+     }},
+    {"InviteForm", [](FakeClient& c) { c.ui->windows.groups.showInvite("juliet@montague.example", {}); }},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, "jul&amp;iet@x"); }},
 };
 
