@@ -168,6 +168,8 @@ void Cases::addHostile(const Pair& figures)
         {"resources", "100,000 resources of one contact"},
         {"strangers", "messages of 1,000 strangers"},
         {"log", "a log of 100 MiB is opened"},
+        {"join", "a room of 2,000 is joined"},
+        {"talk", "5,000 lines are said in a room"},
     };
     for (const auto& [step, what] : steps) {
         const QString name = QString::fromLatin1(what);

@@ -63,6 +63,18 @@ std::function<QByteArray()> messages(World& world, const Connection& client, int
     return source(client, from.isEmpty() ? 0 : count, make, last);
 }
 
+std::function<QByteArray()> roomTalk(const Connection& client, const QString& room, int count, int occupants,
+                                     const QString& last)
+{
+    const auto make = [room, to = client.fullJid(), occupants](int i) {
+        Element message("message");
+        message.set("from", room + QStringLiteral("/guest %1").arg(i % occupants));
+        message.set("to", to).set("type", QStringLiteral("groupchat"));
+        return message.add("body", QStringLiteral("Line %1: %2").arg(i).arg(QString(80, u'x'))).xml();
+    };
+    return source(client, count, make, last);
+}
+
 std::function<QByteArray()> hostile(World& world, const Connection& client, const QString& kind,
                                     const QString& last)
 {

@@ -17,6 +17,10 @@ std::function<QByteArray()> presences(World& world, const Connection& client, co
 std::function<QByteArray()> messages(World& world, const Connection& client, int count, int size, int senders,
                                      const QString& last = {});
 
+// `count` lines in a room, in turn from so many occupants "guest N".
+std::function<QByteArray()> roomTalk(const Connection& client, const QString& room, int count, int occupants,
+                                     const QString& last = {});
+
 // What somebody sends who means ill, from the first contact: "brackets", one link with 200,000 of them;
 // "emoji", 160 KB of joined ones; "lines", 2,000,000 in one message; "combining", 100,000 marks in an address
 // and in a text; "links", 100,000 characters of them; "queries", 100,000 in one request of a long id;

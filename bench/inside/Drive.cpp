@@ -5,6 +5,8 @@
 #include "contacts/forms/Roster.h"
 #include "contacts/forms/RosterForm.h"
 #include "contacts/forms/RosterView.h"
+#include "groupchat/RoomStanzas.h"
+#include "groupchat/forms/GroupchatWindowForm.h"
 #include "session/forms/SignInForm.h"
 #include "settings/Paths.h"
 
@@ -66,6 +68,7 @@ void Drive::run()
         {"latency", &Drive::latency},
         {"pushes", &Drive::pushes},
         {"log", &Drive::longLog},
+        {"join", &Drive::crowd},
     };
     for (const auto& [name, step] : own) {
         if (isWanted(name))
@@ -149,6 +152,22 @@ void Drive::longLog()
             });
         },
         [&opened] { return opened; });
+}
+
+// A room of 2,000 is joined, and 5,000 lines are said in it.
+void Drive::crowd()
+{
+    constexpr int occupants = 2001;
+    const QString room = QStringLiteral("crowd@conference.") + program_.client().Gateway().Server();
+    const auto& registry = program_.session().windows.registry;
+    step(
+        "join", [&] { stanzas::send(program_.client(), roomstanzas::askRoom(room)); },
+        [&] {
+            const auto* window = registry.tagged<GroupchatWindowForm>(room);
+            return window && window->occupants.Count() >= occupants && spy_->presences >= occupants;
+        });
+    step(
+        "talk", [this] { order(QStringLiteral("talk")); }, [this] { return spy_->done; });
 }
 
 // From the order's sending to the answer's text in its open window: the way there, the server and the way

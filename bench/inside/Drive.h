@@ -29,6 +29,7 @@ private:
     void pushes();
     void hostile(const char* kind);
     void longLog();
+    void crowd();
     void latency();
     void step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done);
     void await(const std::function<bool()>& done);

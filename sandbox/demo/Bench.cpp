@@ -13,6 +13,15 @@ namespace
 
 constexpr int MostMessages = 10'000'000;
 constexpr int LargestBody = 16 * 1024 * 1024;
+constexpr int CrowdSize = 2000;
+constexpr int TalkLines = 5000;
+
+const QString Crowd = QStringLiteral("crowd");
+
+QString crowdJid(const World& world)
+{
+    return Crowd + u'@' + world.roomServices().first().jid;
+}
 
 QString saying(const QString& from, const Connection& to, const QString& body)
 {
@@ -37,10 +46,12 @@ void obey(World& world, const QString& control, Connection& client, const Stanza
         return client.pour(flood::messages(world, client, number(order, 1, MostMessages),
                                            number(order, 2, LargestBody), number(order, 3, MostMessages),
                                            done));
+    if (order.value(0) == u"talk")
+        return client.pour(flood::roomTalk(client, crowdJid(world), TalkLines, CrowdSize, done));
     if (order.value(0) == u"hostile")
         return client.pour(flood::hostile(world, client, order.value(1), done));
     const QString usage =
-        QStringLiteral("Say \"presences\", \"messages COUNT SIZE SENDERS\" or \"hostile KIND\".");
+        QStringLiteral("Say \"presences\", \"messages COUNT SIZE SENDERS\", \"talk\" or \"hostile KIND\".");
     client.sendText(saying(control, client, usage));
 }
 
@@ -51,6 +62,9 @@ void populate(World& world, int contacts, int groups)
     const QString user = QStringLiteral("bench");
     world.addAccount(user, user);
     world.addRoster(user, contacts, groups);
+    Room& crowd = world.addRoom(Crowd, QStringLiteral("Crowd"));
+    for (int guest = 0; guest < CrowdSize; ++guest)
+        crowd.seat(QStringLiteral("Guest %1").arg(guest));
     Persona& control = world.addPersona(QStringLiteral("control"), QStringLiteral("Control"));
     control.hears = [&world, &control](Connection& client, const Stanza& message) {
         if (!message.text("body").isEmpty())

@@ -3,7 +3,8 @@
 #include "sandbox/World.h"
 
 // The world for measurements: the account bench/bench with many contacts, and a contact "control" who on the
-// message "presences", or "messages COUNT SIZE SENDERS", lets loose a flood and says "done" at its end.
+// message "presences", or "messages COUNT SIZE SENDERS", or "talk", lets loose a flood and says "done" at its
+// end.
 namespace sandbox::bench
 {
 
