@@ -65,6 +65,7 @@ private slots:
         auto& window = f.notices();
         window.WriteMessage("a", "b", {});
         window.showAtPlace();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
         window.move(20, 30);
         window.showAtPlace();
         QCOMPARE(window.pos(), QPoint(20, 30));

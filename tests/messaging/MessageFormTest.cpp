@@ -202,6 +202,7 @@ private slots:
     {
         f->client.settings.CurrentWindowOnTop = false;
         auto* window = f->open(juliet);
+        QVERIFY(QTest::qWaitForWindowExposed(window));
         window->move(40, 60);
         ui::click(window, "cmdCancel");
         QVERIFY(!window->isVisible());

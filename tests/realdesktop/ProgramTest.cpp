@@ -124,6 +124,8 @@ private slots:
         QVERIFY(stored.width() == 0 ? frame.width() > 100
                                     : x.place(main()).width() == stored.width() * scale);
         QVERIFY(leavesByTheTray());
+        const auto left = store.loadWindowPosition({}).geometry.value_or(QRect());
+        QVERIFY(stored.isEmpty() || left.size() == stored.size());
     }
 
     void loadsItsModulesWhenTheyAreNeeded()

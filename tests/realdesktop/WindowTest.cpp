@@ -109,6 +109,36 @@ private slots:
         }
     }
 
+    void aPlaceOutlastsQuickHiding_data()
+    {
+        columns<Qt::WindowState, bool>("state", "awaited");
+        row("while it comes", Qt::WindowNoState, false);
+        row("while it comes as an icon", Qt::WindowMinimized, false);
+        row("when it has the keys", Qt::WindowNoState, true);
+    }
+
+    // The window seems to stand here and there until the window manager has put its frame around it.
+    void aPlaceOutlastsQuickHiding()
+    {
+        const auto [state, awaited] = fetched<Qt::WindowState, bool>();
+        QVERIFY(openChatByKeys());
+        const QRect left = putAside(chat());
+        auto& window = *form("MessageForm");
+        QVERIFY(SOON(window.windowHandle()->framePosition() == left.topLeft()));
+        for (int turns = 0; turns < 40; ++turns) {
+            window.hide();
+            window.setWindowState(state);
+            window.show();
+            QVERIFY(!awaited || SOON(window.isActiveWindow()));
+            for (int turn = 0; turn < turns; ++turn)
+                QCoreApplication::processEvents();
+        }
+        window.hide();
+        window.bringUp();
+        QVERIFY(SOON(window.isActiveWindow()));
+        QCOMPARE(framed(chat()), left);
+    }
+
     void whatComesByItselfDoesNotTakeTheKeys_data()
     {
         columns<QString, QString>("xml", "title");
@@ -162,10 +192,11 @@ private slots:
     void theMainWindowGoesAndComesBack()
     {
         const auto [tray, maximised, trips] = fetched<bool, bool, int>();
-        putAside(main());
+        const QRect aside = putAside(main());
         if (maximised)
-            mainForm().showMaximized();
-        QVERIFY(!maximised || SOON(framed(main()).width() == QApplication::primaryScreen()->size().width()));
+            x.maximise(main());
+        QVERIFY(!maximised || SOON(mainForm().isMaximized() &&
+                                   framed(main()).width() == QApplication::primaryScreen()->size().width()));
         const QRect before = framed(main());
         for (int trip = 0; trip < trips; ++trip) {
             tray ? x.close(main()) : x.minimise(main());
@@ -177,6 +208,9 @@ private slots:
             QVERIFY(SOON(isActive(main()) && !mainForm().isMinimized()));
             QVERIFY(SOON(framed(main()) == before));
         }
+        if (maximised)
+            x.maximise(main(), false);
+        QVERIFY(SOON(!mainForm().isMaximized() && framed(main()) == aside));
     }
 
     void aClickThatBringsTheListUpRenamesNothing()

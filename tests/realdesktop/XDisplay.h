@@ -58,6 +58,11 @@ public:
     // As the window manager does it for a person.
     void close(Window window) { command(window, "_NET_CLOSE_WINDOW", {0, 2}); }
     void minimise(Window window) { command(window, "WM_CHANGE_STATE", {quint32(State::Iconic)}); }
+    void maximise(Window window, bool on = true)
+    {
+        command(window, "_NET_WM_STATE",
+                {on, atom("_NET_WM_STATE_MAXIMIZED_HORZ"), atom("_NET_WM_STATE_MAXIMIZED_VERT"), 2});
+    }
     void activate(Window window) { command(window, "_NET_ACTIVE_WINDOW", {2}); }
     // The frame's corner goes to this place.
     void move(Window window, quint32 left, quint32 top)

@@ -113,19 +113,39 @@ void Form::setPlace(QPoint place)
 
 void Form::setVisible(bool visible)
 {
-    if (visible && isHidden()) {
+    if (visible && isHidden())
         prepare();
-    } else if (!visible && isVisible()) {
-        // A window manager takes the state from a window that goes. One that came up maximised goes back to
-        // the place that it was given.
-        const bool cameMaximised = std::exchange(maximised_, isMaximized());
-        if (!maximised_)
-            place_ = pos();
-        else if (!cameMaximised)
-            place_ = normalGeometry().marginsAdded(usualFrame()).topLeft();
-        prepared_ = false;
-    }
+    else if (!visible && isVisible())
+        keepPlace();
     QMainWindow::setVisible(visible);
+}
+
+// While the window manager puts its frame around a window, that seems to stand at many a place.
+QPoint Form::place() const
+{
+    if (placed_ && !isMaximized() && windowHandle())
+        return windowHandle()->framePosition();
+    return place_.value_or(pos());
+}
+
+// A window manager takes the state from a window that goes. One that came up maximised goes back to the place
+// that it was given.
+void Form::keepPlace()
+{
+    learnFrame();
+    const bool cameMaximised = std::exchange(maximised_, isMaximized());
+    if (placed_ && !maximised_) {
+        place_ = place();
+    } else if (placed_ && !cameMaximised) {
+        place_ = normalGeometry().marginsAdded(expectedFrame()).topLeft();
+        normal_ = normalGeometry().size();
+    }
+    prepared_ = placed_ = false;
+}
+
+QMargins Form::expectedFrame() const
+{
+    return frame_.value_or(usualFrame());
 }
 
 // What the window manager knows of a window outlives its hiding: that it came up as an icon, that it was
@@ -136,12 +156,11 @@ void Form::prepare()
     if (std::exchange(prepared_, true))
         return;
     if (testAttribute(Qt::WA_WState_Created)) {
-        const QSize normal = normalGeometry().size();
         destroy();
         // So that a maximised window knows what it goes back to.
         setWindowState(windowState() & ~Qt::WindowMaximized);
-        if (maximised_)
-            resize(normal);
+        if (maximised_ && normal_.isValid())
+            resize(normal_);
     }
     ensurePolished();
     if (!testAttribute(Qt::WA_Resized)) {
@@ -154,7 +173,8 @@ void Form::prepare()
     if (maximised_)
         setWindowState(windowState() | Qt::WindowMaximized);
     create();
-    takePlace(); // again, reckoned with the frame that the toolkit remembers
+    windowHandle()->installEventFilter(this);
+    takePlace(); // again, reckoned with the frame that it had
 }
 
 void Form::takePlace()
@@ -162,8 +182,13 @@ void Form::takePlace()
     if (!place_)
         return;
     const QSize least = minimumSize().isEmpty() ? minimumSizeHint() : minimumSize();
-    const QRect frame(*place_, size().expandedTo(least).grownBy(usualFrame()));
-    move(windowplace::onAScreen(frame, windowplace::screens()).value_or(centred(frame.size())));
+    const QRect frame(*place_, size().expandedTo(least).grownBy(expectedFrame()));
+    const QPoint corner =
+        windowplace::onAScreen(frame, windowplace::screens()).value_or(centred(frame.size()));
+    if (frame_ && testAttribute(Qt::WA_WState_Created))
+        setGeometry(QRect(corner + QPoint(frame_->left(), frame_->top()), size()));
+    else
+        move(corner);
 }
 
 void Form::setDefaultButton(QPushButton* button)
@@ -187,9 +212,19 @@ void Form::expectActive(QWidget* window)
     expected() = window;
 }
 
+// A window is seen, and has the keys, only where the window manager put it.
+bool Form::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Expose && watched == windowHandle() && windowHandle()->isExposed())
+        placed_ = prepared_;
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void Form::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
+    if (placed_ && !isMaximized() && !isMinimized())
+        maximised_ = false;
     const bool concerned =
         event->type() == QEvent::ActivationChange || event->type() == QEvent::WindowStateChange;
     if (!concerned || !isActiveWindow())
@@ -197,6 +232,7 @@ void Form::changeEvent(QEvent* event)
     expectActive(nullptr);
     if (isMinimized())
         return;
+    placed_ = prepared_;
     learnFrame();
     if (looks_ > 0)
         settleTimer_.start();
@@ -214,14 +250,15 @@ void Form::showEvent(QShowEvent* event)
     if (entry_)
         entry_->setFocus();
     looks_ = 10;
-    if (!isMaximized() && !isFullScreen()) {
+    if (!maximised_ && !isMaximized() && !isFullScreen()) {
         fitContent();
         fitScreen();
     }
     // The toolkit forgets the state of a window that it moves or resizes now, so that one that was to be an
     // icon would come up before all others. So the state is the last that the native window hears of.
     place_ ? windowHandle()->setGeometry(geometry()) : windowHandle()->resize(size());
-    windowHandle()->setWindowStates(windowState() & ~Qt::WindowActive);
+    const auto states = windowState() & ~Qt::WindowActive;
+    windowHandle()->setWindowStates(maximised_ ? states | Qt::WindowMaximized : states);
 }
 
 // A main window knows nothing of labels that grow in height as they wrap.
@@ -239,30 +276,31 @@ void Form::fitContent()
 void Form::fitScreen()
 {
     const auto* at = place_ ? QGuiApplication::screenAt(*place_) : nullptr;
-    const QSize largest = (at ? at : screen())->availableSize().shrunkBy(usualFrame());
+    const QSize largest = (at ? at : screen())->availableSize().shrunkBy(expectedFrame());
     if (size() == size().boundedTo(largest))
         return;
+    wished_ = wishedSize();
     setMinimumSize(minimumSize().boundedTo(largest));
     resize(size().boundedTo(largest));
+    fitted_ = size();
 }
 
 void Form::learnFrame()
 {
-    const QRect frame = frameGeometry();
-    if (frame == geometry() || !frame.contains(geometry()) || isMaximized())
+    const QMargins frame = placed_ && windowHandle() ? windowHandle()->frameMargins() : QMargins();
+    if (frame.isNull() || isMaximized() || isMinimized())
         return;
-    usualFrame() = {geometry().x() - frame.x(), geometry().y() - frame.y(),
-                    frame.right() - geometry().right(), frame.bottom() - geometry().bottom()};
+    frame_ = usualFrame() = frame;
 }
 
 // The frame may be wider than the one that was reckoned with. What the window manager did is heard of piece
 // by piece: only what stands at two looks counts.
 void Form::settle()
 {
-    const QRect frame = frameGeometry();
     if (!isVisible() || isMaximized() || isMinimized())
         return;
-    if (std::exchange(seen_, frame) != frame || !frame.contains(geometry())) {
+    const QRect frame = windowHandle()->frameGeometry();
+    if (std::exchange(seen_, frame) != frame) {
         if (--looks_ > 0)
             settleTimer_.start();
         return;
@@ -271,7 +309,7 @@ void Form::settle()
     learnFrame();
     const auto place = windowplace::onAScreen(frame, windowplace::screens());
     if (place && *place != frame.topLeft())
-        move(*place);
+        setGeometry(geometry().translated(*place - frame.topLeft()));
 }
 
 void Form::closeEvent(QCloseEvent* event)

@@ -48,6 +48,10 @@ public:
     bool wasShown() const { return shown_; }
     // Where the frame is to stand from here on.
     void setPlace(QPoint place);
+    // The frame's corner: where it stands, or is to stand when the form comes up.
+    QPoint place() const;
+    // The size that the form would have if the screen were not too small for it.
+    QSize wishedSize() const { return size() == fitted_ ? wished_ : size(); }
 
     void setDefaultButton(QPushButton* button);
     QPushButton* defaultButton() const { return default_; }
@@ -72,6 +76,7 @@ protected:
     // menu stands open on one of its handlers.
     virtual void release();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -81,7 +86,9 @@ protected:
 
 private:
     void prepare();
+    void keepPlace();
     void takePlace();
+    QMargins expectedFrame() const;
     void fitContent();
     void fitScreen();
     void learnFrame();
@@ -91,12 +98,17 @@ private:
     QPointer<QPushButton> default_;
     QPointer<QPushButton> cancel_;
     QPointer<QWidget> entry_;
-    std::optional<QPoint> place_; // of the frame; null while the window manager chooses it
+    std::optional<QPoint> place_;   // of the frame; null while the window manager chooses it
+    std::optional<QMargins> frame_; // that it had last
     bool shown_ = false;
     bool prepared_ = false; // shown, or about to be
+    bool placed_ = false;   // the window manager has put it where it stands
     QTimer settleTimer_;
     QRect seen_;             // the frame at the last look
-    bool maximised_ = false; // when it was hidden last
+    bool maximised_ = false; // when it was hidden last, and not since
+    QSize normal_;           // when it was hidden last maximised
+    QSize wished_;           // before the screen was too small for it
+    QSize fitted_;           // what the screen made of it
     int looks_ = 0;          // left, since it was shown, to find the frame standing still
     bool unloading_ = false;
 };

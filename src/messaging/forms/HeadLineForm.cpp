@@ -5,6 +5,7 @@
 #include "engine/StanzaError.h"
 #include "engine/Xml.h"
 #include "messaging/WindowTag.h"
+#include "messaging/forms/PutAway.h"
 #include "ui_HeadLineForm.h"
 
 #include <QMenu>
@@ -108,8 +109,7 @@ bool HeadLineForm::queryUnload(CloseMode)
 {
     if (client_.SessionClosing)
         return true;
-    Tag = windowtag::of(pos());
-    hide();
+    putAway(*this);
     if (auto* main = registry().find(QStringLiteral("RosterForm")))
         main->activateWindow();
     return false;

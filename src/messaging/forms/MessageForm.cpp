@@ -11,6 +11,7 @@
 #include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
 #include "messaging/forms/LogMessageForm.h"
+#include "messaging/forms/PutAway.h"
 #include "messaging/forms/ReturnedMessages.h"
 #include "ui_MessageForm.h"
 
@@ -291,8 +292,7 @@ bool MessageForm::queryUnload(CloseMode)
     // A window that no bag keeps could never be brought back.
     if (client().UserClosing || !isKept())
         return true;
-    Tag = windowtag::of(pos());
-    hide();
+    putAway(*this);
     return false;
 }
 

@@ -26,8 +26,11 @@ SessionEnd::SessionEnd(Client& client, Windows& windows, SettingsStore& store)
 void SessionEnd::saveWindowPosition()
 {
     const auto* form = windows_.contacts.rosterForm();
-    if (form && form->wasShown())
-        store_.saveWindowPosition({form->pos(), form->size()}, form->isVisible() ? windowState(*form) : 1);
+    if (!form || !form->wasShown())
+        return;
+    const QRect stored =
+        form->isMaximized() ? QRect(form->pos(), form->size()) : QRect(form->place(), form->wishedSize());
+    store_.saveWindowPosition(stored, form->isVisible() ? windowState(*form) : 1);
 }
 
 void SessionEnd::emptyLists()
