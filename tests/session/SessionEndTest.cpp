@@ -126,6 +126,13 @@ private slots:
     {
         SignedInClient live;
         QTRY_COMPARE(live.storedSettings().UserName, "romeo");
+        // A push of the list saves nothing.
+        QVERIFY(QFile::remove(paths::settingsFile()));
+        live.inject(
+            "<iq type='set'><query xmlns='jabber:iq:roster'><item jid='a@b' subscription='both'/></query>"
+            "</iq>");
+        QCoreApplication::processEvents();
+        QVERIFY(!QFile::exists(paths::settingsFile()));
         const bool before = live.client.settings.CheckGateways;
         live.ui->windows.preferences.show("Messages");
         ui::click(live.form("PreferencesForm"), "chkGateways");

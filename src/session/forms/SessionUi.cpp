@@ -113,8 +113,10 @@ void SessionUi::finishSignIn()
     if (auto* progress = windows.session.progressIfLoaded(); progress && progress->isVisible())
         progress->requestUnload(CloseMode::Code);
     windows.contacts.makeRosterForm().showConnected(false);
-    // A run that is killed loses nothing then; a keyring may run an event loop of its own.
-    QMetaObject::invokeMethod(&windows.session.signIn(), &SignInForm::saveSettings, Qt::QueuedConnection);
+    // A run that is killed loses nothing then; a keyring may run an event loop of its own. Every later push
+    // of the list comes this way too.
+    if (std::exchange(saved_, client_.sessionNumber) != client_.sessionNumber)
+        QMetaObject::invokeMethod(&windows.session.signIn(), &SignInForm::saveSettings, Qt::QueuedConnection);
     if (std::exchange(byHand_, false))
         tellWhereTheListIs();
 }

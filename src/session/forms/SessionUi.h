@@ -76,5 +76,6 @@ private:
     IdleTrim trim_;
     bool started_ = false;
     bool byHand_ = false; // the person asked for the sign-in under way
+    int saved_ = 0;       // the session whose settings were saved
     Patience lists_;      // with the server, until both have come
 };
