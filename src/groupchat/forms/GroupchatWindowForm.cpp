@@ -88,7 +88,7 @@ void GroupchatWindowForm::setUpOccupants()
     ui_->TreeView1->setOccupants(occupants);
     ui_->columns->setSizes({width() - treeWidth, treeWidth});
     ui_->columns->setStretchFactor(0, 1);
-    ui_->texts->setSizes({3, 1});
+    ui_->texts->setSizes({300, 100});
     ui_->texts->setStretchFactor(0, 3);
     ui_->texts->setStretchFactor(1, 1);
     connect(ui_->TreeView1, &OccupantsView::menuRequested, this,
