@@ -210,7 +210,9 @@ private slots:
         }
         if (maximised)
             x.maximise(main(), false);
-        QVERIFY(SOON(!mainForm().isMaximized() && framed(main()) == aside));
+        // Where a window stands that was shown maximised is the window manager's choice.
+        QVERIFY(SOON(!mainForm().isMaximized() && framed(main()).size() == aside.size() &&
+                     (maximised || framed(main()) == aside)));
     }
 
     void aClickThatBringsTheListUpRenamesNothing()
