@@ -2,6 +2,21 @@
 
 #include "groupchat/RoomStatus.h"
 
+namespace
+{
+
+// A nick with a line break could pass for another line of the history and of the log.
+QString onOneLine(QString nick)
+{
+    for (QChar& c : nick) {
+        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    }
+    return nick;
+}
+
+} // namespace
+
 QString Occupants::NodeTextByKey(const QString& key) const
 {
     const auto* occupant = record(key);
@@ -13,13 +28,14 @@ void Occupants::add(const QString& key, const QString& name)
     if (const int position = find(key))
         return setText(position, name);
     beginInsertRows({}, Count(), Count());
-    append(key, {key, name, QLatin1String(roomstatus::ofShow({})->imageKey)});
+    append(key, {key, onOneLine(name), QLatin1String(roomstatus::ofShow({})->imageKey)});
     endInsertRows();
 }
 
-void Occupants::setText(int position, const QString& name)
+void Occupants::setText(int position, const QString& nick)
 {
     auto* occupant = Item(position);
+    const QString name = onOneLine(nick);
     if (!occupant || occupant->Text == name)
         return;
     occupant->Text = name;

@@ -30,7 +30,7 @@ public:
 
     // Nobody stands in the list twice: somebody who is in it is given the name.
     void add(const QString& key, const QString& name);
-    void setText(int position, const QString& name);
+    void setText(int position, const QString& nick);
     void setImage(int position, const QString& imageKey);
     void removeNode(int position);
 

@@ -89,6 +89,9 @@ private slots:
         row("new", kit, QStringList{"rom", "Will", "Kit"}, true);
         row("twice", kit + kit, QStringList{"rom", "Will", "Kit"}, true);
         row("renamed", "<user " + will + " name='Bill'/>", QStringList{"rom", "Bill"}, true);
+        row("on two lines",
+            "<user " + will + " name='W&#10;ill'/><user jid='" + verse + "/k' name='K&#13;t'/>",
+            QStringList{"rom", "W ill", "K t"}, true);
         row("without name, then good", "<user jid='x@y/z'/>" + kit, QStringList{"rom", "Will", "Kit"}, true);
         row("without jid, then good", "<user name='x'/>" + kit, QStringList{"rom", "Will", "Kit"}, true);
         row("removed, and no more", "<user type='remove' " + will + "/>" + kit, QStringList{"rom"}, true);
@@ -109,6 +112,15 @@ private slots:
             QCOMPARE(f->nicks(), nicks);
         if (nicks.value(0) == "rom2")
             QVERIFY(f->room()->ownNick() == "rom2" && f->status().contains("rom2"));
+    }
+
+    void noOccupantSpeaksForTheRoom()
+    {
+        f->enter();
+        f->browsed("", verse + "/will", "<user type='remove' jid='" + me + "'/><user jid='x@y/z' name='X'/>",
+                   "set");
+        QVERIFY(f->room() && f->takeSent().isEmpty());
+        QCOMPARE(f->nicks(), QStringList({"rom", "Will"}));
     }
 
     void presencesAreToldOnce_data()

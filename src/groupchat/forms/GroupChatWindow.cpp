@@ -62,7 +62,7 @@ void GroupChatWindow::OnIQ(PlugInContext& context)
 GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
 {
     auto* room = roomIn(context);
-    if (!room)
+    if (!room || context.Stanza().From() != room->Tag) // no occupant speaks for the room
         return Walk::GoesOn;
     bool isMe = false;
     for (const auto& found : elements(context.Stanza(), "user")) {
