@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QListWidget>
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QStyleFactory>
@@ -99,6 +100,35 @@ void photographConversation(LiveClient& live, Camera& camera)
     ui::choose(window, "mnustroldconv");
     QTest::qWait(200);
     camera.take(live.form("LogMessageForm"), "log");
+}
+
+void photographRoom(LiveClient& live, Camera& camera)
+{
+    ui::choose(live.rosterForm(), "mRosterTGRChat");
+    Form* join = live.form("JoinConferenceForm");
+    auto* rooms = ui::find<QListWidget>(join, "BrowseResult");
+    if (!QTest::qWaitFor([rooms] { return rooms->count() > 0; }))
+        qFatal("no rooms");
+    rooms->setCurrentRow(0);
+    camera.take(join, "join");
+    ui::click(join, "cmdJoin");
+    Form* window = nullptr;
+    if (!QTest::qWaitFor([&] { return (window = live.form("GroupchatWindowForm")) && window->isVisible(); }))
+        qFatal("no room");
+    QTest::keyClicks(ui::find<QPlainTextEdit>(window, "RichTextBox2"),
+                     QStringLiteral("Good evening, gardeners"));
+    QTest::keyClick(ui::find<QPlainTextEdit>(window, "RichTextBox2"), Qt::Key_Return);
+    QTest::qWait(24000); // the garden's people talk
+    camera.take(window, "room");
+    live.ui->windows.groups.showInvite(QStringLiteral("tomas@localhost"), window->Tag);
+    camera.take(live.form("InviteForm"), "invite");
+    live.form("InviteForm")->hide();
+    live.ui->windows.groups.showInvitation({QStringLiteral("lucia@localhost"),
+                                            QStringLiteral("The tomatoes are ripe, come over!"),
+                                            QStringLiteral("workshop"),
+                                            {QStringLiteral("conference.localhost")}});
+    camera.take(live.form("JoinConferenceForm"), "invitation");
+    live.form("JoinConferenceForm")->hide();
 }
 
 void photographSession(LiveClient& live, Camera& camera)
@@ -192,6 +222,7 @@ int main(int argc, char** argv)
     QTest::qWait(500);
     photographTrayMenu(camera);
     photographSession(live, camera);
+    photographRoom(live, camera);
     photographPreferences(live, camera);
     server.abortAll();
     QTest::qWait(1500);
