@@ -100,6 +100,26 @@ private slots:
         QVERIFY(!ui::find<QCheckBox>(f->join(), "Check1")->isChecked());
     }
 
+    void otherKindIsSearchedFirst()
+    {
+        openDialog();
+        f->browsed("VRX_CHATROOM?", server,
+                   "<conference type='private' jid='p.x'/><conference type='public' jid='" + service + "'/>");
+        f->browsed("VRX_GET_CHATROOM", service, "<conference jid='" + verse + "' name='Verse'/>");
+        list().setCurrentRow(0);
+        f->takeSent();
+        ui::click(f->join(), "OptPublic");
+        QVERIFY(canJoin());
+        ui::click(f->join(), "Option1");
+        QVERIFY(rows().isEmpty() && !canJoin() && f->takeSent().isEmpty());
+        QVERIFY(list().accessibleDescription().contains("Search"));
+        // A room that is made now is none of the public ones.
+        ui::click(f->join(), "Check1");
+        ui::type(f->join(), "txtRoomName", "tea");
+        ui::click(f->join(), "cmdJoin");
+        QCOMPARE(f->takeSent(), QStringList(askRoom("tea@p.x")));
+    }
+
     void invitationIsAnswered()
     {
         invite("<x xmlns='jabber:x:conference' jid='one@a.example'/>");

@@ -41,6 +41,8 @@ JoinConferenceForm::JoinConferenceForm(FormRegistry& registry, Client& client)
     connect(ui_->Check1, &QCheckBox::toggled, this, &JoinConferenceForm::Check1_Click);
     connect(ui_->OptPublic, &QRadioButton::toggled, this,
             [this](bool on) { ui_->BrowseUsrCtrl1->publicRooms = on; });
+    for (auto* kind : {ui_->OptPublic, ui_->Option1})
+        connect(kind, &QRadioButton::clicked, ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::forgetOtherKind);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::chosen, this, &JoinConferenceForm::offerJoin);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::opened, this, &JoinConferenceForm::cmdJoin_Click);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::roomServiceFound, this, [this](const QString& jid) {

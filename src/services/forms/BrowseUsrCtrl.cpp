@@ -47,8 +47,12 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
 // Every service is asked, and the last one's rooms are shown.
 void BrowseUsrCtrl::findRoomServices(const PlugInContext& context)
 {
-    const auto services = browseanswers::roomServices(
-        context.Stanza(), publicRooms ? QStringLiteral("public") : QStringLiteral("private"));
+    const QStringList found[] = {browseanswers::roomServices(context.Stanza(), QStringLiteral("private")),
+                                 browseanswers::roomServices(context.Stanza(), QStringLiteral("public"))};
+    for (const bool kind : {false, true})
+        lastService_[kind] = found[kind].value(found[kind].size() - 1);
+    listsPublic_ = publicRooms;
+    const auto& services = found[publicRooms];
     if (services.isEmpty())
         setHint(publicRooms ? tr("This server offers no public rooms.")
                             : tr("This server offers no private rooms."));
@@ -64,6 +68,18 @@ void BrowseUsrCtrl::listRooms(const Stanza& answer)
     BrowseResult->clear();
     BrowseResult->addRows(browseanswers::rooms(answer));
     setHint(tr("There is no room yet. Tick \"New\" to make one."));
+    choose();
+}
+
+// A room that is made now lies on the service of the kind that is chosen.
+void BrowseUsrCtrl::forgetOtherKind()
+{
+    if (!lastService_[publicRooms].isEmpty())
+        emit roomServiceFound(lastService_[publicRooms]);
+    if (listsPublic_ == publicRooms)
+        return;
+    BrowseResult->clear();
+    setHint(tr("Press \"Search\" to see the rooms."));
     choose();
 }
 
