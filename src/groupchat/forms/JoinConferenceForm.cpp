@@ -5,6 +5,8 @@
 #include "groupchat/RoomStanzas.h"
 #include "ui_JoinConferenceForm.h"
 
+#include <QLineEdit>
+
 namespace
 {
 
@@ -135,6 +137,7 @@ void JoinConferenceForm::setServer(const QString& server)
     if (ui_->txtServerName->findText(server) < 0)
         ui_->txtServerName->addItem(server);
     ui_->txtServerName->setCurrentText(server);
+    ui_->txtServerName->lineEdit()->setCursorPosition(0);
 }
 
 void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)

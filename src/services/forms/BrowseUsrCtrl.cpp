@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
+#include "engine/StanzaError.h"
 #include "services/forms/BrowseList.h"
 
 #include <QVBoxLayout>
@@ -34,7 +35,10 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
 {
     const auto& answer = context.Stanza();
     const QString id = answer.IqFields().Id();
-    if (id == u"VRX_CHATROOM?")
+    const bool ofRooms = id == u"VRX_CHATROOM?" || id == u"VRX_GET_CHATROOM";
+    if (ofRooms && answer.IqFields().Type() == u"error")
+        setHint(tr("The rooms can't be listed: %1").arg(StanzaError::of(answer.root()).sentence()));
+    else if (id == u"VRX_CHATROOM?")
         findRoomServices(context);
     else if (id == u"VRX_GET_CHATROOM")
         listRooms(answer);
