@@ -137,6 +137,11 @@ private slots:
         QCOMPARE(ui::find<QComboBox>(f->join(), "txtServerName")->currentText(), "b.example");
         for (const char* name : {"Check1", "Frame3", "txtServerName", "Command1", "OptPublic", "Option1"})
             QVERIFY2(!ui::find<QWidget>(f->join(), name)->isEnabled(), name);
+        // A long invitation scrolls instead of pushing the buttons away.
+        invite("<x xmlns='jabber:x:conference' jid='two@b.example'/>", QString("long ").repeated(200));
+        QVERIFY(f->join()->height() < 420);
+        QVERIFY(ui::find<QWidget>(f->join(), "lblfromJID")->height() >
+                ui::find<QWidget>(f->join(), "invitationText")->height());
         // A late answer of the own server doesn't move the room.
         f->browsed("VRX_CHATROOM?", server, "<conference type='public' jid='" + service + "'/>");
         f->takeSent();

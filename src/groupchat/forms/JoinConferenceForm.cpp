@@ -34,6 +34,8 @@ JoinConferenceForm::JoinConferenceForm(FormRegistry& registry, Client& client)
     ui_->txtServerName->setCurrentText(client_.Gateway().Server());
     ui_->txtNick->setText(client_.Gateway().UserName());
     ui_->lblfromJID->setTextFormat(Qt::PlainText);
+    for (auto* widget : {ui_->invitationText->viewport(), static_cast<QWidget*>(ui_->lblfromJID)})
+        widget->setAutoFillBackground(false); // the frame's shade goes through
     setDefaultButton(ui_->cmdJoin);
     setCancelButton(ui_->cmdClose);
     setEntry(ui_->BrowseUsrCtrl1);
@@ -117,9 +119,28 @@ void JoinConferenceForm::ResetJoinDialog()
     ui_->lblRoomName->setEnabled(false);
     ui_->txtRoomName->setEnabled(false);
     ui_->cmdJoin->setEnabled(false);
-    ui_->Frame1->hide();
+    showParts();
     setSearchEnabled(true);
     resize(width(), usualHeight);
+}
+
+// On a small screen an invitation has room for what it needs.
+void JoinConferenceForm::showParts()
+{
+    ui_->Frame1->setVisible(invited_);
+    for (QWidget* widget : {static_cast<QWidget*>(ui_->Label1), static_cast<QWidget*>(ui_->OptPublic),
+                            static_cast<QWidget*>(ui_->Option1)})
+        widget->setVisible(!invited_);
+    if (!invited_)
+        return;
+    constexpr int mostLines = 5;
+    constexpr int frame = 8; // pixels, at the most
+    const QMargins edges = ui_->rows->contentsMargins() + ui_->invitation->contentsMargins();
+    const int wrapped = ui_->lblfromJID->heightForWidth(width() - edges.left() - edges.right() - frame);
+    const int most = mostLines * ui_->lblfromJID->fontMetrics().lineSpacing();
+    ui_->invitationText->setFixedHeight(qMin(wrapped, most));
+    centralWidget()->layout()->activate();
+    layout()->activate();
 }
 
 void JoinConferenceForm::setSearchEnabled(bool on)
@@ -151,7 +172,7 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     ui_->txtRoomName->setText(invitation.room);
     ui_->lblfromJID->setText(
         (invitation.from + QStringLiteral(" : ") + invitation.text).left(longestInvitation));
-    ui_->Frame1->show();
+    showParts();
     resize(width(), invitedHeight);
     setSearchEnabled(false);
     ui_->cmdJoin->setEnabled(true);
