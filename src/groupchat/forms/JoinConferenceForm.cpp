@@ -13,6 +13,7 @@ namespace
 constexpr int twipsPerPixel = 15;
 constexpr int usualHeight = 4224 / twipsPerPixel;
 constexpr int invitedHeight = 5400 / twipsPerPixel;
+constexpr int smallScreen = 500;              // pixels high
 constexpr qsizetype longestInvitation = 1000; // characters that are shown
 
 QString behindAt(const QString& jid)
@@ -133,7 +134,7 @@ void JoinConferenceForm::showParts()
         widget->setVisible(!invited_);
     if (!invited_)
         return;
-    constexpr int mostLines = 5;
+    const int mostLines = screen()->availableSize().height() < smallScreen ? 3 : 5;
     constexpr int frame = 8; // pixels, at the most
     const QMargins edges = ui_->rows->contentsMargins() + ui_->invitation->contentsMargins();
     const int wrapped = ui_->lblfromJID->heightForWidth(width() - edges.left() - edges.right() - frame);
