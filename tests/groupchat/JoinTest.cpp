@@ -65,8 +65,9 @@ private slots:
                        "' name='Verse'/><conference name='odd'/><conference jid='n@" + service + "'/>");
         QCOMPARE(rows(), QStringList({"Verse", "n@" + service}));
         QVERIFY(!canJoin());
-        list().setCurrentRow(0);
-        QVERIFY(canJoin());
+        list().setCurrentRow(0, QItemSelectionModel::NoUpdate); // as the focus does
+        QTest::keyClick(&list(), Qt::Key_Down);
+        QVERIFY(canJoin() && list().item(0)->isSelected());
         ui::type(f->join(), "txtNick", "r&j");
         ui::click(f->join(), "cmdJoin");
         QCOMPARE(f->takeSent(), QStringList(askRoom(verse)));
