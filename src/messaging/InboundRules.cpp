@@ -100,6 +100,8 @@ InboundDecision turnedAway(InboundDecision decision)
 
 InboundDecision decideRoom(const InboundMessage& message, const InboundWorld& world, const Settings& settings)
 {
+    if (message.body.isEmpty() && message.hasEvent) // nobody said anything
+        return {};
     if (!world.windowOpen && (settings.DoNotReceiveMessFromUnAuth || !settings.AcceptMessageFromAll))
         return dropped(settings);
     InboundDecision decision;

@@ -148,9 +148,27 @@ Destination StanzaRoutes::ofIqId(const Stanza& iq)
         return Destination::RegistrationAnswer;
     if (id == u"VRX_UNREGISTER")
         return Destination::Transport;
-    // The refusal of a card need not repeat the card.
-    const auto isCard = [](pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; };
-    return id == u"JCOM_51" && !iq.root().find_child(isCard) ? Destination::VCard : Destination::Nowhere;
+    // A refusal need not repeat the request.
+    struct Request {
+        QStringView id;
+        std::string_view ns;
+        Destination destination;
+        bool mayBeResult = false;
+    };
+    static constexpr Request requests[] = {
+        {u"JCOM_51", "vcard-temp", Destination::VCard, true},
+        {u"VRX_CONF?", "jabber:iq:conference", Destination::GroupChat},
+        {u"VRX_CONF_DATA", "jabber:iq:conference", Destination::GroupChat},
+        {u"VRX_CHATROOM?", "jabber:iq:browse", Destination::ChatRooms},
+        {u"VRX_GET_CHATROOM", "jabber:iq:browse", Destination::ChatRooms},
+    };
+    for (const auto& request : requests) {
+        const auto isRequest = [&](pugi::xml_node child) { return xml::xmlns(child) == request.ns; };
+        const bool counts = request.mayBeResult || iq.IqFields().Type() == u"error";
+        if (id == request.id && counts && !iq.root().find_child(isRequest))
+            return request.destination;
+    }
+    return Destination::Nowhere;
 }
 
 bool StanzaRoutes::endsIq(Destination destination, const Stanza& iq)

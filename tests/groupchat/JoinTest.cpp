@@ -65,8 +65,9 @@ private slots:
                        "' name='Verse'/><conference name='odd'/><conference jid='n@" + service + "'/>");
         QCOMPARE(rows(), QStringList({"Verse", "n@" + service}));
         QVERIFY(!canJoin());
-        list().setCurrentRow(0);
-        QVERIFY(canJoin());
+        list().setCurrentRow(0, QItemSelectionModel::NoUpdate); // as the focus does
+        QTest::keyClick(&list(), Qt::Key_Down);
+        QVERIFY(canJoin() && list().item(0)->isSelected());
         ui::type(f->join(), "txtNick", "r&j");
         ui::click(f->join(), "cmdJoin");
         QCOMPARE(f->takeSent(), QStringList(askRoom(verse)));
@@ -100,6 +101,34 @@ private slots:
         QVERIFY(!ui::find<QCheckBox>(f->join(), "Check1")->isChecked());
     }
 
+    void refusedSearchIsTold()
+    {
+        openDialog();
+        f->inject("<iq type='error' id='VRX_CHATROOM?' from='" + server +
+                  "'><error code='501'>Not here</error></iq>");
+        QVERIFY(list().accessibleDescription().contains("Not here"));
+    }
+
+    void otherKindIsSearchedFirst()
+    {
+        openDialog();
+        f->browsed("VRX_CHATROOM?", server,
+                   "<conference type='private' jid='p.x'/><conference type='public' jid='" + service + "'/>");
+        f->browsed("VRX_GET_CHATROOM", service, "<conference jid='" + verse + "' name='Verse'/>");
+        list().setCurrentRow(0);
+        f->takeSent();
+        ui::click(f->join(), "OptPublic");
+        QVERIFY(canJoin());
+        ui::click(f->join(), "Option1");
+        QVERIFY(rows().isEmpty() && !canJoin() && f->takeSent().isEmpty());
+        QVERIFY(list().accessibleDescription().contains("Search"));
+        // A room that is made now is none of the public ones.
+        ui::click(f->join(), "Check1");
+        ui::type(f->join(), "txtRoomName", "tea");
+        ui::click(f->join(), "cmdJoin");
+        QCOMPARE(f->takeSent(), QStringList(askRoom("tea@p.x")));
+    }
+
     void invitationIsAnswered()
     {
         invite("<x xmlns='jabber:x:conference' jid='one@a.example'/>");
@@ -109,6 +138,11 @@ private slots:
         QCOMPARE(ui::find<QComboBox>(f->join(), "txtServerName")->currentText(), "b.example");
         for (const char* name : {"Check1", "Frame3", "txtServerName", "Command1", "OptPublic", "Option1"})
             QVERIFY2(!ui::find<QWidget>(f->join(), name)->isEnabled(), name);
+        // A long invitation scrolls instead of pushing the buttons away.
+        invite("<x xmlns='jabber:x:conference' jid='two@b.example'/>", QString("long ").repeated(200));
+        QVERIFY(f->join()->height() < 420);
+        QVERIFY(ui::find<QWidget>(f->join(), "lblfromJID")->height() >
+                ui::find<QWidget>(f->join(), "invitationText")->height());
         // A late answer of the own server doesn't move the room.
         f->browsed("VRX_CHATROOM?", server, "<conference type='public' jid='" + service + "'/>");
         f->takeSent();

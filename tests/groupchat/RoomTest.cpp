@@ -23,6 +23,8 @@ class RoomTest : public QObject
     Q_OBJECT
     std::optional<RoomClient> f;
 
+    QString mainStatus() const { return ui::find<QLabel>(f->rosterForm(), "StatusBar1Panel1")->text(); }
+
 private slots:
     void init() { f.emplace(); }
     void cleanup() { f.reset(); }
@@ -64,12 +66,24 @@ private slots:
             QCOMPARE(f->room()->windowTitle(), verse);
     }
 
-    void takenNickIsToldAndAnotherTried()
+    void refusedNickIsToldAndAnotherTried_data()
+    {
+        columns<QString>("error");
+        row("taken", "<error code='409'>Conflict</error>");
+        row("none", "<error code='406'>Conflict</error>");
+    }
+    void refusedNickIsToldAndAnotherTried()
     {
         f->conference("VRX_CONF?", "<name>V</name>");
         f->takeSent();
-        f->conference("VRX_CONF_DATA", "<error code='409'>Conflict</error>", "error");
-        QVERIFY(f->status().contains("Conflict"));
+        QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), -1);
+        f->conference("VRX_CONF_DATA", std::get<0>(fetched<QString>()), "error");
+        QVERIFY(f->status().contains("Conflict") && f->status().contains("Change Nick"));
+        // What is said outside the room would be lost.
+        f->entry().insertMessage("hello");
+        QTest::keyClick(&f->entry(), Qt::Key_Return);
+        QVERIFY(f->takeSent().isEmpty() && f->entry().messageText() == "hello");
+        QVERIFY(f->status().contains("not in the room"));
         f->world.boxes.inputs = {"r<2"};
         ui::choose(f->room(), "mnucontattichnick");
         QCOMPARE(f->takeSent(),
@@ -78,6 +92,9 @@ private slots:
         f->room()->close();
         QVERIFY(!f->room());
         QCOMPARE(f->takeSent(), QStringList(gone));
+        f->enter();
+        QTest::keyClick(&f->entry(), Qt::Key_Return);
+        QCOMPARE(f->takeSent(), QStringList(said("<body>hello</body>")));
     }
 
     void membersComeAndGo_data()
@@ -108,6 +125,7 @@ private slots:
         f->users(push);
         QCOMPARE(f->room() != nullptr, stays);
         QCOMPARE(f->takeSent(), stays ? QStringList() : QStringList(gone));
+        QCOMPARE(mainStatus().contains("no longer in Verse & prose"), !stays);
         if (stays)
             QCOMPARE(f->nicks(), nicks);
         if (nicks.value(0) == "rom2")
@@ -247,9 +265,10 @@ private slots:
         // Asked for again it sends nothing, and says why.
         f->conference("VRX_CONF?", "<name>V</name>");
         QVERIFY(f->takeSent().isEmpty() && !room->isVisible());
-        QVERIFY(ui::find<QLabel>(f->rosterForm(), "StatusBar1Panel1")->text().contains("leaving"));
+        QVERIFY(mainStatus().contains("leaving"));
+        f->presence(me, {}, "unavailable"); // takes the row, the push closes
         f->users("<user type='remove' jid='" + me + "'/>");
-        QVERIFY(!f->room());
+        QVERIFY(!f->room() && !mainStatus().contains("no longer"));
         QCOMPARE(f->takeSent(), QStringList(gone));
         f->enter();
         QVERIFY(f->room()->isVisible());
@@ -322,7 +341,12 @@ private slots:
         tree->setCurrentIndex(tree->model()->index(1, 0));
         QTest::keyClick(tree, Qt::Key_Return);
         f->client.Core->tick();
-        QCOMPARE(qobject_cast<MessageForm*>(f->form("MessageForm"))->peerJid(), verse + "/will");
+        auto* alone = qobject_cast<MessageForm*>(f->form("MessageForm"));
+        QCOMPARE(alone->peerJid(), verse + "/will");
+        QCOMPARE(ui::find<QLineEdit>(alone, "txtNick")->text(), "Will");
+        f->users("<user jid='" + verse + "/will' name='Bill'/>");
+        f->inject("<message type='chat' from='" + verse + "/will'><body>pst</body></message>");
+        QCOMPARE(ui::find<QLineEdit>(alone, "txtNick")->text(), "Bill");
         // It stays when the room goes.
         f->users("<user type='remove' jid='" + me + "'/>");
         QVERIFY(!f->room() && f->form("MessageForm"));

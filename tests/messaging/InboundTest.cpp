@@ -345,7 +345,9 @@ private slots:
         RoomWindow room(f->registry, "GroupchatWindowForm");
         room.Tag = "verse@rooms.example";
         const QString will = room.Tag + "/will";
+        f->message(will, "chat", typing); // says nothing, and opens nothing
         f->message(will, "chat", "<body>pst</body>");
+        f->message(will, "chat", typing);
         f->message(room.Tag + "/kit", QString(), QString("<body>hey</body>") + typing);
         const auto* window = f->window(room.Tag, "ChatWndwill");
         QVERIFY(window);

@@ -68,10 +68,11 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
     for (const auto& found : elements(context.Stanza(), "user")) {
         const QString jid = xml::attribute(found.node(), "jid");
         const QString name = xml::attribute(found.node(), "name");
-        isMe = isMe || (!jid.isEmpty() && jid == room->ownId());
+        const bool isOwn = !jid.isEmpty() && jid == room->ownId();
+        isMe = isMe || isOwn;
         const int position = room->occupants.NodeIndexByKey(jid);
         if (xml::attribute(found.node(), "type") == u"remove") {
-            if (position == 0)
+            if (position == 0 && !isOwn) // the own row may have gone with its presence
                 continue;
             room->occupants.removeNode(position);
             if (isMe)
@@ -88,9 +89,11 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
     return Walk::GoesOn;
 }
 
-// The private conversations with occupants stay, to be read.
+// The private conversations with occupants stay, to be read. Who didn't leave by himself is told.
 void GroupChatWindow::closeRoom(PlugInContext& context, GroupchatWindowForm& room)
 {
+    if (!room.hasLeftFor(0))
+        emit told(tr("You are no longer in %1.").arg(room.windowTitle()));
     client_.GroupchatCloseConfirmed = true;
     room.requestUnload(CloseMode::Code);
     client_.GroupchatCloseConfirmed = false;
@@ -106,7 +109,7 @@ void GroupChatWindow::onRoom(PlugInContext& context)
     if (room && room->isVisible())
         room->bringUp();
     else if (room)
-        emit entryRefused(tr("You are just leaving %1. Please try again in a moment.").arg(room->Tag));
+        emit told(tr("You are just leaving %1. Please try again in a moment.").arg(room->Tag));
     else
         enter(context, textOf(context.Stanza(), "name"));
     if (auto* entered = roomIn(context))
@@ -175,11 +178,11 @@ void GroupChatWindow::onError(PlugInContext& context)
             return client_.desktop.boxes->critical(
                 tr("Attention!"), tr("I am sorry but it was impossible to contact the Chat Room Server ..."));
     }
-    const QString sentence = StanzaError::of(stanza.root()).sentence();
     if (auto* room = roomIn(context))
-        room->tell(tr("The room refused: %1").arg(sentence));
+        room->refuse(StanzaError::of(stanza.root()));
     else
-        emit entryRefused(tr("%1 can't be entered: %2").arg(stanza.From(), sentence));
+        emit told(
+            tr("%1 can't be entered: %2").arg(stanza.From(), StanzaError::of(stanza.root()).sentence()));
 }
 
 void GroupChatWindow::OnPresence(PlugInContext& context)

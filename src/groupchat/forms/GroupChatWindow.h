@@ -39,7 +39,7 @@ signals:
     void privateChatRequested(const QString& occupant);
     void inviteRequested(const QString& room);
     // A room that was asked for can't be entered.
-    void entryRefused(const QString& sentence);
+    void told(const QString& sentence);
 
 private:
     // What a room's window leaves behind for the next one, until the program ends.

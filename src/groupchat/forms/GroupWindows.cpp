@@ -19,7 +19,7 @@ GroupWindows::GroupWindows(FormRegistry& registry, Client& client, MessageWindow
         const auto* form = joinIfLoaded();
         return form ? form->nick() : client_.Gateway().UserName();
     };
-    connect(&rooms, &GroupChatWindow::entryRefused, this, &GroupWindows::told);
+    connect(&rooms, &GroupChatWindow::told, this, &GroupWindows::told);
     connect(&rooms, &GroupChatWindow::inviteRequested, this,
             [this](const QString& room) { showInvite({}, room); });
     connect(&rooms, &GroupChatWindow::privateChatRequested, this, [this](const QString& occupant) {

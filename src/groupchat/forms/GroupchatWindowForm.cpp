@@ -5,6 +5,7 @@
 #include "desktop/forms/ImageList.h"
 #include "desktop/forms/StatusPanel.h"
 #include "engine/Jid.h"
+#include "engine/StanzaError.h"
 #include "groupchat/RoomStanzas.h"
 #include "groupchat/RoomStatus.h"
 #include "messaging/OutboundMessage.h"
@@ -32,6 +33,7 @@ GroupchatWindowForm::GroupchatWindowForm(FormRegistry& registry, ConversationHos
     ui_->Toolbar1Invite->setIcon(ImageList::icon(QStringLiteral("rsvp")));
     ui_->Toolbar1Return->setIcon(ImageList::icon(QStringLiteral("disenret")));
     ui_->Status->addItems(roomstatus::labels());
+    ui_->Status->setCurrentIndex(-1); // none before the entry
     setUpHistory();
     setUpEntry();
     setUpOccupants();
@@ -122,6 +124,7 @@ void GroupchatWindowForm::rename(int position, const QString& nick)
 void GroupchatWindowForm::setOwnEntry(const QString& id, const QString& nick)
 {
     ownId_ = id;
+    refused_ = false;
     ui_->RemJID->setText(nick);
     occupants.add(id, nick);
     setOwnStatus(0);
@@ -137,6 +140,24 @@ void GroupchatWindowForm::setSubject(const QString& text)
 {
     ui_->Text1->setText(text);
     ui_->Text1->setCursorPosition(0);
+}
+
+QString GroupchatWindowForm::nickOf(const QString& occupant) const
+{
+    return occupants.NodeTextByKey(occupant);
+}
+
+void GroupchatWindowForm::refuse(const StanzaError& error)
+{
+    refused_ = ownId_.isEmpty();
+    const QString sentence = error.sentence();
+    if (error.code == 409)
+        tell(tr("This nick is taken (%1). Please choose another: Options, Change Nick.").arg(sentence));
+    else if (error.code == 406)
+        tell(tr("The room doesn't take this nick (%1). Please choose another: Options, Change Nick.")
+                 .arg(sentence));
+    else
+        tell(tr("The room refused: %1").arg(sentence));
 }
 
 void GroupchatWindowForm::tell(const QString& text)
@@ -211,9 +232,13 @@ void GroupchatWindowForm::Command2_Click()
     ui_->vbalRichEdit1->scrollToEnd();
 }
 
-// Nothing is shown before the room has sent it back.
+// Nothing is shown before the room has sent it back. What one says outside would be lost.
 bool GroupchatWindowForm::say(const QString& text)
 {
+    if (refused_) {
+        tell(tr("You are not in the room. Nothing was sent. Options, Change Nick tries again."));
+        return false;
+    }
     auto& packet = client().Application->OutPacket();
     packet.Clear();
     auto fields = packet.MessageFields();

@@ -16,6 +16,7 @@ class GroupchatWindowForm;
 class ConversationHost;
 class StatusPanel;
 struct Client;
+struct StanzaError;
 
 // The window of one conference room: what is said, who is there, and the person's own doings in it. Its Tag
 // is the room's JID. When it is closed the room is told, and the window only hides until the room has
@@ -36,6 +37,7 @@ public:
     // The own address and present nick in the room, empty before the entry.
     const QString& ownId() const { return ownId_; }
     QString ownNick() const;
+    QString nickOf(const QString& occupant) const override;
     void setOwnEntry(const QString& id, const QString& nick);
     // The occupant at the position goes by another nick.
     void rename(int position, const QString& nick);
@@ -49,6 +51,8 @@ public:
     void writeMessage(const QString& nick, const QString& body, const QDateTime& written);
     // A line that was said and came back.
     void writeReturned(const QString& body, bool uncertain);
+    // The room refuses a request. Before the entry nothing is said in it any more.
+    void refuse(const StanzaError& error);
     // The status bar.
     void tell(const QString& text);
 
@@ -94,5 +98,6 @@ private:
     ConversationHost& host_;
     StatusPanel* panel_;
     QString ownId_;
+    bool refused_ = false;
     QDateTime left_; // when the room was told that the person goes; null before
 };

@@ -5,12 +5,15 @@
 #include "groupchat/RoomStanzas.h"
 #include "ui_JoinConferenceForm.h"
 
+#include <QLineEdit>
+
 namespace
 {
 
 constexpr int twipsPerPixel = 15;
 constexpr int usualHeight = 4224 / twipsPerPixel;
 constexpr int invitedHeight = 5400 / twipsPerPixel;
+constexpr int smallScreen = 500;              // pixels high
 constexpr qsizetype longestInvitation = 1000; // characters that are shown
 
 QString behindAt(const QString& jid)
@@ -32,6 +35,8 @@ JoinConferenceForm::JoinConferenceForm(FormRegistry& registry, Client& client)
     ui_->txtServerName->setCurrentText(client_.Gateway().Server());
     ui_->txtNick->setText(client_.Gateway().UserName());
     ui_->lblfromJID->setTextFormat(Qt::PlainText);
+    for (auto* widget : {ui_->invitationText->viewport(), static_cast<QWidget*>(ui_->lblfromJID)})
+        widget->setAutoFillBackground(false); // the frame's shade goes through
     setDefaultButton(ui_->cmdJoin);
     setCancelButton(ui_->cmdClose);
     setEntry(ui_->BrowseUsrCtrl1);
@@ -41,6 +46,8 @@ JoinConferenceForm::JoinConferenceForm(FormRegistry& registry, Client& client)
     connect(ui_->Check1, &QCheckBox::toggled, this, &JoinConferenceForm::Check1_Click);
     connect(ui_->OptPublic, &QRadioButton::toggled, this,
             [this](bool on) { ui_->BrowseUsrCtrl1->publicRooms = on; });
+    for (auto* kind : {ui_->OptPublic, ui_->Option1})
+        connect(kind, &QRadioButton::clicked, ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::forgetOtherKind);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::chosen, this, &JoinConferenceForm::offerJoin);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::opened, this, &JoinConferenceForm::cmdJoin_Click);
     connect(ui_->BrowseUsrCtrl1, &BrowseUsrCtrl::roomServiceFound, this, [this](const QString& jid) {
@@ -113,9 +120,28 @@ void JoinConferenceForm::ResetJoinDialog()
     ui_->lblRoomName->setEnabled(false);
     ui_->txtRoomName->setEnabled(false);
     ui_->cmdJoin->setEnabled(false);
-    ui_->Frame1->hide();
+    showParts();
     setSearchEnabled(true);
     resize(width(), usualHeight);
+}
+
+// On a small screen an invitation has room for what it needs.
+void JoinConferenceForm::showParts()
+{
+    ui_->Frame1->setVisible(invited_);
+    for (QWidget* widget : {static_cast<QWidget*>(ui_->Label1), static_cast<QWidget*>(ui_->OptPublic),
+                            static_cast<QWidget*>(ui_->Option1)})
+        widget->setVisible(!invited_);
+    if (!invited_)
+        return;
+    const int mostLines = screen()->availableSize().height() < smallScreen ? 3 : 5;
+    constexpr int frame = 8; // pixels, at the most
+    const QMargins edges = ui_->rows->contentsMargins() + ui_->invitation->contentsMargins();
+    const int wrapped = ui_->lblfromJID->heightForWidth(width() - edges.left() - edges.right() - frame);
+    const int most = mostLines * ui_->lblfromJID->fontMetrics().lineSpacing();
+    ui_->invitationText->setFixedHeight(qMin(wrapped, most));
+    centralWidget()->layout()->activate();
+    layout()->activate();
 }
 
 void JoinConferenceForm::setSearchEnabled(bool on)
@@ -133,6 +159,7 @@ void JoinConferenceForm::setServer(const QString& server)
     if (ui_->txtServerName->findText(server) < 0)
         ui_->txtServerName->addItem(server);
     ui_->txtServerName->setCurrentText(server);
+    ui_->txtServerName->lineEdit()->setCursorPosition(0);
 }
 
 void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
@@ -146,7 +173,7 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     ui_->txtRoomName->setText(invitation.room);
     ui_->lblfromJID->setText(
         (invitation.from + QStringLiteral(" : ") + invitation.text).left(longestInvitation));
-    ui_->Frame1->show();
+    showParts();
     resize(width(), invitedHeight);
     setSearchEnabled(false);
     ui_->cmdJoin->setEnabled(true);

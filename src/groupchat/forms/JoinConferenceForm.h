@@ -41,6 +41,7 @@ private:
     void ResetJoinDialog();
     // Only accepting and closing are open to the person, or everything is.
     void setSearchEnabled(bool on);
+    void showParts();
     void setServer(const QString& server);
     void offerJoin(bool on);
     QString roomJid() const;

@@ -219,6 +219,8 @@ void ChatWindow::converse(PlugInContext& context, const InboundMessage& message,
     auto& window =
         isNew ? makeWindow(context, message, decision) : *windowIn(context, bagKey(message, decision.room));
     const QString peer = decision.room ? message.from : message.bare;
+    if (decision.room)
+        showOccupant(window, message);
     const auto fields = context.Stanza().MessageFields();
     QStringList logged; // what went wrong at each write; empty for nothing
     // Kept: without the trick the header lands in the log of the account's own name.
@@ -281,6 +283,14 @@ void ChatWindow::describePeer(MessageForm& window, const InboundMessage& message
         window.setSender(message.bare);
     }
     window.setCaption(decision.room ? message.from : nick + QStringLiteral(" - ") + message.bare);
+}
+
+// The address alone may name nobody that the person knows.
+void ChatWindow::showOccupant(MessageForm& window, const InboundMessage& message) const
+{
+    const auto* room = registry_.tagged<RoomWindow>(message.bare);
+    if (const QString nick = room ? room->nickOf(message.from) : QString(); !nick.isEmpty())
+        window.setNick(nick);
 }
 
 // A message never takes the screen from the window in use. What the person opened comes to the front. One of

@@ -62,6 +62,7 @@ private:
     MessageForm& makeWindow(PlugInContext& context, const InboundMessage& message,
                             const InboundDecision& decision);
     void describePeer(MessageForm& window, const InboundMessage& message, const InboundDecision& decision);
+    void showOccupant(MessageForm& window, const InboundMessage& message) const;
     void showWindow(MessageForm& window);
     void showBalloon(const InboundMessage& message, bool room);
     // What went wrong, empty for nothing.

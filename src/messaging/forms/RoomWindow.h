@@ -12,4 +12,6 @@ public:
 
     // A room that was closed is being left.
     bool isOpen() const override { return !isHidden(); }
+    // The nick of the occupant with this address, empty when nobody of it is there.
+    virtual QString nickOf(const QString&) const { return {}; }
 };

@@ -49,6 +49,8 @@ void BrowseList::keyPressEvent(QKeyEvent* event)
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && !selectedItems().isEmpty())
         emit opened();
+    else if (event->key() == Qt::Key_Down && selectedItems().isEmpty() && count() > 0)
+        setCurrentRow(0); // the toolkit's caret stands there unseen, and would step over it
     else
         QListWidget::keyPressEvent(event);
 }

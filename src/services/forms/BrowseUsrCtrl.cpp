@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
+#include "engine/StanzaError.h"
 #include "services/forms/BrowseList.h"
 
 #include <QVBoxLayout>
@@ -34,7 +35,10 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
 {
     const auto& answer = context.Stanza();
     const QString id = answer.IqFields().Id();
-    if (id == u"VRX_CHATROOM?")
+    const bool ofRooms = id == u"VRX_CHATROOM?" || id == u"VRX_GET_CHATROOM";
+    if (ofRooms && answer.IqFields().Type() == u"error")
+        setHint(tr("The rooms can't be listed: %1").arg(StanzaError::of(answer.root()).sentence()));
+    else if (id == u"VRX_CHATROOM?")
         findRoomServices(context);
     else if (id == u"VRX_GET_CHATROOM")
         listRooms(answer);
@@ -47,8 +51,12 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
 // Every service is asked, and the last one's rooms are shown.
 void BrowseUsrCtrl::findRoomServices(const PlugInContext& context)
 {
-    const auto services = browseanswers::roomServices(
-        context.Stanza(), publicRooms ? QStringLiteral("public") : QStringLiteral("private"));
+    const QStringList found[] = {browseanswers::roomServices(context.Stanza(), QStringLiteral("private")),
+                                 browseanswers::roomServices(context.Stanza(), QStringLiteral("public"))};
+    for (const bool kind : {false, true})
+        lastService_[kind] = found[kind].value(found[kind].size() - 1);
+    listsPublic_ = publicRooms;
+    const auto& services = found[publicRooms];
     if (services.isEmpty())
         setHint(publicRooms ? tr("This server offers no public rooms.")
                             : tr("This server offers no private rooms."));
@@ -64,6 +72,18 @@ void BrowseUsrCtrl::listRooms(const Stanza& answer)
     BrowseResult->clear();
     BrowseResult->addRows(browseanswers::rooms(answer));
     setHint(tr("There is no room yet. Tick \"New\" to make one."));
+    choose();
+}
+
+// A room that is made now lies on the service of the kind that is chosen.
+void BrowseUsrCtrl::forgetOtherKind()
+{
+    if (!lastService_[publicRooms].isEmpty())
+        emit roomServiceFound(lastService_[publicRooms]);
+    if (listsPublic_ == publicRooms)
+        return;
+    BrowseResult->clear();
+    setHint(tr("Press \"Search\" to see the rooms."));
     choose();
 }
 

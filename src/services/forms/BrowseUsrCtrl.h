@@ -29,6 +29,9 @@ public:
     // Whether public rooms are wanted, or private ones.
     bool publicRooms = true;
 
+    // The person wants the rooms of the other kind. Nothing is asked before the search.
+    void forgetOtherKind();
+
     // Kept without an effect.
     void Browse(const QString&) {}
     // A row that no answer named.
@@ -56,5 +59,7 @@ private:
     void open();
 
     const Client* client_ = nullptr;
+    bool listsPublic_ = true;     // the kind of the rooms in the list
+    QString lastService_[2] = {}; // the private and the public one that the server named last
     BrowseList* BrowseResult;
 };
