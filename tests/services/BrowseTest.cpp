@@ -24,8 +24,8 @@ private slots:
             "<item type='jud' jid='a.x'/><item jid='b.x'/><item type='jud' jid='c.x'/>" + jud, "", "a.x,c.x");
         row("what a directory holds", "VRX_browser", "result",
             "<service jid='u.x' name='U'/><service jid='s.x' name='Brelo SERVER'/>"
-            "<service jid='montague.example' name='M'/><service name='N'/><service jid='v.x'/>",
-            "U,N,v.x", "");
+            "<service jid='montague.example' name='M'/><service name='N'/><service jid='v.x'/><service/>",
+            "U,N,v.x,dir.x", "");
         row("other ids", "VRX_other", "result", jud, "", "");
         row("refused", "VRX_GET_SERVICE", "error", jud, "", "");
     }

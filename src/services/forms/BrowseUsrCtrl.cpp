@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
+#include "engine/StanzaError.h"
 #include "services/forms/BrowseList.h"
 
 #include <QVBoxLayout>
@@ -47,6 +48,8 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
 // Every service is asked, and the last one's rooms are shown.
 void BrowseUsrCtrl::findRoomServices(const PlugInContext& context)
 {
+    if (tellRefusal(context.Stanza()))
+        return;
     const auto services = browseanswers::roomServices(
         context.Stanza(), publicRooms ? QStringLiteral("public") : QStringLiteral("private"));
     if (services.isEmpty())
@@ -63,8 +66,17 @@ void BrowseUsrCtrl::listRooms(const Stanza& answer)
 {
     BrowseResult->clear();
     BrowseResult->addRows(browseanswers::rooms(answer));
-    setHint(tr("There is no room yet. Tick \"New\" to make one."));
+    if (!tellRefusal(answer))
+        setHint(tr("There is no room yet. Tick \"New\" to make one."));
     choose();
+}
+
+bool BrowseUsrCtrl::tellRefusal(const Stanza& answer)
+{
+    if (answer.IqFields().Type() != u"error")
+        return false;
+    setHint(tr("%1 tells no rooms: %2").arg(answer.From(), StanzaError::of(answer.root()).sentence()));
+    return true;
 }
 
 void BrowseUsrCtrl::findDirectories(const PlugInContext& context)
