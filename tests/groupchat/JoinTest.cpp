@@ -54,6 +54,9 @@ private slots:
     {
         openDialog();
         QCOMPARE(f->takeSent(), QStringList(ask("VRX_CHATROOM?", server)));
+        f->inject("<iq type='error' id='VRX_CHATROOM?' from='" + server +
+                  "'><query xmlns='jabber:iq:browse'/><error code='403'>Forbidden</error></iq>");
+        QVERIFY(list().accessibleDescription().contains("Forbidden"));
         f->browsed("VRX_CHATROOM?", server,
                    "<conference type='private' jid='p.x'/><conference type='public' jid='" + service +
                        "'/><conference type='public' jid='b.x'/>");
@@ -64,15 +67,16 @@ private slots:
                    "<conference jid='" + verse +
                        "' name='Verse'/><conference name='odd'/><conference jid='n@" + service + "'/>");
         QCOMPARE(rows(), QStringList({"Verse", "n@" + service}));
+        QCOMPARE(shownTip(list().item(0)->toolTip()), verse);
         QVERIFY(!canJoin());
         list().setCurrentRow(0);
         QVERIFY(canJoin());
-        ui::type(f->join(), "txtNick", "r&j");
+        ui::find<QLineEdit>(f->join(), "txtNick")->setText("r&j\x01");
         ui::click(f->join(), "cmdJoin");
         QCOMPARE(f->takeSent(), QStringList(askRoom(verse)));
         QVERIFY(!f->join()->isVisible());
         f->conference("VRX_CONF?", "<name>V</name>");
-        QVERIFY(f->takeSent().value(1).contains("<nick>r&amp;j</nick>"));
+        QVERIFY(f->takeSent().value(1).contains(QString::fromUtf8("<nick>r&amp;j\uFFFD</nick>")));
         // The list is there when the dialog comes again, and nothing is asked anew.
         openDialog();
         QVERIFY(f->takeSent().isEmpty());
@@ -107,6 +111,7 @@ private slots:
         invite("<x xmlns='jabber:x:conference' jid='two@b.example'/>", "Second");
         QCOMPARE(ui::find<QLabel>(f->join(), "lblfromJID")->text(), "juliet@montague.example/b : Second");
         QCOMPARE(ui::find<QComboBox>(f->join(), "txtServerName")->currentText(), "b.example");
+        QCOMPARE(ui::find<QComboBox>(f->join(), "txtServerName")->count(), 1);
         for (const char* name : {"Check1", "Frame3", "txtServerName", "Command1", "OptPublic", "Option1"})
             QVERIFY2(!ui::find<QWidget>(f->join(), name)->isEnabled(), name);
         // A late answer of the own server doesn't move the room.
@@ -117,6 +122,15 @@ private slots:
         openDialog();
         QVERIFY(!ui::find<QWidget>(f->join(), "Frame1")->isVisible());
         QVERIFY(ui::find<QWidget>(f->join(), "Frame3")->isEnabled() && !canJoin());
+    }
+
+    void invitationToNowhereIsANotice()
+    {
+        invite("<x xmlns='jabber:x:conference'/>");
+        QVERIFY(!f->join());
+        QVERIFY(ui::find<TranscriptView>(f->form("HeadLineForm"), "txtMsg")
+                    ->transcriptText()
+                    .contains("Come & see"));
     }
 
     void contactIsInvited_data()

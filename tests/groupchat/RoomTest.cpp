@@ -48,6 +48,7 @@ private slots:
     {
         columns<QString, QString, QString, bool>("id", "error", "box", "makesRoom");
         row("no such room", "VRX_CONF?", "<error code='404'>x</error>", "", true);
+        row("no entry", "VRX_CONF_DATA", "<error code='404'>x</error>", "", false);
         row("unreachable", "VRX_CONF?", "<error code='502'>x</error>",
             "I am sorry but it was impossible to contact the Chat Room Server ...", false);
         row("code not first", "VRX_CONF?", "<error type='cancel' code='404'>x</error>", "", false);
@@ -62,6 +63,7 @@ private slots:
         QCOMPARE(f->world.boxes.shown.isEmpty() ? "" : f->world.boxes.shown.first().text, box);
         if (makesRoom)
             QCOMPARE(f->room()->windowTitle(), verse);
+        QCOMPARE(f->mainStatus().contains("can't be entered"), box.isEmpty() && !makesRoom);
     }
 
     void takenNickIsToldAndAnotherTried()
@@ -70,6 +72,8 @@ private slots:
         f->takeSent();
         f->conference("VRX_CONF_DATA", "<error code='409'>Conflict</error>", "error");
         QVERIFY(f->status().contains("Conflict"));
+        f->conference("VRX_CONF_DATA", "<nick>r</nick>"); // names no entry
+        QVERIFY(f->nicks().isEmpty());
         f->world.boxes.inputs = {"r<2"};
         ui::choose(f->room(), "mnucontattichnick");
         QCOMPARE(f->takeSent(),
@@ -77,6 +81,15 @@ private slots:
         // Who was never in has nobody who confirms that he goes.
         f->room()->close();
         QVERIFY(!f->room());
+        QCOMPARE(f->takeSent(), QStringList(gone));
+    }
+
+    void nickIsNotChangedInARoomThatWent()
+    {
+        f->enter();
+        f->world.boxes.inputs = {"r"};
+        f->world.boxes.meanwhile = [this] { f->users("<user type='remove' jid='" + me + "'/>"); };
+        ui::choose(f->room(), "mnucontattichnick");
         QCOMPARE(f->takeSent(), QStringList(gone));
     }
 
@@ -110,6 +123,7 @@ private slots:
         QCOMPARE(f->takeSent(), stays ? QStringList() : QStringList(gone));
         if (stays)
             QCOMPARE(f->nicks(), nicks);
+        QCOMPARE(f->mainStatus().contains("not in " + verse + " any more"), !stays);
         if (nicks.value(0) == "rom2")
             QVERIFY(f->room()->ownNick() == "rom2" && f->status().contains("rom2"));
     }
@@ -241,18 +255,25 @@ private slots:
     void closedRoomHidesUntilItIsConfirmed()
     {
         auto* room = &f->enter();
+        room->setPlace({50, 60});
+        room->showMaximized();
         ui::click(room, "Command3");
         QVERIFY(f->room() == room && !room->isVisible());
         QCOMPARE(f->takeSent(), QStringList(gone));
         // Asked for again it sends nothing, and says why.
         f->conference("VRX_CONF?", "<name>V</name>");
         QVERIFY(f->takeSent().isEmpty() && !room->isVisible());
-        QVERIFY(ui::find<QLabel>(f->rosterForm(), "StatusBar1Panel1")->text().contains("leaving"));
+        QVERIFY(f->mainStatus().contains("leaving"));
+        f->conference("VRX_CONF?", "<error code='403'>Forbidden</error>", "error");
+        QVERIFY(f->mainStatus().contains("Forbidden"));
+        // The own presence goes before the own entry does.
+        f->presence(me, {}, "unavailable");
         f->users("<user type='remove' jid='" + me + "'/>");
-        QVERIFY(!f->room());
+        QVERIFY(!f->room() && !f->mainStatus().contains("any more"));
         QCOMPARE(f->takeSent(), QStringList(gone));
         f->enter();
         QVERIFY(f->room()->isVisible());
+        QCOMPARE(f->room()->place(), QPoint(50, 60));
     }
 
     void silentRoomIsGivenUp()
@@ -281,11 +302,28 @@ private slots:
     void unsentWordsComeBackToTheRoom()
     {
         f->enter();
-        const QByteArray text = said("<body>lost</body>").toUtf8();
-        auto returned = Stanza::returned(text, Stanza::Kind::Unsent);
-        f->client.Core->PluginManager->Queue()->deliver(returned);
-        f->client.Core->tick();
+        f->entry().insertMessage("half");
+        const auto comeBack = [this](const QString& body, const QString& subject = {}) {
+            const QByteArray text = said(subject + "<body>" + body + "</body>").toUtf8();
+            f->client.Core->PluginManager->Queue()->deliver(Stanza::returned(text, Stanza::Kind::Unsent));
+            f->client.Core->tick();
+        };
+        comeBack("lost");
         QCOMPARE(f->history(), "Not sent: lost\n");
+        f->streamLost();
+        comeBack("late");
+        comeBack("/me has changed the subject", "<subject>s</subject>");
+        const auto entryOf = [this](const QString& user) {
+            f->gateway->userName = user;
+            f->signInAgain();
+            return f->enter(), f->entry().messageText();
+        };
+        QCOMPARE(entryOf("mercutio"), "");
+        f->streamLost();
+        QCOMPARE(entryOf("romeo"), "lost\nlate\nhalf");
+        f->entry().clear(); // they come once
+        f->streamLost();
+        QCOMPARE(entryOf("romeo"), "");
     }
 
     void onlyTheOwnNickMarksTheRoom_data()
@@ -309,6 +347,12 @@ private slots:
         if (marks) {
             QVERIFY(f->ui->windows.messages.hub.openOldestUnread());
             QTRY_VERIFY(unread.peers().isEmpty());
+            // A room that is left unread can't be opened any more.
+            f->rosterForm()->activateWindow();
+            QTRY_VERIFY(!f->room()->isActiveWindow());
+            f->says(verse + "/will", inner);
+            f->room()->close();
+            QVERIFY(unread.peers().isEmpty());
         }
     }
 
@@ -326,6 +370,27 @@ private slots:
         // It stays when the room goes.
         f->users("<user type='remove' jid='" + me + "'/>");
         QVERIFY(!f->room() && f->form("MessageForm"));
+    }
+
+    void blockedOccupantReachesNothing()
+    {
+        f->enter();
+        const QString will = verse + "/will";
+        f->users("<user jid='" + verse + "/kit' name='R&amp;J &lt;b&gt;'/>");
+        QCOMPARE(shownTip(f->room()->occupants.index(2).data(Qt::ToolTipRole).toString()),
+                 "R&J <b>\nAvailable");
+        f->inject(message("chat", will));
+        f->world.boxes.answers = {MessageBoxes::Answer::Yes};
+        ui::choose(f->form("MessageForm"), "mnustrblock");
+        f->form("MessageForm")->hide();
+        f->inject(message("chat", will));
+        QVERIFY(!f->form("MessageForm")->isVisible());
+        f->says(will, "<body>in the room</body>");
+        QVERIFY(f->history().isEmpty());
+        f->says(verse + "/kit", "<body>hark</body>");
+        QVERIFY(f->history().contains("hark"));
+        f->users("<user type='remove' jid='" + will + "'/>");
+        QCOMPARE(f->nicks(), QStringList({"rom", "R&J <b>"}));
     }
 
     void hostileNicksAndBodiesStayBounded()

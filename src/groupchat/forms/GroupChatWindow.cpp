@@ -14,6 +14,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -68,10 +69,11 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
     for (const auto& found : elements(context.Stanza(), "user")) {
         const QString jid = xml::attribute(found.node(), "jid");
         const QString name = xml::attribute(found.node(), "name");
-        isMe = isMe || (!jid.isEmpty() && jid == room->ownId());
+        const bool isOwn = !jid.isEmpty() && jid == room->ownId();
+        isMe = isMe || isOwn;
         const int position = room->occupants.NodeIndexByKey(jid);
         if (xml::attribute(found.node(), "type") == u"remove") {
-            if (position == 0)
+            if (position == 0 && !isOwn) // the own entry may have gone with the own presence
                 continue;
             room->occupants.removeNode(position);
             if (isMe)
@@ -82,15 +84,18 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
             continue;
         if (position != 0)
             room->rename(position, name);
-        else if (jid != room->ownId())
+        else if (!isOwn)
             room->occupants.add(jid, name);
     }
     return Walk::GoesOn;
 }
 
-// The private conversations with occupants stay, to be read.
+// The private conversations with occupants stay, to be read. Who didn't leave by hand learns where the window
+// went.
 void GroupChatWindow::closeRoom(PlugInContext& context, GroupchatWindowForm& room)
 {
+    if (room.isVisible())
+        emit told(tr("You are not in %1 any more.").arg(room.Tag));
     client_.GroupchatCloseConfirmed = true;
     room.requestUnload(CloseMode::Code);
     client_.GroupchatCloseConfirmed = false;
@@ -106,7 +111,7 @@ void GroupChatWindow::onRoom(PlugInContext& context)
     if (room && room->isVisible())
         room->bringUp();
     else if (room)
-        emit entryRefused(tr("You are just leaving %1. Please try again in a moment.").arg(room->Tag));
+        emit told(tr("You are just leaving %1. Please try again in a moment.").arg(room->Tag));
     else
         enter(context, textOf(context.Stanza(), "name"));
     if (auto* entered = roomIn(context))
@@ -142,44 +147,63 @@ GroupchatWindowForm& GroupChatWindow::makeRoom(const PlugInContext& context, con
     room.peer = room.Tag;
     room.setCaption(caption.isEmpty() ? room.Tag : caption);
     room.tell(tr("Entering the room ..."));
-    if (const auto memory = memory_.constFind(room.Tag); memory != memory_.constEnd()) {
-        if (memory->place)
-            room.setPlace(*memory->place);
-        room.setDraft(memory->draft);
-    }
+    restore(room, memoryOf(room.Tag));
     connect(&room, &GroupchatWindowForm::leaving, this, [this, &room] {
-        memory_.insert(room.Tag, {room.wasShown() ? std::optional(room.pos()) : std::nullopt, room.draft()});
+        auto& memory = memoryOf(room.Tag);
+        memory.draft = room.draft();
+        if (room.wasShown())
+            memory.place = room.place();
     });
+    connect(&room, &GroupchatWindowForm::left, &conversations_.unread,
+            [this, &room] { conversations_.unread.remove(room.peer); });
     connect(&room, &GroupchatWindowForm::privateChatRequested, this, &GroupChatWindow::privateChatRequested);
     connect(&room, &GroupchatWindowForm::inviteRequested, this, &GroupChatWindow::inviteRequested);
     conversations_.followReading(room);
     return room;
 }
 
-void GroupChatWindow::onOwnEntry(const PlugInContext& context)
+GroupChatWindow::Memory& GroupChatWindow::memoryOf(const QString& room)
 {
-    if (auto* room = roomIn(context))
-        room->setOwnEntry(textOf(context.Stanza(), "id"), textOf(context.Stanza(), "nick"));
+    return memory_[client_.ownBareJid() + u'\n' + room];
 }
 
-// The room that isn't there yet is made by entering it. Other refusals are told without a box.
+// What came back stands before what was being typed, to be sent again.
+void GroupChatWindow::restore(GroupchatWindowForm& room, Memory& memory)
+{
+    if (memory.place)
+        room.setPlace(*memory.place);
+    auto texts = std::exchange(memory.returned, {});
+    if (!memory.draft.isEmpty())
+        texts += memory.draft;
+    room.setDraft(texts.join(u'\n'));
+}
+
+void GroupChatWindow::onOwnEntry(const PlugInContext& context)
+{
+    const QString id = textOf(context.Stanza(), "id");
+    if (auto* room = roomIn(context); room && !id.isEmpty())
+        room->setOwnEntry(id, textOf(context.Stanza(), "nick"));
+}
+
+// The room that isn't there yet is made by entering it; once only, or a room that never comes to be would be
+// entered without end. Other refusals are told without a box.
 void GroupChatWindow::onError(PlugInContext& context)
 {
     const auto& stanza = context.Stanza();
     for (const auto& found : elements(stanza, "error")) {
         const auto first = found.node().first_attribute();
         const std::string_view code = std::string_view(first.name()) == "code" ? first.value() : "";
-        if (code == "404")
+        if (code == "404" && stanza.IqFields().Id() == u"VRX_CONF?")
             return enter(context, stanza.IqFields().From());
         if (code == "502")
             return client_.desktop.boxes->critical(
                 tr("Attention!"), tr("I am sorry but it was impossible to contact the Chat Room Server ..."));
     }
     const QString sentence = StanzaError::of(stanza.root()).sentence();
-    if (auto* room = roomIn(context))
+    if (auto* room = roomIn(context); room && room->isVisible())
         room->tell(tr("The room refused: %1").arg(sentence));
     else
-        emit entryRefused(tr("%1 can't be entered: %2").arg(stanza.From(), sentence));
+        emit told(tr("%1 can't be entered: %2").arg(stanza.From(), sentence));
 }
 
 void GroupChatWindow::OnPresence(PlugInContext& context)
@@ -243,8 +267,10 @@ void GroupChatWindow::OnReturned(PlugInContext& context)
 {
     const auto message = context.Stanza().MessageFields();
     const bool uncertain = context.Stanza().kind() == Stanza::Kind::Uncertain;
+    const QString address = jid::bare(message.To());
+    if (message.Subject().isEmpty())
+        memoryOf(address).returned += message.Body(); // the window goes with the connection
     if (auto* room = roomIn(context))
         room->writeReturned(message.Body(), uncertain);
-    conversations_.reportLog(
-        conversations_.log().WriteReturned(message.Body(), jid::bare(message.To()), uncertain));
+    conversations_.reportLog(conversations_.log().WriteReturned(message.Body(), address, uncertain));
 }

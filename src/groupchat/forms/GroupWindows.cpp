@@ -19,7 +19,7 @@ GroupWindows::GroupWindows(FormRegistry& registry, Client& client, MessageWindow
         const auto* form = joinIfLoaded();
         return form ? form->nick() : client_.Gateway().UserName();
     };
-    connect(&rooms, &GroupChatWindow::entryRefused, this, &GroupWindows::told);
+    connect(&rooms, &GroupChatWindow::told, this, &GroupWindows::told);
     connect(&rooms, &GroupChatWindow::inviteRequested, this,
             [this](const QString& room) { showInvite({}, room); });
     connect(&rooms, &GroupChatWindow::privateChatRequested, this, [this](const QString& occupant) {
@@ -48,6 +48,9 @@ void GroupWindows::showJoin()
 
 void GroupWindows::showInvitation(const RoomInvitation& invitation)
 {
+    // Without a room there is nothing to join: only the words are shown.
+    if (invitation.servers.isEmpty())
+        return messages_.writeNotice(invitation.from, invitation.text, tr("Group Chat"));
     join().openInvitation(invitation);
 }
 

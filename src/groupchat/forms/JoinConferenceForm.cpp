@@ -3,6 +3,7 @@
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
 #include "groupchat/RoomStanzas.h"
+#include "messaging/OutboundMessage.h"
 #include "ui_JoinConferenceForm.h"
 
 namespace
@@ -60,7 +61,7 @@ ApplicationPlugIn& JoinConferenceForm::browser() const
 
 QString JoinConferenceForm::nick() const
 {
-    return ui_->txtNick->text();
+    return outbound::sendable(ui_->txtNick->text());
 }
 
 void JoinConferenceForm::Command1_Click()
@@ -140,6 +141,7 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     ResetJoinDialog();
     invited_ = true;
     ui_->BrowseUsrCtrl1->hide();
+    ui_->txtServerName->clear(); // of former invitations
     for (const auto& server : invitation.servers)
         setServer(server);
     ui_->txtNick->setText(client_.Gateway().UserName());
