@@ -54,6 +54,11 @@ private slots:
     {
         openDialog();
         QCOMPARE(f->takeSent(), QStringList(ask("VRX_CHATROOM?", server)));
+        QCOMPARE(ui::find<QComboBox>(f->join(), "txtServerName")->currentText(), server);
+        QCOMPARE(ui::find<QLineEdit>(f->join(), "txtNick")->text(), "romeo");
+        QVERIFY(ui::find<QRadioButton>(f->join(), "OptPublic")->isChecked());
+        for (const char* name : {"cmdJoin", "txtRoomName", "lblRoomName"})
+            QVERIFY2(!ui::find<QWidget>(f->join(), name)->isEnabled(), name);
         f->inject("<iq type='error' id='VRX_CHATROOM?' from='" + server +
                   "'><query xmlns='jabber:iq:browse'/><error code='403'>Forbidden</error></iq>");
         QVERIFY(list().accessibleDescription().contains("Forbidden"));
@@ -106,7 +111,14 @@ private slots:
 
     void invitationIsAnswered()
     {
+        openDialog();
+        ui::click(f->join(), "Option1");
+        ui::click(f->join(), "Check1");
+        ui::type(f->join(), "txtNick", "other");
         invite("<x xmlns='jabber:x:conference' jid='one@a.example'/>");
+        QVERIFY(!ui::find<QCheckBox>(f->join(), "Check1")->isChecked());
+        QVERIFY(ui::find<QRadioButton>(f->join(), "OptPublic")->isChecked());
+        QCOMPARE(ui::find<QLineEdit>(f->join(), "txtNick")->text(), "romeo");
         QVERIFY(f->join()->isVisible());
         invite("<x xmlns='jabber:x:conference' jid='two@b.example'/>", "Second");
         QCOMPARE(ui::find<QLabel>(f->join(), "lblfromJID")->text(), "juliet@montague.example/b : Second");
@@ -145,13 +157,23 @@ private slots:
         const auto [room, asks, closes, notice] = fetched<QString, QString, bool, QString>();
         f->enter();
         f->presence("juliet@montague.example/b", {});
+        const auto add = [this](const QString& jid, bool online, bool gateway) {
+            f->client.MyRoster.AddItem(jid, {}, online, {}, {}, gateway, {}, {}, {}, {});
+        };
+        add("off@x", false, false);
+        add("gateway.x", true, true);
+        add("7@icq." + f->client.site.DefaultServer, true, false);
+        f->rosterForm()->Tag = "no@room";
         ui::choose(f->room(), "mnucontattiinvite");
         auto* form = f->form("InviteForm");
         QCOMPARE(ui::find<QComboBox>(form, "Combo2")->currentText(), verse);
         QCOMPARE(ui::find<QComboBox>(form, "Combo1")->itemText(0), "juliet@montague.example");
+        QCOMPARE(ui::find<QComboBox>(form, "Combo1")->count(), 1);
+        QCOMPARE(ui::find<QComboBox>(form, "Combo2")->count(), 1);
         f->takeSent();
+        ui::type(form, "Combo1", "my neighbour");
         ui::click(form, "Command1");
-        QVERIFY(f->takeSent().isEmpty() && form->isVisible()); // no contact yet
+        QVERIFY(f->takeSent().isEmpty() && form->isVisible());
         ui::type(form, "Combo1", "juliet@montague.example");
         ui::type(form, "Combo2", room);
         ui::find<QPlainTextEdit>(form, "txtMsg")->setPlainText("Come & see");
@@ -167,6 +189,44 @@ private slots:
         const auto* notices = f->form("HeadLineForm");
         QCOMPARE(notices && ui::find<TranscriptView>(notices, "txtMsg")->transcriptText().contains(notice),
                  !notice.isEmpty());
+    }
+
+    void controlsCarryTheirCaptions_data()
+    {
+        columns<QString, QString>("form", "captions");
+        row("room", "GroupchatWindowForm",
+            "title=Title|chtitle=Change Title|Command1=Change the Chat Group "
+            "Title|Command2=Send|Command3=Close|"
+            "lblStatus=Chat Group Status|RemJID=rom|mnucontatti=File|mnucontatticlose=Close|"
+            "mnucontattimodify=Modify|mnucontattimodifycut=Cut|mnucontattimodifycopy=Copy|"
+            "mnucontattimodifypaste=Paste|mnucontattimodifydel=Delete|mnucontattimodifyselectall=Select All|"
+            "mnugroupopt=Options|mnugroupcr=Enable carriage ceturn|mnucontattichnick=Change Nick|"
+            "mnucontattichat=Start a Private Chat|mnucontattiinvite=Invite a Contact|"
+            "Toolbar1Invite=Invite a Contact|Toolbar1Return=Disable/Enable Carriage Return");
+        row("join", "JoinConferenceForm",
+            "LblJoinConference=Join a Group Chat|"
+            "Label1=A Group Chat is a room where you can chat with other people.|Frame3=Room Search|"
+            "lblServerName=Server Name|Command1=Search|OptPublic=Public Room|Option1=Private Room|"
+            "Frame2=Room Information|lblRoomName=Name|Check1=New|lblNick=Nickname|Frame1=Invitation from...|"
+            "cmdJoin=Join|cmdClose=Close");
+        row("invite", "InviteForm",
+            "Frame1=Personal Info|Label1=Contact's JID|Label2=Conference|"
+            "Label3=Text of the Invitation Message ...|Command1=Send|Command2=Close");
+    }
+    void controlsCarryTheirCaptions()
+    {
+        const auto [form, captions] = fetched<QString, QString>();
+        f->enter();
+        ui::choose(f->room(), "Toolbar1Invite");
+        openDialog();
+        for (const auto& caption : captions.split('|')) {
+            const QString name = caption.section('=', 0, 0);
+            const auto* control = f->registry.find(form)->findChild<QObject*>(name);
+            QVERIFY2(control, qPrintable(name));
+            const QVariant title = control->property("title");
+            const QString shown = (title.isValid() ? title : control->property("text")).toString();
+            QCOMPARE(name + '=' + QString(shown).remove('&'), caption);
+        }
     }
 
     void conversationInvitesItsPeer()

@@ -1,4 +1,10 @@
 #include "groupchat/RoomFixture.h"
+#include "messaging/FileComponent.h"
+#include "settings/Paths.h"
+#include "support/Files.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
 
 namespace
 {
@@ -39,8 +45,9 @@ private slots:
         QCOMPARE(ui::find<QLabel>(f->room(), "RemJID")->text(), "rom");
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentText(), "Connected");
         QTRY_VERIFY(f->entry().hasFocus());
+        f->room()->showMinimized();
         f->conference("VRX_CONF?", "<name>Other</name>");
-        QVERIFY(f->takeSent().isEmpty());
+        QVERIFY(f->takeSent().isEmpty() && !f->room()->isMinimized());
         QCOMPARE(f->room()->windowTitle(), "Verse & prose");
     }
 
@@ -158,10 +165,12 @@ private slots:
         }
         QCOMPARE(f->history(), line.isEmpty() ? QString() : " <07:08>  Will is now " + line + " \n");
         QCOMPARE(f->room()->occupants.node(2)->Image, image);
+        QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), 0);
         f->presence(me, inner);
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), own);
-        f->presence(verse + "/will", {}, "error");
+        f->presence(verse + "/will", inner.isEmpty() ? "<show>dnd</show>" : QString(), "error");
         QCOMPARE(f->nicks(), QStringList({"rom", "Will"}));
+        QCOMPARE(f->room()->occupants.node(2)->Image, image);
         f->presence(verse + "/will", {}, "unavailable");
         QCOMPARE(f->nicks(), QStringList("rom"));
     }
@@ -189,6 +198,11 @@ private slots:
         f->enter();
         f->says(from, inner);
         QCOMPARE(f->history(), line);
+        const QByteArray log =
+            files::read(paths::logFolder() + "/montague.example/romeo/" + fileComponent(verse, ".log"));
+        QCOMPARE(log.contains((" (07:08:09): " + line.section(": ", 1).trimmed() + "\r\n").toUtf8()) ||
+                     log.contains((" (07:08:09): " + line.section("*** ", 1).trimmed()).toUtf8()),
+                 !line.isEmpty() && !inner.contains("delay"));
         const auto found = ui::find<TranscriptView>(f->room(), "vbalRichEdit1")->document()->find(probe);
         QCOMPARE(found.isNull() ? QColor() : found.charFormat().foreground().color(), colour);
     }
@@ -200,10 +214,14 @@ private slots:
                 "<subject>Sonnets</subject><body>/me has changed the subject to Sonnets</body>");
         QCOMPARE(ui::find<QLineEdit>(f->room(), "Text1")->text(), "Sonnets");
         QCOMPARE(f->history(), "*** Will has changed the subject to Sonnets \n");
-        ui::type(f->room(), "Text1", "R&D");
+        ui::find<QLineEdit>(f->room(), "Text1")->setText("R&D\x02");
+        const QString sent =
+            said(QString::fromUtf8("<subject>R&amp;D\uFFFD</subject>"
+                                   "<body>/me has changed the subject to R&amp;D\uFFFD</body>"));
         ui::click(f->room(), "Command1");
-        QCOMPARE(f->takeSent(), QStringList(said("<subject>R&amp;D</subject>"
-                                                 "<body>/me has changed the subject to R&amp;D</body>")));
+        ui::find<QLineEdit>(f->room(), "Text1")->setFocus();
+        QTest::keyClick(ui::find<QLineEdit>(f->room(), "Text1"), Qt::Key_Return);
+        QCOMPARE(f->takeSent(), QStringList({sent, sent}));
     }
 
     void enterSendsTheFirstLineAndKeepsTheRest()
@@ -219,8 +237,14 @@ private slots:
         ui::click(f->room(), "Command2");
         QCOMPARE(f->takeSent(), QStringList(said("<body>two\nthree</body>")));
         QVERIFY(f->entry().messageText().isEmpty());
+        f->entry().insertMessage(QString("x\x03"));
+        ui::click(f->room(), "Command2");
+        QCOMPARE(f->takeSent(), QStringList(said(QString::fromUtf8("<body>x\uFFFD</body>"))));
         ui::choose(f->room(), "mnugroupcr");
         QVERIFY(ui::find<QAction>(f->room(), "Toolbar1Return")->isChecked());
+        ui::choose(f->room(), "Toolbar1Return");
+        QVERIFY(!ui::find<QAction>(f->room(), "mnugroupcr")->isChecked());
+        ui::choose(f->room(), "Toolbar1Return");
         QTest::keyClicks(&f->entry(), "a");
         QTest::keyClick(&f->entry(), Qt::Key_Return);
         QCOMPARE(f->entry().messageText(), "a\n");
@@ -256,10 +280,11 @@ private slots:
     {
         auto* room = &f->enter();
         room->setPlace({50, 60});
-        room->showMaximized();
         ui::click(room, "Command3");
         QVERIFY(f->room() == room && !room->isVisible());
         QCOMPARE(f->takeSent(), QStringList(gone));
+        f->says(verse + "/will", "<body>rom, stay</body>");
+        QVERIFY(f->ui->windows.messages.hub.unread.peers().isEmpty());
         // Asked for again it sends nothing, and says why.
         f->conference("VRX_CONF?", "<name>V</name>");
         QVERIFY(f->takeSent().isEmpty() && !room->isVisible());
@@ -276,11 +301,31 @@ private slots:
         QCOMPARE(f->room()->place(), QPoint(50, 60));
     }
 
+    void roomClosesAtOnceWithTheSession_data()
+    {
+        columns<Act, bool>("act", "tells");
+        row("session ends", Act([](FakeClient& c) { c.client.SessionClosing = true; }), true);
+        row("program ends", Act([](FakeClient& c) { c.client.UserClosing = true; }), true);
+        row("not connected", Act([](FakeClient& c) { c.gateway->connected = false; }), false);
+    }
+    void roomClosesAtOnceWithTheSession()
+    {
+        const auto [act, tells] = fetched<Act, bool>();
+        f->enter();
+        act(*f);
+        f->room()->close();
+        QVERIFY(!f->room());
+        QCOMPARE(f->takeSent(), tells ? QStringList(gone) : QStringList());
+    }
+
     void silentRoomIsGivenUp()
     {
         f->enter().close();
         f->takeSent();
-        f->world.clock.time = f->world.clock.time.addSecs(31);
+        f->world.clock.time = f->world.clock.time.addSecs(29);
+        f->conference("VRX_CONF?", "<name>V</name>");
+        QVERIFY(f->takeSent().isEmpty());
+        f->world.clock.time = f->world.clock.time.addSecs(1);
         f->conference("VRX_CONF?", "<name>V</name>");
         QCOMPARE(f->takeSent(), QStringList({available, nickSet.arg("romeo")}));
         QVERIFY(f->room()->isVisible());
@@ -356,17 +401,52 @@ private slots:
         }
     }
 
+    void historyServesTheHand()
+    {
+        f->enter();
+        auto* history = ui::find<TranscriptView>(f->room(), "vbalRichEdit1");
+        auto* edit = ui::find<QMenu>(f->room(), "mnucontattimodify");
+        emit history->linkPressed("https://a.example/");
+        QCOMPARE(f->world.links.opened, QStringList("https://a.example/"));
+        QTest::keyClicks(history, "h");
+        QCOMPARE(f->entry().messageText(), "h");
+        emit history->menuRequested({}, true);
+        QVERIFY(!edit->isVisible());
+        emit history->menuRequested({}, false);
+        QVERIFY(edit->isVisible());
+        edit->close();
+        auto* tree = ui::find<QTreeView>(f->room(), "TreeView1");
+        for (const auto modifier : {Qt::ShiftModifier, Qt::NoModifier}) {
+            QContextMenuEvent click(QContextMenuEvent::Mouse, {1, 1}, {1, 1}, modifier);
+            QApplication::sendEvent(tree->viewport(), &click);
+            QCOMPARE(ui::find<QMenu>(f->room(), "mnugroupopt")->isVisible(), modifier == Qt::NoModifier);
+        }
+        QVERIFY(f->room()->minimumWidth() >= 512 && f->room()->minimumHeight() >= 432);
+        ui::choose(f->room(), "mnucontatticlose");
+        QVERIFY(!f->room()->isVisible());
+    }
+
     void occupantsAreSpokenToAlone()
     {
         f->enter();
+        f->users("<user jid='" + verse + "/bob' name='bob'/>"); // sorted without regard to case
         auto* tree = ui::find<QTreeView>(f->room(), "TreeView1");
         ui::choose(f->room(), "mnucontattichat");
         QVERIFY(!f->form("MessageForm"));
-        QCOMPARE(tree->model()->index(1, 0).data().toString(), "Will");
-        tree->setCurrentIndex(tree->model()->index(1, 0));
-        QTest::keyClick(tree, Qt::Key_Return);
-        f->client.Core->tick();
-        QCOMPARE(qobject_cast<MessageForm*>(f->form("MessageForm"))->peerJid(), verse + "/will");
+        const auto will = tree->model()->index(2, 0);
+        QCOMPARE(will.data().toString(), "Will");
+        QCOMPARE(will.data(Qt::AccessibleDescriptionRole).toString(), "Available");
+        tree->setCurrentIndex(will);
+        for (const bool byKey : {true, false}) {
+            if (byKey)
+                QTest::keyClick(tree, Qt::Key_Return);
+            else
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(will).center());
+            f->client.Core->tick();
+            const auto* chat = qobject_cast<MessageForm*>(f->form("MessageForm"));
+            QVERIFY(chat && chat->isVisible() && chat->peerJid() == verse + "/will");
+            f->form("MessageForm")->hide();
+        }
         // It stays when the room goes.
         f->users("<user type='remove' jid='" + me + "'/>");
         QVERIFY(!f->room() && f->form("MessageForm"));
