@@ -1,4 +1,5 @@
 #include "groupchat/RoomFixture.h"
+#include "services/forms/BrowseUsrCtrl.h"
 
 namespace
 {
@@ -87,6 +88,12 @@ private slots:
         QVERIFY(f->takeSent().isEmpty());
         QTest::keyClick(&list(), Qt::Key_Return);
         QCOMPARE(f->takeSent(), QStringList(askRoom(verse)));
+        const auto* rooms = ui::find<BrowseUsrCtrl>(f->join(), "BrowseUsrCtrl1");
+        QVERIFY(rooms->SelectedJID.isEmpty());
+        list().setCurrentRow(1);
+        QVERIFY(!rooms->SelectedJID.isEmpty() && canJoin());
+        f->browsed("VRX_GET_CHATROOM", service, "<conference jid='" + verse + "'/>");
+        QVERIFY(rooms->SelectedJID.isEmpty() && !canJoin());
     }
 
     void newRoomLiesOnTheLastService()
@@ -128,6 +135,7 @@ private slots:
             QVERIFY2(!ui::find<QWidget>(f->join(), name)->isEnabled(), name);
         // A late answer of the own server doesn't move the room.
         f->browsed("VRX_CHATROOM?", server, "<conference type='public' jid='" + service + "'/>");
+        f->browsed("VRX_GET_CHATROOM", service, "");
         f->takeSent();
         ui::click(f->join(), "cmdJoin");
         QCOMPARE(f->takeSent(), QStringList(askRoom("two@b.example")));
@@ -150,7 +158,7 @@ private slots:
         columns<QString, QString, bool, QString>("room", "asks", "closes", "notice");
         row("open room", verse, "", true, "");
         row("another", "tea@" + service, askRoom({}), true, "");
-        row("no address", "tea", "", false, "Conference's name is not right or bad formatted!");
+        row("no address", "t&ea", "", false, "Conference's name is not right or bad formatted!");
     }
     void contactIsInvited()
     {
@@ -174,17 +182,19 @@ private slots:
         ui::type(form, "Combo1", "my neighbour");
         ui::click(form, "Command1");
         QVERIFY(f->takeSent().isEmpty() && form->isVisible());
-        ui::type(form, "Combo1", "juliet@montague.example");
+        ui::type(form, "Combo1", "juliet@montague.example/<");
         ui::type(form, "Combo2", room);
         ui::find<QPlainTextEdit>(form, "txtMsg")->setPlainText("Come & see");
         ui::click(form, "Command1");
         const QString sent =
-            "<message id=\"JCOM_50\" to=\"juliet@montague.example\">"
+            "<message id=\"JCOM_50\" to=\"juliet@montague.example/&lt;\">"
             "<x xmlns=\"jabber:x:conference\" jid=\"%1\"/><subject>Invitation to: %1</subject>"
             "<body>Come &amp; see</body></message>";
         const QStringList all = f->takeSent();
-        QCOMPARE(all.value(0), sent.arg(room));
-        QCOMPARE(all.value(all.size() - 1), asks.isEmpty() ? sent.arg(room) : asks);
+        QCOMPARE(all.value(0), sent.arg(room.toHtmlEscaped()));
+        QCOMPARE(all.value(all.size() - 1), asks.isEmpty() ? all.value(0) : asks);
+        if (!asks.isEmpty())
+            QCOMPARE(ui::find<QLineEdit>(f->join(), "txtRoomName")->text(), "tea");
         QCOMPARE(f->form("InviteForm") == nullptr, closes);
         const auto* notices = f->form("HeadLineForm");
         QCOMPARE(notices && ui::find<TranscriptView>(notices, "txtMsg")->transcriptText().contains(notice),

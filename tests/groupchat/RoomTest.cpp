@@ -91,9 +91,14 @@ private slots:
         QCOMPARE(f->takeSent(), QStringList(gone));
     }
 
-    void nickIsNotChangedInARoomThatWent()
+    void nickIsAskedOfTheRoomWhileItIsThere()
     {
         f->enter();
+        f->world.boxes.inputs = {"r&2"};
+        for (const char* asked : {"/r&amp;2", "/"}) { // what is given up is sent as well
+            ui::choose(f->room(), "mnucontattichnick");
+            QCOMPARE(f->takeSent(), QStringList("<presence to=\"" + verse + asked + "\"/>"));
+        }
         f->world.boxes.inputs = {"r"};
         f->world.boxes.meanwhile = [this] { f->users("<user type='remove' jid='" + me + "'/>"); };
         ui::choose(f->room(), "mnucontattichnick");
@@ -158,6 +163,8 @@ private slots:
     {
         const auto [show, line, image, own] = fetched<QString, QString, QString, int>();
         f->enter();
+        const QSignalSpy repaints(ui::find<QTreeView>(f->room(), "TreeView1")->model(),
+                                  &QAbstractItemModel::dataChanged);
         const QString inner = show.isEmpty() ? QString() : "<show>" + show + "</show>";
         for (int twice = 0; twice < 2; ++twice) {
             f->presence(verse + "/will", inner);
@@ -165,6 +172,7 @@ private slots:
         }
         QCOMPARE(f->history(), line.isEmpty() ? QString() : " <07:08>  Will is now " + line + " \n");
         QCOMPARE(f->room()->occupants.node(2)->Image, image);
+        QCOMPARE(repaints.size(), line.isEmpty() ? 0 : 1);
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), 0);
         f->presence(me, inner);
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), own);
@@ -376,6 +384,7 @@ private slots:
         columns<QString, bool>("inner", "marks");
         row("named", "<body>hey ROM, come</body>", true);
         row("part of a word", "<body>from Rome</body>", false);
+        row("part of a word, then named", "<body>from Rome, rom</body>", true);
         row("nobody", "<body>hello</body>", false);
         row("of before", "<body>rom</body><x xmlns='jabber:x:delay' stamp='20040505T06:00:00'/>", false);
     }

@@ -20,6 +20,8 @@ private slots:
             "<service type='jud' jid='montague.example'/>" + jud, "Users", "");
         row("only the administration's item", "VRX_GET_SERVICE", "result",
             "<item jid='montague.example/admin'/>" + jud, "Users", "");
+        row("more than the administration's", "VRX_GET_SERVICE", "result",
+            "<item jid='montague.example/admin'/><item type='jud' jid='a.x'/>" + jud, "", "a.x");
         row("items are asked on", "VRX_GET_SERVICE", "result",
             "<item type='jud' jid='a.x'/><item jid='b.x'/><item type='jud' jid='c.x'/>" + jud, "", "a.x,c.x");
         row("what a directory holds", "VRX_browser", "result",
@@ -54,7 +56,8 @@ private slots:
     void knownDirectoryStandsIn_data()
     {
         columns<QString, QString, QString>("agent", "asked", "row");
-        row("node of the server", "montague.example/juds", "montague.example/juds", "");
+        row("node of the server", "users.montague.example,montague.example/juds", "montague.example/juds",
+            "");
         row("host", "users.montague.example", "", "users.montague.example");
         row("none", "icq.montague.example", "", "");
     }
@@ -63,7 +66,8 @@ private slots:
         const auto [agent, asked, name] = fetched<QString, QString, QString>();
         Client client;
         FakeEngine engine(client);
-        client.MyAgents.AddItem(agent, "A", false, false);
+        for (const auto& jid : agent.split(','))
+            client.MyAgents.AddItem(jid, "A", false, false);
         BrowseUsrCtrl control;
         control.setClient(client);
         engine.plugIn(&control);

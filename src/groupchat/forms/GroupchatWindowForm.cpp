@@ -318,8 +318,7 @@ bool GroupchatWindowForm::queryUnload(CloseMode)
     if (client().SessionClosing || std::exchange(client().GroupchatCloseConfirmed, false) ||
         ownId_.isEmpty() || client().UserClosing)
         return true;
-    if (!left_.isValid())
-        left_ = client().desktop.clock->now();
+    left_ = client().desktop.clock->now();
     hide();
     emit left();
     return false;

@@ -6,6 +6,8 @@
 #include "messaging/OutboundMessage.h"
 #include "ui_JoinConferenceForm.h"
 
+#include <QApplication>
+
 namespace
 {
 
@@ -153,6 +155,8 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     setSearchEnabled(false);
     ui_->cmdJoin->setEnabled(true);
     show();
+    if (!isActiveWindow())
+        QApplication::alert(this);
 }
 
 void JoinConferenceForm::nameRoom(const QString& room)
