@@ -39,9 +39,10 @@ private slots:
         BrowseUsrCtrl control;
         control.setClient(client);
         engine.plugIn(&control);
-        engine.inject(
+        const QString answer =
             QString("<iq id='%1' type='%2' from='dir.x'><query xmlns='jabber:iq:browse'>%3</query></iq>")
-                .arg(id, type, inner));
+                .arg(id, type, inner);
+        engine.inject(answer);
         const auto* list = ui::find<QListWidget>(&control, "BrowseResult");
         QStringList names;
         for (int row = 0; row < list->count(); ++row)
@@ -51,6 +52,8 @@ private slots:
         for (const auto& sent : engine.takeSent())
             to += sent.section('"', 5, 5);
         QCOMPARE(to.join(','), asked);
+        engine.inject(answer);
+        QCOMPARE(list->count(), 2 * names.size()); // rows pile up
     }
 
     void knownDirectoryStandsIn_data()

@@ -68,7 +68,6 @@ void BrowseUsrCtrl::listRooms(const Stanza& answer)
     BrowseResult->addRows(browseanswers::rooms(answer));
     if (!tellRefusal(answer))
         setHint(tr("There is no room yet. Tick \"New\" to make one."));
-    choose();
 }
 
 bool BrowseUsrCtrl::tellRefusal(const Stanza& answer)
