@@ -48,15 +48,14 @@ QString BlockedContacts::load()
 
 bool BlockedContacts::contains(const QString& JID) const
 {
-    return client_.MyBanList.BannedJID(jid::bare(JID));
+    return client_.MyBanList.covers(JID);
 }
 
 QString BlockedContacts::add(const QString& JID)
 {
-    const QString bare = jid::bare(JID);
-    client_.MyBanList.Add(bare);
+    client_.MyBanList.Add(JID);
     const QString error = changeFile(
-        [&](pugi::xml_node banned) { banned.append_child("item").text().set(bare.toUtf8().constData()); });
+        [&](pugi::xml_node banned) { banned.append_child("item").text().set(JID.toUtf8().constData()); });
     return error.isEmpty()
                ? error
                : error + u'\n' +

@@ -16,10 +16,10 @@ public:
     // Takes in what the file holds and the list doesn't: before the sign-in the list is empty. A missing file
     // is made.
     QString load();
-    // Whether `JID`, whatever its resource, is blocked.
+    // Whether `JID` is blocked, by itself or by its bare JID.
     bool contains(const QString& JID) const;
-    // Blocks the bare JID; the file may hold it twice. Where the file can't be written, the contact stays
-    // blocked for this run.
+    // Blocks a bare JID, or the whole one of a room's occupant; the file may hold it twice. Where the file
+    // can't be written, the contact stays blocked for this run.
     QString add(const QString& JID);
     // Unblocks the entry at `position`, counted from 1, and removes it from the file where it stands first.
     // Where the file can't be written, it stays blocked.

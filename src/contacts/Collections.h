@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contacts/KeyedList.h"
+#include "engine/Jid.h"
 
 #include <QString>
 #include <QStringList>
@@ -83,7 +84,7 @@ public:
 
 // One blocked contact.
 struct CBannedItem {
-    QString JID; // bare
+    QString JID; // bare, but of a room's occupant, who must not stand for the room
     CBanList* Owner = nullptr;
 };
 
@@ -94,4 +95,6 @@ public:
     CBannedItem* Add(const QString& JID) { return append(JID, {JID, this}); }
     int FindJID(const QString& JID) const { return find(JID); }
     bool BannedJID(const QString& JID) const { return record(JID); }
+    // Whether what comes from this address is blocked.
+    bool covers(const QString& address) const { return BannedJID(jid::bare(address)) || BannedJID(address); }
 };

@@ -5,6 +5,8 @@
 namespace
 {
 
+constexpr qsizetype longestTip = 200; // characters of a nick
+
 // A nick with a line break could pass for another line of the history and of the log.
 QString onOneLine(QString nick)
 {
@@ -82,7 +84,8 @@ QVariant Occupants::data(const QModelIndex& index, int role) const
     case Qt::AccessibleDescriptionRole:
         return roomstatus::inWords(occupant->Image);
     case Qt::ToolTipRole:
-        return (occupant->Text + u'\n' + roomstatus::inWords(occupant->Image)).toHtmlEscaped();
+        return occupant->Text.left(longestTip).toHtmlEscaped() + QStringLiteral("<br>") +
+               roomstatus::inWords(occupant->Image).toHtmlEscaped();
     default:
         return {};
     }

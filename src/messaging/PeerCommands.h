@@ -13,7 +13,7 @@ public:
     // Asks the server for the contact and the peer for its presence. False, after a box, when the contact is
     // in the list already, or nothing could be sent.
     bool addContact(const QString& jid);
-    // Blocks the bare JID after a question. False when it was blocked already, or the answer wasn't Yes.
+    // Blocks the address after a question. False when it was blocked already, or the answer wasn't Yes.
     bool block(const QString& jid);
     void requestVCard(const QString& jid);
 

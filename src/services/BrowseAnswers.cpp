@@ -81,7 +81,7 @@ QList<Row> directoryServices(const Stanza& answer, const QString& server)
     for (const auto element : elements(answer, "service")) {
         const QString name = xml::attribute(element, "name");
         if (!element.attribute("jid"))
-            rows += Row{answer.From(), name};
+            rows += Row{answer.From(), name.isEmpty() ? answer.From() : name};
         else if (const Row row = rowOf(element);
                  !row.jid.isEmpty() && row.jid != server && name.toLower() != u"brelo server")
             rows += row;

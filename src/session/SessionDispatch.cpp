@@ -91,11 +91,10 @@ void SessionDispatch::OnMessage(PlugInContext& context)
     routes.pass(StanzaRoutes::ofMessage(context.Stanza(), client_), context);
 }
 
-// What was said in a room comes back to the room.
+// What was said in a room comes back to the room, though its window may have gone.
 void SessionDispatch::OnReturned(PlugInContext& context)
 {
-    const bool room = context.Stanza().MessageFields().Type().toLower() == u"groupchat" &&
-                      context.Session().Properties().Exists(QStringLiteral("IsGroupchat"));
+    const bool room = context.Stanza().MessageFields().Type().toLower() == u"groupchat";
     routes.pass(room ? Destination::GroupChat : Destination::Chat, context);
 }
 

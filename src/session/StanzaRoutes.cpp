@@ -79,7 +79,7 @@ bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
 
 bool StanzaRoutes::isBlocked(const Stanza& stanza, const Client& client)
 {
-    return client.MyBanList.BannedJID(jid::bare(stanza.From()));
+    return client.MyBanList.covers(stanza.From());
 }
 
 void StanzaRoutes::take(Destination destination, Handler handler)

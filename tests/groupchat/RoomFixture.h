@@ -8,8 +8,16 @@
 #include "messaging/forms/TranscriptView.h"
 #include "session/SessionFixture.h"
 
+#include <QTextDocumentFragment>
+
 inline const QString verse = "verse@rooms.montague.example";
 inline const QString me = verse + "/0a1b";
+
+// What a tool tip shows, which takes markup.
+inline QString shownTip(const QString& tip)
+{
+    return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
+}
 
 // A signed-in client, and a room of its server as the wire shows it.
 struct RoomClient : SignedInClient {
@@ -25,6 +33,12 @@ struct RoomClient : SignedInClient {
     }
     Form* join() const { return form("JoinConferenceForm"); }
 
+    void signInAgain()
+    {
+        streamUp();
+        inject("<iq type='result'><query xmlns='jabber:iq:roster'/></iq>");
+        inject("<iq type='result'><query xmlns='jabber:iq:agents'/></iq>");
+    }
     void conference(const QString& id, const QString& inner, const QString& type = "result")
     {
         inject(QString("<iq type=\"%1\" id=\"%2\" from=\"%3\"><query xmlns=\"jabber:iq:conference\"/>%4</iq>")
@@ -59,6 +73,7 @@ struct RoomClient : SignedInClient {
 
     QString history() const { return ui::find<TranscriptView>(room(), "vbalRichEdit1")->transcriptText(); }
     QString status() const { return ui::find<QLabel>(room(), "StatusBar1Panel1")->text(); }
+    QString mainStatus() const { return ui::find<QLabel>(rosterForm(), "StatusBar1Panel1")->text(); }
     MessageEdit& entry() const { return *ui::find<MessageEdit>(room(), "RichTextBox2"); }
     QStringList nicks() const
     {

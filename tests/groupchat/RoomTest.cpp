@@ -1,4 +1,10 @@
 #include "groupchat/RoomFixture.h"
+#include "messaging/FileComponent.h"
+#include "settings/Paths.h"
+#include "support/Files.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
 
 namespace
 {
@@ -23,8 +29,6 @@ class RoomTest : public QObject
     Q_OBJECT
     std::optional<RoomClient> f;
 
-    QString mainStatus() const { return ui::find<QLabel>(f->rosterForm(), "StatusBar1Panel1")->text(); }
-
 private slots:
     void init() { f.emplace(); }
     void cleanup() { f.reset(); }
@@ -41,8 +45,9 @@ private slots:
         QCOMPARE(ui::find<QLabel>(f->room(), "RemJID")->text(), "rom");
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentText(), "Connected");
         QTRY_VERIFY(f->entry().hasFocus());
+        f->room()->showMinimized();
         f->conference("VRX_CONF?", "<name>Other</name>");
-        QVERIFY(f->takeSent().isEmpty());
+        QVERIFY(f->takeSent().isEmpty() && !f->room()->isMinimized());
         QCOMPARE(f->room()->windowTitle(), "Verse & prose");
     }
 
@@ -50,6 +55,7 @@ private slots:
     {
         columns<QString, QString, QString, bool>("id", "error", "box", "makesRoom");
         row("no such room", "VRX_CONF?", "<error code='404'>x</error>", "", true);
+        row("no entry", "VRX_CONF_DATA", "<error code='404'>x</error>", "", false);
         row("unreachable", "VRX_CONF?", "<error code='502'>x</error>",
             "I am sorry but it was impossible to contact the Chat Room Server ...", false);
         row("code not first", "VRX_CONF?", "<error type='cancel' code='404'>x</error>", "", false);
@@ -64,6 +70,7 @@ private slots:
         QCOMPARE(f->world.boxes.shown.isEmpty() ? "" : f->world.boxes.shown.first().text, box);
         if (makesRoom)
             QCOMPARE(f->room()->windowTitle(), verse);
+        QCOMPARE(f->mainStatus().contains("can't be entered"), box.isEmpty() && !makesRoom);
     }
 
     void refusedNickIsToldAndAnotherTried_data()
@@ -79,6 +86,8 @@ private slots:
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), -1);
         f->conference("VRX_CONF_DATA", std::get<0>(fetched<QString>()), "error");
         QVERIFY(f->status().contains("Conflict") && f->status().contains("Change Nick"));
+        f->conference("VRX_CONF_DATA", "<nick>r</nick>"); // names no entry
+        QVERIFY(f->nicks().isEmpty());
         // What is said outside the room would be lost.
         f->entry().insertMessage("hello");
         QTest::keyClick(&f->entry(), Qt::Key_Return);
@@ -95,6 +104,20 @@ private slots:
         f->enter();
         QTest::keyClick(&f->entry(), Qt::Key_Return);
         QCOMPARE(f->takeSent(), QStringList(said("<body>hello</body>")));
+    }
+
+    void nickIsAskedOfTheRoomWhileItIsThere()
+    {
+        f->enter();
+        f->world.boxes.inputs = {"r&2"};
+        for (const char* asked : {"/r&amp;2", "/"}) { // what is given up is sent as well
+            ui::choose(f->room(), "mnucontattichnick");
+            QCOMPARE(f->takeSent(), QStringList("<presence to=\"" + verse + asked + "\"/>"));
+        }
+        f->world.boxes.inputs = {"r"};
+        f->world.boxes.meanwhile = [this] { f->users("<user type='remove' jid='" + me + "'/>"); };
+        ui::choose(f->room(), "mnucontattichnick");
+        QCOMPARE(f->takeSent(), QStringList(gone));
     }
 
     void membersComeAndGo_data()
@@ -125,7 +148,7 @@ private slots:
         f->users(push);
         QCOMPARE(f->room() != nullptr, stays);
         QCOMPARE(f->takeSent(), stays ? QStringList() : QStringList(gone));
-        QCOMPARE(mainStatus().contains("no longer in Verse & prose"), !stays);
+        QCOMPARE(f->mainStatus().contains("no longer in Verse & prose"), !stays);
         if (stays)
             QCOMPARE(f->nicks(), nicks);
         if (nicks.value(0) == "rom2")
@@ -155,6 +178,8 @@ private slots:
     {
         const auto [show, line, image, own] = fetched<QString, QString, QString, int>();
         f->enter();
+        const QSignalSpy repaints(ui::find<QTreeView>(f->room(), "TreeView1")->model(),
+                                  &QAbstractItemModel::dataChanged);
         const QString inner = show.isEmpty() ? QString() : "<show>" + show + "</show>";
         for (int twice = 0; twice < 2; ++twice) {
             f->presence(verse + "/will", inner);
@@ -162,10 +187,13 @@ private slots:
         }
         QCOMPARE(f->history(), line.isEmpty() ? QString() : " <07:08>  Will is now " + line + " \n");
         QCOMPARE(f->room()->occupants.node(2)->Image, image);
+        QCOMPARE(repaints.size(), line.isEmpty() ? 0 : 1);
+        QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), 0);
         f->presence(me, inner);
         QCOMPARE(ui::find<QComboBox>(f->room(), "Status")->currentIndex(), own);
-        f->presence(verse + "/will", {}, "error");
+        f->presence(verse + "/will", inner.isEmpty() ? "<show>dnd</show>" : QString(), "error");
         QCOMPARE(f->nicks(), QStringList({"rom", "Will"}));
+        QCOMPARE(f->room()->occupants.node(2)->Image, image);
         f->presence(verse + "/will", {}, "unavailable");
         QCOMPARE(f->nicks(), QStringList("rom"));
     }
@@ -193,6 +221,11 @@ private slots:
         f->enter();
         f->says(from, inner);
         QCOMPARE(f->history(), line);
+        const QByteArray log =
+            files::read(paths::logFolder() + "/montague.example/romeo/" + fileComponent(verse, ".log"));
+        QCOMPARE(log.contains((" (07:08:09): " + line.section(": ", 1).trimmed() + "\r\n").toUtf8()) ||
+                     log.contains((" (07:08:09): " + line.section("*** ", 1).trimmed()).toUtf8()),
+                 !line.isEmpty() && !inner.contains("delay"));
         const auto found = ui::find<TranscriptView>(f->room(), "vbalRichEdit1")->document()->find(probe);
         QCOMPARE(found.isNull() ? QColor() : found.charFormat().foreground().color(), colour);
     }
@@ -204,10 +237,14 @@ private slots:
                 "<subject>Sonnets</subject><body>/me has changed the subject to Sonnets</body>");
         QCOMPARE(ui::find<QLineEdit>(f->room(), "Text1")->text(), "Sonnets");
         QCOMPARE(f->history(), "*** Will has changed the subject to Sonnets \n");
-        ui::type(f->room(), "Text1", "R&D");
+        ui::find<QLineEdit>(f->room(), "Text1")->setText("R&D\x02");
+        const QString sent =
+            said(QString::fromUtf8("<subject>R&amp;D\uFFFD</subject>"
+                                   "<body>/me has changed the subject to R&amp;D\uFFFD</body>"));
         ui::click(f->room(), "Command1");
-        QCOMPARE(f->takeSent(), QStringList(said("<subject>R&amp;D</subject>"
-                                                 "<body>/me has changed the subject to R&amp;D</body>")));
+        ui::find<QLineEdit>(f->room(), "Text1")->setFocus();
+        QTest::keyClick(ui::find<QLineEdit>(f->room(), "Text1"), Qt::Key_Return);
+        QCOMPARE(f->takeSent(), QStringList({sent, sent}));
     }
 
     void enterSendsTheFirstLineAndKeepsTheRest()
@@ -223,8 +260,14 @@ private slots:
         ui::click(f->room(), "Command2");
         QCOMPARE(f->takeSent(), QStringList(said("<body>two\nthree</body>")));
         QVERIFY(f->entry().messageText().isEmpty());
+        f->entry().insertMessage(QString("x\x03"));
+        ui::click(f->room(), "Command2");
+        QCOMPARE(f->takeSent(), QStringList(said(QString::fromUtf8("<body>x\uFFFD</body>"))));
         ui::choose(f->room(), "mnugroupcr");
         QVERIFY(ui::find<QAction>(f->room(), "Toolbar1Return")->isChecked());
+        ui::choose(f->room(), "Toolbar1Return");
+        QVERIFY(!ui::find<QAction>(f->room(), "mnugroupcr")->isChecked());
+        ui::choose(f->room(), "Toolbar1Return");
         QTest::keyClicks(&f->entry(), "a");
         QTest::keyClick(&f->entry(), Qt::Key_Return);
         QCOMPARE(f->entry().messageText(), "a\n");
@@ -259,26 +302,53 @@ private slots:
     void closedRoomHidesUntilItIsConfirmed()
     {
         auto* room = &f->enter();
+        room->setPlace({50, 60});
         ui::click(room, "Command3");
         QVERIFY(f->room() == room && !room->isVisible());
         QCOMPARE(f->takeSent(), QStringList(gone));
+        f->says(verse + "/will", "<body>rom, stay</body>");
+        QVERIFY(f->ui->windows.messages.hub.unread.peers().isEmpty());
         // Asked for again it sends nothing, and says why.
         f->conference("VRX_CONF?", "<name>V</name>");
         QVERIFY(f->takeSent().isEmpty() && !room->isVisible());
-        QVERIFY(mainStatus().contains("leaving"));
-        f->presence(me, {}, "unavailable"); // takes the row, the push closes
+        QVERIFY(f->mainStatus().contains("leaving"));
+        f->conference("VRX_CONF?", "<error code='403'>Forbidden</error>", "error");
+        QVERIFY(f->mainStatus().contains("Forbidden"));
+        // The own presence goes before the own entry does.
+        f->presence(me, {}, "unavailable");
         f->users("<user type='remove' jid='" + me + "'/>");
-        QVERIFY(!f->room() && !mainStatus().contains("no longer"));
+        QVERIFY(!f->room() && !f->mainStatus().contains("no longer"));
         QCOMPARE(f->takeSent(), QStringList(gone));
         f->enter();
         QVERIFY(f->room()->isVisible());
+        QCOMPARE(f->room()->place(), QPoint(50, 60));
+    }
+
+    void roomClosesAtOnceWithTheSession_data()
+    {
+        columns<Act, bool>("act", "tells");
+        row("session ends", Act([](FakeClient& c) { c.client.SessionClosing = true; }), true);
+        row("program ends", Act([](FakeClient& c) { c.client.UserClosing = true; }), true);
+        row("not connected", Act([](FakeClient& c) { c.gateway->connected = false; }), false);
+    }
+    void roomClosesAtOnceWithTheSession()
+    {
+        const auto [act, tells] = fetched<Act, bool>();
+        f->enter();
+        act(*f);
+        f->room()->close();
+        QVERIFY(!f->room());
+        QCOMPARE(f->takeSent(), tells ? QStringList(gone) : QStringList());
     }
 
     void silentRoomIsGivenUp()
     {
         f->enter().close();
         f->takeSent();
-        f->world.clock.time = f->world.clock.time.addSecs(31);
+        f->world.clock.time = f->world.clock.time.addSecs(29);
+        f->conference("VRX_CONF?", "<name>V</name>");
+        QVERIFY(f->takeSent().isEmpty());
+        f->world.clock.time = f->world.clock.time.addSecs(1);
         f->conference("VRX_CONF?", "<name>V</name>");
         QCOMPARE(f->takeSent(), QStringList({available, nickSet.arg("romeo")}));
         QVERIFY(f->room()->isVisible());
@@ -300,11 +370,28 @@ private slots:
     void unsentWordsComeBackToTheRoom()
     {
         f->enter();
-        const QByteArray text = said("<body>lost</body>").toUtf8();
-        auto returned = Stanza::returned(text, Stanza::Kind::Unsent);
-        f->client.Core->PluginManager->Queue()->deliver(returned);
-        f->client.Core->tick();
+        f->entry().insertMessage("half");
+        const auto comeBack = [this](const QString& body, const QString& subject = {}) {
+            const QByteArray text = said(subject + "<body>" + body + "</body>").toUtf8();
+            f->client.Core->PluginManager->Queue()->deliver(Stanza::returned(text, Stanza::Kind::Unsent));
+            f->client.Core->tick();
+        };
+        comeBack("lost");
         QCOMPARE(f->history(), "Not sent: lost\n");
+        f->streamLost();
+        comeBack("late");
+        comeBack("/me has changed the subject", "<subject>s</subject>");
+        const auto entryOf = [this](const QString& user) {
+            f->gateway->userName = user;
+            f->signInAgain();
+            return f->enter(), f->entry().messageText();
+        };
+        QCOMPARE(entryOf("mercutio"), "");
+        f->streamLost();
+        QCOMPARE(entryOf("romeo"), "lost\nlate\nhalf");
+        f->entry().clear(); // they come once
+        f->streamLost();
+        QCOMPARE(entryOf("romeo"), "");
     }
 
     void onlyTheOwnNickMarksTheRoom_data()
@@ -312,6 +399,7 @@ private slots:
         columns<QString, bool>("inner", "marks");
         row("named", "<body>hey ROM, come</body>", true);
         row("part of a word", "<body>from Rome</body>", false);
+        row("part of a word, then named", "<body>from Rome, rom</body>", true);
         row("nobody", "<body>hello</body>", false);
         row("of before", "<body>rom</body><x xmlns='jabber:x:delay' stamp='20040505T06:00:00'/>", false);
     }
@@ -328,28 +416,89 @@ private slots:
         if (marks) {
             QVERIFY(f->ui->windows.messages.hub.openOldestUnread());
             QTRY_VERIFY(unread.peers().isEmpty());
+            // A room that is left unread can't be opened any more.
+            f->rosterForm()->activateWindow();
+            QTRY_VERIFY(!f->room()->isActiveWindow());
+            f->says(verse + "/will", inner);
+            f->room()->close();
+            QVERIFY(unread.peers().isEmpty());
         }
+    }
+
+    void historyServesTheHand()
+    {
+        f->enter();
+        auto* history = ui::find<TranscriptView>(f->room(), "vbalRichEdit1");
+        auto* edit = ui::find<QMenu>(f->room(), "mnucontattimodify");
+        emit history->linkPressed("https://a.example/");
+        QCOMPARE(f->world.links.opened, QStringList("https://a.example/"));
+        QTest::keyClicks(history, "h");
+        QCOMPARE(f->entry().messageText(), "h");
+        emit history->menuRequested({}, true);
+        QVERIFY(!edit->isVisible());
+        emit history->menuRequested({}, false);
+        QVERIFY(edit->isVisible());
+        edit->close();
+        auto* tree = ui::find<QTreeView>(f->room(), "TreeView1");
+        for (const auto modifier : {Qt::ShiftModifier, Qt::NoModifier}) {
+            QContextMenuEvent click(QContextMenuEvent::Mouse, {1, 1}, {1, 1}, modifier);
+            QApplication::sendEvent(tree->viewport(), &click);
+            QCOMPARE(ui::find<QMenu>(f->room(), "mnugroupopt")->isVisible(), modifier == Qt::NoModifier);
+        }
+        QVERIFY(f->room()->minimumWidth() >= 512 && f->room()->minimumHeight() >= 432);
+        ui::choose(f->room(), "mnucontatticlose");
+        QVERIFY(!f->room()->isVisible());
     }
 
     void occupantsAreSpokenToAlone()
     {
         f->enter();
+        f->users("<user jid='" + verse + "/bob' name='bob'/>"); // sorted without regard to case
         auto* tree = ui::find<QTreeView>(f->room(), "TreeView1");
         ui::choose(f->room(), "mnucontattichat");
         QVERIFY(!f->form("MessageForm"));
-        QCOMPARE(tree->model()->index(1, 0).data().toString(), "Will");
-        tree->setCurrentIndex(tree->model()->index(1, 0));
-        QTest::keyClick(tree, Qt::Key_Return);
-        f->client.Core->tick();
-        auto* alone = qobject_cast<MessageForm*>(f->form("MessageForm"));
-        QCOMPARE(alone->peerJid(), verse + "/will");
-        QCOMPARE(ui::find<QLineEdit>(alone, "txtNick")->text(), "Will");
+        const auto will = tree->model()->index(2, 0);
+        QCOMPARE(will.data().toString(), "Will");
+        QCOMPARE(will.data(Qt::AccessibleDescriptionRole).toString(), "Available");
+        tree->setCurrentIndex(will);
+        for (const bool byKey : {true, false}) {
+            if (byKey)
+                QTest::keyClick(tree, Qt::Key_Return);
+            else
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(will).center());
+            f->client.Core->tick();
+            const auto* chat = qobject_cast<MessageForm*>(f->form("MessageForm"));
+            QVERIFY(chat && chat->isVisible() && chat->peerJid() == verse + "/will");
+            QCOMPARE(ui::find<QLineEdit>(chat, "txtNick")->text(), "Will");
+            f->form("MessageForm")->hide();
+        }
         f->users("<user jid='" + verse + "/will' name='Bill'/>");
         f->inject("<message type='chat' from='" + verse + "/will'><body>pst</body></message>");
-        QCOMPARE(ui::find<QLineEdit>(alone, "txtNick")->text(), "Bill");
+        QCOMPARE(ui::find<QLineEdit>(f->form("MessageForm"), "txtNick")->text(), "Bill");
         // It stays when the room goes.
         f->users("<user type='remove' jid='" + me + "'/>");
         QVERIFY(!f->room() && f->form("MessageForm"));
+    }
+
+    void blockedOccupantReachesNothing()
+    {
+        f->enter();
+        const QString will = verse + "/will";
+        f->users("<user jid='" + verse + "/kit' name='R&amp;J &lt;b&gt;'/>");
+        QCOMPARE(shownTip(f->room()->occupants.index(2).data(Qt::ToolTipRole).toString()),
+                 "R&J <b>\nAvailable");
+        f->inject(message("chat", will));
+        f->world.boxes.answers = {MessageBoxes::Answer::Yes};
+        ui::choose(f->form("MessageForm"), "mnustrblock");
+        f->form("MessageForm")->hide();
+        f->inject(message("chat", will));
+        QVERIFY(!f->form("MessageForm")->isVisible());
+        f->says(will, "<body>in the room</body>");
+        QVERIFY(f->history().isEmpty());
+        f->says(verse + "/kit", "<body>hark</body>");
+        QVERIFY(f->history().contains("hark"));
+        f->users("<user type='remove' jid='" + will + "'/>");
+        QCOMPARE(f->nicks(), QStringList({"rom", "R&J <b>"}));
     }
 
     void hostileNicksAndBodiesStayBounded()

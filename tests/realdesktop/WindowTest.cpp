@@ -227,6 +227,13 @@ private slots:
         QVERIFY(SOON(edited()));
     }
 
+    void anInvitationAsksToBeLookedAt()
+    {
+        server->client("romeo")->sendText("<message from='juliet@127.0.0.1/Home'><body>Come</body>"
+                                          "<x xmlns='jabber:x:conference' jid='verse@rooms.x'/></message>");
+        QVERIFY(SOON(x.window("Group Chat") && x.isUrgent(x.window("Group Chat")) && isActive(main())));
+    }
+
     void menusAnswerToKeys()
     {
         x.press(u's', {XDisplay::Alt}); // Status

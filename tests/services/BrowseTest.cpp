@@ -20,12 +20,14 @@ private slots:
             "<service type='jud' jid='montague.example'/>" + jud, "Users", "");
         row("only the administration's item", "VRX_GET_SERVICE", "result",
             "<item jid='montague.example/admin'/>" + jud, "Users", "");
+        row("more than the administration's", "VRX_GET_SERVICE", "result",
+            "<item jid='montague.example/admin'/><item type='jud' jid='a.x'/>" + jud, "", "a.x");
         row("items are asked on", "VRX_GET_SERVICE", "result",
             "<item type='jud' jid='a.x'/><item jid='b.x'/><item type='jud' jid='c.x'/>" + jud, "", "a.x,c.x");
         row("what a directory holds", "VRX_browser", "result",
             "<service jid='u.x' name='U'/><service jid='s.x' name='Brelo SERVER'/>"
-            "<service jid='montague.example' name='M'/><service name='N'/><service jid='v.x'/>",
-            "U,N,v.x", "");
+            "<service jid='montague.example' name='M'/><service name='N'/><service jid='v.x'/><service/>",
+            "U,N,v.x,dir.x", "");
         row("other ids", "VRX_other", "result", jud, "", "");
         row("refused", "VRX_GET_SERVICE", "error", jud, "", "");
     }
@@ -37,9 +39,10 @@ private slots:
         BrowseUsrCtrl control;
         control.setClient(client);
         engine.plugIn(&control);
-        engine.inject(
+        const QString answer =
             QString("<iq id='%1' type='%2' from='dir.x'><query xmlns='jabber:iq:browse'>%3</query></iq>")
-                .arg(id, type, inner));
+                .arg(id, type, inner);
+        engine.inject(answer);
         const auto* list = ui::find<QListWidget>(&control, "BrowseResult");
         QStringList names;
         for (int row = 0; row < list->count(); ++row)
@@ -49,12 +52,15 @@ private slots:
         for (const auto& sent : engine.takeSent())
             to += sent.section('"', 5, 5);
         QCOMPARE(to.join(','), asked);
+        engine.inject(answer);
+        QCOMPARE(list->count(), 2 * names.size()); // rows pile up
     }
 
     void knownDirectoryStandsIn_data()
     {
         columns<QString, QString, QString>("agent", "asked", "row");
-        row("node of the server", "montague.example/juds", "montague.example/juds", "");
+        row("node of the server", "users.montague.example,montague.example/juds", "montague.example/juds",
+            "");
         row("host", "users.montague.example", "", "users.montague.example");
         row("none", "icq.montague.example", "", "");
     }
@@ -63,7 +69,8 @@ private slots:
         const auto [agent, asked, name] = fetched<QString, QString, QString>();
         Client client;
         FakeEngine engine(client);
-        client.MyAgents.AddItem(agent, "A", false, false);
+        for (const auto& jid : agent.split(','))
+            client.MyAgents.AddItem(jid, "A", false, false);
         BrowseUsrCtrl control;
         control.setClient(client);
         engine.plugIn(&control);

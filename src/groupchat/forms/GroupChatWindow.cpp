@@ -14,6 +14,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -83,7 +84,7 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
             continue;
         if (position != 0)
             room->rename(position, name);
-        else if (jid != room->ownId())
+        else if (!isOwn)
             room->occupants.add(jid, name);
     }
     return Walk::GoesOn;
@@ -145,44 +146,63 @@ GroupchatWindowForm& GroupChatWindow::makeRoom(const PlugInContext& context, con
     room.peer = room.Tag;
     room.setCaption(caption.isEmpty() ? room.Tag : caption);
     room.tell(tr("Entering the room ..."));
-    if (const auto memory = memory_.constFind(room.Tag); memory != memory_.constEnd()) {
-        if (memory->place)
-            room.setPlace(*memory->place);
-        room.setDraft(memory->draft);
-    }
+    restore(room, memoryOf(room.Tag));
     connect(&room, &GroupchatWindowForm::leaving, this, [this, &room] {
-        memory_.insert(room.Tag, {room.wasShown() ? std::optional(room.pos()) : std::nullopt, room.draft()});
+        auto& memory = memoryOf(room.Tag);
+        memory.draft = room.draft();
+        if (room.wasShown())
+            memory.place = room.place();
     });
+    connect(&room, &GroupchatWindowForm::left, &conversations_.unread,
+            [this, &room] { conversations_.unread.remove(room.peer); });
     connect(&room, &GroupchatWindowForm::privateChatRequested, this, &GroupChatWindow::privateChatRequested);
     connect(&room, &GroupchatWindowForm::inviteRequested, this, &GroupChatWindow::inviteRequested);
     conversations_.followReading(room);
     return room;
 }
 
-void GroupChatWindow::onOwnEntry(const PlugInContext& context)
+GroupChatWindow::Memory& GroupChatWindow::memoryOf(const QString& room)
 {
-    if (auto* room = roomIn(context))
-        room->setOwnEntry(textOf(context.Stanza(), "id"), textOf(context.Stanza(), "nick"));
+    return memory_[client_.ownBareJid() + u'\n' + room];
 }
 
-// The room that isn't there yet is made by entering it. Other refusals are told without a box.
+// What came back stands before what was being typed, to be sent again.
+void GroupChatWindow::restore(GroupchatWindowForm& room, Memory& memory)
+{
+    if (memory.place)
+        room.setPlace(*memory.place);
+    auto texts = std::exchange(memory.returned, {});
+    if (!memory.draft.isEmpty())
+        texts += memory.draft;
+    room.setDraft(texts.join(u'\n'));
+}
+
+void GroupChatWindow::onOwnEntry(const PlugInContext& context)
+{
+    const QString id = textOf(context.Stanza(), "id");
+    if (auto* room = roomIn(context); room && !id.isEmpty())
+        room->setOwnEntry(id, textOf(context.Stanza(), "nick"));
+}
+
+// The room that isn't there yet is made by entering it; once only, or a room that never comes to be would be
+// entered without end. Other refusals are told without a box.
 void GroupChatWindow::onError(PlugInContext& context)
 {
     const auto& stanza = context.Stanza();
     for (const auto& found : elements(stanza, "error")) {
         const auto first = found.node().first_attribute();
         const std::string_view code = std::string_view(first.name()) == "code" ? first.value() : "";
-        if (code == "404")
+        if (code == "404" && stanza.IqFields().Id() == u"VRX_CONF?")
             return enter(context, stanza.IqFields().From());
         if (code == "502")
             return client_.desktop.boxes->critical(
                 tr("Attention!"), tr("I am sorry but it was impossible to contact the Chat Room Server ..."));
     }
-    if (auto* room = roomIn(context))
-        room->refuse(StanzaError::of(stanza.root()));
+    const auto error = StanzaError::of(stanza.root());
+    if (auto* room = roomIn(context); room && room->isVisible())
+        room->refuse(error);
     else
-        emit told(
-            tr("%1 can't be entered: %2").arg(stanza.From(), StanzaError::of(stanza.root()).sentence()));
+        emit told(tr("%1 can't be entered: %2").arg(stanza.From(), error.sentence()));
 }
 
 void GroupChatWindow::OnPresence(PlugInContext& context)
@@ -246,8 +266,10 @@ void GroupChatWindow::OnReturned(PlugInContext& context)
 {
     const auto message = context.Stanza().MessageFields();
     const bool uncertain = context.Stanza().kind() == Stanza::Kind::Uncertain;
+    const QString address = jid::bare(message.To());
+    if (message.Subject().isEmpty())
+        memoryOf(address).returned += message.Body(); // the window goes with the connection
     if (auto* room = roomIn(context))
         room->writeReturned(message.Body(), uncertain);
-    conversations_.reportLog(
-        conversations_.log().WriteReturned(message.Body(), jid::bare(message.To()), uncertain));
+    conversations_.reportLog(conversations_.log().WriteReturned(message.Body(), address, uncertain));
 }

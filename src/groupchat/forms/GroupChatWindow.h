@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -38,7 +39,7 @@ public:
 signals:
     void privateChatRequested(const QString& occupant);
     void inviteRequested(const QString& room);
-    // A room that was asked for can't be entered.
+    // A word on a room that has no window to say it.
     void told(const QString& sentence);
 
 private:
@@ -46,6 +47,7 @@ private:
     struct Memory {
         std::optional<QPoint> place; // of the frame
         QString draft;
+        QStringList returned; // words that came back
     };
 
     // The session went on with this stanza: there is nothing left to do.
@@ -58,6 +60,8 @@ private:
     void onError(PlugInContext& context);
     void giveUpLeaving(const PlugInContext& context);
     void enter(PlugInContext& context, const QString& caption);
+    Memory& memoryOf(const QString& room);
+    static void restore(GroupchatWindowForm& room, Memory& memory);
     GroupchatWindowForm& makeRoom(const PlugInContext& context, const QString& caption);
     void markIfNamed(GroupchatWindowForm& room, const Stanza& message);
     void log(const QString& room, const QString& nick, const QString& text);
@@ -65,5 +69,5 @@ private:
     FormRegistry& registry_;
     Client& client_;
     ChatWindow& conversations_;
-    QHash<QString, Memory> memory_; // by room
+    QHash<QString, Memory> memory_; // by account and room
 };

@@ -116,9 +116,11 @@ QString GroupchatWindowForm::ownNick() const
 
 void GroupchatWindowForm::rename(int position, const QString& nick)
 {
+    const auto& occupant = *occupants.node(position);
+    const QString former = occupant.Text;
     occupants.setText(position, nick);
-    if (occupants.node(position)->Key == ownId_)
-        tell(tr("You are in the room as %1.").arg(nick));
+    if (occupant.Key == ownId_ && occupant.Text != former)
+        tell(tr("You are in the room as %1.").arg(occupant.Text));
 }
 
 void GroupchatWindowForm::setOwnEntry(const QString& id, const QString& nick)
@@ -128,7 +130,7 @@ void GroupchatWindowForm::setOwnEntry(const QString& id, const QString& nick)
     ui_->RemJID->setText(nick);
     occupants.add(id, nick);
     setOwnStatus(0);
-    tell(tr("You are in the room as %1.").arg(nick));
+    tell(tr("You are in the room as %1.").arg(ownNick()));
 }
 
 void GroupchatWindowForm::setOwnStatus(int position)
@@ -239,13 +241,27 @@ bool GroupchatWindowForm::say(const QString& text)
         tell(tr("You are not in the room. Nothing was sent. Options, Change Nick tries again."));
         return false;
     }
+    newMessage().setBody(outbound::sendable(text));
+    return sendPacket();
+}
+
+MessageFields GroupchatWindowForm::newMessage() const
+{
     auto& packet = client().Application->OutPacket();
     packet.Clear();
     auto fields = packet.MessageFields();
     fields.setTo(Tag);
-    fields.setBody(outbound::sendable(text));
     fields.setType(QStringLiteral("GroupChat"));
-    return sendPacket();
+    return fields;
+}
+
+PresenceFields GroupchatWindowForm::newPresence(const QString& to) const
+{
+    auto& packet = client().Application->OutPacket();
+    packet.Clear();
+    auto fields = packet.PresenceFields();
+    fields.setTo(to);
+    return fields;
 }
 
 bool GroupchatWindowForm::sendPacket()
@@ -263,13 +279,9 @@ bool GroupchatWindowForm::sendPacket()
 void GroupchatWindowForm::Command1_Click()
 {
     const QString subject = outbound::sendable(ui_->Text1->text());
-    auto& packet = client().Application->OutPacket();
-    packet.Clear();
-    auto fields = packet.MessageFields();
-    fields.setTo(Tag);
+    auto fields = newMessage();
     fields.setSubject(subject);
     fields.setBody(QStringLiteral("/me has changed the subject to ") + subject);
-    fields.setType(QStringLiteral("GroupChat"));
     sendPacket();
 }
 
@@ -281,7 +293,7 @@ void GroupchatWindowForm::mnugroupcr_Click()
 }
 
 // Kept: an answer is sent whatever it is, also none. Who isn't in the room yet, because the nick was taken,
-// tries the entry with the new one.
+// tries the entry with the new one. A room that went under the box is not entered again.
 void GroupchatWindowForm::mnucontattichnick_Click()
 {
     const QPointer<GroupchatWindowForm> self(this);
@@ -289,11 +301,9 @@ void GroupchatWindowForm::mnucontattichnick_Click()
         outbound::sendable(client()
                                .desktop.boxes->input(tr("Adding new Nick"), tr("Please add a Nick..."), {})
                                .value_or(QString()));
-    if (!self)
+    if (!self || !isKept())
         return;
-    auto& packet = client().Application->OutPacket();
-    packet.Clear();
-    packet.PresenceFields().setTo(Tag + u'/' + nick);
+    newPresence(Tag + u'/' + nick);
     if (sendPacket() && ownId_.isEmpty() && !nick.isEmpty())
         stanzas::send(client(), roomstanzas::nick(Tag, nick));
 }
@@ -311,10 +321,7 @@ void GroupchatWindowForm::Status_Click()
     const auto word = roomstatus::announcedBy(ui_->Status->currentText(), own ? own->Image : QString());
     if (!word || ownId_.isEmpty())
         return;
-    auto& packet = client().Application->OutPacket();
-    packet.Clear();
-    auto fields = packet.PresenceFields();
-    fields.setTo(jid::bare(ownId_));
+    auto fields = newPresence(jid::bare(ownId_));
     fields.setFrom(ownId_);
     fields.setShow(*word);
     fields.setStatus(*word);
@@ -331,18 +338,14 @@ bool GroupchatWindowForm::queryUnload(CloseMode)
 {
     if (!client().isConnected())
         return true;
-    auto& packet = client().Application->OutPacket();
-    packet.Clear();
-    auto fields = packet.PresenceFields();
-    fields.setTo(Tag);
-    fields.SetUnavailable();
-    packet.Send();
+    newPresence(Tag).SetUnavailable();
+    client().Application->OutPacket().Send();
     if (client().SessionClosing || std::exchange(client().GroupchatCloseConfirmed, false) ||
         ownId_.isEmpty() || client().UserClosing)
         return true;
-    if (!left_.isValid())
-        left_ = client().desktop.clock->now();
+    left_ = client().desktop.clock->now();
     hide();
+    emit left();
     return false;
 }
 

@@ -76,6 +76,8 @@ public slots:
 signals:
     void privateChatRequested(const QString& occupant);
     void inviteRequested(const QString& room);
+    // The window is hidden, and can't be brought back.
+    void left();
     // The window goes; what was typed and not sent is still in it.
     void leaving();
 
@@ -89,8 +91,12 @@ private:
     void setUpOccupants();
     void connectMenus();
     void sendLine();
-    // False, with a word in the status bar, when the text didn't go out.
+    // False when the text didn't go out.
     bool say(const QString& text);
+    // Begin the application's packet anew.
+    MessageFields newMessage() const; // to the room
+    PresenceFields newPresence(const QString& to) const;
+    // False, with a word in the status bar, when it didn't go out.
     bool sendPacket();
     Client& client() const;
 

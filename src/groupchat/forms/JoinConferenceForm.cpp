@@ -3,8 +3,10 @@
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
 #include "groupchat/RoomStanzas.h"
+#include "messaging/OutboundMessage.h"
 #include "ui_JoinConferenceForm.h"
 
+#include <QApplication>
 #include <QLineEdit>
 
 namespace
@@ -67,7 +69,7 @@ ApplicationPlugIn& JoinConferenceForm::browser() const
 
 QString JoinConferenceForm::nick() const
 {
-    return ui_->txtNick->text();
+    return outbound::sendable(ui_->txtNick->text());
 }
 
 void JoinConferenceForm::Command1_Click()
@@ -167,6 +169,7 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     ResetJoinDialog();
     invited_ = true;
     ui_->BrowseUsrCtrl1->hide();
+    ui_->txtServerName->clear(); // of former invitations
     for (const auto& server : invitation.servers)
         setServer(server);
     ui_->txtNick->setText(client_.Gateway().UserName());
@@ -178,6 +181,8 @@ void JoinConferenceForm::openInvitation(const RoomInvitation& invitation)
     setSearchEnabled(false);
     ui_->cmdJoin->setEnabled(true);
     show();
+    if (!isActiveWindow())
+        QApplication::alert(this);
 }
 
 void JoinConferenceForm::nameRoom(const QString& room)

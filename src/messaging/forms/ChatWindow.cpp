@@ -103,8 +103,8 @@ QString ChatWindow::whyNotOpened(const QString& jid) const
     const QString bare = jid::bare(jid);
     if (!jid::isValid(jid))
         return tr("\"%1\" is not a Jabber address. It looks like user@server.").arg(jid.left(200));
-    if (client_.MyBanList.BannedJID(bare))
-        return tr("%1 is blocked. Take the block back to open a conversation.").arg(bare);
+    if (client_.MyBanList.covers(jid))
+        return tr("%1 is blocked. Take the block back to open a conversation.").arg(jid);
     const bool room = jid.contains(u'/') && registry_.tagged<RoomWindow>(bare);
     const auto session = client_.Core->PluginManager->sessions().session(bare);
     const QString key = room ? QStringLiteral("ChatWnd") + jid::resource(jid) : QStringLiteral("ChatWnd");

@@ -218,7 +218,7 @@ void MessageForm::mnustrblock_Click()
 {
     auto& hub = hub_;
     const SameSession same(client());
-    if (commands_.block(peerJid()) && same)
+    if (commands_.block(peer) && same)
         emit hub.rosterRefreshRequested();
 }
 

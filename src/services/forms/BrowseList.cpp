@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTextDocument>
 
 namespace
 {
@@ -27,7 +28,7 @@ void BrowseList::addRows(const QList<browseanswers::Row>& rows)
     for (const auto& row : rows) {
         auto* item = new QListWidgetItem(picture, row.name.left(longestName), this);
         item->setData(jidRole, row.jid);
-        item->setToolTip(row.jid.left(longestName).toHtmlEscaped());
+        item->setToolTip(Qt::convertFromPlainText(row.jid.left(longestName)));
     }
 }
 

@@ -36,9 +36,9 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
     const auto& answer = context.Stanza();
     const QString id = answer.IqFields().Id();
     const bool ofRooms = id == u"VRX_CHATROOM?" || id == u"VRX_GET_CHATROOM";
-    if (ofRooms && answer.IqFields().Type() == u"error")
-        setHint(tr("The rooms can't be listed: %1").arg(StanzaError::of(answer.root()).sentence()));
-    else if (id == u"VRX_CHATROOM?")
+    if (ofRooms && tellRefusal(answer))
+        return;
+    if (id == u"VRX_CHATROOM?")
         findRoomServices(context);
     else if (id == u"VRX_GET_CHATROOM")
         listRooms(answer);
@@ -72,7 +72,14 @@ void BrowseUsrCtrl::listRooms(const Stanza& answer)
     BrowseResult->clear();
     BrowseResult->addRows(browseanswers::rooms(answer));
     setHint(tr("There is no room yet. Tick \"New\" to make one."));
-    choose();
+}
+
+bool BrowseUsrCtrl::tellRefusal(const Stanza& answer)
+{
+    if (answer.IqFields().Type() != u"error")
+        return false;
+    setHint(tr("%1 tells no rooms: %2").arg(answer.From(), StanzaError::of(answer.root()).sentence()));
+    return true;
 }
 
 // A room that is made now lies on the service of the kind that is chosen.

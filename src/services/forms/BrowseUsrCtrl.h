@@ -53,6 +53,8 @@ signals:
 private:
     void findRoomServices(const PlugInContext& context);
     void listRooms(const Stanza& answer);
+    // Says so in the empty list when the answer is an error.
+    bool tellRefusal(const Stanza& answer);
     void findDirectories(const PlugInContext& context);
     void useKnownDirectory(const PlugInContext& context);
     void choose();
