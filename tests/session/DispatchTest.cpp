@@ -205,6 +205,11 @@ private slots:
         iq("card", "vcard-temp", "JCOM_51", "vcard.OnIQ");
         iq("refusal of a card, without it", "other", "JCOM_51", "vcard.OnIQ");
         iq("conference", "jabber:iq:conference", "x", "room.OnIQ");
+        for (const char* id : {"VRX_CONF?", "VRX_CONF_DATA"})
+            iq("conference by its id", "other", id, "room.OnIQ");
+        iq("conference by both", "jabber:iq:conference", "VRX_CONF?", "room.OnIQ");
+        for (const char* id : {"VRX_CHATROOM?", "VRX_GET_CHATROOM"})
+            iq("rooms by their id", "other", id, "rooms.OnIQ");
         iq("file", "jabber:iq:oob", "x", "file.OnIQ");
         iq("another's namespace", "jabber:iq:Search", "x", "");
         iq("server check", browse, "Check_Server", "check.OnIQ");

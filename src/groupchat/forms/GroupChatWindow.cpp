@@ -71,7 +71,8 @@ GroupChatWindow::Walk GroupChatWindow::walkMembers(PlugInContext& context)
         isMe = isMe || (!jid.isEmpty() && jid == room->ownId());
         const int position = room->occupants.NodeIndexByKey(jid);
         if (xml::attribute(found.node(), "type") == u"remove") {
-            if (position == 0)
+            // The person's own row may have gone before, with the presence.
+            if (position == 0 && (jid.isEmpty() || jid != room->ownId()))
                 continue;
             room->occupants.removeNode(position);
             if (isMe)
@@ -142,13 +143,14 @@ GroupchatWindowForm& GroupChatWindow::makeRoom(const PlugInContext& context, con
     room.peer = room.Tag;
     room.setCaption(caption.isEmpty() ? room.Tag : caption);
     room.tell(tr("Entering the room ..."));
-    if (const auto memory = memory_.constFind(room.Tag); memory != memory_.constEnd()) {
+    const QString memoryKey = client_.ownBareJid() + QChar() + room.Tag;
+    if (const auto memory = memory_.constFind(memoryKey); memory != memory_.constEnd()) {
         if (memory->place)
             room.setPlace(*memory->place);
         room.setDraft(memory->draft);
     }
-    connect(&room, &GroupchatWindowForm::leaving, this, [this, &room] {
-        memory_.insert(room.Tag, {room.wasShown() ? std::optional(room.pos()) : std::nullopt, room.draft()});
+    connect(&room, &GroupchatWindowForm::leaving, this, [this, &room, memoryKey] {
+        memory_.insert(memoryKey, {room.wasShown() ? std::optional(room.pos()) : std::nullopt, room.draft()});
     });
     connect(&room, &GroupchatWindowForm::privateChatRequested, this, &GroupChatWindow::privateChatRequested);
     connect(&room, &GroupchatWindowForm::inviteRequested, this, &GroupChatWindow::inviteRequested);
@@ -158,18 +160,24 @@ GroupchatWindowForm& GroupChatWindow::makeRoom(const PlugInContext& context, con
 
 void GroupChatWindow::onOwnEntry(const PlugInContext& context)
 {
-    if (auto* room = roomIn(context))
-        room->setOwnEntry(textOf(context.Stanza(), "id"), textOf(context.Stanza(), "nick"));
+    auto* room = roomIn(context);
+    const QString id = textOf(context.Stanza(), "id");
+    if (room && !id.isEmpty())
+        room->setOwnEntry(id, textOf(context.Stanza(), "nick"));
 }
 
-// The room that isn't there yet is made by entering it. Other refusals are told without a box.
+// The room that isn't there yet is made by entering it, once: the entry may be refused in the same words.
+// Other refusals are told without a box.
 void GroupChatWindow::onError(PlugInContext& context)
 {
     const auto& stanza = context.Stanza();
+    const QString id = stanza.IqFields().Id();
+    if (id != u"VRX_CONF?" && id != u"VRX_CONF_DATA")
+        return;
     for (const auto& found : elements(stanza, "error")) {
         const auto first = found.node().first_attribute();
         const std::string_view code = std::string_view(first.name()) == "code" ? first.value() : "";
-        if (code == "404")
+        if (code == "404" && id == u"VRX_CONF?")
             return enter(context, stanza.IqFields().From());
         if (code == "502")
             return client_.desktop.boxes->critical(

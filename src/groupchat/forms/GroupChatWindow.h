@@ -65,5 +65,5 @@ private:
     FormRegistry& registry_;
     Client& client_;
     ChatWindow& conversations_;
-    QHash<QString, Memory> memory_; // by room
+    QHash<QString, Memory> memory_; // by account and room
 };
