@@ -1,6 +1,9 @@
 #include "groupchat/Occupants.h"
 
 #include "groupchat/RoomStatus.h"
+#include "messaging/LongLines.h"
+
+#include <algorithm>
 
 namespace
 {
@@ -10,10 +13,7 @@ constexpr qsizetype longestTip = 200; // characters of a nick
 // A nick with a line break could pass for another line of the history and of the log.
 QString onOneLine(QString nick)
 {
-    for (QChar& c : nick) {
-        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-            c = u' ';
-    }
+    std::replace_if(nick.begin(), nick.end(), longlines::breaksLine, QChar(u' '));
     return nick;
 }
 

@@ -46,7 +46,7 @@ InboundMessage InboundMessage::of(const Stanza& stanza)
             textOf(fields),
             stanza.XNamespace() == u"jabber:x:event",
             hasStoppedTyping(stanza.root()),
-            fields.XNamespace() == u"jabber:x:conference"};
+            fields.XNamespace() == u"jabber:x:conference" && !RoomInvitation::of(stanza).room.isEmpty()};
 }
 
 QString InboundMessage::textOf(const MessageFields& fields)
@@ -57,6 +57,7 @@ QString InboundMessage::textOf(const MessageFields& fields)
 
 RoomInvitation RoomInvitation::of(const Stanza& stanza)
 {
+    constexpr qsizetype mostServers = 20; // nobody invites to more at once
     RoomInvitation invitation{stanza.From(), stanza.MessageFields().Body(), {}, {}};
     for (const auto found : stanza.root().select_nodes(".//*[local-name()='x'][@jid]")) {
         const QString jid = xml::attribute(found.node(), "jid");
@@ -64,6 +65,7 @@ RoomInvitation RoomInvitation::of(const Stanza& stanza)
         invitation.room = jid.left(qMax<qsizetype>(at, 0));
         invitation.servers += jid.mid(at + 1);
     }
+    invitation.servers = invitation.servers.mid(qMax<qsizetype>(0, invitation.servers.size() - mostServers));
     return invitation;
 }
 

@@ -22,7 +22,7 @@ struct InboundMessage {
     QString body;              // what it says: its subject where it has no other words
     bool hasEvent = false;     // carries a jabber:x:event extension (XEP-0022)
     bool hasStopped = false;   // the event takes "typing" back
-    bool isInvitation = false; // carries a jabber:x:conference extension
+    bool isInvitation = false; // carries a jabber:x:conference extension that names a room
 
     static InboundMessage of(const Stanza& stanza);
     static QString textOf(const MessageFields& fields);
@@ -53,7 +53,8 @@ struct InboundDecision {
 };
 
 // An invitation to a conference room (jabber:x:conference, XEP-0249). One stanza may name several rooms: all
-// their servers are offered, and the last room is the one that is joined.
+// their servers are offered, and the last room is the one that is joined. Of very many servers the last ones
+// count. `room` is empty where the last address names none.
 struct RoomInvitation {
     QString from; // who invites
     QString text; // what the message says

@@ -8,9 +8,11 @@ namespace
 
 constexpr int heaviestLine = 4096; // as much as so many letters
 
+// The last two are signs of the toolkit's own, for the edges of frames in a text.
 bool beginsBlock(QChar c)
 {
-    return c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator;
+    return c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator || c == QChar(0xFDD0) ||
+           c == QChar(0xFDD1);
 }
 
 // Makes one sign of its neighbours: the joiner and the key cap, and the halves of flags, skin tones and tags
@@ -38,12 +40,29 @@ int weightOf(QChar c)
 
 } // namespace
 
+bool breaksLine(QChar c)
+{
+    return beginsBlock(c) || c == QChar::LineSeparator || c == QChar(0x85);
+}
+
+QString indented(const QString& text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        out += c;
+        if (breaksLine(c))
+            out += QStringLiteral("    ");
+    }
+    return out;
+}
+
 qsizetype shownLength(QStringView text, qsizetype most, int mostLines)
 {
     qsizetype length = qMin(text.size(), most);
     int lines = 0;
     for (qsizetype i = 0; i < length; ++i) {
-        if ((beginsBlock(text[i]) || text[i] == QChar::LineSeparator) && ++lines == mostLines)
+        if (breaksLine(text[i]) && ++lines == mostLines)
             length = i;
     }
     const bool splits = length > 0 && length < text.size() && text[length - 1].isHighSurrogate();

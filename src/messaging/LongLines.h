@@ -11,6 +11,12 @@ namespace longlines
 // transcript shows of one message: never half of a surrogate pair.
 qsizetype shownLength(QStringView text, qsizetype most = 65'536, int mostLines = 1000);
 
+// Whether what follows the character begins a new line on the screen.
+bool breaksLine(QChar c);
+
+// The same text with its lines but the first one indented.
+QString indented(const QString& text);
+
 // A line from somebody else for a field or a list, cut with "..." where the layout would not take it.
 QString shownLine(const QString& line);
 

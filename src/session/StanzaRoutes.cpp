@@ -75,6 +75,30 @@ bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
            fields.Subject() == u"Yahoo! E-mail notification";
 }
 
+// An answer need not repeat what was asked, by which it finds its way otherwise.
+Destination ofUnrepeated(const Stanza& iq)
+{
+    struct Row {
+        QStringView id;
+        std::string_view ns;
+        Destination destination;
+    };
+    static constexpr Row rows[] = {
+        {u"JCOM_51", "vcard-temp", Destination::VCard},
+        {u"VRX_CONF?", "jabber:iq:conference", Destination::GroupChat},
+        {u"VRX_CONF_DATA", "jabber:iq:conference", Destination::GroupChat},
+        {u"VRX_CHATROOM?", "jabber:iq:browse", Destination::ChatRooms},
+        {u"VRX_GET_CHATROOM", "jabber:iq:browse", Destination::ChatRooms},
+    };
+    const QString id = iq.IqFields().Id();
+    for (const auto& row : rows) {
+        const auto repeats = [&](pugi::xml_node child) { return xml::xmlns(child) == row.ns; };
+        if (id == row.id)
+            return iq.root().find_child(repeats) ? Destination::Nowhere : row.destination;
+    }
+    return Destination::Nowhere;
+}
+
 } // namespace
 
 bool StanzaRoutes::isBlocked(const Stanza& stanza, const Client& client)
@@ -148,27 +172,7 @@ Destination StanzaRoutes::ofIqId(const Stanza& iq)
         return Destination::RegistrationAnswer;
     if (id == u"VRX_UNREGISTER")
         return Destination::Transport;
-    // A refusal need not repeat the request.
-    struct Request {
-        QStringView id;
-        std::string_view ns;
-        Destination destination;
-        bool mayBeResult = false;
-    };
-    static constexpr Request requests[] = {
-        {u"JCOM_51", "vcard-temp", Destination::VCard, true},
-        {u"VRX_CONF?", "jabber:iq:conference", Destination::GroupChat},
-        {u"VRX_CONF_DATA", "jabber:iq:conference", Destination::GroupChat},
-        {u"VRX_CHATROOM?", "jabber:iq:browse", Destination::ChatRooms},
-        {u"VRX_GET_CHATROOM", "jabber:iq:browse", Destination::ChatRooms},
-    };
-    for (const auto& request : requests) {
-        const auto isRequest = [&](pugi::xml_node child) { return xml::xmlns(child) == request.ns; };
-        const bool counts = request.mayBeResult || iq.IqFields().Type() == u"error";
-        if (id == request.id && counts && !iq.root().find_child(isRequest))
-            return request.destination;
-    }
-    return Destination::Nowhere;
+    return ofUnrepeated(iq);
 }
 
 bool StanzaRoutes::endsIq(Destination destination, const Stanza& iq)

@@ -113,6 +113,10 @@ private slots:
         invitation("mediated and direct",
                    "<message from='r@c' to='me@x'><body>Text</body>" + mediated + direct + "</message>",
                    "Come");
+        // Nobody but a room speaks for another person, and a blocked one for nobody.
+        row("mediated by a person", "<message from='c@x/y'>" + mediated + "</message>", "", "");
+        row("mediated by the blocked",
+            "<message from='" + BridgeRig::blocked + "'>" + mediated + "</message>", "", "");
         invitation("direct", "<message from='a@b/c' to='me@x'>" + direct + "</message>", "Hey");
         invitation("old invitation",
                    "<message from='a@b/c' to='me@x'><body>Text</body><x xmlns='jabber:x:conference' "

@@ -4,6 +4,7 @@
 #include "WireGateway.h"
 #include "contacts/forms/RosterForm.h"
 #include "desktop/SafeLink.h"
+#include "groupchat/forms/GroupchatWindowForm.h"
 #include "session/forms/SignInForm.h"
 #include "support/FakeClient.h"
 #include "support/UiDriver.h"
@@ -44,10 +45,10 @@ public:
     {
         using Step = void (Explorer::*)();
         static constexpr std::pair<int, Step> steps[] = {
-            {28, &Explorer::sayStanza}, {8, &Explorer::sayAnswer}, {1, &Explorer::changeLink},
+            {22, &Explorer::sayStanza}, {8, &Explorer::sayAnswer}, {1, &Explorer::changeLink},
             {14, &Explorer::choose},    {16, &Explorer::click},    {12, &Explorer::key},
             {6, &Explorer::typeText},   {8, &Explorer::row},       {4, &Explorer::moveWindow},
-            {2, &Explorer::tray},       {2, &Explorer::passTime},
+            {2, &Explorer::tray},       {2, &Explorer::passTime},  {6, &Explorer::meetRooms},
         };
         ++depth_;
         preset();
@@ -87,6 +88,10 @@ public:
         for (const auto* form : windows()) {
             if (form->windowTitle().isEmpty())
                 return "no title: " + form->objectName();
+        }
+        for (const auto* room : rooms()) {
+            if (room->isHidden() && !room->hasLeftFor(0))
+                return "a room that nobody left is hidden: " + room->Tag;
         }
         return windows().size() > 100 ? "a hundred windows stand open" : QString();
     }
@@ -160,6 +165,15 @@ private:
     {
         auto all = client_->registry.loaded();
         all.removeIf([](const Form* form) { return !form->isVisible(); });
+        return all;
+    }
+    QList<GroupchatWindowForm*> rooms() const
+    {
+        QList<GroupchatWindowForm*> all;
+        for (auto* form : client_->registry.loaded()) {
+            if (auto* room = qobject_cast<GroupchatWindowForm*>(form))
+                all += room;
+        }
         return all;
     }
     Form* window()
@@ -269,6 +283,37 @@ private:
             return;
         const auto text = maker_.answer(requests_.takeAt(random_.bounded(int(requests_.size()))));
         write("answer " + QString::fromUtf8(text));
+        gateway_->receive(text);
+    }
+    // Accepts an invitation, is let in, talks, and hears what goes on in the room.
+    void meetRooms()
+    {
+        for (int left = random_.bounded(1, 6); left > 0 && gateway_->connected && !isOver(); --left) {
+            meetRoom();
+            settle();
+        }
+    }
+    void meetRoom()
+    {
+        auto* const join = client_->form("JoinConferenceForm");
+        const auto open = rooms();
+        if (join && join->isVisible() && ui::find<QPushButton>(join, "cmdJoin")->isEnabled()) {
+            write("join");
+            return ui::click(join, "cmdJoin");
+        }
+        for (const auto& request : requests_.filter("jabber:iq:conference")) {
+            requests_.removeOne(request);
+            return hear(maker_.answer(request));
+        }
+        if (open.isEmpty() || maker_.chance(10))
+            return hear(maker_.invitation());
+        const QString room = maker_.one(open)->Tag;
+        for (int left = random_.bounded(1, 6); left > 0; --left)
+            hear(maker_.ofRoom(room));
+    }
+    void hear(const QByteArray& text)
+    {
+        write("in " + QString::fromUtf8(text));
         gateway_->receive(text);
     }
     void changeLink()

@@ -34,7 +34,11 @@ public:
         const auto root = document->document_element();
         const QString to = xml::attribute(root, "to");
         const bool refused = chance(25);
-        QString content = chance(80) ? query(xml::attribute(root.first_child(), "xmlns")) : QString();
+        const QString ns = xml::attribute(root.first_child(), "xmlns");
+        QString content = chance(80) ? query(ns) : QString();
+        if (ns == u"jabber:iq:conference" && chance(90))
+            content += tag("name", {}, xml::escaped(text())) + tag("id", {}, xml::escaped(to + "/romeo")) +
+                       tag("nick", {}, xml::escaped(text()));
         if (refused)
             content += tag("error", attribute("code", word("values")) + attribute("type", "cancel"),
                            chance(50) ? xml::escaped(text()) : element(1));
@@ -61,6 +65,38 @@ public:
     auto one(const List& list)
     {
         return *(std::begin(list) + random_.bounded(int(std::size(list))));
+    }
+    QByteArray invitation()
+    {
+        const QString room = chance(70) ? "verona@conference.montague.example" : jid();
+        const QString x = tag("x", " xmlns='jabber:x:conference'" + attribute("jid", room), {});
+        return tag("message", attribute("from", jid()), tag("body", {}, xml::escaped(text())) + x).toUtf8();
+    }
+    // What a room says of itself and of those in it; the person's own address in it ends in "romeo".
+    QByteArray ofRoom(const QString& room)
+    {
+        const auto occupant = [&] { return room + one(QStringList{"/romeo", "/will", "/kit", ""}); };
+        QString content;
+        switch (random_.bounded(3)) {
+        case 0:
+            for (int left = random_.bounded(1, 5); left > 0; --left)
+                content += tag("user",
+                               attribute("jid", occupant()) + attribute("name", text()) +
+                                   (chance(20) ? " type='remove'" : ""),
+                               {});
+            return tag("iq", attribute("from", room) + " type='set'",
+                       tag("query", " xmlns='jabber:iq:browse'", content))
+                .toUtf8();
+        case 1:
+            return tag("presence", attribute("from", occupant()) + (chance(25) ? " type='unavailable'" : ""),
+                       tag("show", {}, word("shows")))
+                .toUtf8();
+        default:
+            content = chance(30) ? tag("subject", {}, xml::escaped(text())) : QString();
+            return tag("message", attribute("from", occupant()) + " type='groupchat'",
+                       content + tag("body", {}, xml::escaped(text())))
+                .toUtf8();
+        }
     }
 
 private:

@@ -173,18 +173,26 @@ private slots:
         f->takeSent();
         ui::click(f->join(), "cmdJoin");
         QCOMPARE(f->takeSent(), QStringList(askRoom("two@b.example")));
+        // A flood leaves no more servers than a list is good for.
+        QString many;
+        for (int server = 0; server < 100; ++server)
+            many += QString("<x xmlns='jabber:x:conference' jid='a@s%1.example'/>").arg(server);
+        invite(many + many.replace("@s", "@t"));
+        invite("<x xmlns='jabber:x:conference' jid='a@last.example'/>");
+        const auto* servers = ui::find<QComboBox>(f->join(), "txtServerName");
+        QVERIFY(servers->count() <= 20 && servers->currentText() == "last.example");
+        ui::click(f->join(), "cmdJoin");
         openDialog();
         QVERIFY(!ui::find<QWidget>(f->join(), "Frame1")->isVisible());
         QVERIFY(ui::find<QWidget>(f->join(), "Frame3")->isEnabled() && !canJoin());
     }
 
-    void invitationToNowhereIsANotice()
+    void invitationToNowhereIsAMessage()
     {
-        invite("<x xmlns='jabber:x:conference'/>");
-        QVERIFY(!f->join());
-        QVERIFY(ui::find<TranscriptView>(f->form("HeadLineForm"), "txtMsg")
-                    ->transcriptText()
-                    .contains("Come & see"));
+        for (const QString jid : {"", " jid='nowhere'"}) {
+            invite("<x xmlns='jabber:x:conference'" + jid + "/>");
+            QVERIFY(!f->join() && f->form("MessageForm"));
+        }
     }
 
     void contactIsInvited_data()

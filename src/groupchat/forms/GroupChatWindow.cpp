@@ -189,10 +189,13 @@ void GroupChatWindow::onOwnEntry(const PlugInContext& context)
 void GroupChatWindow::onError(PlugInContext& context)
 {
     const auto& stanza = context.Stanza();
+    const QString id = stanza.IqFields().Id();
+    if (id != u"VRX_CONF?" && id != u"VRX_CONF_DATA")
+        return;
     for (const auto& found : elements(stanza, "error")) {
         const auto first = found.node().first_attribute();
         const std::string_view code = std::string_view(first.name()) == "code" ? first.value() : "";
-        if (code == "404" && stanza.IqFields().Id() == u"VRX_CONF?")
+        if (code == "404" && id == u"VRX_CONF?")
             return enter(context, stanza.IqFields().From());
         if (code == "502")
             return client_.desktop.boxes->critical(

@@ -48,9 +48,6 @@ void GroupWindows::showJoin()
 
 void GroupWindows::showInvitation(const RoomInvitation& invitation)
 {
-    // Without a room there is nothing to join: only the words are shown.
-    if (invitation.servers.isEmpty())
-        return messages_.writeNotice(invitation.from, invitation.text, tr("Group Chat"));
     join().openInvitation(invitation);
 }
 

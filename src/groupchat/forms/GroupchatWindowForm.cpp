@@ -8,6 +8,7 @@
 #include "engine/StanzaError.h"
 #include "groupchat/RoomStanzas.h"
 #include "groupchat/RoomStatus.h"
+#include "messaging/LongLines.h"
 #include "messaging/OutboundMessage.h"
 #include "messaging/forms/ConversationHost.h"
 #include "messaging/forms/EditCommands.h"
@@ -175,9 +176,11 @@ void GroupchatWindowForm::writeStatus(const QString& text, const QDateTime& writ
     ui_->vbalRichEdit1->scrollToEnd();
 }
 
+// What follows a line break must not look like what somebody else does.
 void GroupchatWindowForm::writeAction(const QString& text)
 {
-    ui_->vbalRichEdit1->appendLine({{Style::RoomAction, QStringLiteral("*** ") + text + u' '}});
+    ui_->vbalRichEdit1->appendLine(
+        {{Style::RoomAction, QStringLiteral("*** ") + longlines::indented(text) + u' '}});
     ui_->vbalRichEdit1->scrollToEnd();
 }
 
@@ -267,6 +270,9 @@ PresenceFields GroupchatWindowForm::newPresence(const QString& to) const
 bool GroupchatWindowForm::sendPacket()
 {
     auto& packet = client().Application->OutPacket();
+    // A box or a menu of the window may outlast it; what it sends then would enter the room anew.
+    if (!registry().isLoaded(this))
+        return false;
     if (!client().isConnected())
         tell(tr("You are not connected. Nothing was sent."));
     else if (!packet.Send())

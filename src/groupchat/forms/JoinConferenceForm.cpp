@@ -17,6 +17,7 @@ constexpr int usualHeight = 4224 / twipsPerPixel;
 constexpr int invitedHeight = 5400 / twipsPerPixel;
 constexpr int smallScreen = 500;              // pixels high
 constexpr qsizetype longestInvitation = 1000; // characters that are shown
+constexpr int mostServers = 20;               // that are remembered
 
 QString behindAt(const QString& jid)
 {
@@ -160,6 +161,8 @@ void JoinConferenceForm::setServer(const QString& server)
     roomService_ = server;
     if (ui_->txtServerName->findText(server) < 0)
         ui_->txtServerName->addItem(server);
+    if (ui_->txtServerName->count() > mostServers)
+        ui_->txtServerName->removeItem(0);
     ui_->txtServerName->setCurrentText(server);
     ui_->txtServerName->lineEdit()->setCursorPosition(0);
 }

@@ -12,6 +12,14 @@ struct Invitation {
     QString reason;
 };
 
+// Only the room itself passes on what an occupant sends, and it names the occupant (XEP-0045, 7.8.2): in
+// anybody else's word another person could stand as the inviter.
+pugi::xml_node passedOn(pugi::xml_node message)
+{
+    const bool isRoom = !xml::attribute(message, "from").contains(u'/');
+    return isRoom ? stanza::child(message, ns::roomUser, "x").child("invite") : pugi::xml_node();
+}
+
 Invitation mediated(pugi::xml_node message, pugi::xml_node invite)
 {
     const auto sender = xml::attribute(message, "from");
@@ -52,11 +60,13 @@ bool Invitations::up(std::shared_ptr<Stanza>& stanza, BridgeContext& context)
     const auto message = stanza->root();
     if (stanza::isType(message, "error") || stanza::isType(message, "groupchat"))
         return false;
-    const auto invite = stanza::child(message, ns::roomUser, "x").child("invite");
+    const auto invite = passedOn(message);
     const auto x = stanza::child(message, ns::conference, "x");
     if (!invite && !x.attribute("jid"))
         return false;
-    context.out.up << made(message, invite ? mediated(message, invite) : direct(message, x));
+    // The client will only see the inviter.
+    if (!context.audience.isBlocked(xml::attribute(message, "from")))
+        context.out.up << made(message, invite ? mediated(message, invite) : direct(message, x));
     return true;
 }
 
