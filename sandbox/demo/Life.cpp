@@ -2,6 +2,7 @@
 
 #include "sandbox/Address.h"
 #include "sandbox/demo/Cast.h"
+#include "sandbox/handlers/Calls.h"
 #include "sandbox/handlers/MessageHandler.h"
 #include "sandbox/handlers/Subscribing.h"
 
@@ -42,6 +43,8 @@ constexpr int LineEvery = 11000;
 constexpr int NewsEvery = 120000;
 constexpr int AsksAfter = 9000;
 constexpr int TypesFor = 1500;
+
+const QString CallMe = QStringLiteral("call me"); // said to the one who always answers
 
 } // namespace
 
@@ -105,7 +108,11 @@ void Life::askSoon(const QString& user)
 void Life::echo(const QString& bareJid, const QString& body)
 {
     sendFromEcho(bareJid, Element("x", "jabber:x:event").add("composing"));
-    QTimer::singleShot(TypesFor, this, [=, this] { sendFromEcho(bareJid, Element("body").text(body)); });
+    QTimer::singleShot(TypesFor, this, [=, this] {
+        sendFromEcho(bareJid, Element("body").text(body));
+        if (auto* session = body == CallMe ? server_.world().sessions.best(bareJid) : nullptr)
+            telephone::invite(*server_.world().persona(Echo), *session);
+    });
 }
 
 void Life::sendFromEcho(const QString& bareJid, const Element& content)

@@ -8,7 +8,8 @@ namespace sandbox::demo
 {
 
 // What happens by itself in the demo's world: contacts come, go and change their minds, two people talk in
-// the room, somebody asks to be a friend, one answers all that is said to her, and the server has news.
+// the room, somebody asks to be a friend, one answers all that is said to her and calls whoever says "call
+// me", and the server has news.
 class Life : public QObject
 {
     Q_OBJECT

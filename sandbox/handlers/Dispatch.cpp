@@ -4,6 +4,7 @@
 #include "sandbox/handlers/Agents.h"
 #include "sandbox/handlers/Auth.h"
 #include "sandbox/handlers/Browse.h"
+#include "sandbox/handlers/Calls.h"
 #include "sandbox/handlers/Conference.h"
 #include "sandbox/handlers/GatewayHandler.h"
 #include "sandbox/handlers/MessageHandler.h"
@@ -63,7 +64,10 @@ void passOn(const Call& call)
         return session->send(call.forwarded(call.client.fullJid(), to));
     if (!call.stanza.isGet() && !call.stanza.isSet())
         return;
-    const bool isKnown = call.world.account(address::node(to)) || call.world.persona(to);
+    const auto* persona = call.world.persona(to);
+    if (persona && persona->online && call.stanza.xmlns() == u"jabber:iq:oob")
+        return telephone::invited(call, *persona);
+    const bool isKnown = call.world.account(address::node(to)) || persona;
     isKnown&& address::resource(to).isEmpty() ? call.notImplemented() : call.notFound();
 }
 

@@ -128,14 +128,22 @@ public:
     virtual QPoint position() const = 0;
 };
 
-// Whether the machine is on line, and the dial-up where it is not.
+// Whether the machine is on line, the dial-up where it is not, and the address of its own.
 class NetworkChecks
 {
 public:
+    // `text` is dotted for IPv4, empty when there is none; `fault` then says why.
+    struct OwnAddress {
+        QString text;
+        QString fault;
+    };
+
     virtual ~NetworkChecks() = default;
     virtual bool isConnected() = 0;
     // False when there was nothing to dial or it failed.
     virtual bool dial(bool unattended) = 0;
+    // The address by which others reach this machine: that of the way to other networks, or the first.
+    virtual OwnAddress ownAddress() = 0;
 };
 
 // The world outside as the client reaches it. None is owned; all outlive the client.

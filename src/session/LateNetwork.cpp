@@ -3,6 +3,7 @@
 #include "engine/Gateway.h"
 #include "settings/Module.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 LateNetwork::~LateNetwork() = default;
@@ -34,6 +35,13 @@ bool LateNetwork::isConnected()
 bool LateNetwork::dial(bool unattended)
 {
     return checks() && checks()->dial(unattended);
+}
+
+NetworkChecks::OwnAddress LateNetwork::ownAddress()
+{
+    const QString fault =
+        QCoreApplication::translate("LateNetwork", "The 32-bit Windows Socket is not responding.");
+    return checks() ? checks()->ownAddress() : OwnAddress{{}, fault};
 }
 
 std::unique_ptr<QObject> LateNetwork::ask(const HttpQuestion& question, Done done)

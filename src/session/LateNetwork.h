@@ -16,6 +16,7 @@ public:
     // A machine whose interfaces can't be asked counts as connected: the attempt will tell.
     bool isConnected() override;
     bool dial(bool unattended) override;
+    OwnAddress ownAddress() override;
 
     // Without the module nobody can be reached.
     std::unique_ptr<QObject> ask(const HttpQuestion& question, Done done) override;

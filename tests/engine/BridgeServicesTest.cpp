@@ -290,6 +290,40 @@ private slots:
                 QStringList{whole.arg((name == "iq" ? "<q xmlns=\"x\"/>" : "<q xmlns=\"x\"><a/></q>") + up)});
         }
     }
+
+    // By the element the client knows who waits.
+    void refusalsGetTheirRequestsElement_data()
+    {
+        columns<QString, QString, QString>("request", "refusal", "up");
+        const QString search = "<iq type='set' id='1' to='users.x'><query xmlns='jabber:iq:search'>"
+                               "<a/></query></iq>";
+        const QString refusal =
+            "<iq from=\"%1\" type=\"error\" id=\"1\">%2<error code=\"404\">no</error></iq>";
+        const auto query = [](const QString& ns) { return "<query xmlns=\"jabber:iq:" + ns + "\"/>"; };
+        row("left out", search, refusal.arg("users.x", ""), refusal.arg("users.x", query("search")));
+        row("repeated", search, refusal.arg("users.x", query("x")), refusal.arg("users.x", query("x")));
+        row("of another", search, refusal.arg("evil.x", ""), refusal.arg("evil.x", ""));
+        row("a call", "<iq type='set' id='1' to='a@b/c'><query xmlns='jabber:iq:oob'/></iq>",
+            refusal.arg("a@b/c", ""), refusal.arg("a@b/c", query("oob")));
+        row("browsing", "<iq type='get' id='1' to='c.x'><query xmlns='jabber:iq:browse'/></iq>",
+            refusal.arg("c.x", ""), refusal.arg("c.x", query("browse")));
+        row("of the contact list", "<iq type='set' id='1'><query xmlns='jabber:iq:roster'/></iq>",
+            refusal.arg("montague.example", ""), refusal.arg("montague.example", ""));
+    }
+    void refusalsGetTheirRequestsElement()
+    {
+        const auto [request, refusal, up] = fetched<QString, QString, QString>();
+        for (const bool today : {false, true}) {
+            BridgeRig rig;
+            today ? rig.meetServerOfToday() : rig.meetOldServer();
+            rig.down(request);
+            rig.takeUp();
+            rig.up(refusal);
+            QCOMPARE(rig.takeUp(), QStringList{up});
+            rig.up(refusal);
+            QCOMPARE(rig.takeUp(), QStringList{refusal});
+        }
+    }
 };
 
 BRELO_TEST(BridgeServicesTest)

@@ -151,6 +151,14 @@ private slots:
         QTRY_VERIFY(connected.is);
         QTRY_VERIFY(server.received().contains("jabber:iq:agents"));
     }
+
+    void ownAddressIsOneThatOthersCanReach()
+    {
+        const auto own = LateNetwork().ownAddress();
+        QCOMPARE(own.text.isEmpty(), !own.fault.isEmpty());
+        QVERIFY2(!own.text.startsWith("127.") && own.text.count('.') == (own.text.isEmpty() ? 0 : 3),
+                 qPrintable(own.text));
+    }
 };
 
 BRELO_TEST(NetworkModuleTest)

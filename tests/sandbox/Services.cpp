@@ -33,6 +33,7 @@ private slots:
         world.addGateway("msn", "MSN & more", "msn");
         world.addRoom("garden", "The Garden");
         world.addPersona("juliet", "Juliet Capulet").email = "juliet@post.example";
+        world.addPersona("nurse", "Angelica").online = true;
         world.addPersona("nurse", "The Nurse");
         QVERIFY(server_->listen());
     }
@@ -70,6 +71,8 @@ private slots:
         row("a modern question", iq("im.test", info), "<error code=\"501\">");
         row("one to oneself", iq("romeo@im.test", info), "<error code=\"501\">");
         row("one to a room", iq("garden@conference.im.test", info), "<error code=\"501\">");
+        row("a call to somebody who is there", iq("nurse@im.test", "jabber:iq:oob", "<url/>"),
+            "type=\"result\"");
         row("to somebody's absent resource", iq("paris@im.test/Desk", "jabber:iq:oob", "<url/>"),
             "<error code=\"404\">");
     }

@@ -96,7 +96,9 @@ struct HandPointer : Pointer {
 struct RecordingNetwork : NetworkChecks {
     bool online = true;
     QList<bool> dials;
+    OwnAddress own{QStringLiteral("192.0.2.7"), {}};
     bool isConnected() override { return online; }
+    OwnAddress ownAddress() override { return own; }
     bool dial(bool unattended) override
     {
         dials += unattended;

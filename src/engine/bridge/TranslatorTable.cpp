@@ -12,7 +12,14 @@ std::vector<TranslatorRow> TranslatorTable::standard()
     using enum TranslatorRow::Kind;
     using enum TranslatorRow::Server;
     const auto roster = queries::roster();
+    const auto refusals = queries::refusals();
     return {
+        // Before those who may answer these themselves.
+        {Request, "jabber:iq:browse", Any, refusals},
+        {Request, "jabber:iq:oob", Any, refusals},
+        {Request, "jabber:iq:register", Any, refusals},
+        {Request, "jabber:iq:search", Any, refusals},
+
         {Request, "jabber:iq:roster", Any, roster},
         {Request, "jabber:iq:agents", Any, queries::agents()},
         {Request, "jabber:iq:browse", Any, queries::supportedNamespaces()},
@@ -28,6 +35,7 @@ std::vector<TranslatorRow> TranslatorTable::standard()
         {Message, "", OfToday, messages::inbound()},
 
         {Error, "", OfToday, queries::errors()},
+        {Error, "", Any, refusals},
     };
 }
 

@@ -168,7 +168,7 @@ bool MessageForm::send(const QString& text)
     }
     const PlugInContext context = *Context;
     auto fields = context.OutPacket().MessageFields();
-    fields.setTo(outbound::address(peerJid(), chosenResource()));
+    fields.setTo(target());
     fields.setBody(outbound::sendable(text));
     fields.setType(QStringLiteral("chat"));
     if (!context.OutPacket().Send()) {
@@ -389,7 +389,7 @@ QString MessageForm::peerJid() const
 {
     return ui_->toJIDmsg->text();
 }
-QString MessageForm::chosenResource() const
+QString MessageForm::target() const
 {
-    return resources_->chosen();
+    return outbound::address(peerJid(), resources_->chosen());
 }

@@ -65,7 +65,8 @@ public:
     void focusEntry();
     // Where messages and commands go: the JID without the chosen resource.
     QString peerJid() const;
-    QString chosenResource() const;
+    // The same with the chosen resource.
+    QString target() const;
     ResourceControls& resources() { return *resources_; }
 
 public slots:

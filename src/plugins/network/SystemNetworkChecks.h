@@ -10,4 +10,5 @@ public:
     // An interface other than the loopback is up, runs and has an address; a local network counts.
     bool isConnected() override;
     bool dial(bool) override { return false; }
+    OwnAddress ownAddress() override;
 };

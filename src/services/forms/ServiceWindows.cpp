@@ -19,6 +19,6 @@ Agents::ContactList listOf(ContactWindows& contacts)
 } // namespace
 
 ServiceWindows::ServiceWindows(FormRegistry& registry, Client& client, ContactWindows& contacts)
-    : vCards(registry, client), agents(client, listOf(contacts))
+    : vCards(registry, client), agents(client, listOf(contacts)), calls(client)
 {
 }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "services/Agents.h"
+#include "services/FileTransferUsrCtrl.h"
 #include "services/forms/VCardWindows.h"
 
 class ContactWindows;
 
-// The room's face: the windows of the cards, and the reader of the server's services, which fills the contact
-// list.
+// The room's face: the windows of the cards, calls, and the reader of the server's services, which fills the
+// contact list.
 class ServiceWindows
 {
 public:
@@ -15,4 +16,5 @@ public:
 
     VCardWindows vCards;
     Agents agents;
+    FileTransferUsrCtrl calls;
 };

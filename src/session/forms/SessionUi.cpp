@@ -55,6 +55,7 @@ void SessionUi::takeStanzas()
     routes.take(Destination::Roster, windows.contacts);
     routes.take(Destination::Agents, windows.services.agents);
     routes.take(Destination::VCard, windows.services.vCards);
+    routes.take(Destination::FileTransfer, windows.services.calls);
     routes.take(Destination::Chat, windows.messages.hub);
     routes.take(Destination::GroupChat, windows.groups.rooms);
     routes.take(Destination::ChatRooms, [this](PlugInContext& context) { windows.groups.OnRooms(context); });

@@ -7,6 +7,7 @@
 #include "session/forms/SignInForm.h"
 
 #include <QMenu>
+#include <QPointer>
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
@@ -42,6 +43,12 @@ void Windows::wireMessages()
     });
     QObject::connect(&messages.hub, &ChatWindow::vCardRequested, &messages,
                      [this](const QString& jid) { services.vCards.RequestVCard(jid); });
+    QObject::connect(&messages.hub, &ChatWindow::callRequested, &messages, [this](MessageForm* asking) {
+        const QPointer<MessageForm> window(asking);
+        const QString word = services.calls.invite(asking->target());
+        if (window)
+            window->setPanelText(word);
+    });
 }
 
 void Windows::wireRooms()
@@ -83,6 +90,5 @@ void Windows::tellMissing()
     };
     tell(&contacts, &ContactWindows::findContactsRequested, tr("The search"));
     tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
-    tell(&messages.hub, &ChatWindow::callRequested, tr("A call"));
     QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }

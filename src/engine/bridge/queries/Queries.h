@@ -10,6 +10,7 @@ std::shared_ptr<Translator> agents();
 std::shared_ptr<Translator> errors();
 std::shared_ptr<Translator> peerIds();
 std::shared_ptr<Translator> peerRequests();
+std::shared_ptr<Translator> refusals();
 std::shared_ptr<Translator> roster();
 std::shared_ptr<Translator> supportedNamespaces();
 std::shared_ptr<Translator> vCards();
