@@ -75,30 +75,6 @@ bool isUnwantedMailNotice(const MessageFields& fields, const Client& client)
            fields.Subject() == u"Yahoo! E-mail notification";
 }
 
-// An answer need not repeat what was asked, by which it finds its way otherwise.
-Destination ofUnrepeated(const Stanza& iq)
-{
-    struct Row {
-        QStringView id;
-        std::string_view ns;
-        Destination destination;
-    };
-    static constexpr Row rows[] = {
-        {u"JCOM_51", "vcard-temp", Destination::VCard},
-        {u"VRX_CONF?", "jabber:iq:conference", Destination::GroupChat},
-        {u"VRX_CONF_DATA", "jabber:iq:conference", Destination::GroupChat},
-        {u"VRX_CHATROOM?", "jabber:iq:browse", Destination::ChatRooms},
-        {u"VRX_GET_CHATROOM", "jabber:iq:browse", Destination::ChatRooms},
-    };
-    const QString id = iq.IqFields().Id();
-    for (const auto& row : rows) {
-        const auto repeats = [&](pugi::xml_node child) { return xml::xmlns(child) == row.ns; };
-        if (id == row.id)
-            return iq.root().find_child(repeats) ? Destination::Nowhere : row.destination;
-    }
-    return Destination::Nowhere;
-}
-
 } // namespace
 
 bool StanzaRoutes::isBlocked(const Stanza& stanza, const Client& client)
@@ -172,7 +148,9 @@ Destination StanzaRoutes::ofIqId(const Stanza& iq)
         return Destination::RegistrationAnswer;
     if (id == u"VRX_UNREGISTER")
         return Destination::Transport;
-    return ofUnrepeated(iq);
+    // The refusal of a card need not repeat the card.
+    const auto isCard = [](pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; };
+    return id == u"JCOM_51" && !iq.root().find_child(isCard) ? Destination::VCard : Destination::Nowhere;
 }
 
 bool StanzaRoutes::endsIq(Destination destination, const Stanza& iq)

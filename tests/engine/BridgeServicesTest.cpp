@@ -307,6 +307,8 @@ private slots:
             refusal.arg("a@b/c", ""), refusal.arg("a@b/c", query("oob")));
         row("browsing", "<iq type='get' id='1' to='c.x'><query xmlns='jabber:iq:browse'/></iq>",
             refusal.arg("c.x", ""), refusal.arg("c.x", query("browse")));
+        row("a room", "<iq type='get' id='1' to='r@c.x'><query xmlns='jabber:iq:conference'/></iq>",
+            refusal.arg("r@c.x", ""), refusal.arg("r@c.x", query("conference")));
         row("of the contact list", "<iq type='set' id='1'><query xmlns='jabber:iq:roster'/></iq>",
             refusal.arg("montague.example", ""), refusal.arg("montague.example", ""));
     }

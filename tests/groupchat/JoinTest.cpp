@@ -117,14 +117,6 @@ private slots:
         QVERIFY(!ui::find<QCheckBox>(f->join(), "Check1")->isChecked());
     }
 
-    void refusedSearchIsTold()
-    {
-        openDialog();
-        f->inject("<iq type='error' id='VRX_CHATROOM?' from='" + server +
-                  "'><error code='501'>Not here</error></iq>");
-        QVERIFY(list().accessibleDescription().contains("Not here"));
-    }
-
     void otherKindIsSearchedFirst()
     {
         openDialog();

@@ -205,18 +205,6 @@ private slots:
         iq("card", "vcard-temp", "JCOM_51", "vcard.OnIQ");
         iq("refusal of a card, without it", "other", "JCOM_51", "vcard.OnIQ");
         iq("conference", "jabber:iq:conference", "x", "room.OnIQ");
-        // An answer need not repeat the request, and is told once if it does.
-        for (const QString id : {"VRX_CONF?", "VRX_CONF_DATA", "VRX_CHATROOM?", "VRX_GET_CHATROOM"}) {
-            const bool entry = id.startsWith("VRX_CONF");
-            const QString refusal = "<iq type='error' id='" + id + "' from='hall@conference.example'>";
-            const QString repeated =
-                QString("<query xmlns='%1'/>").arg(entry ? "jabber:iq:conference" : browse);
-            const QString end = "<error code='404'/></iq>";
-            const QString to = entry ? "room.OnIQ" : "rooms.OnIQ";
-            row(qPrintable(id + " refused"), refusal + end, to);
-            row(qPrintable(id + " repeated"), refusal + repeated + end, to);
-            iq(qPrintable(id + " of another kind"), "other", id, to);
-        }
         iq("file", "jabber:iq:oob", "x", "file.OnIQ");
         iq("another's namespace", "jabber:iq:Search", "x", "");
         iq("server check", browse, "Check_Server", "check.OnIQ");

@@ -16,6 +16,7 @@ std::vector<TranslatorRow> TranslatorTable::standard()
     return {
         // Before those who may answer these themselves.
         {Request, "jabber:iq:browse", Any, refusals},
+        {Request, "jabber:iq:conference", Any, refusals},
         {Request, "jabber:iq:oob", Any, refusals},
         {Request, "jabber:iq:register", Any, refusals},
         {Request, "jabber:iq:search", Any, refusals},
