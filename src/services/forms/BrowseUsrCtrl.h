@@ -51,7 +51,9 @@ private:
     void findRoomServices(const PlugInContext& context);
     void listRooms(const Stanza& answer);
     void findDirectories(const PlugInContext& context);
+    void listDirectories(const Stanza& answer);
     void useKnownDirectory(const PlugInContext& context);
+    static QString noDirectory();
     void choose();
     void open();
 
