@@ -172,6 +172,8 @@ private slots:
         // By the header; then by the keys alone.
         grid.sortByColumn(0, Qt::AscendingOrder);
         QCOMPARE(grid.model()->index(0, 0).data(), "a@x");
+        f->search()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->search()));
         QTest::keyClick(f->search()->focusWidget(), Qt::Key_Tab);
         QTest::keyClick(f->search()->focusWidget(), Qt::Key_Tab);
         QCOMPARE(f->search()->focusWidget(), &grid);
