@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <vector>
 
 namespace searchanswers
@@ -16,6 +17,7 @@ namespace
 
 constexpr qsizetype mostFields = 200;
 constexpr qsizetype mostColumns = 100;
+constexpr qsizetype mostRows = 20'000;
 
 bool isElement(pugi::xml_node node)
 {
@@ -111,9 +113,11 @@ Results results(const Stanza& answer)
         places[title] += results.columns.size();
         results.columns += title;
     }
-    results.rows.reserve(qsizetype(found.size()));
-    for (const auto item : found)
+    const auto shown = qMin(qsizetype(found.size()), mostRows);
+    results.rows.reserve(shown);
+    for (const auto item : std::span(found).first(std::size_t(shown)))
         results.rows += rowOf(item, places);
+    results.leftOut = qsizetype(found.size()) - shown;
     return results;
 }
 

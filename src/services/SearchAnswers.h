@@ -22,6 +22,7 @@ Form form(const Stanza& answer);
 struct Results {
     QStringList columns;
     QList<QStringList> rows; // each as long as it has values
+    qsizetype leftOut = 0;   // people beyond what anybody could look through
 };
 Results results(const Stanza& answer);
 

@@ -102,6 +102,9 @@ private slots:
             searchanswers::results(*answer("<item>" + QString("<f/>").repeated(10'000) + "</item><item/>"));
         QVERIFY(results.columns.size() <= 1000);
         QCOMPARE(results.rows.value(1).size(), 1);
+        const auto many = searchanswers::results(*answer(QString("<item/>").repeated(60'000)));
+        QCOMPARE(many.rows.size() + many.leftOut, 60'000);
+        QVERIFY(many.rows.size() >= 5000 && many.rows.size() < 60'000);
     }
 
     void networksAreResolved()

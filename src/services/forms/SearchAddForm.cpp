@@ -150,6 +150,7 @@ void SearchAddForm::takeServerCheck(PlugInContext& context)
         return;
     checked_.clear();
     setChecking(false);
+    tell({});
     if (answer.IqFields().Type() == u"error")
         return SetServer(StanzaError::of(answer.root()).sentence().simplified().left(longestWord), server);
     if (ui_->Combo1->findText(server) < 0)

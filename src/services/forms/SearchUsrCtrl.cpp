@@ -174,9 +174,12 @@ void SearchUsrCtrl::showResults(const Stanza& answer)
     const bool isError = answer.IqFields().Type() == u"error";
     auto found = searchanswers::results(answer);
     const auto count = found.rows.size();
+    const auto leftOut = found.leftOut;
     ui_->SResultGrid->showResults(std::move(found), isError ? QString() : tr("Nobody was found."));
     if (isError)
         showState(tr("The search failed: %1").arg(StanzaError::of(answer.root()).sentence()));
+    else if (leftOut > 0)
+        showState(tr("%1 were found; these are the first %2 of them.").arg(count + leftOut).arg(count));
     else if (count > 0)
         showState(count == 1 ? tr("One was found.") : tr("%1 were found.").arg(count));
 }
