@@ -277,6 +277,8 @@ private slots:
         QVERIFY(f->search()->width() < 1000 && f->search()->height() < 700);
         ui::click(f->search(), "CmdSearch");
         QVERIFY(f->takeSent().value(0).contains("<" + QString(1000, 'n') + ">"));
+        f->answer("search", "VRX_SEARCH_RESULT", directory, "<error>" + marks + "</error>", "error");
+        QVERIFY(f->shown(f->search(), "lblState").size() < 300);
     }
 
     void addressIsAdded_data()
@@ -360,6 +362,8 @@ private slots:
                    f->isWaiting(f->add());
         };
         QCOMPARE(isChecking(), asks);
+        if (asks)
+            QCOMPARE(f->add()->focusWidget()->objectName(), "cmdCancel");
         then(*f);
         if (QByteArray(QTest::currentDataTag()) == "silence")
             QTRY_VERIFY(f->shown(f->add(), "lblState").contains("has not answered yet"));
@@ -367,6 +371,8 @@ private slots:
         if (isChecking())
             f->answer("browse", "Check_Server", "x.example", "");
         QVERIFY(!f->shown(f->add(), "lblState").contains("not answered"));
+        const auto* focus = f->add()->focusWidget();
+        QVERIFY(focus->objectName() == "Text1" || focus == &f->network());
         QCOMPARE(f->boxes(), boxes);
         const QString now = server.isEmpty() ? "x.example" : server;
         QCOMPARE(f->network().currentText(), now);
@@ -375,12 +381,12 @@ private slots:
         QCOMPARE(f->network().currentText(), now);
     }
 
-    void signedOutUnderTheQuestion()
+    void closedUnderTheQuestion()
     {
         f->find();
         f->takeSent();
         f->world.boxes.inputs = {"x.example"};
-        f->world.boxes.meanwhile = [this] { f->ui->end.returnToSignIn(); };
+        f->world.boxes.meanwhile = [this] { f->add()->close(); };
         f->network().setCurrentText("Other Server ...");
         QVERIFY(f->takeSent().isEmpty() && !f->add());
     }

@@ -59,6 +59,8 @@ void SearchAddForm::setUpWaits()
 {
     connect(directories_, &AnswerWait::late, this,
             [this] { ui_->BrowseUsrCtrl1->setHint(tr("The server has not named its directories yet.")); });
+    connect(directories_, &AnswerWait::connectionLost, this,
+            [this] { ui_->BrowseUsrCtrl1->setHint(tr("You are not connected any more.")); });
     connect(check_, &AnswerWait::late, this,
             [this] { tell(tr("The server has not answered yet. You can go on waiting, or cancel.")); });
     connect(check_, &AnswerWait::connectionLost, this,
@@ -120,18 +122,23 @@ void SearchAddForm::checkServer(const QString& server)
     setChecking(true);
 }
 
+// The keys go from the controls that can't be used before these go, and come back before theirs go.
 void SearchAddForm::setChecking(bool on)
 {
-    ui_->lblwaitingcmd->setVisible(!on);
-    ui_->Label4->setVisible(on);
-    ui_->Image1->setVisible(on);
-    ui_->cmdCancel->setVisible(on);
-    setCancelButton(on ? ui_->cmdCancel : ui_->cmdClose);
-    if (on)
+    if (on) {
+        ui_->cmdCancel->show();
         ui_->cmdCancel->setFocus();
+    }
     for (QWidget* widget : {static_cast<QWidget*>(ui_->Text1), static_cast<QWidget*>(ui_->Combo1),
                             static_cast<QWidget*>(ui_->cmdAdd), static_cast<QWidget*>(ui_->cmdClose)})
         widget->setEnabled(!on);
+    if (!on && focusWidget() == ui_->cmdCancel)
+        ui_->Combo1->setFocus();
+    ui_->cmdCancel->setVisible(on);
+    ui_->lblwaitingcmd->setVisible(!on);
+    ui_->Label4->setVisible(on);
+    ui_->Image1->setVisible(on);
+    setCancelButton(on ? ui_->cmdCancel : ui_->cmdClose);
     if (!on) {
         check_->end();
         return StopAnimation();
@@ -165,7 +172,6 @@ void SearchAddForm::giveUp(const QString& word)
     setChecking(false);
     leaveOther();
     tell(word);
-    ui_->Combo1->setFocus();
 }
 
 void SearchAddForm::leaveOther()

@@ -14,6 +14,7 @@ namespace
 constexpr qsizetype longestInstructions = 4000; // characters that are shown
 constexpr int mostLines = 100;
 constexpr qsizetype longestAddress = 200;
+constexpr qsizetype longestState = 250;
 
 // Of a text that somebody else wrote, what a label takes.
 QString shown(const QString& text)
@@ -112,7 +113,9 @@ void SearchUsrCtrl::expectResults()
 
 void SearchUsrCtrl::showState(const QString& text)
 {
-    ui_->lblState->setText(text);
+    const bool isLong = text.size() > longestState;
+    ui_->lblState->setText(isLong ? text.left(longestState) + QStringLiteral("...") : text);
+    ui_->lblState->setToolTip(isLong ? text.toHtmlEscaped() : QString());
     ui_->lblState->setVisible(!text.isEmpty());
 }
 
