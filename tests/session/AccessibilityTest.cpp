@@ -39,7 +39,8 @@ void openSearchForm(FakeClient& c)
     c.ui->windows.services.search.ask("users.x");
     const QString answer =
         "<iq type='result' id='%1' from='users.x'><query xmlns='jabber:iq:search'>%2</query></iq>";
-    c.inject(answer.arg("VRX_SEARCH_INIT", "<instructions>" + QString("Fill in what you know. ").repeated(30) +
+    c.inject(answer.arg("VRX_SEARCH_INIT", "<instructions>" +
+                                               QString("Fill in what you know. ").repeated(30) +
                                                "</instructions><first/><last>&lt;b&gt;</last>"));
     ui::click(c.form("SearchForm"), "CmdSearch");
     c.inject(answer.arg("VRX_SEARCH_RESULT", "<item jid='a&amp;b@x'><first>&lt;b&gt;A</first></item>"));
