@@ -170,6 +170,7 @@ void Cases::addHostile(const Pair& figures)
         {"log", "a log of 100 MiB is opened"},
         {"join", "a room of 2,000 is joined"},
         {"talk", "5,000 lines are said in a room"},
+        {"search", "5,000 people are found"},
     };
     for (const auto& [step, what] : steps) {
         const QString name = QString::fromLatin1(what);

@@ -13,6 +13,9 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
 #include <QTimer>
 
 #include <algorithm>
@@ -69,6 +72,7 @@ void Drive::run()
         {"pushes", &Drive::pushes},
         {"log", &Drive::longLog},
         {"join", &Drive::crowd},
+        {"search", &Drive::search},
     };
     for (const auto& [name, step] : own) {
         if (isWanted(name))
@@ -168,6 +172,22 @@ void Drive::crowd()
         });
     step(
         "talk", [this] { order(QStringLiteral("talk")); }, [this] { return spy_->done; });
+}
+
+// 5,000 people are found in the directory.
+void Drive::search()
+{
+    auto& windows = program_.session().windows;
+    windows.services.search.ask(QStringLiteral("users.") + program_.client().Gateway().Server());
+    const auto* form = windows.registry.find(QStringLiteral("SearchForm"));
+    QLineEdit* first = nullptr;
+    await([&] { return (first = form->findChild<QLineEdit*>(QStringLiteral("Text1_1"))); });
+    first->setText(QStringLiteral("Seeker"));
+    rest();
+    const auto* found = form->findChild<QTableView*>(QStringLiteral("SResultGrid"))->model();
+    step(
+        "search", [form] { form->findChild<QPushButton*>(QStringLiteral("CmdSearch"))->click(); },
+        [found] { return found->rowCount() == 5000; });
 }
 
 // From the order's sending to the answer's text in its open window: the way there, the server and the way

@@ -30,6 +30,7 @@ private:
     void hostile(const char* kind);
     void longLog();
     void crowd();
+    void search();
     void latency();
     void step(const char* name, const std::function<void()>& begin, const std::function<bool()>& done);
     void await(const std::function<bool()>& done);

@@ -15,6 +15,7 @@ constexpr int MostMessages = 10'000'000;
 constexpr int LargestBody = 16 * 1024 * 1024;
 constexpr int CrowdSize = 2000;
 constexpr int TalkLines = 5000;
+constexpr int Seekers = 5000; // whom only the directory knows
 
 const QString Crowd = QStringLiteral("crowd");
 
@@ -65,6 +66,11 @@ void populate(World& world, int contacts, int groups)
     Room& crowd = world.addRoom(Crowd, QStringLiteral("Crowd"));
     for (int guest = 0; guest < CrowdSize; ++guest)
         crowd.seat(QStringLiteral("Guest %1").arg(guest));
+    for (int number = 1; number <= Seekers; ++number) {
+        const QString node = QStringLiteral("seeker%1").arg(number);
+        world.addPersona(node, QStringLiteral("Seeker Number %1").arg(number)).email =
+            node + QStringLiteral("@post.example");
+    }
     Persona& control = world.addPersona(QStringLiteral("control"), QStringLiteral("Control"));
     control.hears = [&world, &control](Connection& client, const Stanza& message) {
         if (!message.text("body").isEmpty())

@@ -18,8 +18,16 @@ QString tr(const char* text)
 
 bool PeerCommands::addContact(const QString& jid)
 {
+    if (!askContact(jid))
+        return false;
+    client_.desktop.boxes->information(tr("Notification"), submitted());
+    return true;
+}
+
+bool PeerCommands::askContact(const QString& jid)
+{
     auto& boxes = *client_.desktop.boxes;
-    if (client_.MyRoster.DoesJIDExist(jid.toLower())) {
+    if (client_.MyRoster.DoesJIDExist(jid) || client_.MyRoster.DoesJIDExist(jid.toLower())) {
         boxes.exclamation(tr("Error"), tr("This Contact is already in your Contact List"));
         return false;
     }
@@ -27,10 +35,13 @@ bool PeerCommands::addContact(const QString& jid)
         boxes.exclamation(tr("Error"), tr("Your request was not sent: there is no connection."));
         return false;
     }
-    boxes.information(tr("Notification"),
-                      tr("Your request has been submitted; waiting for a reply from your friend, the contact "
-                         "will be placed in a group called \"Waiting authorization\""));
     return true;
+}
+
+QString PeerCommands::submitted()
+{
+    return tr("Your request has been submitted; waiting for a reply from your friend, the contact "
+              "will be placed in a group called \"Waiting authorization\"");
 }
 
 bool PeerCommands::request(const QString& jid)

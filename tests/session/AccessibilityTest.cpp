@@ -29,6 +29,23 @@ void openRoom(FakeClient& c)
     c.inject(answer.arg("VRX_CONF_DATA", "<id>verse@rooms.x/1</id><nick>a&amp;b</nick>"));
 }
 
+void openSearch(FakeClient& c)
+{
+    ui::choose(c.rosterForm(), "mRosterFFind");
+}
+
+void openSearchForm(FakeClient& c)
+{
+    c.ui->windows.services.search.ask("users.x");
+    const QString answer =
+        "<iq type='result' id='%1' from='users.x'><query xmlns='jabber:iq:search'>%2</query></iq>";
+    c.inject(answer.arg("VRX_SEARCH_INIT", "<instructions>" +
+                                               QString("Fill in what you know. ").repeated(30) +
+                                               "</instructions><first/><last>&lt;b&gt;</last>"));
+    ui::click(c.form("SearchForm"), "CmdSearch");
+    c.inject(answer.arg("VRX_SEARCH_RESULT", "<item jid='a&amp;b@x'><first>&lt;b&gt;A</first></item>"));
+}
+
 // The page stands behind the form's name, up to a comma.
 void openPreferences(FakeClient& c)
 {
@@ -72,6 +89,14 @@ const std::pair<QString, Act> windows[] = {
          c.inject("<message from='romeo@x'><x xmlns='jabber:x:conference' jid='a&amp;b@rooms.x'/></message>");
      }},
     {"InviteForm", [](FakeClient& c) { c.ui->windows.groups.showInvite("juliet@montague.example", {}); }},
+    {"SearchAddForm", openSearch},
+    {"SearchAddForm waiting",
+     [](FakeClient& c) {
+         openSearch(c);
+         c.world.boxes.inputs = {"x"};
+         ui::find<QComboBox>(c.form("SearchAddForm"), "Combo1")->setCurrentText("Other Server ...");
+     }},
+    {"SearchForm", openSearchForm},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, "jul&amp;iet@x"); }},
 };
 

@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -131,6 +132,27 @@ void photographRoom(LiveClient& live, Camera& camera)
     live.form("JoinConferenceForm")->hide();
 }
 
+void photographSearch(LiveClient& live, Camera& camera)
+{
+    ui::choose(live.rosterForm(), "mRosterFFind");
+    auto* add = live.form("SearchAddForm");
+    auto* directories = ui::find<QListWidget>(add, "BrowseResult");
+    if (!QTest::qWaitFor([&] { return directories->count() > 0; }))
+        qFatal("no directory");
+    camera.take(add, "search-add");
+    directories->setCurrentRow(0);
+    ui::click(add, "cmdAsk");
+    auto* form = live.form("SearchForm");
+    if (!QTest::qWaitFor([&] { return form->findChild<QLineEdit*>(QStringLiteral("Text1_1")); }))
+        qFatal("no search form");
+    camera.take(form, "search-fields");
+    ui::click(form, "CmdSearch");
+    QTest::qWait(300);
+    camera.take(form, "search-results");
+    ui::click(form, "cmdClose");
+    ui::click(add, "cmdClose");
+}
+
 void photographSession(LiveClient& live, Camera& camera)
 {
     camera.take(live.rosterForm(), "main");
@@ -159,6 +181,7 @@ void photographSession(LiveClient& live, Camera& camera)
     camera.take(live.form("AboutForm"), "about");
     live.ui->windows.contacts.showInTray();
     camera.take(live.form("ShowInTrayForm"), "show-in-tray");
+    photographSearch(live, camera);
     if (QTest::qWaitFor([&] { return live.form("authorizeForm"); }, 30000))
         camera.take(live.form("authorizeForm"), "authorize");
 }

@@ -156,8 +156,10 @@ void RosterForm::checkVCard()
 
 void RosterForm::mRosterFFind_Click()
 {
-    stanzas::send(client_, stanzas::browseServices(client_.Gateway().Server()));
-    emit findContactsRequested();
+    if (client_.isConnected() && stanzas::send(client_, stanzas::browseServices(client_.Gateway().Server())))
+        emit findContactsRequested();
+    else
+        tell(tr("You are not connected."));
 }
 
 void RosterForm::openSite(const QString& path)

@@ -1,9 +1,10 @@
 #include "services/forms/BrowseList.h"
 
 #include "desktop/forms/ImageList.h"
+#include "services/forms/ListParts.h"
 
 #include <QKeyEvent>
-#include <QPainter>
+#include <QSet>
 #include <QTextDocument>
 
 namespace
@@ -25,8 +26,15 @@ BrowseList::BrowseList(QWidget* parent) : QListWidget(parent)
 void BrowseList::addRows(const QList<browseanswers::Row>& rows)
 {
     const QIcon picture = ImageList::icon(ImageList::keyAt(serverPicture));
+    QSet<std::pair<QString, QString>> known;
+    for (int row = 0; row < count(); ++row)
+        known.insert({item(row)->data(jidRole).toString(), item(row)->text()});
     for (const auto& row : rows) {
-        auto* item = new QListWidgetItem(picture, row.name.left(longestName), this);
+        const std::pair shown(row.jid, row.name.left(longestName));
+        if (known.contains(shown))
+            continue;
+        known.insert(shown);
+        auto* item = new QListWidgetItem(picture, shown.second, this);
         item->setData(jidRole, row.jid);
         item->setToolTip(Qt::convertFromPlainText(row.jid.left(longestName)));
     }
@@ -45,6 +53,12 @@ void BrowseList::setHint(const QString& text)
     viewport()->update();
 }
 
+void BrowseList::focusInEvent(QFocusEvent* event)
+{
+    QListWidget::focusInEvent(event);
+    chooseByTab(*this, *event);
+}
+
 void BrowseList::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -59,9 +73,6 @@ void BrowseList::keyPressEvent(QKeyEvent* event)
 void BrowseList::paintEvent(QPaintEvent* event)
 {
     QListWidget::paintEvent(event);
-    if (count() > 0 || hint_.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, hint_);
+    if (count() == 0)
+        paintHint(*this, hint_);
 }

@@ -12,6 +12,7 @@ class BrowseList : public QListWidget
 public:
     explicit BrowseList(QWidget* parent = nullptr);
 
+    // What stands in the list already is not added again.
     void addRows(const QList<browseanswers::Row>& rows);
     // Empty when no row is selected.
     QString selectedJid() const;
@@ -22,6 +23,7 @@ signals:
     void opened();
 
 protected:
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

@@ -45,7 +45,7 @@ void BrowseUsrCtrl::OnIQ(PlugInContext& context)
     else if (id == u"VRX_GET_SERVICE")
         findDirectories(context);
     else if (id == u"VRX_browser")
-        BrowseResult->addRows(browseanswers::directoryServices(answer, client_->Gateway().Server()));
+        listDirectories(answer);
 }
 
 // Every service is asked, and the last one's rooms are shown.
@@ -102,8 +102,16 @@ void BrowseUsrCtrl::findDirectories(const PlugInContext& context)
     BrowseResult->addRows(found.rows);
     if (!found.rows.isEmpty())
         emit directoryFound();
+    else if (found.toBrowse.isEmpty())
+        setHint(noDirectory());
     for (const auto& jid : found.toBrowse)
         SendStanza(context, stanzas::browse(QStringLiteral("VRX_browser"), jid));
+}
+
+void BrowseUsrCtrl::listDirectories(const Stanza& answer)
+{
+    BrowseResult->addRows(browseanswers::directoryServices(answer, client_->Gateway().Server()));
+    setHint(noDirectory());
 }
 
 // A server that can't be browsed may have named its directory among its services.
@@ -116,6 +124,13 @@ void BrowseUsrCtrl::useKnownDirectory(const PlugInContext& context)
         SendStanza(context, stanzas::browse(QStringLiteral("VRX_browser"), directory));
     else if (client_->MyAgents.JIDExists(users))
         ForceInsertion(users);
+    else
+        setHint(noDirectory());
+}
+
+QString BrowseUsrCtrl::noDirectory()
+{
+    return tr("This server names no directory of people.");
 }
 
 void BrowseUsrCtrl::choose()

@@ -56,7 +56,9 @@ private:
     // Says so in the empty list when the answer is an error.
     bool tellRefusal(const Stanza& answer);
     void findDirectories(const PlugInContext& context);
+    void listDirectories(const Stanza& answer);
     void useKnownDirectory(const PlugInContext& context);
+    static QString noDirectory();
     void choose();
     void open();
 

@@ -18,7 +18,9 @@ Agents::ContactList listOf(ContactWindows& contacts)
 
 } // namespace
 
-ServiceWindows::ServiceWindows(FormRegistry& registry, Client& client, ContactWindows& contacts)
-    : vCards(registry, client), agents(client, listOf(contacts)), calls(client)
+ServiceWindows::ServiceWindows(FormRegistry& registry, Client& client, ContactWindows& contacts,
+                               MessageWindows& messages)
+    : vCards(registry, client), agents(client, listOf(contacts)), calls(client),
+      search(registry, client, messages)
 {
 }

@@ -56,6 +56,12 @@ void SessionUi::takeStanzas()
     routes.take(Destination::Agents, windows.services.agents);
     routes.take(Destination::VCard, windows.services.vCards);
     routes.take(Destination::FileTransfer, windows.services.calls);
+    auto& search = windows.services.search;
+    routes.take(Destination::SearchServices,
+                [&search](PlugInContext& context) { search.OnServices(context); });
+    routes.take(Destination::ServerCheck,
+                [&search](PlugInContext& context) { search.OnServerCheck(context); });
+    routes.take(Destination::Search, [&search](PlugInContext& context) { search.OnSearch(context); });
     routes.take(Destination::Chat, windows.messages.hub);
     routes.take(Destination::GroupChat, windows.groups.rooms);
     routes.take(Destination::ChatRooms, [this](PlugInContext& context) { windows.groups.OnRooms(context); });

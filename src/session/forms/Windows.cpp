@@ -10,8 +10,9 @@
 #include <QPointer>
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
-    : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
-      groups(forms, client, messages), preferences(forms, client, store), session(forms, client, store)
+    : registry(forms), contacts(forms, client), messages(forms, client),
+      services(forms, client, contacts, messages), groups(forms, client, messages),
+      preferences(forms, client, store), session(forms, client, store)
 {
     wireContacts();
     wireMessages();
@@ -29,6 +30,8 @@ void Windows::wireContacts()
     QObject::connect(&contacts, &ContactWindows::showNotices, &messages, &MessageWindows::showNotices);
     QObject::connect(&contacts, &ContactWindows::showPreferences, &preferences, &PreferenceWindows::show);
     QObject::connect(&contacts, &ContactWindows::aboutRequested, &session, &SessionWindows::showAbout);
+    QObject::connect(&contacts, &ContactWindows::findContactsRequested, &services.search,
+                     &SearchWindows::show);
 }
 
 void Windows::wireMessages()
@@ -88,7 +91,6 @@ void Windows::tellMissing()
     const auto tell = [this](const auto* face, auto wish, const QString& what) {
         QObject::connect(face, wish, &session, [this, what] { session.notThereYet(what); });
     };
-    tell(&contacts, &ContactWindows::findContactsRequested, tr("The search"));
     tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
     QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }
