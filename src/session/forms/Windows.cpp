@@ -90,5 +90,4 @@ void Windows::tellMissing()
     };
     tell(&contacts, &ContactWindows::findContactsRequested, tr("The search"));
     tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
-    QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }
