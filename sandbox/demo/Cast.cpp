@@ -61,7 +61,7 @@ void populate(World& world)
     world.addGateway(QStringLiteral("icq"), QStringLiteral("ICQ Gateway"), QStringLiteral("icq"));
     // Who comes with a registration.
     world.addPersona(QStringLiteral("nina@msn.") + Host, QStringLiteral("Nina Larsson")).online = true;
-    world.addPersona(QStringLiteral("oskar@msn.") + Host, QStringLiteral("Oskar Blum"));
+    world.addPersona(QStringLiteral("vera@msn.") + Host, QStringLiteral("Vera Blum"));
 }
 
 } // namespace sandbox::demo

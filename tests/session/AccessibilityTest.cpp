@@ -38,7 +38,7 @@ void openPreferences(FakeClient& c)
 
 void openGateway(FakeClient& c)
 {
-    c.inject("<iq type='result'><query xmlns='jabber:iq:agents'><agent jid='a&amp;b.x'><name>&lt;b></name>"
+    c.inject("<iq type='result'><query xmlns='jabber:iq:agents'><agent jid='a&amp;b.x'><name>A &amp; B</name>"
              "<transport/></agent></query></iq>");
     c.ui->windows.preferences.show("a&b.x");
     const QString line = "All that the gateway says of itself. ";

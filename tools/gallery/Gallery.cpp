@@ -144,19 +144,21 @@ void photographGateway(LiveClient& live, Camera& camera)
     if (!panel)
         qFatal("no gateway");
     camera.take(form, "gateway-asked");
-    const auto answered = [panel] { return !panel->isWaiting(); };
-    if (!QTest::qWaitFor(answered, 5000))
-        qFatal("the gateway is silent");
+    const auto waitForAnswer = [panel] {
+        if (!QTest::qWaitFor([panel] { return !panel->isWaiting(); }, 5000))
+            qFatal("the gateway is silent");
+        QTest::qWait(500);
+    };
+    waitForAnswer();
     ui::type(panel, "txtField1", QStringLiteral("demo"));
     ui::type(panel, "txtField2", QStringLiteral("demo"));
     camera.take(form, "gateway-form");
     ui::click(panel, "cmdRegister");
-    QTest::qWaitFor(answered, 5000);
-    QTest::qWait(500);
+    waitForAnswer();
     camera.take(form, "gateway-registered");
     camera.take(live.rosterForm(), "main-with-gateway");
     ui::click(panel, "cmdremove");
-    QTest::qWaitFor(answered, 5000);
+    waitForAnswer();
     camera.take(form, "gateway-removed");
 }
 

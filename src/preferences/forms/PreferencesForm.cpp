@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "engine/Jid.h"
+#include "messaging/LongLines.h"
 #include "preferences/forms/GatewayNodes.h"
 #include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencePanel.h"
@@ -37,6 +38,7 @@ PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client, Setting
     for (const auto& page : preferences::pages())
         addCategory(page);
     ui_->TreeView1->expandAll();
+    fitTree();
     ReloadList();
     // Room for the widest page in any font; the screen sets the bound when the form is shown.
     const QFontMetrics metrics = fontMetrics();
@@ -71,6 +73,7 @@ void PreferencesForm::ReloadList()
     auto* gateways = FindNode(QStringLiteral("Gateways"));
     const auto* current = tree->currentItem();
     const bool expands = gateways->childCount() == 0;
+    const auto before = nodes().size();
     {
         const QSignalBlocker quiet(tree); // a neighbour of one that went isn't chosen
         for (auto* node : gatewaynodes::reload(*gateways, client_.MyAgents)) {
@@ -86,7 +89,8 @@ void PreferencesForm::ReloadList()
         TreeView1_Click();
     if (expands)
         gateways->setExpanded(true);
-    fitTree();
+    if (nodes().size() != before)
+        fitTree();
 }
 
 // A gateway that went takes its panel along.
@@ -148,7 +152,7 @@ void PreferencesForm::showPage(const QString& key)
 
 QString PreferencesForm::currentPage() const
 {
-    return ui_->lblPage->text();
+    return page_;
 }
 
 void PreferencesForm::TreeView1_Click()
@@ -159,7 +163,10 @@ void PreferencesForm::TreeView1_Click()
     auto* page = panelOf(*node);
     if (!page)
         page = addPanel(*node);
-    ui_->lblPage->setText(node->text(0));
+    page_ = node->text(0);
+    // The panel of a gateway shows its address by itself.
+    const auto* agent = gatewaynodes::isGateway(*node) ? client_.MyAgents.record(page_) : nullptr;
+    ui_->lblPage->setText(agent && !agent->ExtName.isEmpty() ? longlines::shownLine(agent->ExtName) : page_);
     showAlone(*ui_->PrefContainer, *page);
     askGateway(*node);
 }

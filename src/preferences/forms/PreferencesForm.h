@@ -76,6 +76,7 @@ private:
     Client& client_;
     SettingsStore& store_;
     std::unique_ptr<Ui::PreferencesForm> ui_;
+    QString page_;      // the key of the page on show
     int made_ = 0;      // panels
     bool valid_ = true; // the last apply found every panel valid
 };

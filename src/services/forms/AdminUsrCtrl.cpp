@@ -26,8 +26,8 @@ AdminUsrCtrl::AdminUsrCtrl(Client& client) : client_(client), ui_(std::make_uniq
 {
     ui_->setupUi(this);
     for (auto* body : {ui_->txtMsgOnline, ui_->txtMsgMOTD})
-        body->setFixedHeight(body->sizeHint().height() - body->viewport()->sizeHint().height() +
-                             fontMetrics().lineSpacing() * bodyLines);
+        body->setFixedHeight(body->fontMetrics().lineSpacing() * bodyLines +
+                             2 * (body->frameWidth() + int(body->document()->documentMargin())));
     say({});
     connect(ui_->cmdSendOnline, &QPushButton::clicked, this, &AdminUsrCtrl::cmdSendOnline_Click);
     connect(ui_->cmdSetMOTD, &QPushButton::clicked, this, &AdminUsrCtrl::cmdSetMOTD_Click);
