@@ -307,7 +307,12 @@ private slots:
         QTest::keyClick(page.preferences()->focusWidget(), Qt::Key_Escape);
         QCOMPARE(page.look(), "username=,nick=|R");
         QCOMPARE(page.preferences()->focusWidget(), first);
-        QTest::keyClick(first, Qt::Key_Escape); // closes the preferences as ever
+        QTest::keyClick(first, Qt::Key_Return);
+        page.answer(registered, "register-transport");
+        page.takeSent();
+        QTest::keyClick(page.preferences()->focusWidget(), Qt::Key_Return); // once too often
+        QCOMPARE(page.takeSent(), QStringList());
+        QTest::keyClick(page.preferences()->focusWidget(), Qt::Key_Escape); // closes the preferences as ever
         QVERIFY(!page.preferences());
     }
 

@@ -310,10 +310,11 @@ void TransportUsrCtrl::endWait(const Look& look)
     StopGatewayAnimation();
     show(look);
     const auto first = std::ranges::find_if(rows_, [](const Row& row) { return row.edit != nullptr; });
-    if (focused && look.subscribe && first != rows_.end())
+    // Never to "Remove", where one more Enter would do harm.
+    if (focused && look.form && first != rows_.end())
         first->edit->setFocus();
-    else if (focused && (look.subscribe || look.remove))
-        (look.subscribe ? ui_->cmdRegister : ui_->cmdremove)->setFocus();
+    else if (focused && look.subscribe)
+        ui_->cmdRegister->setFocus();
     ui_->cmdUndo->setEnabled(false);
 }
 
