@@ -338,6 +338,10 @@ private slots:
         page.open();
         page.takeSent();
         page.client.MyAgents.RemoveAll();
+        page.client.MyAgents.AddItem("icq.montague.example", "", false, false)->IsTransport = true;
+        page.ui->windows.preferences.reload(); // its neighbour isn't chosen instead
+        QCOMPARE(listed() + page.preferences()->currentPage(), "icq.montague.example openGateways");
+        page.client.MyAgents.RemoveAll();
         page.ui->windows.preferences.sessionEnded();
         QCOMPARE(listed(), "open");
         QCOMPARE(page.preferences()->currentPage(), "Gateways");
