@@ -59,6 +59,9 @@ void populate(World& world)
     world.addRoom(QStringLiteral("workshop"), QStringLiteral("Workshop"));
     world.addGateway(QStringLiteral("msn"), QStringLiteral("MSN Gateway"), QStringLiteral("msn"));
     world.addGateway(QStringLiteral("icq"), QStringLiteral("ICQ Gateway"), QStringLiteral("icq"));
+    // Who comes with a registration.
+    world.addPersona(QStringLiteral("nina@msn.") + Host, QStringLiteral("Nina Larsson")).online = true;
+    world.addPersona(QStringLiteral("vera@msn.") + Host, QStringLiteral("Vera Blum"));
 }
 
 } // namespace sandbox::demo

@@ -1,6 +1,7 @@
 #include "sandbox/handlers/GatewayHandler.h"
 
 #include "sandbox/Address.h"
+#include "sandbox/handlers/RosterPush.h"
 #include "sandbox/handlers/Subscribing.h"
 
 namespace sandbox::gateways
@@ -13,6 +14,49 @@ void announce(const Gateway& gateway, Connection& client, const char* type = nul
     Element presence("presence");
     presence.set("from", gateway.onlineJid()).set("to", client.fullJid());
     client.send(type ? presence.set("type", QLatin1String(type)) : presence);
+}
+
+// The people of the other network, at the gateway's address.
+QList<const Persona*> contactsOf(const World& world, const Gateway& gateway)
+{
+    QList<const Persona*> contacts;
+    for (const auto& [jid, persona] : world.personas()) {
+        if (address::domain(jid) == gateway.jid)
+            contacts += &persona;
+    }
+    return contacts;
+}
+
+// They come to whoever registers, and go with the registration.
+void bringContacts(const Call& call, const Gateway& gateway)
+{
+    for (const auto* contact : contactsOf(call.world, gateway)) {
+        RosterItem& item = call.owner().roster.item(contact->jid);
+        item.name = contact->name;
+        item.groups = QStringList(gateway.network);
+        item.setSubscription(QStringLiteral("both"));
+        rosterpush::push(call.world, call.client.user(), item.element());
+    }
+}
+
+void takeContacts(const Call& call, const Gateway& gateway)
+{
+    for (const auto* contact : contactsOf(call.world, gateway)) {
+        call.owner().roster.remove(contact->jid);
+        Element item("item");
+        item.set("jid", contact->jid).set("subscription", QStringLiteral("remove"));
+        rosterpush::push(call.world, call.client.user(), item);
+    }
+}
+
+// They are seen while the gateway is logged on.
+void showContacts(const World& world, const Gateway& gateway, Connection& client, bool loggedOn)
+{
+    for (const auto* contact : contactsOf(world, gateway)) {
+        Persona seen = *contact;
+        seen.online = seen.online && loggedOn;
+        client.send(presenceOf(seen, client.fullJid()));
+    }
 }
 
 Element form(const Gateway& gateway, const QString& user)
@@ -45,6 +89,9 @@ void enter(const Call& call, Gateway& gateway)
     if (isNew)
         subscribing::deliver(call.world, gateway.jid, user, QStringLiteral("subscribe"));
     announce(gateway, call.client);
+    if (isNew)
+        bringContacts(call, gateway);
+    showContacts(call.world, gateway, call.client, true);
 }
 
 void leave(const Call& call, Gateway& gateway)
@@ -54,6 +101,7 @@ void leave(const Call& call, Gateway& gateway)
         return call.notFound();
     call.result();
     announce(gateway, call.client, "unavailable");
+    takeContacts(call, gateway);
     for (const char* type : {"unsubscribe", "unsubscribed"})
         subscribing::deliver(call.world, gateway.jid, user, QLatin1String(type));
 }
@@ -75,7 +123,9 @@ void presence(const Call& call)
     const Gateway& gateway = *call.world.gateway(address::domain(call.stanza.to()));
     if (!gateway.registered.contains(call.client.bareJid()))
         return call.error(407, QStringLiteral("Registration Required"));
-    announce(gateway, call.client, call.stanza.type() == u"unavailable" ? "unavailable" : nullptr);
+    const bool loggedOn = call.stanza.type() != u"unavailable";
+    announce(gateway, call.client, loggedOn ? nullptr : "unavailable");
+    showContacts(call.world, gateway, call.client, loggedOn);
 }
 
 void signOn(const World& world, Connection& client)

@@ -45,6 +45,9 @@ void PresenceTracker::OnPresence(const PlugInContext& context)
     if (auto* agent = client_.MyAgents.record(bare)) {
         // A service that announces itself with a resource has an account of ours.
         agent->registered = agent->registered || from.contains(u'/');
+        // Its word about a subscription, which follows a registration, says nothing of its network.
+        if (!presence.IsAvailable() && !presence.IsUnavailable())
+            return;
     } else if (presence.IsUnsubscribed()) {
         return tellUnsubscribed(bare);
     } else if (presence.IsSubscribed()) {

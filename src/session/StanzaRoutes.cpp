@@ -5,6 +5,7 @@
 #include "engine/Jid.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace
@@ -146,11 +147,20 @@ Destination StanzaRoutes::ofIqId(const Stanza& iq)
         return Destination::ListRefused;
     if (id == u"VRX_new")
         return Destination::RegistrationAnswer;
-    if (id == u"VRX_UNREGISTER")
-        return Destination::Transport;
-    // The refusal of a card need not repeat the card.
-    const auto isCard = [](pugi::xml_node child) { return xml::xmlns(child) == "vcard-temp"; };
-    return id == u"JCOM_51" && !iq.root().find_child(isCard) ? Destination::VCard : Destination::Nowhere;
+    // An answer to these need not repeat what was asked. One that does has gone its way already.
+    static constexpr std::tuple<QStringView, std::string_view, Destination> bare[] = {
+        {u"transportquery", "jabber:iq:register", Destination::Transport},
+        {u"register-transport", "jabber:iq:register", Destination::Transport},
+        {u"VRX_UNREGISTER", "jabber:iq:register", Destination::Transport},
+        {u"VRX_CHANGE_USER_PWD", "jabber:iq:register", Destination::Transport},
+        {u"JCOM_51", "vcard-temp", Destination::VCard},
+    };
+    for (const auto& [asked, ns, destination] : bare) {
+        const auto repeats = [ns = ns](pugi::xml_node child) { return xml::xmlns(child) == ns; };
+        if (id == asked)
+            return iq.root().find_child(repeats) ? Destination::Nowhere : destination;
+    }
+    return Destination::Nowhere;
 }
 
 bool StanzaRoutes::endsIq(Destination destination, const Stanza& iq)

@@ -119,6 +119,7 @@ private slots:
         list->addTransport("icq.x", "ICQ");
         const auto& agent = *list->client.MyAgents.record("icq.x");
         list->presence("icq.x", "");
+        list->presence("icq.x", "subscribed"); // of itself, not of its network
         QVERIFY(agent.Online && !agent.registered);
         QCOMPARE(list->node("icq.x"), "ICQ [ServerON] bold #ba7e55");
         list->presence("icq.x/registered", "");

@@ -178,7 +178,7 @@ private slots:
     {
         columns<QString, bool, QString>("key", "admin", "opened");
         row("contact", "a@x", false, "conversation a@x trick");
-        row("transport", "icq.x", false, "page ICQ");
+        row("transport", "icq.x", false, "page icq.x");
         row("server", "MONTAGUE.EXAMPLE", false, "notices");
         row("server with rights", "MONTAGUE.EXAMPLE", true, "page Server management");
         row("group", "Pals", false, "");

@@ -30,7 +30,7 @@ struct PreferencesFixture {
     }
     bool isOpen() const { return registry.isLoaded(form); }
     // Chooses the category and yields its panel.
-    PreferencePanel* page(const QString& key)
+    QWidget* page(const QString& key)
     {
         form->showPage(key);
         return form->currentPage() == key ? form->panel(key) : nullptr;

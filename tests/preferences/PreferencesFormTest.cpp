@@ -83,6 +83,8 @@ private slots:
 
     void everyCategoryHasItsPanel()
     {
+        f->client.settings.UserMode = true;
+        f->form->ReloadList();
         QStringList seen;
         for (const auto& category : preferences::pages()) {
             auto* panel = f->page(category.key);

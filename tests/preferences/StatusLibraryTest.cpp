@@ -10,14 +10,14 @@ class StatusLibraryTest : public QObject
     static QString fileName() { return paths::configFolder() + "/StatusMsgs.xml"; }
     static void put(const QByteArray& text) { files::write(fileName(), text); }
     static QByteArray content() { return files::read(fileName()); }
-    static PreferencePanel* page(PreferencesFixture& f, const QString& state)
+    static QWidget* page(PreferencesFixture& f, const QString& state)
     {
         auto* panel = f.page("Personal");
         ui::find<QComboBox>(panel, "ComboStatus")->setCurrentText(state);
         return panel;
     }
-    static QListWidget& list(PreferencePanel* panel) { return *ui::find<QListWidget>(panel, "MessList"); }
-    static QString texts(PreferencePanel* panel)
+    static QListWidget& list(QWidget* panel) { return *ui::find<QListWidget>(panel, "MessList"); }
+    static QString texts(QWidget* panel)
     {
         QStringList all;
         for (int row = 0; row < list(panel).count(); ++row)

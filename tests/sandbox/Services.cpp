@@ -31,6 +31,7 @@ private slots:
         world.addAccount("romeo", "secret", true);
         world.addAccount("paris", "secret");
         world.addGateway("msn", "MSN & more", "msn");
+        world.addPersona("laurence@msn." + sandbox::Host, "Laurence").online = true;
         world.addRoom("garden", "The Garden");
         world.addPersona("juliet", "Juliet Capulet").email = "juliet@post.example";
         world.addPersona("nurse", "Angelica").online = true;
@@ -104,7 +105,13 @@ private slots:
         const QByteArray entered = peer.ask(msn(fields));
         QVERIFY2(entered.contains("<registered/><username>r&lt;m</username><password/>"), entered);
         QVERIFY(entered.contains("<presence from=\"msn.im.test\" to=\"romeo@im.test\" type=\"subscribe\"/>"));
-        QVERIFY(entered.endsWith("<presence from=\"msn.im.test/registered\" to=\"romeo@im.test/Desk\"/>"));
+        QVERIFY(entered.contains("<presence from=\"msn.im.test/registered\" to=\"romeo@im.test/Desk\"/>"));
+        const QByteArray laurence = "<item jid=\"laurence@msn.im.test\" ";
+        QVERIFY(entered.contains(laurence + "name=\"Laurence\" subscription=\"both\"><group>msn</group>"));
+        QVERIFY(entered.contains("<presence from=\"laurence@msn.im.test/Home\""));
+        QVERIFY(peer.ask("<presence to='msn.im.test' type='unavailable'/>")
+                    .contains("<presence from=\"laurence@msn.im.test/Home\" to=\"romeo@im.test/Desk\" "
+                              "type=\"unavailable\""));
         peer.ask("<presence to='msn.im.test' type='subscribed'/>");
         QVERIFY(peer.ask("<presence to='msn.im.test' type='subscribe'/>")
                     .contains("<item jid=\"msn.im.test\" subscription=\"both\"/>"));
@@ -113,7 +120,7 @@ private slots:
         QVERIFY(later.ask("<presence/>").contains("<presence from=\"msn.im.test/registered\""));
         const QByteArray left = peer.ask(msn("<remove/><key>" + key + "</key>"));
         QVERIFY(left.contains("<iq type=\"result\" id=\"q\" from=\"msn.im.test\""));
-        QVERIFY(left.contains("type=\"unavailable\""));
+        QVERIFY(left.contains("type=\"unavailable\"") && left.contains(laurence + "subscription=\"remove\""));
         QVERIFY(!peer.ask(msn()).contains("<registered/>"));
     }
 

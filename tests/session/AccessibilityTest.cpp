@@ -49,7 +49,19 @@ void openSearchForm(FakeClient& c)
 // The page stands behind the form's name, up to a comma.
 void openPreferences(FakeClient& c)
 {
+    c.client.settings.UserMode = true;
     c.ui->windows.preferences.show(QString(QTest::currentDataTag()).section(' ', 1).section(',', 0, 0));
+}
+
+void openGateway(FakeClient& c)
+{
+    c.inject("<iq type='result'><query xmlns='jabber:iq:agents'><agent jid='a&amp;b.x'><name>A &amp; B</name>"
+             "<transport/></agent></query></iq>");
+    c.ui->windows.preferences.show("a&b.x");
+    const QString line = "All that the gateway says of itself. ";
+    c.inject("<iq type='result' id='transportquery' from='a&amp;b.x'><query xmlns='jabber:iq:register'>"
+             "<instructions>" +
+             line.repeated(40) + "</instructions><username/><password/></query></iq>");
 }
 
 // Every window of the program but the pages of the preferences, and how a client that is signed in gets it:
@@ -77,6 +89,7 @@ const std::pair<QString, Act> windows[] = {
     {"authorizeForm",
      [](FakeClient& c) { c.inject("<presence type=\"subscribe\" from=\"par&amp;is@verona.example\"/>"); }},
     {"VCardForm own", [](FakeClient& c) { openCard(c, "romeo@montague.example"); }},
+    {"PreferencesForm of a gateway", openGateway},
     {"RestoreRegForm",
      [](FakeClient& c) {
          c.ui->windows.preferences.show("Personal");

@@ -14,6 +14,7 @@
 #include "sandbox/SandboxServer.h"
 #include "sandbox/demo/Cast.h"
 #include "sandbox/demo/Life.h"
+#include "services/forms/TransportUsrCtrl.h"
 #include "session/forms/CertificateForm.h"
 #include "session/forms/SignInForm.h"
 #include "session/forms/TrayMenus.h"
@@ -186,6 +187,34 @@ void photographSession(LiveClient& live, Camera& camera)
         camera.take(live.form("authorizeForm"), "authorize");
 }
 
+// Its form, empty and when the person is registered; at last the account is as before.
+void photographGateway(LiveClient& live, Camera& camera)
+{
+    const QString jid = QStringLiteral("msn.localhost");
+    live.ui->windows.preferences.show(jid);
+    auto* form = qobject_cast<PreferencesForm*>(live.form("PreferencesForm"));
+    const auto* panel = form->gatewayPanel(jid);
+    if (!panel)
+        qFatal("no gateway");
+    camera.take(form, "gateway-asked");
+    const auto waitForAnswer = [panel] {
+        if (!QTest::qWaitFor([panel] { return !panel->isWaiting(); }, 5000))
+            qFatal("the gateway is silent");
+        QTest::qWait(500);
+    };
+    waitForAnswer();
+    ui::type(panel, "txtField1", QStringLiteral("demo"));
+    ui::type(panel, "txtField2", QStringLiteral("demo"));
+    camera.take(form, "gateway-form");
+    ui::click(panel, "cmdRegister");
+    waitForAnswer();
+    camera.take(form, "gateway-registered");
+    camera.take(live.rosterForm(), "main-with-gateway");
+    ui::click(panel, "cmdremove");
+    waitForAnswer();
+    camera.take(form, "gateway-removed");
+}
+
 void photographPreferences(LiveClient& live, Camera& camera)
 {
     live.client.MyBanList.Add(QStringLiteral("nuisance@localhost"));
@@ -193,6 +222,7 @@ void photographPreferences(LiveClient& live, Camera& camera)
         live.ui->windows.preferences.show(page.key);
         camera.take(live.form("PreferencesForm"), ("preferences-" + page.key.toLatin1()).constData());
     }
+    photographGateway(live, camera);
     ui::click(live.form("PreferencesForm"), "cmdRestoreRegistry");
     camera.take(live.form("RestoreRegForm"), "restore");
     ui::click(live.form("RestoreRegForm"), "cmdNo");

@@ -186,7 +186,7 @@ void Roster::openSelected()
     if (!node->parent)
         return;
     if (client_.MyAgents.JIDExists(key))
-        return emit showPreferences(node->text);
+        return emit showPreferences(key);
     if (key.compare(client_.Gateway().Server(), Qt::CaseInsensitive) == 0) {
         if (client_.settings.UserMode)
             emit showPreferences(QStringLiteral("Server management"));

@@ -8,6 +8,7 @@
 #include "preferences/forms/ResourceUsrCtrl.h"
 #include "preferences/forms/RosterPrefUsrCtrl.h"
 #include "preferences/forms/SoundUsrCtrl.h"
+#include "services/forms/AdminUsrCtrl.h"
 
 #include <algorithm>
 
@@ -15,15 +16,16 @@ namespace
 {
 
 template <typename Panel>
-PreferencePage at(const char* key, const char* parent = "")
+PreferencePage at(const char* key, const char* parent = "", bool ofAdministrators = false)
 {
     return {QString::fromLatin1(key), QString::fromLatin1(parent),
-            [](Client& client, [[maybe_unused]] SettingsStore& store) -> std::unique_ptr<PreferencePanel> {
+            [](Client& client, [[maybe_unused]] SettingsStore& store) -> std::unique_ptr<QWidget> {
                 if constexpr (std::is_constructible_v<Panel, Client&, SettingsStore&>)
                     return std::make_unique<Panel>(client, store);
                 else
                     return std::make_unique<Panel>(client);
-            }};
+            },
+            ofAdministrators};
 }
 
 } // namespace
@@ -54,6 +56,7 @@ const std::vector<PreferencePage>& pages()
         at<EmptyPanel>("File Transfer", "Personal"),
         at<EmptyPanel>("Security"),
         at<EmptyPanel>("Services"),
+        at<AdminUsrCtrl>("Server management", "", true),
     };
     return all;
 }

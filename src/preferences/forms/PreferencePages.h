@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-class PreferencePanel;
+class QWidget;
 class SettingsStore;
 struct Client;
 
@@ -13,7 +13,8 @@ struct Client;
 struct PreferencePage {
     QString key;    // the node's text as well
     QString parent; // empty at the top level
-    std::unique_ptr<PreferencePanel> (*make)(Client& client, SettingsStore& store);
+    std::unique_ptr<QWidget> (*make)(Client& client, SettingsStore& store);
+    bool ofAdministrators = false; // nobody else has it
 
     // The person's own pages: they take part in saving.
     bool isPersonal() const;

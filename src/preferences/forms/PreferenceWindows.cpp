@@ -2,9 +2,11 @@
 
 #include "contacts/Client.h"
 #include "desktop/forms/Form.h"
-#include "preferences/forms/PreferencePages.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "preferences/forms/RestoreRegForm.h"
+#include "services/ServerAdmin.h"
+#include "services/forms/AdminUsrCtrl.h"
+#include "services/forms/TransportUsrCtrl.h"
 #include "settings/SettingsStore.h"
 
 PreferenceWindows::PreferenceWindows(FormRegistry& registry, Client& client, SettingsStore& store)
@@ -26,10 +28,52 @@ PreferencesForm& PreferenceWindows::form()
 
 void PreferenceWindows::show(const QString& page)
 {
-    if (!preferences::page(page))
-        return emit pageMissing(page);
-    form().showPage(page);
+    form().ReloadList();
+    form().showPage(form().FindNode(page) ? page : QStringLiteral("Gateways"));
     form().bringUp();
+}
+
+PreferencesForm* PreferenceWindows::loaded() const
+{
+    return qobject_cast<PreferencesForm*>(registry_.find(QStringLiteral("PreferencesForm")));
+}
+
+void PreferenceWindows::reload()
+{
+    if (auto* form = loaded())
+        form->ReloadList();
+}
+
+void PreferenceWindows::sessionEnded()
+{
+    if (auto* form = loaded())
+        form->sessionEnded();
+}
+
+void PreferenceWindows::OnRegister(PlugInContext& context)
+{
+    const auto& answer = context.Stanza();
+    if (answer.IqFields().Id() == u"VRX_CHANGE_USER_PWD")
+        return AdminUsrCtrl::passwordAnswered(context, client_);
+    auto* form = loaded();
+    if (auto* panel = form ? form->gatewayPanel(answer.From()) : nullptr)
+        panel->OnIQ(context);
+}
+
+void PreferenceWindows::OnOnlineUsers(PlugInContext& context)
+{
+    auto* form = loaded();
+    if (auto* panel = form ? form->adminPanel() : nullptr) {
+        panel->usersOnline = serveradmin::onlineUsers(context.Stanza());
+        panel->OnIQ(context);
+    }
+}
+
+void PreferenceWindows::OnGatewaySubscribed(const PlugInContext& context)
+{
+    auto* form = loaded();
+    if (auto* panel = form ? form->gatewayPanel(context.Stanza().From()) : nullptr)
+        panel->subscribed();
 }
 
 void PreferenceWindows::askRestore()
@@ -48,7 +92,9 @@ void PreferenceWindows::restoreDefaults()
     const QString page = form().currentPage();
     const QRect place = form().geometry();
     form().requestUnload(CloseMode::Code);
+    const bool administrates = client_.settings.UserMode; // the server's word, not the person's
     SettingsStore::LoadDefaults(client_.settings, client_.site);
+    client_.settings.UserMode = administrates;
     emit applied();
     emit defaultsRestored();
     form().setGeometry(place);

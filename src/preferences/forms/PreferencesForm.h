@@ -4,10 +4,13 @@
 
 #include <memory>
 
+class AdminUsrCtrl;
 class PreferencePanel;
 class QTreeWidgetItem;
 class SettingsStore;
+class TransportUsrCtrl;
 struct Client;
+struct PreferencePage;
 
 namespace Ui
 {
@@ -24,7 +27,7 @@ public:
     PreferencesForm(FormRegistry& registry, Client& client, SettingsStore& store);
     ~PreferencesForm() override;
 
-    // The tree's node of this key, or null.
+    // The tree's node of this key, or null. A category comes before a gateway of that name.
     QTreeWidgetItem* FindNode(const QString& key) const;
     // Selects the page of this key and shows its panel; an unknown key changes nothing.
     void showPage(const QString& key);
@@ -33,7 +36,15 @@ public:
     // Shows the panel of the selected node.
     void TreeView1_Click();
     // The panel of this category; null while it was never opened.
-    PreferencePanel* panel(const QString& key) const;
+    QWidget* panel(const QString& key) const;
+    // The panel of the gateway at this address, with a resource or not; null while it was never opened.
+    TransportUsrCtrl* gatewayPanel(const QString& address) const;
+    AdminUsrCtrl* adminPanel() const;
+    // Lists the gateways anew, and the administrators' category once it is theirs. What remains keeps its
+    // panel.
+    void ReloadList();
+    // The connection is gone: panels that wait for an answer stop.
+    void sessionEnded();
 
 signals:
     // Settings were applied: whoever shows them draws anew.
@@ -46,18 +57,26 @@ protected:
     bool queryUnload(CloseMode mode) override;
 
 private:
-    void fillTree();
+    QTreeWidgetItem* findNode(const QString& key, bool gateway) const;
+    void addCategory(const PreferencePage& page);
+    void dropPanel(const QTreeWidgetItem& node);
+    void fitTree();
     void cmdApply_Click();
     void cmdOK_Click();
     void cmdUndo_Click();
-    PreferencePanel* panelOf(const QTreeWidgetItem& node) const;
-    PreferencePanel* addPanel(QTreeWidgetItem& node);
-    void putButtonsBehind(const PreferencePanel& page);
+    QWidget* panelOf(const QTreeWidgetItem& node) const;
+    // Null for a panel that saves nothing.
+    PreferencePanel* savingPanelOf(const QTreeWidgetItem& node) const;
+    QWidget* addPanel(QTreeWidgetItem& node);
+    void askGateway(const QTreeWidgetItem& node);
+    void putButtonsBehind(const QWidget& page);
     QList<QTreeWidgetItem*> nodes() const;
     void tellFault(QTreeWidgetItem& node);
 
     Client& client_;
     SettingsStore& store_;
     std::unique_ptr<Ui::PreferencesForm> ui_;
+    QString page_;      // the key of the page on show
+    int made_ = 0;      // panels
     bool valid_ = true; // the last apply found every panel valid
 };

@@ -44,6 +44,7 @@ void SessionUi::followSignIn()
         // The echo that it waits for went with the connection.
         windows.messages.hub.IsTrick = false;
         windows.contacts.closeWhere();
+        windows.preferences.sessionEnded();
     });
 }
 
@@ -53,7 +54,16 @@ void SessionUi::takeStanzas()
     routes.take(Destination::StreamUp, [this](PlugInContext&) { streamConnected(); });
     routes.take(Destination::StreamDown, [this](PlugInContext&) { streamEnded(); });
     routes.take(Destination::Roster, windows.contacts);
-    routes.take(Destination::Agents, windows.services.agents);
+    routes.take(Destination::Agents, [this](PlugInContext& context) {
+        windows.services.agents.OnIQ(context);
+        windows.preferences.reload();
+    });
+    routes.take(Destination::Transport,
+                [this](PlugInContext& context) { windows.preferences.OnRegister(context); });
+    routes.take(Destination::GatewaySubscribed,
+                [this](PlugInContext& context) { windows.preferences.OnGatewaySubscribed(context); });
+    routes.take(Destination::OnlineUsers,
+                [this](PlugInContext& context) { windows.preferences.OnOnlineUsers(context); });
     routes.take(Destination::VCard, windows.services.vCards);
     routes.take(Destination::FileTransfer, windows.services.calls);
     auto& search = windows.services.search;
@@ -208,6 +218,7 @@ void SessionUi::removeContact(const QString& bareJid)
 void SessionUi::showAdminMenu(const QString& server)
 {
     windows.contacts.makeRosterForm().showAdminMenu(server);
+    windows.preferences.reload();
 }
 
 void SessionUi::Trigger()

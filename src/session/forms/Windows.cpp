@@ -92,5 +92,4 @@ void Windows::tellMissing()
         QObject::connect(face, wish, &session, [this, what] { session.notThereYet(what); });
     };
     tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
-    QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }
