@@ -1,5 +1,7 @@
 #include "engine/Xml.h"
 
+#include <QXmlStreamReader>
+
 namespace xml
 {
 namespace
@@ -55,6 +57,16 @@ QString escaped(const QString& value)
         }
     }
     return out;
+}
+
+bool isElementName(const QString& name)
+{
+    QXmlStreamReader reader(u'<' + name + QStringLiteral("/>"));
+    if (!reader.readNextStartElement() || reader.qualifiedName() != name)
+        return false;
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError();
 }
 
 std::string_view xmlns(pugi::xml_node node)

@@ -14,6 +14,10 @@ namespace xml
 // replaced by U+FFFD, so that the result is well-formed whatever `value` holds.
 QString escaped(const QString& value);
 
+// Whether a name from the network can be that of an element of ours: well-formed, and with no prefix that
+// only somebody else declared.
+bool isElementName(const QString& name);
+
 // The namespace of `node`, from the nearest `xmlns` upwards; empty for none.
 std::string_view xmlns(pugi::xml_node node);
 

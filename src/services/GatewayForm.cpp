@@ -3,8 +3,6 @@
 #include "engine/Stanza.h"
 #include "engine/Xml.h"
 
-#include <QRegularExpression>
-
 namespace
 {
 
@@ -39,8 +37,7 @@ bool GatewayForm::Field::isSecret() const
 
 bool GatewayForm::Field::canBeSent() const
 {
-    static const QRegularExpression plainName(QStringLiteral("^[\\p{L}_][\\p{L}\\p{M}\\p{N}._-]*$"));
-    return plainName.match(name).hasMatch();
+    return xml::isElementName(name);
 }
 
 std::optional<GatewayForm> GatewayForm::of(const Stanza& answer)

@@ -3,8 +3,6 @@
 #include "contacts/RosterStanzas.h"
 #include "engine/Xml.h"
 
-#include <QXmlStreamReader>
-
 namespace searchstanzas
 {
 
@@ -21,20 +19,10 @@ QString result(const QString& directory, const QList<Field>& fields)
         QStringLiteral("<iq to=\"") + xml::escaped(directory) +
         QStringLiteral("\" type=\"set\" id=\"VRX_SEARCH_RESULT\"><query xmlns=\"jabber:iq:search\">");
     for (const auto& [name, value] : fields) {
-        if (!value.isEmpty() && isSendable(name))
+        if (!value.isEmpty() && xml::isElementName(name))
             text += u'<' + name + u'>' + xml::escaped(value) + QStringLiteral("</") + name + u'>';
     }
     return text + QStringLiteral("</query></iq>");
-}
-
-bool isSendable(const QString& name)
-{
-    QXmlStreamReader reader(u'<' + name + QStringLiteral("/>"));
-    if (!reader.readNextStartElement() || reader.qualifiedName() != name)
-        return false;
-    while (!reader.atEnd())
-        reader.readNext();
-    return !reader.hasError();
 }
 
 QString checkServer(const QString& server)

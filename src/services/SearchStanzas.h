@@ -17,8 +17,6 @@ struct Field {
 QString init(const QString& directory);
 // The search. Fields without a value stay out, and so do those that can't be sent.
 QString result(const QString& directory, const QList<Field>& fields);
-// Whether a field's name, which came from the directory, can be sent as the name of an element.
-bool isSendable(const QString& name);
 // Asks a server whether it is there.
 QString checkServer(const QString& server);
 

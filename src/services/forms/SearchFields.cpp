@@ -1,5 +1,6 @@
 #include "services/forms/SearchFields.h"
 
+#include "engine/Xml.h"
 #include "messaging/LongLines.h"
 
 #include <QFormLayout>
@@ -40,7 +41,7 @@ void SearchFields::load(const searchstanzas::Field& field)
     const QString number = u'_' + QString::number(pairs_.size());
     const bool isLong = field.name.size() > longestCaption;
     const QString caption = isLong ? field.name.left(longestCaption) + QStringLiteral("...") : field.name;
-    const bool isSendable = searchstanzas::isSendable(field.name);
+    const bool isSendable = xml::isElementName(field.name);
     auto* label = new QLabel(isSendable ? caption : tr("%1 (can't be sent)").arg(caption));
     label->setObjectName(pairs_[0].label->objectName() + number);
     label->setTextFormat(Qt::PlainText);
