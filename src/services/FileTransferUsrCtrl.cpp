@@ -43,7 +43,7 @@ QString FileTransferUsrCtrl::invite(const QString& target)
         client_.desktop.boxes->critical(tr("BreloIM - NetMeeting Call"), own.fault);
     if (!same || !stanzas::send(client_, invitation(target, own.text)))
         return tr("The invitation to the call was not sent.");
-    invited_ += target;
+    invited_ += target.toLower(); // a server spells addresses in its own way
     if (invited_.size() > mostInvited)
         invited_.removeFirst();
     return tr("%1 was invited to call you.").arg(target);
@@ -53,7 +53,7 @@ void FileTransferUsrCtrl::OnIQ(PlugInContext& context)
 {
     const auto fields = context.Stanza().IqFields();
     const QString type = fields.Type();
-    if (type == u"error" && invited_.removeOne(fields.From()))
+    if (type == u"error" && invited_.removeOne(fields.From().toLower()))
         client_.desktop.boxes->exclamation(tr("BreloIM - Error"), tr("Impossible to contact your friend !"));
     else if (type == u"set" && mayAsk(fields.From()))
         ask(context);

@@ -7,10 +7,15 @@ namespace networks
 namespace
 {
 
+QString nameOf(const CAgentsItem& agent)
+{
+    return agent.ExtName.isEmpty() ? agent.JID : agent.ExtName;
+}
+
 const CAgentsItem* named(const CAgents& agents, const QString& name)
 {
     for (int position = 1; position <= agents.Count(); ++position) {
-        if (agents.Item(position)->ExtName == name)
+        if (nameOf(*agents.Item(position)) == name)
             return agents.Item(position);
     }
     return nullptr;
@@ -28,7 +33,7 @@ QStringList choices(const CAgents& agents, const QString& ownServer)
     QStringList names(ownServer);
     for (int position = 1; position <= agents.Count(); ++position) {
         if (agents.Item(position)->registered)
-            names += agents.Item(position)->ExtName;
+            names += nameOf(*agents.Item(position));
     }
     return names + QStringList(otherServer());
 }

@@ -83,7 +83,7 @@ Form form(const Stanza& answer)
             if (!isOfSearch(child) || !isOfSearch(query))
                 continue;
             const QString name = xml::fromUtf8(child.name());
-            if (name == u"instructions")
+            if (name.compare(u"instructions", Qt::CaseInsensitive) == 0)
                 form.instructions = xml::text(child);
             else if (form.fields.size() < mostFields)
                 form.fields += {name, xml::text(child)};

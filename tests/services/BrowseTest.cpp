@@ -24,6 +24,8 @@ private slots:
             "<item jid='montague.example/admin'/><item type='jud' jid='a.x'/>" + jud, "", "a.x");
         row("items are asked on", "VRX_GET_SERVICE", "result",
             "<item type='jud' jid='a.x'/><item jid='b.x'/><item type='jud' jid='c.x'/>" + jud, "", "a.x,c.x");
+        row("more than any server has", "VRX_GET_SERVICE", "result",
+            QString("<item type='jud' jid='a.x'/>").repeated(1000), "", "a.x" + QString(",a.x").repeated(19));
         row("what a directory holds", "VRX_browser", "result",
             "<service jid='u.x' name='U'/><service jid='s.x' name='Brelo SERVER'/>"
             "<service jid='montague.example' name='M'/><service name='N'/><service jid='v.x'/><service/>",

@@ -144,7 +144,7 @@ private slots:
         const QString error = "<iq type='error' id='brelo9' from='%1'><query xmlns='jabber:iq:oob'/></iq>";
         f.inject(error.arg(friendJid));
         QCOMPARE(f.boxes(), QString());
-        f.ui->windows.services.calls.invite(friendJid);
+        f.ui->windows.services.calls.invite("Juliet@Montague.example/balcony");
         f.inject(error.arg(stranger));
         QCOMPARE(f.boxes(), QString());
         f.inject(error.arg(friendJid));

@@ -52,6 +52,7 @@ private slots:
             "first=|last= Lee");
         row("instructions last, and twice",
             "<b/>\n<instructions>1</instructions><instructions>2</instructions>", "2", "b=");
+        row("instructions in capitals", "<INSTRUCTIONS>I</INSTRUCTIONS>", "I", "");
         row("a form of another kind beside", "<first/><x xmlns='jabber:x:data'><field/></x>", "", "first=");
         row("unknown names, twice", "<Registered/><z9>1</z9><z9>2</z9>", "", "Registered=|z9=1|z9=2");
     }
@@ -113,7 +114,10 @@ private slots:
         agents.AddItem("icq.x", "ICQ", false, false);
         agents.AddItem("msn.x", "MSN", false, true);
         agents.AddItem("msn2.x", "MSN", false, true);
-        QCOMPARE(networks::choices(agents, "x"), QStringList({"x", "MSN", "MSN", "Other Server ..."}));
+        agents.AddItem("nameless.x", "", false, true);
+        QCOMPARE(networks::choices(agents, "x"),
+                 QStringList({"x", "MSN", "MSN", "nameless.x", "Other Server ..."}));
+        QVERIFY(networks::isGateway(agents, "nameless.x"));
         QCOMPARE(networks::server(agents, "MSN"), "msn.x");
         QCOMPARE(networks::server(agents, "ICQ"), "icq.x");
         for (const QString server : {"x", "msn", ""}) {

@@ -123,6 +123,10 @@ private slots:
         ui::click(f->add(), "cmdAsk");
         QCOMPARE(f->boxes(), "Error: Attention: Nothing selected, select first!");
         f->directories().setCurrentRow(1);
+        f->gateway->connected = false;
+        ui::click(f->add(), "cmdAsk");
+        QVERIFY(f->takeSent().isEmpty() && !f->isEnabled(f->search(), "CmdSearch"));
+        f->gateway->connected = true;
         ui::click(f->add(), "cmdAsk");
         QCOMPARE(f->takeSent(), QStringList(::init("d.x")));
         QCOMPARE(f->search()->height(), 356);

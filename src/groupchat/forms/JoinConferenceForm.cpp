@@ -4,6 +4,7 @@
 #include "contacts/RosterStanzas.h"
 #include "groupchat/RoomStanzas.h"
 #include "messaging/OutboundMessage.h"
+#include "messaging/WindowTag.h"
 #include "ui_JoinConferenceForm.h"
 
 #include <QApplication>
@@ -12,9 +13,8 @@
 namespace
 {
 
-constexpr int twipsPerPixel = 15;
-constexpr int usualHeight = 4224 / twipsPerPixel;
-constexpr int invitedHeight = 5400 / twipsPerPixel;
+constexpr int usualHeight = 4224 / windowtag::twipsPerPixel;
+constexpr int invitedHeight = 5400 / windowtag::twipsPerPixel;
 constexpr int smallScreen = 500;              // pixels high
 constexpr qsizetype longestInvitation = 1000; // characters that are shown
 constexpr int mostServers = 20;               // that are remembered

@@ -1,5 +1,6 @@
 #include "services/forms/ResultGrid.h"
 
+#include "messaging/WindowTag.h"
 #include "services/forms/ListParts.h"
 
 #include <QClipboard>
@@ -14,8 +15,7 @@
 namespace
 {
 
-constexpr int twipsPerPixel = 15;
-constexpr int leastAddress = 2000 / twipsPerPixel; // logical pixels
+constexpr int leastAddress = 2000 / windowtag::twipsPerPixel; // logical pixels
 constexpr int mostWidth = 300;
 constexpr int rowsMeasured = 200;
 

@@ -2,6 +2,7 @@
 
 #include "contacts/Client.h"
 #include "contacts/RosterStanzas.h"
+#include "messaging/WindowTag.h"
 #include "services/ContactAdding.h"
 #include "services/SearchStanzas.h"
 #include "ui_SearchForm.h"
@@ -9,8 +10,7 @@
 namespace
 {
 
-constexpr int twipsPerPixel = 15;
-constexpr int usualHeight = 5340 / twipsPerPixel;
+constexpr int usualHeight = 5340 / windowtag::twipsPerPixel;
 
 } // namespace
 
@@ -21,6 +21,7 @@ SearchForm::SearchForm(FormRegistry& registry, Client& client, ContactAdding& ad
     ui_->setupUi(this);
     ui_->SearchUsrCtrl1->setClient(client_);
     ui_->cmdAdd->setEnabled(false);
+    ui_->CmdSearch->setEnabled(false); // there is nothing to fill in yet
     setDefaultButton(ui_->CmdSearch);
     setCancelButton(ui_->cmdClose);
     connect(ui_->CmdSearch, &QPushButton::clicked, this, &SearchForm::CmdSearch_Click);
@@ -48,7 +49,7 @@ void SearchForm::ask(const QString& directory)
     bringUp();
     if (!client_.isConnected() || !stanzas::send(client_, searchstanzas::init(directory)))
         return ui_->SearchUsrCtrl1->showState(tr("You are not connected."));
-    ui_->CmdSearch->setEnabled(false); // there is nothing to fill in yet
+    ui_->CmdSearch->setEnabled(false);
     ui_->SearchUsrCtrl1->expectForm(directory);
 }
 

@@ -162,18 +162,20 @@ void TransportUsrCtrl::removed()
     rows_.clear();
     if (auto* agent = client_.MyAgents.record(jid_))
         agent->registered = false;
-    askAgain();
-    say(tr("The Gateway has been removed."));
+    askAgain(tr("The Gateway has been removed."));
 }
 
 // The animation may need a box, under which the world goes on.
-void TransportUsrCtrl::askAgain()
+void TransportUsrCtrl::askAgain(const QString& news)
 {
     const QPointer<TransportUsrCtrl> here(this);
     const SameSession same(client_);
     AssembleObject(jid_);
-    if (here && same)
-        GetRegister(jid_);
+    if (!here || !same)
+        return;
+    GetRegister(jid_);
+    if (!news.isEmpty())
+        say(news);
 }
 
 void TransportUsrCtrl::showForm(const GatewayForm& form)

@@ -75,7 +75,8 @@ private:
     void cmdUndo_Click();
     void refused(const PlugInContext& context);
     void removed();
-    void askAgain();
+    // Asks for the form once more; `news` stands beside it.
+    void askAgain(const QString& news = {});
     void showForm(const GatewayForm& form);
     // One field of the answer. `kept` are the rows of before: what was typed there stays.
     void AddRegistrationField(const GatewayForm::Field& field, std::vector<Row>& kept);
