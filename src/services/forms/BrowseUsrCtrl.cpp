@@ -7,6 +7,13 @@
 
 #include <QVBoxLayout>
 
+namespace
+{
+
+constexpr qsizetype mostAsked = 20; // no server has more services of a kind
+
+} // namespace
+
 BrowseUsrCtrl::BrowseUsrCtrl(QWidget* parent) : QWidget(parent), BrowseResult(new BrowseList(this))
 {
     BrowseResult->setObjectName(QStringLiteral("BrowseResult"));
@@ -60,8 +67,7 @@ void BrowseUsrCtrl::findRoomServices(const PlugInContext& context)
     if (services.isEmpty())
         setHint(publicRooms ? tr("This server offers no public rooms.")
                             : tr("This server offers no private rooms."));
-    constexpr qsizetype most = 20; // no server has more
-    for (const auto& jid : services.mid(0, most)) {
+    for (const auto& jid : services.mid(0, mostAsked)) {
         emit roomServiceFound(jid);
         SendStanza(context, stanzas::browse(QStringLiteral("VRX_GET_CHATROOM"), jid));
     }
@@ -104,7 +110,7 @@ void BrowseUsrCtrl::findDirectories(const PlugInContext& context)
         emit directoryFound();
     else if (found.toBrowse.isEmpty())
         setHint(noDirectory());
-    for (const auto& jid : found.toBrowse)
+    for (const auto& jid : found.toBrowse.mid(0, mostAsked))
         SendStanza(context, stanzas::browse(QStringLiteral("VRX_browser"), jid));
 }
 
