@@ -15,7 +15,8 @@ namespace
 constexpr qsizetype mostInvited = 20;
 constexpr qsizetype longestCaller = 200; // characters, so that the link below keeps its room
 constexpr qsizetype longestRefused = 500;
-constexpr qint64 contactPause = 10; // seconds after an answer in which no further question comes
+constexpr qsizetype longestLine = 80; // a box cuts what can't be wrapped
+constexpr qint64 contactPause = 10;   // seconds after an answer in which no further question comes
 constexpr qint64 strangerPause = 60;
 
 // The two blanks stand on the wire.
@@ -37,12 +38,15 @@ QString cut(const QString& text, qsizetype most)
     return length == text.size() ? text : text.left(length) + QStringLiteral("...");
 }
 
-// A link that can be opened is shown as the desktop gets it: no letter in it looks like another, and none
-// turns its direction.
+// A link that can be opened is shown as the desktop gets it: no letter in it looks like another, none turns
+// its direction, and the host can't be pushed out of sight.
 QString shown(const QString& link)
 {
-    return isSafeLink(link) ? QString::fromLatin1(QUrl(link, QUrl::StrictMode).toEncoded())
-                            : cut(link.simplified(), longestRefused);
+    QString text = isSafeLink(link) ? QString::fromLatin1(QUrl(link, QUrl::StrictMode).toEncoded())
+                                    : cut(link.simplified(), longestRefused);
+    for (auto at = longestLine; at < text.size(); at += longestLine + 1)
+        text.insert(at, u'\n');
+    return text;
 }
 
 // The key under which a caller's answers are remembered.
