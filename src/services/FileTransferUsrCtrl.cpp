@@ -5,12 +5,18 @@
 #include "desktop/SafeLink.h"
 #include "engine/Jid.h"
 #include "engine/Xml.h"
+#include "messaging/LongLines.h"
+
+#include <QUrl>
 
 namespace
 {
 
 constexpr qsizetype mostInvited = 20;
-constexpr qint64 contactPause = 10; // seconds after an answer in which no further question comes
+constexpr qsizetype longestCaller = 200; // characters, so that the link below keeps its room
+constexpr qsizetype longestRefused = 500;
+constexpr qsizetype longestLine = 80; // a box cuts what can't be wrapped
+constexpr qint64 contactPause = 10;   // seconds after an answer in which no further question comes
 constexpr qint64 strangerPause = 60;
 
 // The two blanks stand on the wire.
@@ -24,6 +30,23 @@ QString invitation(const QString& target, const QString& address)
 QString linkOf(const Stanza& offer)
 {
     return xml::text(offer.root().select_node(".//*[local-name()='url']").node()).trimmed();
+}
+
+QString cut(const QString& text, qsizetype most)
+{
+    const auto length = longlines::shownLength(text, most);
+    return length == text.size() ? text : text.left(length) + QStringLiteral("...");
+}
+
+// A link that can be opened is shown as the desktop gets it: no letter in it looks like another, none turns
+// its direction, and the host can't be pushed out of sight.
+QString shown(const QString& link)
+{
+    QString text = isSafeLink(link) ? QString::fromLatin1(QUrl(link, QUrl::StrictMode).toEncoded())
+                                    : cut(link.simplified(), longestRefused);
+    for (auto at = longestLine; at < text.size(); at += longestLine + 1)
+        text.insert(at, u'\n');
+    return text;
 }
 
 // The key under which a caller's answers are remembered.
@@ -77,8 +100,9 @@ void FileTransferUsrCtrl::ask(PlugInContext& context)
     const SameSession same(client_);
     const auto answer = client_.desktop.boxes->show(
         tr("BreloIM - NetMeeting Call"),
-        from + tr(" is trying to connect to you using NetMeeting, do you want to accept the Call?") +
-            QStringLiteral("\n\n") + link,
+        cut(from, longestCaller) +
+            tr(" is trying to connect to you using NetMeeting, do you want to accept the Call?") +
+            QStringLiteral("\n\n") + shown(link),
         MessageBoxes::Icon::Exclamation, MessageBoxes::Buttons::YesNo);
     if (!same)
         return;
@@ -94,11 +118,11 @@ void FileTransferUsrCtrl::open(const QString& from, const QString& link, PlugInC
     if (isSafeLink(link) && client_.desktop.links->open(link))
         return;
     deny(from, context);
-    client_.desktop.boxes->exclamation(tr("BreloIM - Error"),
-                                       isSafeLink(link)
-                                           ? tr("No program was found that opens this call:\n\n%1").arg(link)
-                                           : tr("This call is not safe to open, and was refused:\n\n%1")
-                                                 .arg(link.isEmpty() ? tr("(no address)") : link));
+    client_.desktop.boxes->exclamation(
+        tr("BreloIM - Error"), isSafeLink(link)
+                                   ? tr("No program was found that opens this call:\n\n%1").arg(shown(link))
+                                   : tr("This call is not safe to open, and was refused:\n\n%1")
+                                         .arg(link.isEmpty() ? tr("(no address)") : shown(link)));
 }
 
 void FileTransferUsrCtrl::deny(const QString& from, PlugInContext& context)

@@ -62,13 +62,12 @@ QStringList rowOf(pugi::xml_node item, const Places& places)
     QStringList row(1, xml::fromUtf8(address(item).value()));
     for (const auto child : item.children()) {
         const auto at = isElement(child) ? places.constFind(xml::fromUtf8(child.name())) : places.cend();
-        if (at == places.cend())
+        // The first of a name counts, in all of its places.
+        if (at == places.cend() || !row.value(at->first()).isNull())
             continue;
-        for (const auto place : *at) {
-            row.resize(qMax(row.size(), place + 1));
-            if (row[place].isNull()) // the first of a name counts
-                row[place] = QLatin1String("") + xml::text(child);
-        }
+        row.resize(qMax(row.size(), at->last() + 1));
+        for (const auto place : *at)
+            row[place] = QLatin1String("") + xml::text(child);
     }
     return row;
 }

@@ -92,6 +92,7 @@ private slots:
     {
         for (const QString xml :
              {"<iq><query><password>s3cret</password></query></iq>", "<digest a='b'>s3cret</digest>",
+              "<oldPassWord2 a='b'>s3cret</oldPassWord2>",
               "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>s3cret</auth>",
               "<field type='text-private' var='password'><value>s3cret</value></field>"}) {
             const QString text = masked(xml);

@@ -45,17 +45,18 @@ public:
     {
         using Step = void (Explorer::*)();
         static constexpr std::pair<int, Step> steps[] = {
-            {22, &Explorer::sayStanza}, {8, &Explorer::sayAnswer}, {1, &Explorer::changeLink},
-            {14, &Explorer::choose},    {16, &Explorer::click},    {12, &Explorer::key},
-            {6, &Explorer::typeText},   {8, &Explorer::row},       {4, &Explorer::moveWindow},
-            {2, &Explorer::tray},       {2, &Explorer::passTime},  {6, &Explorer::meetRooms},
+            {22, &Explorer::sayStanza},   {8, &Explorer::sayAnswer}, {1, &Explorer::changeLink},
+            {14, &Explorer::choose},      {16, &Explorer::click},    {12, &Explorer::key},
+            {6, &Explorer::typeText},     {8, &Explorer::row},       {4, &Explorer::moveWindow},
+            {2, &Explorer::tray},         {2, &Explorer::passTime},  {6, &Explorer::meetRooms},
+            {8, &Explorer::meetServices},
         };
         ++depth_;
         preset();
         if (!client_->client.isConnected() && maker_.chance(20)) {
             signIn();
         } else {
-            int left = random_.bounded(101);
+            int left = random_.bounded(109);
             for (const auto& [weight, act] : steps) {
                 left -= weight;
                 if (left < 0) {
@@ -207,11 +208,17 @@ private:
     void settle()
     {
         nested_ = 0;
-        do {
-            if (!isOver())
-                client_->client.Core->tick();
+        const auto waiting = [this] { return client_->client.Core->PluginManager->Queue()->inboundCount(); };
+        // Under a question about a stanza the others wait.
+        for (int vain = 0; vain < 3 && !isOver();) {
+            const auto before = waiting();
+            client_->client.Core->tick();
             QCoreApplication::processEvents();
-        } while (!isOver() && client_->client.Core->PluginManager->Queue()->inboundCount() > 0);
+            if (isOver() || waiting() == 0)
+                break;
+            vain = waiting() < before ? 0 : vain + 1;
+        }
+        QCoreApplication::processEvents();
         for (const auto& text : gateway_->takeWire()) {
             if (!isOneElement(text) && badWire_.isEmpty())
                 badWire_ = text;
@@ -310,6 +317,37 @@ private:
         const QString room = maker_.one(open)->Tag;
         for (int left = random_.bounded(1, 6); left > 0; --left)
             hear(maker_.ofRoom(room));
+    }
+    // Opens a page or a search, hears of calls and gateways, and gets what was asked.
+    void meetServices()
+    {
+        auto& windows = client_->ui->windows;
+        for (int left = random_.bounded(1, 6); left > 0 && gateway_->connected && !isOver(); --left) {
+            switch (random_.bounded(client_->ui->isInitiated() ? 6 : 2)) {
+            case 0:
+                hear(maker_.call());
+                break;
+            case 1:
+                hear(maker_.services());
+                break;
+            case 2:
+                write("page");
+                windows.preferences.show(
+                    maker_.one(QStringList{"icq.montague.example", "Server management"}));
+                break;
+            case 3:
+                write("find");
+                windows.services.search.show();
+                break;
+            default:
+                const auto asked = requests_.filter(QRegularExpression("jabber:iq:(register|search|browse)"));
+                if (!asked.isEmpty()) {
+                    requests_.removeOne(asked.last());
+                    hear(maker_.answer(asked.last()));
+                }
+            }
+            settle();
+        }
     }
     void hear(const QByteArray& text)
     {

@@ -72,6 +72,23 @@ public:
         const QString x = tag("x", " xmlns='jabber:x:conference'" + attribute("jid", room), {});
         return tag("message", attribute("from", jid()), tag("body", {}, xml::escaped(text())) + x).toUtf8();
     }
+    QByteArray call()
+    {
+        const QString link = chance(50) ? "callto:192.0.2.1+type=ip" : xml::escaped(text());
+        return tag("iq", attribute("type", chance(80) ? "set" : "error") + attribute("from", jid()),
+                   tag("query", " xmlns='jabber:iq:oob'", tag("url", {}, link)))
+            .toUtf8();
+    }
+    // The server names its gateways anew.
+    QByteArray services()
+    {
+        QString agents;
+        for (int left = random_.bounded(5); left > 0; --left)
+            agents +=
+                tag("agent", attribute("jid", one(QStringList{"icq.montague.example", "Personal", jid()})),
+                    tag("name", {}, xml::escaped(text())) + (chance(80) ? "<transport/>" : ""));
+        return tag("iq", " type='set' id='push'", tag("query", " xmlns='jabber:iq:agents'", agents)).toUtf8();
+    }
     // What a room says of itself and of those in it; the person's own address in it ends in "romeo".
     QByteArray ofRoom(const QString& room)
     {

@@ -137,6 +137,34 @@ private slots:
                  denied.isEmpty() ? 0 : 1);
     }
 
+    // Where the link leads stands in the box whatever the caller writes.
+    void linksAreShownAsTheyAre_data()
+    {
+        columns<QString, QString, QString>("from", "link", "shown");
+        row("letters that look like others", friendJid, QString::fromUtf8("http://g\u043e\u043egle.example/"),
+            "http://xn--ggle-55da.example/");
+        row("turned around", friendJid, QString::fromUtf8("callto:a\u202emoc"), "callto:a%E2%80%AEmoc");
+        row("below a caller of any length", QString(1000, 'j') + '@' + QString(1000, 'x'), safeLink,
+            safeLink);
+        row("refused", friendJid, "callto:a\n\n\n\tb c", "callto:a b c");
+        row("endless", friendJid, QString(1 << 20, 'w'), QString(500, 'w') + "...");
+    }
+    void linksAreShownAsTheyAre()
+    {
+        const auto [from, link, shown] = fetched<QString, QString, QString>();
+        Signed f;
+        f.world.boxes.answers = {MessageBoxes::Answer::Yes};
+        f.offer(from, link);
+        for (const auto& box : std::as_const(f.world.boxes.shown)) {
+            const auto parts = box.text.split("\n\n");
+            QCOMPARE(QString(parts.last()).remove('\n'), shown);
+            for (const auto& line : box.text.split('\n'))
+                QVERIFY(line.size() < 300);
+        }
+        QCOMPARE(f.boxes(), f.world.links.opened.isEmpty() ? "Call,Error" : "Call");
+        QCOMPARE(f.world.links.opened.isEmpty(), shown.contains(' ') || shown.endsWith('.'));
+    }
+
     // What nobody asked for tells nothing.
     void refusedInvitations()
     {

@@ -44,6 +44,7 @@ class SearchWindowsTest : public QObject
         Searching()
         {
             client.MyAgents.AddItem("msn." + own, "MSN", false, true);
+            client.MyAgents.AddItem("poses." + own, own, false, false);
             takeSent();
         }
         Form* add() const { return form("SearchAddForm"); }
@@ -305,6 +306,7 @@ private slots:
         f->takeSent();
         QCOMPARE(f->network().currentText(), own);
         QCOMPARE(f->network().itemText(1), "MSN");
+        QCOMPARE(ui::find<QLineEdit>(f->add(), "txtServerName")->text(), own);
         f->network().setCurrentText(network);
         QTest::keyClicks(f->add()->focusWidget(), name);
         QTest::keyClick(f->add()->focusWidget(), Qt::Key_Return);

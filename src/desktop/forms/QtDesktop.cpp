@@ -20,7 +20,8 @@
 namespace
 {
 
-constexpr int longestText = 1500; // characters that a box shows before it would outgrow the screen
+constexpr int longestText = 1500;      // characters that a box shows before it would outgrow the screen
+constexpr int longestDetails = 10'000; // characters that are laid out in no time, unbroken as they may be
 
 QMessageBox::Icon iconOf(MessageBoxes::Icon icon)
 {
@@ -89,7 +90,7 @@ MessageBoxes::Answer QtMessageBoxes::show(const QString& title, const QString& t
     box.setTextFormat(Qt::PlainText);
     box.setText(text.size() > longestText ? text.left(longestText) + QChar(0x2026) : text);
     if (text.size() > longestText)
-        box.setDetailedText(text);
+        box.setDetailedText(text.left(longestDetails));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (buttons == Buttons::NoYesCancel || (icon == Icon::Exclamation && buttons != Buttons::Ok))
         box.setDefaultButton(QMessageBox::No);

@@ -3,7 +3,8 @@
 namespace
 {
 
-constexpr qsizetype longestShown = 200; // the layout takes all of a text before it cuts it to the cell
+constexpr qsizetype longestShown =
+    200; // and compared: the layout takes all of a text before it cuts it to the cell
 
 } // namespace
 
@@ -31,7 +32,7 @@ QVariant ResultModel::data(const QModelIndex& index, int role) const
     case ValueRole:
         return value;
     case SortRole:
-        return value.toCaseFolded();
+        return value.left(longestShown).toCaseFolded();
     case Qt::DisplayRole:
         return value.left(longestShown);
     case Qt::ToolTipRole:

@@ -21,6 +21,12 @@ bool isServer(const QString& name)
     return jid::isValid(name) && !name.contains(u'@') && !name.contains(u'/');
 }
 
+// It stands for itself, though a gateway may have taken its name.
+bool isOwnServer(const Client& client, const QString& name)
+{
+    return name == client.Gateway().Server();
+}
+
 } // namespace
 
 SearchAddForm::SearchAddForm(FormRegistry& registry, Client& client, ContactAdding& adding)
@@ -87,7 +93,7 @@ void SearchAddForm::SetServer(const QString& errorText, const QString& asked)
     if (chosen == networks::otherServer())
         return askServer(errorText, asked);
     network_ = chosen;
-    server_ = networks::server(client_.MyAgents, chosen);
+    server_ = isOwnServer(client_, chosen) ? chosen : networks::server(client_.MyAgents, chosen);
     ui_->txtServerName->setText(server_);
 }
 
@@ -182,7 +188,8 @@ void SearchAddForm::leaveOther()
 // On a gateway the name is an address of another network, and the contact's own address has one "@" only.
 void SearchAddForm::Text1_KeyPress()
 {
-    if (!networks::isGateway(client_.MyAgents, ui_->Combo1->currentText()))
+    const QString network = ui_->Combo1->currentText();
+    if (isOwnServer(client_, network) || !networks::isGateway(client_.MyAgents, network))
         return;
     auto& name = *ui_->Text1;
     const int caret = name.cursorPosition();
