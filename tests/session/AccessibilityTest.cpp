@@ -72,6 +72,7 @@ const std::pair<QString, Act> windows[] = {
          c.inject("<message from='romeo@x'><x xmlns='jabber:x:conference' jid='a&amp;b@rooms.x'/></message>");
      }},
     {"InviteForm", [](FakeClient& c) { c.ui->windows.groups.showInvite("juliet@montague.example", {}); }},
+    {"Logon", [](FakeClient& c) { ui::choose(c.rosterForm(), "Toolbar1Button7"); }},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, "jul&amp;iet@x"); }},
 };
 

@@ -3,6 +3,7 @@
 #include <QAuthenticator>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QThread>
 #include <QTimer>
 
 namespace
@@ -15,6 +16,7 @@ class HttpCall : public QObject
 {
 public:
     HttpCall(const HttpQuestion& question, HttpClient::Done done);
+    ~HttpCall() override;
 
 private:
     void send();
@@ -27,12 +29,13 @@ private:
 
     HttpQuestion question_;
     HttpClient::Done done_;
-    QNetworkAccessManager manager_;
+    std::unique_ptr<QNetworkAccessManager> manager_ = std::make_unique<QNetworkAccessManager>();
     QNetworkReply* reply_ = nullptr; // the manager's
     QTimer limit_;
     HttpAnswer answer_;
     bool isGivenUp_ = false;
     bool isPasswordGiven_ = false;
+    bool isAtRest_ = true; // nothing is sent or taken in
 };
 
 bool isAskable(const QUrl& url)
@@ -44,13 +47,28 @@ bool isAskable(const QUrl& url)
 HttpCall::HttpCall(const HttpQuestion& question, HttpClient::Done done)
     : question_(question), done_(std::move(done))
 {
-    manager_.setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
-    connect(&manager_, &QNetworkAccessManager::authenticationRequired, this,
+    manager_->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+    connect(manager_.get(), &QNetworkAccessManager::authenticationRequired, this,
             [this](QNetworkReply*, QAuthenticator* authenticator) { authenticate(*authenticator); });
     limit_.setSingleShot(true);
     connect(&limit_, &QTimer::timeout, this, [this] { giveUp(Outcome::TimedOut); });
     limit_.start(qMax(0, question_.mostMs));
     QTimer::singleShot(0, this, &HttpCall::send);
+}
+
+// A manager's end waits seconds for its thread, which a server that never stops sending keeps busy: what is
+// under way ends aside.
+HttpCall::~HttpCall()
+{
+    if (isAtRest_)
+        return;
+    reply_->disconnect(this);
+    reply_->abort();
+    auto* manager = manager_.release();
+    auto* aside = QThread::create([manager] { delete manager; });
+    connect(aside, &QThread::finished, aside, &QObject::deleteLater);
+    manager->moveToThread(aside);
+    aside->start();
 }
 
 void HttpCall::send()
@@ -69,7 +87,8 @@ void HttpCall::send()
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     for (const auto& [name, value] : std::as_const(question_.headers))
         request.setRawHeader(name, value);
-    reply_ = manager_.sendCustomRequest(request, question_.method, question_.body);
+    reply_ = manager_->sendCustomRequest(request, question_.method, question_.body);
+    isAtRest_ = false;
     reply_->setReadBufferSize(question_.mostBytes + 1);
     connect(reply_, &QNetworkReply::readyRead, this, &HttpCall::takeIn);
     connect(reply_, &QNetworkReply::finished, this, &HttpCall::finish);
@@ -104,6 +123,7 @@ void HttpCall::finish()
 {
     limit_.stop();
     if (!isGivenUp_) {
+        isAtRest_ = true;
         answer_.body += reply_->readAll();
         answer_.outcome = answer_.body.size() > question_.mostBytes ? Outcome::TooLarge : outcome();
     }

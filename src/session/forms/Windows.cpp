@@ -11,7 +11,8 @@
 
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client), services(forms, client, contacts),
-      groups(forms, client, messages), preferences(forms, client, store), session(forms, client, store)
+      groups(forms, client, messages), preferences(forms, client, store), mail(forms, client, store),
+      session(forms, client, store)
 {
     wireContacts();
     wireMessages();
@@ -28,6 +29,7 @@ void Windows::wireContacts()
     QObject::connect(&contacts, &ContactWindows::showHistory, &messages.hub, &ChatWindow::ShowMessageLog);
     QObject::connect(&contacts, &ContactWindows::showNotices, &messages, &MessageWindows::showNotices);
     QObject::connect(&contacts, &ContactWindows::showPreferences, &preferences, &PreferenceWindows::show);
+    QObject::connect(&contacts, &ContactWindows::mailWatcherRequested, &mail, &MailWindows::StartMailWatcher);
     QObject::connect(&contacts, &ContactWindows::aboutRequested, &session, &SessionWindows::showAbout);
 }
 
@@ -89,6 +91,5 @@ void Windows::tellMissing()
         QObject::connect(face, wish, &session, [this, what] { session.notThereYet(what); });
     };
     tell(&contacts, &ContactWindows::findContactsRequested, tr("The search"));
-    tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
     QObject::connect(&preferences, &PreferenceWindows::pageMissing, &session, &SessionWindows::notThereYet);
 }
