@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/forms/RosterForm.h"
 #include "support/FakeClient.h"
 #include "support/MailServer.h"
 #include "support/Table.h"
@@ -34,8 +35,9 @@ struct MailFixture {
     // Asks for the inbox and waits for the word that the watch runs.
     bool subscribe()
     {
+        boxes().shown.clear();
         ask(server.inbox());
-        return QTest::qWaitFor([this] { return icon() && !boxes().shown.isEmpty(); }) &&
+        return QTest::qWaitFor([this] { return !boxes().shown.isEmpty(); }) &&
                boxes().shown.takeLast().text.startsWith("L'utente ann è stato");
     }
 
@@ -43,11 +45,13 @@ struct MailFixture {
     QString tip() const { return icon() && icon()->isVisible() ? icon()->toolTip() : QString(); }
     QTimer& tmrNotify() const { return *ui::find<QTimer>(window(), "tmrNotify"); }
     void tick() { QMetaObject::invokeMethod(&tmrNotify(), "timeout"); }
-    // A tick, and its question's way to the server and back.
+    // Ticks until a look that was not under way yet reaches the server.
     bool poll()
     {
         const auto before = server.count("POLL");
-        tick();
-        return QTest::qWaitFor([&] { return server.count("POLL") > before; });
+        return QTest::qWaitFor([&] {
+            tick();
+            return server.count("POLL") > before;
+        });
     }
 };

@@ -18,7 +18,8 @@ const QString newMailPicture = QStringLiteral("newmail");
 
 Logon::Logon(FormRegistry& registry, Client& client, SettingsStore& store, Farewells& farewells)
     : Form(registry, QStringLiteral("Logon")), client_(client), store_(store),
-      ui_(std::make_unique<Ui::Logon>()), watch_(*client.desktop.http, farewells), icon_(ImageList::icon)
+      ui_(std::make_unique<Ui::Logon>()), watch_(*client.desktop.http, farewells),
+      icon_(ImageList::icon, this)
 {
     ui_->setupUi(this);
     setWindowIcon(ImageList::icon(watchingPicture));
@@ -52,8 +53,8 @@ void Logon::connectMenu()
 void Logon::Initialize(const std::optional<MailLogin>& typed)
 {
     Cancelled = true;
-    const auto stored = store_.mailLogin();
-    if (!watch_.isRunning() && !watch_.isBeginning()) {
+    if (!isVisible() && !watch_.isRunning()) {
+        const auto stored = store_.mailLogin();
         if (stored)
             fill(*stored);
         ui_->ChkSave->setChecked(stored.has_value());
