@@ -105,6 +105,7 @@ private slots:
         f.open();
         QCOMPARE(f.text("txtUrl") + '|' + f.text("txtLogon") + '|' + f.text("txtPassword"), url + "|ann|");
         QVERIFY(!f.icon() && ui::find<QWidget>(f.window(), "OKButton")->isEnabled());
+        QCOMPARE(f.window()->focusWidget()->objectName(), url.isEmpty() ? "txtUrl" : "txtPassword");
     }
 
     // The system's own store of certificates decides; nothing of the request gets out.

@@ -6,6 +6,8 @@
 
 #include "ui_Logon.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace
@@ -25,7 +27,6 @@ Logon::Logon(FormRegistry& registry, Client& client, SettingsStore& store, Farew
     setWindowIcon(ImageList::icon(watchingPicture));
     setDefaultButton(ui_->OKButton);
     setCancelButton(ui_->CancelButton);
-    setEntry(ui_->txtUrl);
     connect(ui_->OKButton, &QPushButton::clicked, this, &Logon::OKButton_Click);
     connect(ui_->CancelButton, &QPushButton::clicked, this, &Logon::CancelButton_Click);
     connectMenu();
@@ -63,6 +64,10 @@ void Logon::Initialize(const std::optional<MailLogin>& typed)
     }
     // Elsewhere the icon has the menu.
     ui_->menubar->setVisible(watch_.isRunning() && !client_.desktop.tray->isReachable());
+    QLineEdit* const boxes[] = {ui_->txtUrl, ui_->txtLogon, ui_->txtPassword};
+    const auto empty =
+        std::ranges::find_if(boxes, [](const QLineEdit* box) { return box->text().isEmpty(); });
+    setEntry(empty == std::end(boxes) ? ui_->txtUrl : *empty);
     bringUp();
 }
 
