@@ -122,9 +122,11 @@ private slots:
     void cancelGivesItUp()
     {
         MailFixture f;
+        QVERIFY(f.subscribe());
         f.server.answerNext("SUBSCRIBE", {});
         f.ask(f.server.inbox());
-        QTRY_COMPARE(f.server.count("SUBSCRIBE"), 1);
+        QTRY_COMPARE(f.server.count("SUBSCRIBE"), 2);
+        QVERIFY(f.tip().isEmpty() && !f.tmrNotify().isActive());
         QTest::keyClick(f.window(), Qt::Key_Escape);
         QVERIFY(!f.window()->isVisible() && !f.icon());
         f.open();

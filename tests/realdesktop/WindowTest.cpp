@@ -3,6 +3,7 @@
 #include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "realdesktop/ClientTest.h"
+#include "support/MailServer.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
@@ -213,6 +214,25 @@ private slots:
         // Where a window stands that was shown maximised is the window manager's choice.
         QVERIFY(SOON(!mainForm().isMaximized() && framed(main()).size() == aside.size() &&
                      (maximised || framed(main()) == aside)));
+    }
+
+    // The program waits for the mail server a while, and nothing that still happens finds anybody.
+    void theProgramEndsWhileTheMailServerIsSilent()
+    {
+        MailServer mail;
+        mail.answerNext("UNSUBSCRIBE", {});
+        ui::choose(&mainForm(), "Toolbar1Button7");
+        QVERIFY(SOON(form("Logon") && isActive(x.window("Sottoscrizione"))));
+        for (const QString& text : {mail.inbox(), QString("ann"), QString("secret")}) {
+            x.type(text);
+            x.press(text == "secret" ? XDisplay::Return : XDisplay::Tab);
+        }
+        QVERIFY(SOON(isActive(x.window("BreloIM")) && !mail.subscriptions.isEmpty()));
+        x.press(XDisplay::Return);
+        QVERIFY(SOON(!form("Logon")->isVisible() && isActive(main())));
+        program->session().end.exitProgram();
+        program.reset();
+        QCOMPARE(mail.count("UNSUBSCRIBE"), 1);
     }
 
     void aClickThatBringsTheListUpRenamesNothing()
