@@ -49,6 +49,14 @@ void Logon::connectMenu()
     connect(ui_->mPopSysSub1, &QAction::triggered, this, [this] { OpenInBrowser(Url); });
     connect(ui_->mPopSysSub2, &QAction::triggered, this, &Logon::toggle);
     connect(ui_->mPopSysSub3, &QAction::triggered, this, &Logon::unloadNow);
+    enableMenu(false);
+}
+
+// Its entries are about the watch that runs.
+void Logon::enableMenu(bool isOn)
+{
+    for (auto* entry : ui_->mPopSys->actions())
+        entry->setEnabled(isOn);
 }
 
 void Logon::Initialize(const std::optional<MailLogin>& typed)
@@ -138,6 +146,7 @@ void Logon::showSubscribed()
     icon_.setIcon(watchingPicture);
     icon_.setToolTip(tr("Sto controllando per nuove e-mail"));
     icon_.appear();
+    enableMenu(true);
     tmrNotify_.start();
     const QPointer<Logon> guard(this);
     client_.desktop.boxes->information(
@@ -186,6 +195,7 @@ void Logon::stop()
     watch_.end();
     tmrNotify_.stop();
     icon_.disappear();
+    enableMenu(false);
     showAsking(false);
 }
 

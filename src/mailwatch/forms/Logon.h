@@ -48,6 +48,7 @@ private:
     void OKButton_Click();
     void CancelButton_Click();
     void connectMenu();
+    void enableMenu(bool isOn);
     bool keepLogin();
     MailLogin typed() const;
     void fill(const MailLogin& login);
