@@ -25,6 +25,10 @@ const QString geometryKeys[] = {topKey, leftKey, widthKey, heightKey};
 const QString stateKey = QStringLiteral("Window State");
 const QString pinSection = QStringLiteral("Certificates");
 const QString plainSection = QStringLiteral("Plain Passwords");
+const QString mailSection = QStringLiteral("Login");
+const QString mailUserKey = QStringLiteral("Username");
+const QString mailUrlKey = QStringLiteral("Url");
+const QString mailSaveKey = QStringLiteral("CheckSave"); // 1 where the others stand
 
 bool wantsPassword(const Settings& settings)
 {
@@ -240,4 +244,26 @@ bool SettingsStore::keepSafety(const QString& account, const Safety& reached)
 {
     IniFile file(file_);
     return !lastSafety::write(file, account, reached) || file.save();
+}
+
+std::optional<MailLogin> SettingsStore::mailLogin()
+{
+    const IniFile file(file_);
+    if (file.read(mailSection, mailSaveKey).value_or(QString()).toInt() == 0)
+        return std::nullopt;
+    const auto text = [&file](const QString& key) { return file.read(mailSection, key).value_or(QString()); };
+    return MailLogin{text(mailUserKey), text(mailUrlKey)};
+}
+
+bool SettingsStore::keepMailLogin(const std::optional<MailLogin>& login)
+{
+    IniFile file(file_);
+    if (!login && file.keys(mailSection).isEmpty())
+        return true;
+    const std::pair<QString, QString> entries[] = {{mailUserKey, login ? login->Username : QString()},
+                                                   {mailUrlKey, login ? login->Url : QString()},
+                                                   {mailSaveKey, QStringLiteral("1")}};
+    for (const auto& [key, text] : entries)
+        login ? file.write(mailSection, key, text) : file.remove(mailSection, key);
+    return file.save();
 }

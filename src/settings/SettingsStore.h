@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/Safety.h"
+#include "settings/MailLogin.h"
 #include "settings/SecretStore.h"
 #include "settings/Settings.h"
 #include "settings/SiteData.h"
@@ -56,6 +57,10 @@ public:
     // The servers that may, and the end of one's being so.
     QStringList plainPasswordServers();
     bool forbidPlainPassword(const QString& server);
+
+    // What the mail watcher's window is filled with; null when nothing is kept, and to keep nothing.
+    std::optional<MailLogin> mailLogin();
+    bool keepMailLogin(const std::optional<MailLogin>& login);
 
 private:
     static void readTexts(const IniFile& file, Settings& settings);

@@ -7,6 +7,10 @@
 #include "support/Table.h"
 #include "support/TestRunner.h"
 
+#include <QTcpSocket>
+#include <QThread>
+
+#include <atomic>
 #include <optional>
 
 using Outcome = HttpAnswer::Outcome;
@@ -81,23 +85,42 @@ private slots:
         QCOMPARE(told.status, 0);
     }
 
+    void aPasswordIsOfferedOnce_data()
+    {
+        columns<QByteArray, QByteArray, int>("challenge", "offer", "requests");
+        const QByteArray basic = "Basic YW5uOnNlY3JldA==";
+        row("taken", QByteArray("Basic realm=\"mail\""), basic, -2);
+        row("refused", QByteArray("Basic realm=\"mail\""), basic, 2);
+        row("refused with ever new realms", QByteArray("Basic realm=\"$\""), basic, 2);
+        row("a digest is taken", QByteArray("Digest nonce=\"n\""), QByteArray("Digest username=\"ann\""), -2);
+        row("every digest is stale", QByteArray("Digest nonce=\"$\", stale=true"),
+            QByteArray("Digest username=\"ann\""), 2);
+        row("NTLM, in its steps",
+            QByteArray("NTLM TlRMTVNTUAACAAAAAAAAADgAAAACAoECASNFZ4mrze8AAAAAAAAAAAAAAAAAAAAABQCTCAAAAA8="),
+            QByteArray("NTLM TlRMTVNTUAAD"), 4);
+        row("nothing that is known", QByteArray("Bearer"), QByteArray(), 1);
+    }
     void aPasswordIsOfferedOnce()
     {
-        for (const bool isRight : {true, false}) {
-            ScriptedServer server;
-            const QByteArray refusal = "HTTP/1.1 401 No\r\nWWW-Authenticate: Basic realm=\"mail\"\r\n"
-                                       "Content-Length: 0\r\n\r\n";
-            server.on("\r\n\r\n", refusal);
-            server.on("\r\n\r\n", isRight ? "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n" : refusal);
-            auto question = questionTo(server);
-            question.user = "ann";
-            question.password = isRight ? "secret" : "guess";
-            QCOMPARE(ask(question).status, isRight ? 200 : 401);
-            const QByteArray offered =
-                "Authorization: Basic " + ("ann:" + question.password).toUtf8().toBase64();
-            QCOMPARE(server.received().count(offered), 1);
-            QVERIFY(server.scriptIsDone());
+        const auto [challenge, offer, requests] = fetched<QByteArray, QByteArray, int>();
+        ScriptedServer server;
+        for (int number = 1; number <= 20; ++number) {
+            const bool isTaken = number == -requests;
+            server.on("\r\n\r\n", isTaken
+                                      ? QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n")
+                                      : "HTTP/1.1 401 No\r\nWWW-Authenticate: " +
+                                            QByteArray(challenge).replace("$", QByteArray::number(number)) +
+                                            "\r\nContent-Length: 4\r\n\r\ntext");
         }
+        auto question = questionTo(server);
+        question.user = "ann";
+        question.password = "secret";
+        const auto told = ask(question);
+        QCOMPARE(told.status, requests < 0 ? 200 : 401);
+        QCOMPARE(told.outcome, Outcome::Whole);
+        QCOMPARE(told.body, requests < 0 ? QByteArray() : QByteArray("text"));
+        QCOMPARE(20 - server.stepsLeft(), qAbs(requests));
+        QCOMPARE(server.received().count("Authorization: " + offer), offer.isEmpty() ? 0 : 1);
     }
 
     void aSilentServerIsGivenUp()
@@ -128,6 +151,37 @@ private slots:
         call.reset();
         QTRY_VERIFY(!server.isConnected());
         QCOMPARE(told, 0);
+    }
+
+    // A server that never stops sending is not waited for: it would send megabytes meanwhile.
+    void anEndlessAnswerHoldsNobodyUp()
+    {
+        std::atomic<qint64> sent = 0;
+        std::atomic<quint16> port = 0;
+        const std::unique_ptr<QThread> server(QThread::create([&sent, &port] {
+            QTcpServer listener;
+            listener.listen(QHostAddress::LocalHost);
+            port = listener.serverPort();
+            listener.waitForNewConnection(20'000);
+            const std::unique_ptr<QTcpSocket> peer(listener.nextPendingConnection());
+            while (peer->isValid() && !QThread::currentThread()->isInterruptionRequested()) {
+                sent += peer->write("HTTP/1.1 100 Continue\r\n\r\n");
+                peer->waitForBytesWritten(100);
+            }
+        }));
+        server->start();
+        QTRY_VERIFY(port > 0);
+        LateNetwork network;
+        auto call =
+            network.ask({"POLL", QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(port)), {}, {}, {}, {}},
+                        [](const auto&) {});
+        QTRY_VERIFY(sent > 10'000);
+        const qint64 before = sent;
+        call.reset();
+        const qint64 meanwhile = sent - before;
+        server->requestInterruption();
+        QVERIFY(server->wait());
+        QVERIFY2(meanwhile < 500'000, qPrintable(QString::number(meanwhile)));
     }
 
     // What the module makes works on the program's own queue and plug-in.

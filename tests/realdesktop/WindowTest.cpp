@@ -3,6 +3,7 @@
 #include "desktop/forms/QtDesktop.h"
 #include "desktop/forms/QtTrayIcon.h"
 #include "realdesktop/ClientTest.h"
+#include "support/MailServer.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
 #include "support/UiDriver.h"
@@ -213,6 +214,25 @@ private slots:
         // Where a window stands that was shown maximised is the window manager's choice.
         QVERIFY(SOON(!mainForm().isMaximized() && framed(main()).size() == aside.size() &&
                      (maximised || framed(main()) == aside)));
+    }
+
+    // The program waits for the mail server a while, and nothing that still happens finds anybody.
+    void theProgramEndsWhileTheMailServerIsSilent()
+    {
+        MailServer mail;
+        mail.answerNext("UNSUBSCRIBE", {});
+        ui::choose(&mainForm(), "Toolbar1Button7");
+        QVERIFY(SOON(form("Logon") && isActive(x.window("Sottoscrizione"))));
+        ui::onNextDialog([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
+        for (const QString& text : {mail.inbox(), QString("ann"), QString("secret")}) {
+            x.type(text);
+            x.press(text == "secret" ? XDisplay::Return : XDisplay::Tab);
+        }
+        QVERIFY(SOON(!form("Logon")->isVisible() && !mail.subscriptions.isEmpty()));
+        QTimer::singleShot(0, &mail, [this] { program->session().end.exitProgram(); });
+        QCOMPARE(QApplication::exec(), 0);
+        program.reset();
+        QCOMPARE(mail.count("UNSUBSCRIBE"), 1);
     }
 
     void aClickThatBringsTheListUpRenamesNothing()

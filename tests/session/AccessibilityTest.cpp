@@ -110,6 +110,7 @@ const std::pair<QString, Act> windows[] = {
          ui::find<QComboBox>(c.form("SearchAddForm"), "Combo1")->setCurrentText("Other Server ...");
      }},
     {"SearchForm", openSearchForm},
+    {"Logon", [](FakeClient& c) { ui::choose(c.rosterForm(), "Toolbar1Button7"); }},
     {"VCardForm another's", [](FakeClient& c) { openCard(c, "jul&amp;iet@x"); }},
 };
 

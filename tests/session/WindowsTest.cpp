@@ -32,6 +32,32 @@ private slots:
         QVERIFY(live.form("MessageForm"));
     }
 
+    void theAboutWindowTellsWhatTheProgramIs()
+    {
+        FakeClient live;
+        live.client.site.WebSite = "www.breloim.example";
+        live.ui->windows.session.showAbout();
+        auto* about = live.form("AboutForm");
+        const auto text = [about](const char* label) { return ui::find<QLabel>(about, label)->text(); };
+        QCOMPARE(text("lblTitle") + '|' + text("lblVersion"), "BreloIM|Version " BRELO_VERSION);
+        QVERIFY(QRegularExpression("^Revision [0-9a-f]{9}$|^Revision .* release$")
+                    .match(text("lblRevision"))
+                    .hasMatch());
+        const QString notices = ui::find<QPlainTextEdit>(about, "txtNotices")->toPlainText();
+        const QRegularExpression libraries(
+            "Qt %1, QtKeychain [0-9.]+, GNU SASL [0-9.]+ and pugixml [0-9.]+,");
+        QVERIFY(notices.contains(QRegularExpression(libraries.pattern().arg(qVersion()))));
+        QVERIFY(notices.contains("MIT License") && notices.contains("Copyright © 2026 The BreloIM authors."));
+        auto* link = ui::find<QLabel>(about, "lblWebSite");
+        QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(link->fontMetrics().height(), link->height() / 2));
+        QVERIFY(link->isVisible() && live.world.links.opened.contains("https://www.breloim.example/"));
+        ui::click(about, "cmdOK");
+        QVERIFY(!live.form("AboutForm"));
+        live.client.site.WebSite.clear();
+        live.ui->windows.session.showAbout();
+        QVERIFY(!ui::find<QLabel>(live.form("AboutForm"), "lblWebSite")->isVisible());
+    }
+
     void menusLeadToThePages()
     {
         const QList<std::pair<const char*, QString>> pages{

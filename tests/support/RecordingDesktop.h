@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/Desktop.h"
+#include "session/LateNetwork.h"
 
 #include <QList>
 #include <QStringList>
@@ -50,10 +51,12 @@ private:
 
 struct RecordingLinks : LinkOpener {
     QStringList opened;
+    bool works = true;
     bool open(const QString& link) override
     {
-        opened += link;
-        return true;
+        if (works)
+            opened += link;
+        return works;
     }
 };
 
@@ -144,6 +147,10 @@ struct RecordingDesktop {
     RecordingNetwork network;
     RecordingFiles files;
     RecordingLooks looks;
+    LateNetwork http; // the real one: tests bring servers of their own
 
-    Desktop desktop() { return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network, &files, &looks}; }
+    Desktop desktop()
+    {
+        return {&boxes, &links, &sounds, &tray, &clock, &pointer, &network, &files, &looks, &http};
+    }
 };

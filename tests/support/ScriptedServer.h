@@ -69,6 +69,7 @@ public:
     int connections() const { return connections_; }
     bool isConnected() const { return peer_ && peer_->state() == QAbstractSocket::ConnectedState; }
     bool scriptIsDone() const { return steps_.isEmpty(); }
+    qsizetype stepsLeft() const { return steps_.size(); }
 
     static QByteArray header(bool withVersion = true)
     {

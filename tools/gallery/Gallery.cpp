@@ -26,6 +26,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QStyleFactory>
@@ -180,6 +181,11 @@ void photographSession(LiveClient& live, Camera& camera)
             camera.take(form, "vcard-foreign");
     live.ui->windows.session.showAbout();
     camera.take(live.form("AboutForm"), "about");
+    live.ui->windows.mail.StartMailWatcher();
+    camera.take(live.form("Logon"), "mail-watcher");
+    live.form("Logon")->findChild<QMenu*>(QStringLiteral("mPopSys"))->popup(QPoint(20, 20));
+    camera.take(live.form("Logon")->findChild<QMenu*>(QStringLiteral("mPopSys")), "mail-watcher-menu");
+    live.form("Logon")->findChild<QMenu*>(QStringLiteral("mPopSys"))->hide();
     live.ui->windows.contacts.showInTray();
     camera.take(live.form("ShowInTrayForm"), "show-in-tray");
     photographSearch(live, camera);

@@ -28,6 +28,16 @@ void QtTrayIcon::appear()
     icon_->show();
 }
 
+// Its own signal may be what makes it go.
+void QtTrayIcon::disappear()
+{
+    if (!icon_)
+        return;
+    icon_->disconnect(this);
+    icon_->hide();
+    std::exchange(icon_, nullptr)->deleteLater();
+}
+
 bool QtTrayIcon::isReachable() const
 {
     return icon_ && QSystemTrayIcon::isSystemTrayAvailable();

@@ -30,6 +30,8 @@ public:
 
     // Call it once the first window is up. Further calls do nothing.
     void appear();
+    // Leaves its place; what is set is remembered still.
+    void disappear();
     // The menu of the right click. Not owned.
     void setContextMenu(QMenu* menu);
 

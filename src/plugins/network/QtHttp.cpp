@@ -1,8 +1,12 @@
 #include "plugins/network/QtHttp.h"
 
+#include "engine/wire/auth/HttpChallenge.h"
+
 #include <QAuthenticator>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QRandomGenerator>
+#include <QThread>
 #include <QTimer>
 
 namespace
@@ -15,10 +19,13 @@ class HttpCall : public QObject
 {
 public:
     HttpCall(const HttpQuestion& question, HttpClient::Done done);
+    ~HttpCall() override;
 
 private:
     void send();
+    void sendRequest();
     void authenticate(QAuthenticator& authenticator);
+    bool offerPassword();
     void takeIn();
     void giveUp(Outcome why);
     void finish();
@@ -27,12 +34,15 @@ private:
 
     HttpQuestion question_;
     HttpClient::Done done_;
-    QNetworkAccessManager manager_;
+    std::unique_ptr<QNetworkAccessManager> manager_ = std::make_unique<QNetworkAccessManager>();
     QNetworkReply* reply_ = nullptr; // the manager's
     QTimer limit_;
     HttpAnswer answer_;
     bool isGivenUp_ = false;
     bool isPasswordGiven_ = false;
+    bool takesSteps_ = false; // the system does the offering
+    QByteArray authorization_;
+    bool isAtRest_ = true; // nothing is sent or taken in
 };
 
 bool isAskable(const QUrl& url)
@@ -44,13 +54,28 @@ bool isAskable(const QUrl& url)
 HttpCall::HttpCall(const HttpQuestion& question, HttpClient::Done done)
     : question_(question), done_(std::move(done))
 {
-    manager_.setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
-    connect(&manager_, &QNetworkAccessManager::authenticationRequired, this,
+    manager_->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+    connect(manager_.get(), &QNetworkAccessManager::authenticationRequired, this,
             [this](QNetworkReply*, QAuthenticator* authenticator) { authenticate(*authenticator); });
     limit_.setSingleShot(true);
     connect(&limit_, &QTimer::timeout, this, [this] { giveUp(Outcome::TimedOut); });
     limit_.start(qMax(0, question_.mostMs));
     QTimer::singleShot(0, this, &HttpCall::send);
+}
+
+// A manager's end waits seconds for its thread, which a server that never stops sending keeps busy: what is
+// under way ends aside.
+HttpCall::~HttpCall()
+{
+    if (isAtRest_)
+        return;
+    reply_->disconnect(this);
+    reply_->abort();
+    auto* manager = manager_.release();
+    auto* aside = QThread::create([manager] { delete manager; });
+    connect(aside, &QThread::finished, aside, &QObject::deleteLater);
+    manager->moveToThread(aside);
+    aside->start();
 }
 
 void HttpCall::send()
@@ -61,6 +86,11 @@ void HttpCall::send()
         answer_.outcome = Outcome::BadUrl;
         return tell();
     }
+    sendRequest();
+}
+
+void HttpCall::sendRequest()
+{
     QUrl url = question_.url;
     url.setUserInfo({});
     QNetworkRequest request(url);
@@ -69,19 +99,44 @@ void HttpCall::send()
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     for (const auto& [name, value] : std::as_const(question_.headers))
         request.setRawHeader(name, value);
-    reply_ = manager_.sendCustomRequest(request, question_.method, question_.body);
+    if (!authorization_.isEmpty())
+        request.setRawHeader("Authorization", authorization_);
+    reply_ = manager_->sendCustomRequest(request, question_.method, question_.body);
+    isAtRest_ = false;
     reply_->setReadBufferSize(question_.mostBytes + 1);
     connect(reply_, &QNetworkReply::readyRead, this, &HttpCall::takeIn);
     connect(reply_, &QNetworkReply::finished, this, &HttpCall::finish);
 }
 
-// A password that was refused is not offered again: the server's own answer tells the rest.
 void HttpCall::authenticate(QAuthenticator& authenticator)
 {
-    if (question_.user.isEmpty() || std::exchange(isPasswordGiven_, true))
+    if (!std::exchange(takesSteps_, false))
         return;
     authenticator.setUser(question_.user);
     authenticator.setPassword(question_.password);
+}
+
+// A password that was refused is not offered again: the server's own answer tells the rest. The system offers
+// it for ever to a server that calls its challenge stale, or another one, every time: it is left only what
+// takes steps.
+bool HttpCall::offerPassword()
+{
+    if (answer_.status != 401 || question_.user.isEmpty() || std::exchange(isPasswordGiven_, true))
+        return false;
+    const HttpChallenge challenge(answer_.header("WWW-Authenticate"));
+    takesSteps_ = challenge.scheme() == HttpChallenge::Scheme::Token;
+    const QUrl& url = question_.url;
+    const QByteArray path = url.path(QUrl::FullyEncoded).toLatin1();
+    const QByteArray query = url.hasQuery() ? '?' + url.query(QUrl::FullyEncoded).toLatin1() : QByteArray();
+    authorization_ = challenge.answer(question_.method, (path.isEmpty() ? "/" : path) + query,
+                                      question_.user.toUtf8(), question_.password.toUtf8(),
+                                      QByteArray::number(QRandomGenerator::system()->generate64(), 16));
+    if (!takesSteps_ && authorization_.isEmpty())
+        return false;
+    answer_ = {};
+    // Once this one's connection is free: NTLM proves who holds it.
+    QTimer::singleShot(0, this, &HttpCall::sendRequest);
+    return true;
 }
 
 void HttpCall::takeIn()
@@ -102,14 +157,17 @@ void HttpCall::giveUp(Outcome why)
 
 void HttpCall::finish()
 {
-    limit_.stop();
     if (!isGivenUp_) {
+        isAtRest_ = true;
         answer_.body += reply_->readAll();
         answer_.outcome = answer_.body.size() > question_.mostBytes ? Outcome::TooLarge : outcome();
     }
     answer_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     for (const auto& [name, value] : reply_->rawHeaderPairs())
         answer_.headers.append({name, value});
+    if (answer_.outcome == Outcome::Whole && offerPassword())
+        return;
+    limit_.stop();
     // Outside of the reply's own signal: the one who asked may delete this.
     QTimer::singleShot(0, this, &HttpCall::tell);
 }

@@ -25,8 +25,13 @@ AboutForm::~AboutForm() = default;
 void AboutForm::showVersions()
 {
     ui_->lblVersion->setText(tr("Version %1").arg(QStringLiteral(BRELO_VERSION)));
-    ui_->lblRevision->setText(
-        tr("Revision %1, with Qt %2").arg(QStringLiteral(BRELO_REVISION), QString::fromLatin1(qVersion())));
+    ui_->lblRevision->setText(tr("Revision %1").arg(QStringLiteral(BRELO_REVISION)));
+    ui_->txtNotices->appendPlainText(tr("\nIt stands on Qt %1, QtKeychain %2, GNU SASL %3 and pugixml %4, "
+                                        "each under the licence of its own "
+                                        "authors.")
+                                         .arg(QString::fromLatin1(qVersion()), QStringLiteral(BRELO_KEYCHAIN),
+                                              QStringLiteral(BRELO_GSASL), QStringLiteral(BRELO_PUGIXML)));
+    ui_->txtNotices->moveCursor(QTextCursor::Start);
 }
 
 void AboutForm::showWebSite(Client& client)

@@ -50,8 +50,13 @@ Program::Program() : world_(std::make_unique<World>()), store_(paths::settingsFi
 // Forms that refused to go at the end, such as the notices, are deleted while what they speak to still lives.
 Program::~Program()
 {
-    if (ui_)
-        registry_.deleteAllExcept(&ui_->windows.session.signIn());
+    if (!ui_)
+        return;
+    registry_.deleteAllExcept(&ui_->windows.session.signIn());
+    // While the mail server is told that the watch is over things still happen, and nobody is there to take
+    // them.
+    trayControl_.reset();
+    client_.Core.reset();
 }
 
 QtTrayIcon& Program::tray()

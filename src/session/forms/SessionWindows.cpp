@@ -61,8 +61,3 @@ void SessionWindows::openPage(const QString& path)
     else
         client_.desktop.links->open(QStringLiteral("https://") + client_.site.WebSite + path);
 }
-
-void SessionWindows::notThereYet(const QString& what)
-{
-    client_.desktop.boxes->information(tr("BreloIM"), tr("%1 can't be opened yet.").arg(what));
-}

@@ -32,8 +32,6 @@ public:
     void showAbout();
     // A page of the product's site; says so where no site is configured.
     void openPage(const QString& path);
-    // A window that isn't there yet is asked for: says so.
-    void notThereYet(const QString& what);
 
 signals:
     // The sign-in is to be given up.

@@ -12,14 +12,13 @@
 Windows::Windows(FormRegistry& forms, Client& client, SettingsStore& store)
     : registry(forms), contacts(forms, client), messages(forms, client),
       services(forms, client, contacts, messages), groups(forms, client, messages),
-      preferences(forms, client, store), session(forms, client, store)
+      preferences(forms, client, store), mail(forms, client, store), session(forms, client, store)
 {
     wireContacts();
     wireMessages();
     wireRooms();
     wirePreferences();
     wireSignIn();
-    tellMissing();
 }
 
 void Windows::wireContacts()
@@ -29,6 +28,7 @@ void Windows::wireContacts()
     QObject::connect(&contacts, &ContactWindows::showHistory, &messages.hub, &ChatWindow::ShowMessageLog);
     QObject::connect(&contacts, &ContactWindows::showNotices, &messages, &MessageWindows::showNotices);
     QObject::connect(&contacts, &ContactWindows::showPreferences, &preferences, &PreferenceWindows::show);
+    QObject::connect(&contacts, &ContactWindows::mailWatcherRequested, &mail, &MailWindows::StartMailWatcher);
     QObject::connect(&contacts, &ContactWindows::aboutRequested, &session, &SessionWindows::showAbout);
     QObject::connect(&contacts, &ContactWindows::findContactsRequested, &services.search,
                      &SearchWindows::show);
@@ -83,13 +83,4 @@ void Windows::wireSignIn()
                      [this] { contacts.makeRosterForm().Roster1->StartLoginTimer(); });
     QObject::connect(&signIn, &SignInForm::preferencesRequested, &preferences,
                      [this] { preferences.show(QStringLiteral("Personal")); });
-}
-
-// Wishes for windows that aren't there yet.
-void Windows::tellMissing()
-{
-    const auto tell = [this](const auto* face, auto wish, const QString& what) {
-        QObject::connect(face, wish, &session, [this, what] { session.notThereYet(what); });
-    };
-    tell(&contacts, &ContactWindows::mailWatcherRequested, tr("The mail watcher"));
 }

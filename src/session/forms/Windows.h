@@ -2,6 +2,7 @@
 
 #include "contacts/forms/ContactWindows.h"
 #include "groupchat/forms/GroupWindows.h"
+#include "mailwatch/forms/MailWindows.h"
 #include "messaging/forms/MessageWindows.h"
 #include "preferences/forms/PreferenceWindows.h"
 #include "services/forms/ServiceWindows.h"
@@ -24,6 +25,7 @@ public:
     ServiceWindows services;
     GroupWindows groups;
     PreferenceWindows preferences;
+    MailWindows mail;
     SessionWindows session;
 
 private:
@@ -32,5 +34,4 @@ private:
     void wireRooms();
     void wirePreferences();
     void wireSignIn();
-    void tellMissing();
 };
