@@ -8,13 +8,9 @@
 #include "services/forms/ServiceWindows.h"
 #include "session/forms/SessionWindows.h"
 
-#include <QCoreApplication>
-
 // The faces of the rooms, and the wires between rooms that don't know each other.
 class Windows
 {
-    Q_DECLARE_TR_FUNCTIONS(Windows)
-
 public:
     // All must outlive the object.
     Windows(FormRegistry& registry, Client& client, SettingsStore& store);
