@@ -142,6 +142,7 @@ void SessionDispatch::onList(const QString& progressLine, Destination list, Plug
 // Kept: it runs on every later list stanza, and sends all of this again.
 void SessionDispatch::finish(PlugInContext& context)
 {
+    RegistrationAttempted = false; // a later refusal is another's, or comes of another password
     steps_.finishSignIn();
     const QString updateContact = handshake::updateContact(client_.site.UpdateHost);
     if (!updateContact.isEmpty()) {
@@ -156,7 +157,8 @@ void SessionDispatch::finish(PlugInContext& context)
 
 void SessionDispatch::askFirstTime(PlugInContext& context)
 {
-    if (RegistrationAttempted || !context.Stanza().Xml().contains(u"type=\"error\""))
+    // The refusal that follows a registration asks nothing; the next sign-in asks anew.
+    if (!context.Stanza().Xml().contains(u"type=\"error\"") || std::exchange(RegistrationAttempted, false))
         return;
     const SameSession same(client_);
     const auto answer =

@@ -213,7 +213,9 @@ Destination StanzaRoutes::ofPresence(const Stanza& stanza, const Client& client,
     if (!type.isEmpty() && type != u"unavailable" && isBlocked(stanza, client))
         return type == u"error" || type == u"subscribe" ? Destination::Nowhere : Destination::Roster;
     if (type == u"error") {
-        const bool wanted = stanza.From().isEmpty() || client.settings.CheckError;
+        // A gateway's answers the person, who has asked it for a session.
+        const bool wanted = stanza.From().isEmpty() || client.settings.CheckError ||
+                            client.MyAgents.JIDExists(jid::bare(stanza.From()));
         return wanted ? Destination::Notices : Destination::Nowhere;
     }
     if (!client.MyAgents.JIDExists(jid::bare(stanza.From())))

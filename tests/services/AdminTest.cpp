@@ -73,6 +73,9 @@ private slots:
         const auto* tree = ui::find<QTreeWidget>(f.preferences(), "TreeView1");
         QCOMPARE(tree->topLevelItem(tree->topLevelItemCount() - 1)->text(0), page);
         QVERIFY(f.panel->isVisible() && f.panel->objectName().endsWith("GatewayN"));
+        // Nothing of it needs scrolling where the screen has room.
+        const auto* lowest = ui::find<QPushButton>(f.panel, "cmdChangePWD");
+        QTRY_COMPARE(lowest->visibleRegion().boundingRect(), lowest->rect());
         // It stays while the preferences are open, and is no setting to restore.
         f.namespaces("jabber:iq:roster");
         f.ui->windows.preferences.reload();

@@ -157,12 +157,21 @@ private slots:
         QCOMPARE(f->world.boxes.shown[0].buttons, MessageBoxes::Buttons::YesNo);
         QTEST(f->engine.takeSent(), "sent");
         QTEST(f->takeLog(), "log");
-        // After an attempted registration the question doesn't come again; after a No it does.
+        // Right after an attempted registration the question doesn't come again; after a No it does.
+        const int registered = answer == int(MessageBoxes::Answer::Yes) ? 1 : 0;
         f->engine.inject(refusal);
-        QCOMPARE(f->world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
+        QCOMPARE(f->world.boxes.shown.size(), 2 - registered);
         // An auth result asks nothing.
         f->engine.inject(query("jabber:iq:auth", "type=\"result\""));
-        QCOMPARE(f->world.boxes.shown.size(), answer == int(MessageBoxes::Answer::Yes) ? 1 : 2);
+        QCOMPARE(f->world.boxes.shown.size(), 2 - registered);
+        // The next sign-in is another: after a refused one, and after one that came to its list.
+        f->world.boxes.answers = {MessageBoxes::Answer(answer), MessageBoxes::Answer(answer)};
+        f->engine.inject(refusal);
+        QCOMPARE(f->world.boxes.shown.size(), 3 - registered);
+        f->steps.initiated = true;
+        f->engine.inject(query("jabber:iq:roster"));
+        f->engine.inject(refusal);
+        QCOMPARE(f->world.boxes.shown.size(), 4 - registered);
     }
 
     void registrationAnswers()
@@ -277,6 +286,7 @@ private slots:
         presence("refused by a blocked one", "from='tybalt@b' type='unsubscribed'", "roster.OnPresence");
         presence("error of somebody, errors off", "from='a@b' type='error'", "");
         presence("error of nobody", "type='error'", "notices.OnPresence");
+        presence("error of a gateway, errors off", "from='icq.example' type='error'", "notices.OnPresence");
         presence("gateway unsubscribed", "from='icq.example' type='unsubscribed'", "roster.OnPresence");
     }
     void stanzasFindTheirPlace()

@@ -40,9 +40,9 @@ PreferencesForm::PreferencesForm(FormRegistry& registry, Client& client, Setting
     ui_->TreeView1->expandAll();
     fitTree();
     ReloadList();
-    // Room for the widest page in any font; the screen sets the bound when the form is shown.
+    // Room for the widest and the highest page in any font; the screen sets the bound when the form is shown.
     const QFontMetrics metrics = fontMetrics();
-    resize(size().expandedTo({metrics.averageCharWidth() * 95, metrics.lineSpacing() * 28}));
+    resize(size().expandedTo({metrics.averageCharWidth() * 95, metrics.lineSpacing() * 38}));
     setDefaultButton(ui_->cmdOK);
     setCancelButton(ui_->cmdUndo);
     connect(ui_->TreeView1, &QTreeWidget::currentItemChanged, this, &PreferencesForm::TreeView1_Click);
