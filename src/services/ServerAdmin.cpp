@@ -6,6 +6,22 @@
 
 namespace serveradmin
 {
+namespace
+{
+
+constexpr qsizetype mostUsers = 20'000;
+
+template <typename Visit>
+void forEachOnline(const Stanza& answer, Visit visit)
+{
+    for (const auto& match : answer.IqFields().Document().select_nodes("//user")) {
+        const QString name = xml::attribute(match.node(), "name");
+        if (name.contains(u'('))
+            visit(xml::attribute(match.node(), "jid"), name);
+    }
+}
+
+} // namespace
 
 QString onlineUsersQuery(const QString& server)
 {
@@ -15,9 +31,20 @@ QString onlineUsersQuery(const QString& server)
 int onlineUsers(const Stanza& answer)
 {
     int count = 0;
-    for (const auto& match : answer.IqFields().Document().select_nodes("//user"))
-        count += xml::attribute(match.node(), "name").contains(u'(');
+    forEachOnline(answer, [&count](const QString&, const QString&) { ++count; });
     return count;
+}
+
+searchanswers::Results usersOnline(const Stanza& answer)
+{
+    searchanswers::Results users{{QStringLiteral("jid"), QStringLiteral("name")}, {}};
+    forEachOnline(answer, [&users](const QString& jid, const QString& name) {
+        if (users.rows.size() < mostUsers)
+            users.rows += QStringList{jid, name};
+        else
+            ++users.leftOut;
+    });
+    return users;
 }
 
 QString announceOnline(const QString& server)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/SearchAnswers.h"
+
 #include <QString>
 
 class Stanza;
@@ -12,6 +14,8 @@ namespace serveradmin
 QString onlineUsersQuery(const QString& server);
 // How many users an answer names. Kept: of a user who is on line the name ends in brackets.
 int onlineUsers(const Stanza& answer);
+// These users' addresses and names.
+searchanswers::Results usersOnline(const Stanza& answer);
 
 // Where messages to all who are on line go, and the message of the day.
 QString announceOnline(const QString& server);

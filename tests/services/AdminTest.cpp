@@ -1,5 +1,6 @@
 #include "contacts/forms/RosterForm.h"
 #include "preferences/forms/PreferencesForm.h"
+#include "services/forms/ResultGrid.h"
 #include "support/FakeClient.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
@@ -112,6 +113,29 @@ private slots:
         f.preferences()->showPage(page);
         QCOMPARE(f.takeSent(), QStringList());
         QCOMPARE(f.text("Label9") + f.text("lblState"), "?You are not connected.");
+    }
+
+    void usersAreListed()
+    {
+        Admin f;
+        f.answer("result",
+                 "<user jid='b@x' name='b (1)'/><user jid='c@x' name='c'/><user jid='a@x' name='a (2)'/>");
+        auto* users = ui::find<ResultGrid>(f.panel, "OnlineUsers");
+        QVERIFY(!users->isVisible());
+        ui::click(f.panel, "cmdUsers");
+        QVERIFY(users->isVisible());
+        users->sortByColumn(0, Qt::AscendingOrder);
+        users->selectAll();
+        QCOMPARE(users->selectedText(), "a@x\ta (2)\nb@x\tb (1)");
+        users->selectRow(0);
+        QTest::keyClick(users, Qt::Key_Return);
+        QCOMPARE(ui::find<QLineEdit>(f.panel, "txtUserName")->text(), "a@x");
+        QCOMPARE(f.preferences()->focusWidget(), ui::find<QWidget>(f.panel, "txtPWD"));
+        emit users->messageRequested("b@x");
+        f.client.Core->tick();
+        QVERIFY(f.form("MessageForm") && f.form("MessageForm")->isVisible());
+        f.answer("error", "");
+        QCOMPARE(users->model()->rowCount(), 0);
     }
 
     // `fields` is typed, a word a field; the caret comes to `caret` where something is refused.

@@ -21,6 +21,7 @@ PreferencesForm& PreferenceWindows::form()
         connect(made, &PreferencesForm::applied, this, &PreferenceWindows::applied);
         connect(made, &PreferencesForm::blockedListChanged, this, &PreferenceWindows::blockedListChanged);
         connect(made, &PreferencesForm::onTopChanged, this, &PreferenceWindows::onTopChanged);
+        connect(made, &PreferencesForm::messageRequested, this, &PreferenceWindows::messageRequested);
         connect(made, &PreferencesForm::restoreRequested, this, &PreferenceWindows::askRestore);
         return made;
     });

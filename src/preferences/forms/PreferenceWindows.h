@@ -37,6 +37,7 @@ signals:
     void defaultsRestored();
     void blockedListChanged();
     void onTopChanged();
+    void messageRequested(const QString& jid);
 
 private:
     PreferencesForm& form();

@@ -232,6 +232,8 @@ QWidget* PreferencesForm::addPanel(QTreeWidgetItem& node)
         connect(saving, &PreferencePanel::onTopChanged, this, &PreferencesForm::onTopChanged);
         connect(saving, &PreferencePanel::blockedListChanged, this, &PreferencesForm::blockedListChanged);
     }
+    if (auto* admin = qobject_cast<AdminUsrCtrl*>(page))
+        connect(admin, &AdminUsrCtrl::messageRequested, this, &PreferencesForm::messageRequested);
     ui_->PrefContainer->addWidget(page);
     putButtonsBehind(*page);
     return page;

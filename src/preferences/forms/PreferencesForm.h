@@ -52,6 +52,8 @@ signals:
     void blockedListChanged();
     void onTopChanged();
     void restoreRequested();
+    // A conversation with somebody who is on line.
+    void messageRequested(const QString& jid);
 
 protected:
     bool queryUnload(CloseMode mode) override;

@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr int bodyLines = 3;
+constexpr int listLines = 9;
 constexpr qsizetype longestReason = 200;
 
 QString reasonOf(const Stanza& refusal)
@@ -29,12 +30,27 @@ AdminUsrCtrl::AdminUsrCtrl(Client& client) : client_(client), ui_(std::make_uniq
         body->setFixedHeight(body->fontMetrics().lineSpacing() * bodyLines +
                              2 * (body->frameWidth() + int(body->document()->documentMargin())));
     say({});
+    setUpUsers();
     connect(ui_->cmdSendOnline, &QPushButton::clicked, this, &AdminUsrCtrl::cmdSendOnline_Click);
     connect(ui_->cmdSetMOTD, &QPushButton::clicked, this, &AdminUsrCtrl::cmdSetMOTD_Click);
     connect(ui_->cmdChangePWD, &QPushButton::clicked, this, &AdminUsrCtrl::cmdChangePWD_Click);
 }
 
 AdminUsrCtrl::~AdminUsrCtrl() = default;
+
+void AdminUsrCtrl::setUpUsers()
+{
+    auto* users = ui_->OnlineUsers;
+    users->hide();
+    users->setFixedHeight(users->fontMetrics().lineSpacing() * listLines);
+    users->setAction(tr("Change &Password"));
+    connect(ui_->cmdUsers, &QPushButton::toggled, users, &QWidget::setVisible);
+    connect(users, &ResultGrid::messageRequested, this, &AdminUsrCtrl::messageRequested);
+    connect(users, &ResultGrid::addRequested, this, [this] {
+        ui_->txtUserName->setText(ui_->OnlineUsers->selectedJid());
+        ui_->txtPWD->setFocus();
+    });
+}
 
 void AdminUsrCtrl::showEvent(QShowEvent* event)
 {
@@ -56,6 +72,8 @@ void AdminUsrCtrl::OnIQ(PlugInContext& context)
     const auto& answer = context.Stanza();
     const bool refused = answer.IqFields().Type() == u"error";
     ui_->Label9->setText(refused ? QStringLiteral("?") : QString::number(usersOnline));
+    ui_->OnlineUsers->showResults(refused ? searchanswers::Results() : serveradmin::usersOnline(answer),
+                                  tr("Nobody is on line."));
     say(refused ? tr("The server does not tell how many: %1").arg(reasonOf(answer)) : QString());
 }
 

@@ -34,6 +34,9 @@ public:
     // not.
     static void passwordAnswered(const PlugInContext& context, const Client& client);
 
+signals:
+    void messageRequested(const QString& jid);
+
 protected:
     // The count is asked for anew.
     void showEvent(QShowEvent* event) override;
@@ -45,6 +48,7 @@ private:
     void cmdSetMOTD_Click();
     void cmdChangePWD_Click();
     void askForCount();
+    void setUpUsers();
     // Sends, and tells by `done` that it was sent.
     void announce(const QString& to, const QString& subject, QPlainTextEdit& body, const QString& done);
     void refuse(const QString& title, const QString& text, QWidget& control);

@@ -27,7 +27,7 @@ QString cell(const QModelIndex& index)
 
 } // namespace
 
-ResultGrid::ResultGrid(QWidget* parent) : QTableView(parent)
+ResultGrid::ResultGrid(QWidget* parent) : QTableView(parent), action_(tr("&Add"))
 {
     sorted_.setSourceModel(&results_);
     sorted_.setSortRole(ResultModel::SortRole);
@@ -123,7 +123,7 @@ void ResultGrid::contextMenuEvent(QContextMenuEvent* event)
     menu->setObjectName(QStringLiteral("mnuResults"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     auto* clipboard = QGuiApplication::clipboard();
-    menu->addAction(tr("&Add"), this, &ResultGrid::addRequested)->setEnabled(!jid.isEmpty());
+    menu->addAction(action_, this, &ResultGrid::addRequested)->setEnabled(!jid.isEmpty());
     menu->addAction(tr("Send &Message"), this, [this, jid] { emit messageRequested(jid); })
         ->setEnabled(!jid.isEmpty());
     menu->addSeparator();

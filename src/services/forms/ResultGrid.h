@@ -5,8 +5,8 @@
 #include <QSortFilterProxyModel>
 #include <QTableView>
 
-// The grid of people found. Rows are selected as a whole; a click on a header sorts. While it is empty it
-// says why.
+// The grid of people found, or on line. Rows are selected as a whole; a click on a header sorts. While it is
+// empty it says why.
 class ResultGrid : public QTableView
 {
     Q_OBJECT
@@ -16,6 +16,8 @@ public:
 
     // In place of what was shown; `hint` stands where there is nobody.
     void showResults(searchanswers::Results results, const QString& hint);
+    // What Enter does, as the menu names it.
+    void setAction(const QString& text) { action_ = text; }
     // The address in the selected row; empty unless it is one row.
     QString selectedJid() const;
     // The selected rows as text, from top to bottom: a line each, values behind tabs.
@@ -24,7 +26,7 @@ public:
 signals:
     // Of the row that is selected now, as selectedJid().
     void chosen(const QString& jid);
-    // Double click or Enter on the selected row, or the menu's "Add".
+    // Double click or Enter on the selected row, or the menu's first entry.
     void addRequested();
     void messageRequested(const QString& jid);
 
@@ -41,4 +43,5 @@ private:
     ResultModel results_;
     QSortFilterProxyModel sorted_;
     QString hint_;
+    QString action_;
 };

@@ -73,6 +73,8 @@ void Windows::wirePreferences()
     QObject::connect(&preferences, &PreferenceWindows::defaultsRestored, &signIn, &SignInForm::showDefaults);
     QObject::connect(&preferences, &PreferenceWindows::blockedListChanged, &contacts,
                      &ContactWindows::refreshAppearance);
+    QObject::connect(&preferences, &PreferenceWindows::messageRequested, &messages,
+                     [this](const QString& jid) { messages.openConversation(jid, true); });
     QObject::connect(&preferences, &PreferenceWindows::onTopChanged, &contacts, &ContactWindows::applyOnTop);
 }
 
