@@ -1,6 +1,7 @@
 #include "contacts/forms/RosterForm.h"
 #include "preferences/forms/PreferencesForm.h"
 #include "services/forms/ResultGrid.h"
+#include "session/forms/SignInForm.h"
 #include "support/FakeClient.h"
 #include "support/Table.h"
 #include "support/TestRunner.h"
@@ -85,6 +86,14 @@ private slots:
         ui::click(f.preferences(), "cmdRestoreRegistry");
         ui::click(f.form("RestoreRegForm"), "cmdYes");
         QCOMPARE(f.preferences()->currentPage(), page);
+        // It is the account's alone.
+        QTRY_COMPARE(f.client.settings.UserName, QString("romeo")); // stored after the sign-in
+        for (const QString user : {"romeo", "paris"}) {
+            f.ui->end.returnToSignIn();
+            ui::type(&f.signInForm(), "txtUserName", user);
+            ui::click(&f.signInForm(), "Connect");
+            QCOMPARE(f.client.settings.UserMode, user == "romeo");
+        }
     }
 
     void usersAreCounted_data()

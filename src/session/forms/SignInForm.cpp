@@ -177,10 +177,14 @@ void SignInForm::Connect_Click()
         client_.desktop.network->dial(false);
     client_.UserClosing = false;
     ++client_.sessionNumber;
+    auto& settings = client_.settings;
+    // What the account before may do says nothing of this one.
+    if (userName() != settings.UserName || server() != settings.Server)
+        settings.UserMode = false;
     auto& gateway = client_.Gateway();
-    gateway.setSecure(client_.settings.SSL);
+    gateway.setSecure(settings.SSL);
     gateway.setProxy(client_.proxy);
-    QString resource = client_.settings.Resource;
+    QString resource = settings.Resource;
     client_.sessionResource = resource;
     client_.Core->PluginManager->beginAccount(userName() + u'@' + server());
     gateway.DoConnect(userName(), password(), server(), resource);
