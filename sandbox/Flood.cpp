@@ -111,7 +111,7 @@ std::function<QByteArray()> hostile(World& world, const Connection& client, cons
         Element request("iq");
         request.set("from", from.value(0)).set("to", to).set("type", QStringLiteral("set"));
         request.set("id", QString(5 * many, u'x'));
-        request.raw(QStringLiteral("<a xmlns='jabber:iq:oob'/>").repeated(many));
+        request.raw(QStringLiteral("<a xmlns='jabber:iq:conference'/>").repeated(many));
         return source(
             client, 1, [text = request.xml()](int) { return text; }, last);
     }
