@@ -12,6 +12,17 @@
 
 inline const QString verse = "verse@rooms.montague.example";
 inline const QString me = verse + "/0a1b";
+inline const QString available = "<presence to=\"" + verse + "\"/>";
+inline const QString nickSet =
+    "<iq to=\"" + verse +
+    "\" type=\"set\" id=\"VRX_CONF_DATA\"><query xmlns=\"jabber:iq:conference\"><nick>%1</nick>"
+    "</query></iq>";
+inline const QString gone = "<presence to=\"" + verse + "\" type=\"unavailable\"/>";
+
+inline QString said(const QString& inner)
+{
+    return "<message to=\"" + verse + "\" type=\"GroupChat\">" + inner + "</message>";
+}
 
 // What a tool tip shows, which takes markup.
 inline QString shownTip(const QString& tip)
